@@ -1,0 +1,78 @@
+# Helpers that say once how a library, a program and a test of this project are built.
+include(NelWarnings)
+
+set(NEL_GENERATED_DIR "${CMAKE_BINARY_DIR}/generated")
+
+add_library(nel_options INTERFACE)
+target_include_directories(nel_options INTERFACE
+  "${CMAKE_SOURCE_DIR}/src" "${NEL_GENERATED_DIR}")
+target_link_libraries(nel_options INTERFACE nel_warnings)
+
+if(NEL_SANITIZE)
+  target_compile_options(nel_options INTERFACE
+    -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+  target_compile_definitions(nel_options INTERFACE _GLIBCXX_ASSERTIONS)
+  target_link_options(nel_options INTERFACE -fsanitize=address,undefined)
+endif()
+if(NEL_BUILD_FUZZ)
+  target_compile_options(nel_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
+# nel_library(name [DEPS lib...]): a static library of all sources in the current folder.
+function(nel_library name)
+  cmake_parse_arguments(arg "" "" "DEPS" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp")
+  if(NOT sources)
+    add_library(${name} INTERFACE)
+    target_link_libraries(${name} INTERFACE nel_options ${arg_DEPS})
+    return()
+  endif()
+  add_library(${name} STATIC ${sources})
+  target_link_libraries(${name} PUBLIC nel_options ${arg_DEPS})
+endfunction()
+
+# nel_program(name DEPS lib...): an executable of all sources in the current folder.
+function(nel_program name)
+  cmake_parse_arguments(arg "" "" "DEPS" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp")
+  add_executable(${name} ${sources})
+  target_link_libraries(${name} PRIVATE nel_options ${arg_DEPS})
+endfunction()
+
+# nel_test(name LABEL label DEPS lib... [DISPLAY] [RENDEZVOUS] [TIMEOUT seconds])
+# A GoogleTest program of all sources in the current folder, run as one CTest entry.
+# DISPLAY runs it under an X server and a window manager of its own; RENDEZVOUS keeps programs
+# that use the machine-wide rendezvous files from running side by side.
+function(nel_test name)
+  cmake_parse_arguments(arg "DISPLAY;RENDEZVOUS" "LABEL;TIMEOUT" "DEPS" ${ARGN})
+  find_package(GTest REQUIRED)
+  if(NOT arg_TIMEOUT)
+    set(arg_TIMEOUT 120)
+  endif()
+  file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp")
+  if(NOT sources)
+    message(WARNING "${name} has no sources yet")
+    return()
+  endif()
+  add_executable(${name} ${sources})
+  target_include_directories(${name} PRIVATE "${CMAKE_SOURCE_DIR}")
+  target_link_libraries(${name} PRIVATE nel_options ${arg_DEPS} GTest::gmock GTest::gmock_main)
+  set(command $<TARGET_FILE:${name}>)
+  if(arg_DISPLAY)
+    list(PREPEND command "${CMAKE_SOURCE_DIR}/tests/support/with_display")
+  endif()
+  add_test(NAME ${name} COMMAND ${command})
+  set_tests_properties(${name} PROPERTIES LABELS "${arg_LABEL}" TIMEOUT ${arg_TIMEOUT})
+  if(arg_RENDEZVOUS)
+    set_tests_properties(${name} PROPERTIES RESOURCE_LOCK rendezvous)
+  endif()
+  if(NEL_SANITIZE)
+    set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT
+      "LSAN_OPTIONS=suppressions='${CMAKE_SOURCE_DIR}/tests/support/lsan.supp':print_suppressions=0"
+      "UBSAN_OPTIONS=print_stacktrace=1")
+    if(arg_RENDEZVOUS)
+      # Programs that close their display need stacks through libraries without frame pointers.
+      set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT "ASAN_OPTIONS=fast_unwind_on_malloc=0")
+    endif()
+  endif()
+endfunction()

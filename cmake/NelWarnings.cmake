@@ -1,0 +1,6 @@
+# The one list of warnings. They are errors in every build; third-party headers are SYSTEM.
+add_library(nel_warnings INTERFACE)
+target_compile_options(nel_warnings INTERFACE
+  -Wall -Wextra -Wpedantic -Werror
+  -Wshadow -Wcast-qual -Wnon-virtual-dtor -Woverloaded-virtual -Wsuggest-override
+  -Wmissing-declarations -Wformat=2 -Wno-format-nonliteral)
