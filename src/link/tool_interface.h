@@ -1,0 +1,76 @@
+#pragma once
+
+#include <memory>
+
+#include "link/signal_client.h"
+#include "link/socket_client.h"
+
+/// The layer between a tool and its socket: connects to the Postmaster, sends to other tools
+/// through it, reads one message at a time and keeps the state of the link. Everything runs on one
+/// thread; ToolReceive may be entered again from within the message handler.
+
+/// State of the link.
+enum LinkState : int {
+  LINK_IDLE = 0,        ///< before ToolInit
+  LINK_CONNECTING = 1,  ///< connection asked for, no answer yet
+  LINK_CONNECTED = 2,   ///< running
+  LINK_LEAVING = 3,     ///< left, or broken
+  LINK_CLOSED = 4,      ///< refused or shut down
+  LINK_SHUTDOWN = 5,    ///< the process is ending
+};
+
+/// How ToolReceive waits; any other mode polls until a frame is there.
+enum ReceiveMode : int {
+  kReceivePoll = 1,   ///< returns 0 when nothing is there
+  kReceiveBlock = 2,  ///< sleeps until a frame is there
+};
+
+extern int g_OwnToolType;     ///< -1 until ToolInit; the sender in every frame
+extern int g_ToolState;       ///< a LinkState
+extern int g_ToolSocket;      ///< descriptor of the connection
+extern int g_BrokenReported;  ///< 1 once "Broken MPM connection" was reported, for good
+extern std::unique_ptr<SocketControlClient> g_SocketClient;  ///< made by ToolInit
+extern std::unique_ptr<CatchSignalsClient> g_SignalClient;   ///< made by ToolInit, before it
+
+/// What a tool does with the messages that the link does not keep for itself. `length` is what the
+/// frame announces; bytes that it did not carry are zero, and none beyond kPayloadBufferBytes
+/// exist. The payload is valid during the call only.
+using MessageHandlerFunction = void (*)(int sender, int tag, int length, const char* payload);
+
+/// Sets the tool's handler, before ToolInit. Null drops the messages.
+void setMessageHandler(MessageHandlerFunction handler);
+
+/// Connects as a tool of type `toolType` and waits for the Postmaster's answer. 0 on success, -1
+/// on failure; may end the process on a timeout (kExitTimeout).
+int ToolInit(int toolType);
+
+/// Leaves the Postmaster and removes the name of its socket. Returns 0, or ends the process with
+/// kExitLeft when there is no link to leave. The argument is not used.
+int ToolExit(int toolType);
+
+/// Directed send, see ToolPut.
+int ToolSend(int dest, int tag, const void* data, int length);
+
+/// Undirected send, see ToolPut.
+int ToolBroadcast(int tag, const void* data, int length);
+
+/// Builds a frame and sends it. Returns 0, also when the socket failed; -1 when the state does not
+/// allow the send, or, after a line on standard error, when `length` is negative or above
+/// kMaxPayloadBytes. Null `data` leaves the payload out whatever `length` says.
+int ToolPut(int kind, int dest, int tag, const void* data, int length);
+
+/// Reads at most one message and hands it to the tool's handler. Returns its tag; 0 when nothing
+/// was there and `mode` is kReceivePoll; -1 on a broken, refused or closed link. May end the
+/// process, see ToolSystemMessage.
+int ToolReceive(int mode);
+
+/// Changes the state by a message of the Postmaster's. Ends the process on MSG_SHUTDOWN_NOW
+/// (kExitShutdownNow) and in a state without a link (kExitStateError).
+int ToolSystemMessage(int tag);
+
+/// Splits the wire form of a frame. `data` must have kPayloadBufferBytes bytes; `length` becomes
+/// what the frame announces, and announced bytes that it does not carry are stored as zero as far
+/// as `data` goes. A frame shorter than its header is reported on standard error, and taken all
+/// the same. Always returns 1.
+int ToolFrameDecode(const char* text, int textLength, int* tag, int* sender, void* data,
+                    int* length, int* dest);

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <functional>
+#include <string>
+
+#include "link/wire.h"
+#include "tests/support/temporary_folder.h"
+#include "tests/support/unique_descriptor.h"
+
+/// How a tool ended.
+struct ToolEnd {
+  int status = -1;     ///< exit status, 128 + n when signal n ended it
+  std::string errors;  ///< all that it wrote to standard error
+};
+
+/// Runs `body` in a child process, its result being the exit status.
+class ForkedTool {
+ public:
+  explicit ForkedTool(const std::function<int()>& body);
+  ForkedTool(const ForkedTool&) = delete;
+  ForkedTool& operator=(const ForkedTool&) = delete;
+  ~ForkedTool();
+
+  pid_t id() const { return processId; }
+
+  /// Waits for the end, and kills what does not end.
+  ToolEnd end();
+
+ private:
+  pid_t processId = -1;
+  UniqueDescriptor errors;
+};
+
+/// Keeps the link's rendezvous files in a folder of their own. The test is the Postmaster, that
+/// is, the parent of its forked tools.
+class PrivateRendezvous {
+ public:
+  PrivateRendezvous();
+  PrivateRendezvous(const PrivateRendezvous&) = delete;
+  PrivateRendezvous& operator=(const PrivateRendezvous&) = delete;
+  ~PrivateRendezvous();
+
+  static constexpr int kPort = 4711;
+
+  void writePortFile() const;
+  void listen();
+  /// Takes the tool's connection.
+  void accept();
+  void hangUp() { connection.close(); }
+
+  /// Name of the socket that the tools of this process look for.
+  static std::string socketName(int port = kPort);
+
+  void send(int tag, const std::string& payload = {}) const;
+  /// The next frame; fails the test when none comes.
+  Frame expectFrame();
+
+ private:
+  TemporaryFolder folder;
+  std::string formerPrefix;
+  UniqueDescriptor listener;
+  UniqueDescriptor connection;
+};
+
+/// Wire form of a frame with its NUL.
+std::string wireText(const FrameHeader& header, const std::string& payload = {});
+
+/// Reads one frame with its NUL, byte by byte; less at the end of the stream or of patience.
+std::string readFrameText(int fd);
+
+/// The value as it stands on the wire, and a counted text.
+std::string wireWord(std::int32_t value);
+std::string wireString(const std::string& text);

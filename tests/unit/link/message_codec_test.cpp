@@ -1,0 +1,263 @@
+#include "link/message_codec.h"
+
+#include <gmock/gmock.h>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include "link/message_numbers.h"
+#include "tests/unit/link/allocation_control.h"
+
+using testing::Each;
+using testing::ElementsAre;
+using testing::internal::CaptureStderr;
+using testing::internal::GetCapturedStderr;
+
+namespace {
+
+constexpr auto kToUi = MessageDirection::kReceivedByUi;
+constexpr auto kFromUi = MessageDirection::kSentByUi;
+
+std::string word(std::int32_t value) {
+  return {reinterpret_cast<const char*>(&value), sizeof value};
+}
+
+std::string counted(const std::string& text) {
+  return word(static_cast<std::int32_t>(text.size())) + text;
+}
+
+std::string encode(MessageDirection direction, int tag, const ToolMessage& message) {
+  const int length = encodeMessage(direction, tag, message, g_EncodeBuffer);
+  EXPECT_GE(length, 0);
+  return {g_EncodeBuffer.data(), static_cast<std::size_t>(std::max(length, 0))};
+}
+
+// Decodes a copy of exactly the payload's size, so that a sanitizer sees a read outside it.
+int decode(int tag, const std::string& payload, ToolMessage& message) {
+  const std::vector<char> exact(payload.begin(), payload.end());
+  return DecodeMessage(tag, exact.data(), static_cast<int>(exact.size()), &message);
+}
+
+std::vector<std::string> texts(const StringListNode* head) {
+  std::vector<std::string> all;
+  for (; head != nullptr; head = head->next) {
+    EXPECT_EQ(static_cast<std::size_t>(head->length), std::string(head->text).size());
+    all.emplace_back(head->text);
+  }
+  return all;
+}
+
+TEST(MessageTable, findsRowsByDirectionAndKnowsNoOthers) {
+  EXPECT_EQ(findMessage(MSG_T_ASK_LIST, kToUi)->shape, "SSIL");
+  EXPECT_EQ(findMessage(MSG_T_ASK_LIST, kFromUi), nullptr);
+  EXPECT_EQ(findMessage(MSG_UI_COMMAND, kToUi), nullptr);
+  EXPECT_EQ(findMessage(MSG_TOOL_READY, kToUi)->name, "MSG_TOOL_READY");
+  EXPECT_EQ(findMessage(MSG_TOOL_READY, kFromUi)->name, "MSG_TOOL_READY");
+  for (const int tag : {std::numeric_limits<int>::min(), -1, 0, 999, 1014, 2020, 13002,
+                        std::numeric_limits<int>::max()}) {
+    EXPECT_EQ(findMessage(tag, kToUi), nullptr) << tag;
+    EXPECT_EQ(findMessage(tag, kFromUi), nullptr) << tag;
+  }
+}
+
+TEST(MessageTable, givesOnlyTheAgreedSentMessagesAParameter) {
+  StringList bits;
+  bits.append("1");
+  for (int tag = 1000; tag <= 13001; ++tag) {
+    const bool list = tag == 1009;
+    const bool text = tag == 1002 || (tag >= 1004 && tag <= 1006) || tag == 1008 || tag == 1010 ||
+                      tag == 1013 || tag == 10004;
+    ToolMessage message;
+    list ? message.setList(0, bits.head()) : message.setText(0, "ab");
+    const std::string expected = list ? word(1) + counted("1") : text ? counted("ab") : "";
+    ASSERT_EQ(encode(kFromUi, tag, message), expected) << tag;
+  }
+}
+
+TEST(EncodeMessage, laysParametersEndToEnd) {
+  StringList items;
+  items.append("one");
+  items.append("");
+  items.append("three");
+  const ToolMessage message = ToolMessage()
+                                  .setText(0, "Title")
+                                  .setText(1, nullptr)
+                                  .setNumber(2, -2)
+                                  .setList(3, items.head());
+  EXPECT_EQ(encode(kToUi, MSG_T_ASK_LIST, message), counted("Title") + word(0) + word(-2) +
+                                                        word(3) + counted("one") + word(0) +
+                                                        counted("three"));
+}
+
+TEST(EncodeMessage, takesListLengthsFromTheTexts) {
+  std::string text = "abc";
+  StringListNode node{nullptr, 77, text.data()};
+  EXPECT_EQ(encode(kFromUi, MSG_UI_BITS, ToolMessage().setList(0, &node)),
+            word(1) + counted("abc"));
+}
+
+TEST(EncodeMessage, doesNotConsultTheLimitAndNeedsArgumentsOnlyForParameters) {
+  const ToolMessage message = ToolMessage().setText(0, "longer than four bytes");
+  EXPECT_EQ(EncodeMessage(MSG_UI_COMMAND, &message, g_EncodeBuffer.data(), 4), 26);
+  EXPECT_EQ(EncodeMessage(MSG_UI_OK, nullptr, g_EncodeBuffer.data(), 4), 0);
+  EXPECT_EQ(EncodeMessage(4711, nullptr, g_EncodeBuffer.data(), 4), 0);
+  EXPECT_EQ(EncodeMessage(MSG_UI_COMMAND, nullptr, g_EncodeBuffer.data(), 4), kEncodeFailed);
+}
+
+TEST(EncodeMessage, refusesWhatDoesNotFitWithoutTouchingTheRest) {
+  const std::string fits(kEncodeBufferBytes - 4, 'a');
+  const std::string tooLong = fits + "a";
+  ToolMessage message;
+  message.setText(0, fits.c_str());
+  EXPECT_EQ(EncodeMessage(MSG_UI_COMMAND, &message, g_EncodeBuffer.data(), 4), kEncodeBufferBytes);
+  message.setText(0, tooLong.c_str());
+  EXPECT_EQ(EncodeMessage(MSG_UI_COMMAND, &message, g_EncodeBuffer.data(), 4), kEncodeFailed);
+
+  message.setText(0, "title").setText(1, "text");
+  for (std::size_t size = 0; size < 17; ++size) {
+    std::vector<char> small(size);
+    EXPECT_EQ(encodeMessage(kToUi, MSG_T_QUESTION, message, small), kEncodeFailed) << size;
+  }
+}
+
+TEST(DecodeMessage, givesBackWhatAnyRowEncodes) {
+  StringList items;
+  items.append("first");
+  items.append("second");
+  for (const MessageRow& row : messageTable()) {
+    ToolMessage sent;
+    for (int i = 0; i < static_cast<int>(row.shape.size()); ++i) {
+      switch (row.shape[static_cast<std::size_t>(i)]) {
+        case kIntegerParameter:
+          sent.setNumber(i, -1 - i);
+          break;
+        case kListParameter:
+          sent.setList(i, items.head());
+          break;
+        default:
+          sent.setText(i, "some text");
+      }
+    }
+    const std::string payload = encode(row.direction, row.tag, sent);
+    ToolMessage got{9, 9, 9, 9, 9};
+    ASSERT_EQ(decodeMessage(row.direction, row.tag, payload.data(),
+                            static_cast<int>(payload.size()), &got),
+              kDecodeOk)
+        << row.name;
+    for (int i = 0; i < kMaxParameters; ++i) {
+      const char letter =
+          i < static_cast<int>(row.shape.size()) ? row.shape[static_cast<std::size_t>(i)] : ' ';
+      if (letter == kIntegerParameter) {
+        EXPECT_EQ(got.word(i), -1 - i) << row.name;
+      } else if (letter == kListParameter) {
+        EXPECT_THAT(texts(got.list(i)), ElementsAre("first", "second")) << row.name;
+      } else if (letter == kStringParameter) {
+        EXPECT_STREQ(got.text(i), "some text") << row.name;
+      } else {
+        EXPECT_EQ(got.word(i), 9) << "unused words stay: " << row.name;
+      }
+    }
+    freeMessage(row.direction, row.tag, &got);
+  }
+}
+
+TEST(DecodeMessage, decodesAnEmptyListAsNullAndAnEmptyTextAsEmpty) {
+  ToolMessage message{1, 1, 1, 1, 1};
+  EXPECT_EQ(decode(MSG_T_ASK_BITS, word(0) + counted("x") + word(0), message), kDecodeOk);
+  EXPECT_STREQ(message.text(0), "");
+  EXPECT_EQ(message.list(2), nullptr);
+  FreeMessage(MSG_T_ASK_BITS, &message);
+  EXPECT_EQ(message.w0, 0);
+  FreeMessage(MSG_T_ASK_BITS, &message);  // nothing left, nothing done
+}
+
+struct LengthCase {
+  const char* what;
+  int tag;
+  std::string payload;
+  long position;
+};
+
+TEST(DecodeMessage, reportsPositionAndLengthWhenTheyDiffer) {
+  const std::vector<LengthCase> cases = {
+      {"payload of a message without parameters", MSG_T_EXIT_CONFIRM, "abcd", 0},
+      {"payload of an unknown message", 4711, "a", 0},
+      {"bytes left over", MSG_T_TEXT, counted("text") + "!", 8},
+      {"no payload", MSG_T_TEXT, "", 4},
+      {"cut count", MSG_T_TEXT, "abc", 4},
+      {"count past the end", MSG_T_TEXT, word(100) + "abc", 104},
+      {"largest count", MSG_T_TEXT, word(std::numeric_limits<int>::max()) + "abc", 2147483651},
+      {"negative count", MSG_T_TEXT, word(-4) + "abc", 0},
+      {"negative count in the second text", MSG_T_QUESTION, counted("ab") + word(-1), 9},
+      {"cut integer", MSG_T_ASK_RANGE, word(0) + word(0) + word(1) + "ab", 16},
+      {"list longer than its elements", MSG_T_ASK_BITS, word(0) + word(0) + word(9) + counted("a"),
+       21},
+      {"negative list", MSG_T_ASK_BITS, word(0) + word(0) + word(-1), 11},
+      {"element past the end", MSG_T_ASK_BITS, word(0) + word(0) + word(1) + word(50), 66},
+  };
+  for (const LengthCase& item : cases) {
+    ToolMessage message{1, 1, 1, 1, 1};
+    CaptureStderr();
+    EXPECT_EQ(decode(item.tag, item.payload, message), kDecodeLengthWrong) << item.what;
+    EXPECT_EQ(GetCapturedStderr(),
+              "**ERR:Message Decoder : Expected BufferLength=" + std::to_string(item.position) +
+                  ", Got Length=" + std::to_string(item.payload.size()) + "\n")
+        << item.what;
+    FreeMessage(item.tag, &message);  // allowed, and nothing is left to release
+  }
+}
+
+TEST(DecodeMessage, refusesEveryCutOfAPayload) {
+  const std::string payload =
+      counted("title") + counted("text") + word(1) + word(2) + counted("one") + counted("two");
+  for (std::size_t length = 0; length < payload.size(); ++length) {
+    ToolMessage message;
+    CaptureStderr();
+    ASSERT_EQ(decode(MSG_T_ASK_LIST, payload.substr(0, length), message), kDecodeLengthWrong)
+        << length;
+    GetCapturedStderr();
+    EXPECT_EQ(message.w0, 0);
+    EXPECT_EQ(message.w3, 0);
+  }
+}
+
+TEST(DecodeMessage, neverReadsMoreThanAPayloadBufferWhateverTheLength) {
+  const std::vector<char> buffer(kPayloadBufferBytes);
+  for (const int length : {-1, std::numeric_limits<int>::min(), std::numeric_limits<int>::max(),
+                           kPayloadBufferBytes + 1}) {
+    for (const int tag : {+MSG_T_EXIT, +MSG_T_FIND, +MSG_T_TEXT}) {
+      ToolMessage message;
+      CaptureStderr();
+      EXPECT_EQ(DecodeMessage(tag, buffer.data(), length, &message), kDecodeLengthWrong);
+      EXPECT_THAT(GetCapturedStderr(),
+                  testing::EndsWith("Got Length=" + std::to_string(length) + "\n"));
+    }
+  }
+}
+
+TEST(DecodeMessage, leavesWhatItHasWhenMemoryRunsOut) {
+  const std::string payload = counted("a") + counted("b") + word(2) + counted("c") + counted("d");
+  constexpr long kBlocks = 6;
+  for (long successes = 0; successes < kBlocks; ++successes) {
+    ToolMessage message{1, 1, 1, 1, 1};
+    int result = 0;
+    {
+      const FailingAllocation failing(successes);
+      result =
+          DecodeMessage(MSG_T_ASK_BITS, payload.data(), static_cast<int>(payload.size()), &message);
+    }
+    EXPECT_EQ(result, kDecodeNoMemory) << successes;
+    EXPECT_EQ(message.text(0) != nullptr, successes >= 1);
+    EXPECT_EQ(message.text(1) != nullptr, successes >= 2);
+    EXPECT_EQ(texts(message.list(2)).size(), successes >= 4 ? 1U : 0U);
+    FreeMessage(MSG_T_ASK_BITS, &message);
+  }
+}
+
+TEST(ToolMessage, refusesAWordThatIsNone) {
+  ToolMessage message;
+  EXPECT_DEATH(message.word(5), "");
+  EXPECT_DEATH(message.word(-1), "");
+}
+
+}  // namespace
