@@ -1,0 +1,51 @@
+#pragma once
+
+#include <cstdint>
+
+/// The components of a colour as X counts them.
+struct ziXColour {
+  std::uint16_t red = 0;
+  std::uint16_t green = 0;
+  std::uint16_t blue = 0;
+
+  bool operator==(const ziXColour&) const = default;
+};
+
+/// An RGB value, and the colour that X made of it once it has been looked up.
+class zColor {
+ public:
+  constexpr zColor() = default;
+  /// `rgb` is a 24-bit word with red in the top byte.
+  constexpr explicit zColor(std::uint32_t rgb) : word(rgb & kMask) {}
+  /// A colour that X reported.
+  static zColor fromX(const ziXColour& x);
+
+  constexpr std::uint32_t rgb() const { return word; }
+  std::uint8_t red() const { return static_cast<std::uint8_t>(word >> kRedShift); }
+  std::uint8_t green() const { return static_cast<std::uint8_t>(word >> kGreenShift); }
+  std::uint8_t blue() const { return static_cast<std::uint8_t>(word); }
+
+  /// True once the X colour is known.
+  bool hasX() const { return looked; }
+  /// The X colour; before it is known, the RGB value stretched to 16 bits.
+  ziXColour x() const;
+  void setX(const ziXColour& colour);
+
+  /// By the RGB value alone.
+  bool operator==(const zColor& other) const { return word == other.word; }
+
+ private:
+  static constexpr std::uint32_t kMask = 0xFFFFFF;
+  static constexpr int kRedShift = 16;
+  static constexpr int kGreenShift = 8;
+
+  std::uint32_t word = 0;
+  bool looked = false;
+  ziXColour found;
+};
+
+inline constexpr zColor kColorWhite{0xFFFFFF};
+inline constexpr zColor kColorLightGrey{0xC0C0C0};
+inline constexpr zColor kColorGrey{0x808080};
+inline constexpr zColor kColorDarkGrey{0x404040};
+inline constexpr zColor kColorBlack{0x000000};

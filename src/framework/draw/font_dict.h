@@ -1,0 +1,69 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "framework/draw/x_handles.h"
+#include "framework/draw/xlfd.h"
+
+using ziFontDictEntryDlist = std::vector<ziFontDictEntry>;
+
+/// A font that the program uses; it stays loaded as long as the dictionary lives.
+struct ziFontCacheEntry {
+  ziFontCacheEntry();
+  ~ziFontCacheEntry();
+
+  RWCString fullName;  ///< the name that was loaded
+  zFontSpec asked;     ///< the request as it came
+  zFontSpec spec;      ///< the same with the width filled in
+  Font fontId = 0;
+  std::unique_ptr<ziXFont> xFont;  ///< null when the server could not load it
+  int refCount = 0;
+};
+
+/// All fonts of the server, and those in use. Made once, with the first frame, and never
+/// refreshed; goes when the program ends.
+class ziXFontDict {
+ public:
+  /// Loads a font by its X name; null when that fails.
+  using Loader = std::function<std::unique_ptr<ziXFont>(const std::string& name)>;
+
+  /// How the first frame makes it.
+  static constexpr int kDefaultCapacity = 25;
+  static constexpr int kMaxNames = 2000;
+
+  /// Lists the fonts of theScreen().
+  static std::unique_ptr<ziXFontDict> ofServer(int capacity);
+  ziXFontDict(int capacity, const ziPenaltyRules& rules, int dotsPerInchY, Loader loader);
+  ziXFontDict(const ziXFontDict&) = delete;
+  ziXFontDict& operator=(const ziXFontDict&) = delete;
+  ~ziXFontDict();
+
+  /// Adds a listed name, unless it is one of those that are skipped.
+  void addName(std::string_view name);
+  const ziFontDictEntryDlist& entries() const { return dictionary; }
+
+  /// The font nearest to `spec`, loaded; null when the dictionary is empty. An equal request gives
+  /// the same entry. The entry belongs to the dictionary.
+  ziFontCacheEntry* realize(const zFontSpec& spec);
+  /// The owner of `entry` needs it no more. Changes nothing: see the source.
+  void release(ziFontCacheEntry* entry);
+
+  /// The entry of the dictionary that fits best, or null.
+  const ziFontDictEntry* bestMatch(const zFontSpec& spec) const;
+  int capacity() const { return capacityValue; }
+  std::size_t usedCount() const { return used.size(); }
+
+ private:
+  ziFontCacheEntry* findUsed(const zFontSpec& spec);
+
+  ziFontDictEntryDlist dictionary;
+  std::vector<std::unique_ptr<ziFontCacheEntry>> used;
+  int capacityValue;
+  ziPenaltyRules rules;
+  int verticalDpi;
+  Loader load;
+};

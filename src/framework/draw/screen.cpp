@@ -1,0 +1,34 @@
+#include "framework/draw/screen.h"
+
+#include "framework/draw/x_font.h"
+
+ziScreen::ziScreen() = default;
+ziScreen::~ziScreen() = default;
+
+void ziScreen::readSize() {
+  const int number = DefaultScreen(display);
+  screenWidth = DisplayWidth(display, number);
+  screenHeight = DisplayHeight(display, number);
+  screenWidthMM = DisplayWidthMM(display, number);
+  screenHeightMM = DisplayHeightMM(display, number);
+  dotsPerInchX = dotsPerInch(screenWidth, screenWidthMM);
+  dotsPerInchY = dotsPerInch(screenHeight, screenHeightMM);
+}
+
+void ziScreen::loadDefaultFont(const std::string& name) {
+  defaultFontName = name;
+  defaultFont = ziXFont::load(display, name);
+  if (defaultFont == nullptr) {
+    defaultFont = ziXFont::load(display, kFallbackFontName);
+  }
+}
+
+int dotsPerInch(int pixels, int millimetres) {
+  constexpr double kMillimetresPerInch = 25.4;
+  return millimetres > 0 ? static_cast<int>(pixels / (millimetres / kMillimetresPerInch)) : 0;
+}
+
+ziScreen& theScreen() {
+  static ziScreen screen;
+  return screen;
+}

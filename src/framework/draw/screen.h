@@ -1,0 +1,40 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "framework/draw/x_handles.h"
+
+/// The screen as the application object found it, and its default font. The application object
+/// fills it in: `display` and the font when the display is open, the rest with the first frame. It
+/// takes both out again before it closes the display.
+struct ziScreen {
+  ziScreen();
+  ziScreen(const ziScreen&) = delete;
+  ziScreen& operator=(const ziScreen&) = delete;
+  ~ziScreen();
+
+  Display* display = nullptr;  ///< null until open; drawing is possible once it is set
+  int screenWidth = 0;         ///< pixels
+  int screenHeight = 0;
+  int screenWidthMM = 0;
+  int screenHeightMM = 0;
+  int dotsPerInchX = 0;
+  int dotsPerInchY = 0;
+  std::string defaultFontName;
+  std::unique_ptr<ziXFont> defaultFont;  ///< null when not even the fallback could be loaded
+
+  /// Reads size and resolution of the display's default screen.
+  void readSize();
+  /// Loads `name`, else kFallbackFontName, into `defaultFont`.
+  void loadDefaultFont(const std::string& name);
+
+  static constexpr const char* kDefaultFontName = "-*-helvetica-bold-r-*--10-*";
+  static constexpr const char* kFallbackFontName = "-*-helvetica-bold-r-*-*-10-*";
+};
+
+/// Pixels per inch, truncated; 0 when `millimetres` is not positive.
+int dotsPerInch(int pixels, int millimetres);
+
+/// The one screen.
+ziScreen& theScreen();
