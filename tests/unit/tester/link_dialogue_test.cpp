@@ -1,0 +1,129 @@
+#include "tester/link_side/link_dialogue.h"
+
+#include <gmock/gmock.h>
+
+#include "link/message_numbers.h"
+
+namespace tester {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+class LinkDialogueTest : public testing::Test {
+ protected:
+  /// Numbers of the messages that go out now, their texts being collected.
+  std::vector<int> pump(LinkDialogue::Clock::duration later = {}) {
+    std::vector<int> tags;
+    now += later;
+    dialogue.pump(now, [&](const OutgoingMessage& message) {
+      if (!linkTakes) {
+        return false;
+      }
+      tags.push_back(message.tag);
+      texts.push_back(message.text.value_or(""));
+      return true;
+    });
+    return tags;
+  }
+
+  LinkDialogue dialogue;
+  LinkDialogue::Clock::time_point now{std::chrono::hours(1)};
+  std::vector<std::string> texts;
+  bool linkTakes = true;
+};
+
+TEST_F(LinkDialogueTest, SendsTheTextOfACommandBeforeItsConfirmation) {
+  dialogue.print("> now\n");
+  dialogue.print("now = 1.000\n");
+  dialogue.showTitle("T");
+  dialogue.confirm("now");
+  dialogue.showTitle("T");
+  EXPECT_THAT(pump(), ElementsAre(MSG_T_TEXT, MSG_T_TITLE, MSG_T_PROMPT));
+  EXPECT_THAT(texts, ElementsAre("> now\nnow = 1.000\n", "T", "now"));
+}
+
+TEST_F(LinkDialogueTest, CutsLongTextAtLineEndsOnly) {
+  const std::string line = std::string(98, 'x') + "\n";
+  std::string all;
+  for (int i = 0; i < 500; ++i) {
+    dialogue.print(line);
+    all += line;
+  }
+  pump();
+  std::string together;
+  for (const std::string& text : texts) {
+    EXPECT_LE(text.size(), TextBatch::kMaxPiece);
+    EXPECT_EQ(text.back(), '\n');
+    together += text;
+  }
+  EXPECT_EQ(together, all);
+  EXPECT_THAT(texts, SizeIs(13));
+}
+
+TEST_F(LinkDialogueTest, CutsALineThatIsTooLongBetweenCharacters) {
+  // The byte before the limit begins a character of two.
+  const std::string text = std::string(TextBatch::kMaxPiece - 1, 'x') + "\xC3\xA4\n";
+  dialogue.print(text);
+  pump();
+  EXPECT_THAT(texts, ElementsAre(std::string(TextBatch::kMaxPiece - 1, 'x'), "\xC3\xA4\n"));
+}
+
+TEST_F(LinkDialogueTest, SendsTheTextOfARunAtABoundedRateAndHoldsTheRunMeanwhile) {
+  dialogue.print("> go\n");
+  dialogue.showBusy(true);
+  EXPECT_THAT(pump(), ElementsAre(MSG_T_TEXT, MSG_T_BUSY));
+  const std::string fullBatch(TextBatch::kMaxPiece, 'x');
+  dialogue.print(fullBatch + fullBatch + '\n');
+  EXPECT_FALSE(dialogue.acceptsTrace());
+  EXPECT_THAT(pump(), ElementsAre(MSG_T_TEXT));
+  EXPECT_FALSE(dialogue.acceptsTrace());
+  EXPECT_THAT(pump(LinkDialogue::kTextPeriod / 2), IsEmpty());
+  EXPECT_THAT(pump(LinkDialogue::kTextPeriod / 2), ElementsAre(MSG_T_TEXT));
+  EXPECT_TRUE(dialogue.acceptsTrace());
+  // The rest of the text does not wait for a full batch for ever, and not at all after the run.
+  EXPECT_THAT(pump(LinkDialogue::kTextPeriod), ElementsAre(MSG_T_TEXT));
+  dialogue.print("Interrupted\n");
+  dialogue.showBusy(false);
+  dialogue.confirm("go");
+  EXPECT_THAT(pump(), ElementsAre(MSG_T_TEXT, MSG_T_IDLE, MSG_T_PROMPT));
+}
+
+TEST_F(LinkDialogueTest, KeepsMessagesInOrderWhileTheLinkTakesNone) {
+  linkTakes = false;
+  dialogue.print("one\n");
+  dialogue.confirm("one");
+  EXPECT_THAT(pump(), IsEmpty());
+  EXPECT_TRUE(dialogue.isBlocked());
+  dialogue.print("two\n");
+  dialogue.confirm("two");
+  linkTakes = true;
+  EXPECT_THAT(pump(), ElementsAre(MSG_T_TEXT, MSG_T_PROMPT, MSG_T_TEXT, MSG_T_PROMPT));
+  EXPECT_THAT(texts, ElementsAre("one\n", "one", "two\n", "two"));
+  EXPECT_FALSE(dialogue.isBlocked());
+}
+
+TEST_F(LinkDialogueTest, AsksToExitAfterTheConfirmationAndForgetsItWithTheNextCommand) {
+  dialogue.askToExit();
+  dialogue.confirm("exit");
+  EXPECT_THAT(pump(), ElementsAre(MSG_T_PROMPT, MSG_T_EXIT_CONFIRM));
+  EXPECT_TRUE(dialogue.isExitAsked());
+  dialogue.confirm("now");
+  EXPECT_FALSE(dialogue.isExitAsked());
+}
+
+TEST_F(LinkDialogueTest, DropsEverythingWhileThereIsNoUserInterface) {
+  dialogue.print("old\n");
+  dialogue.setUserPresent(false);
+  dialogue.print("lost\n");
+  dialogue.confirm("lost");
+  EXPECT_THAT(pump(), IsEmpty());
+  dialogue.setUserPresent(true);
+  dialogue.print("new\n");
+  EXPECT_THAT(pump(), ElementsAre(MSG_T_TEXT));
+  EXPECT_THAT(texts, ElementsAre("new\n"));
+}
+
+}  // namespace
+}  // namespace tester

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "postmaster/options.h"
+
+#include <sys/types.h>
+
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace postmaster {
+
+/// Finds the program `name`: as it stands when it has a slash, else in `ownFolder`, else along
+/// `searchPath` (folders between colons). Nothing when no executable file is there.
+std::optional<std::string> findProgram(const std::string& name, const std::string& ownFolder,
+                                       const std::string& searchPath);
+
+/// The tools that run as this process's children, each in a process group of its own, so that an
+/// interrupt from the terminal reaches the Postmaster alone and the end stays orderly.
+class Children {
+ public:
+  /// Starts `program` with the words of `command` as its arguments, default signal dispositions and
+  /// no signal blocked. Returns an empty text, or why it failed.
+  std::string start(const std::string& program, const ToolCommand& command);
+
+  struct Ended {
+    pid_t pid = 0;
+    std::string name;
+    int waitStatus = 0;  ///< as of waitpid
+  };
+  /// Reaps the children that have ended.
+  std::vector<Ended> reap();
+
+  /// Sends `signal` to all that live, with their process groups.
+  void signalAll(int signal) const;
+
+  /// Process ids of those that live.
+  std::vector<pid_t> living() const;
+  bool isEmpty() const { return names.empty(); }
+
+ private:
+  std::map<pid_t, std::string> names;
+};
+
+/// "ended with status 3" or "was killed by signal 9".
+std::string describeEnd(int waitStatus);
+
+}  // namespace postmaster

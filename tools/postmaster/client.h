@@ -1,0 +1,56 @@
+#pragma once
+
+#include "postmaster/frame_splitter.h"
+#include "postmaster/unique_fd.h"
+
+#include <sys/types.h>
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace postmaster {
+
+/// Bytes that may wait for a client that does not read; one that lets more pile up is dropped.
+inline constexpr std::size_t kMaxQueuedBytes = std::size_t{4} * 1024 * 1024;
+
+/// One connection: its non-blocking socket and what is on its way in and out.
+class Client {
+ public:
+  explicit Client(UniqueFd connected);
+
+  int fd() const { return socket.get(); }
+  pid_t pid() const { return peer; }  ///< process at the other end; 0 when unknown
+
+  enum class ReadResult { kSome, kNothing, kEnd };
+  /// Reads once, into `input`.
+  ReadResult read();
+  FrameSplitter& input() { return splitter; }
+
+  /// Writes `text` or queues what the socket does not take now. False, with nothing queued, when
+  /// the queue's bound would be passed.
+  bool send(std::string_view text);
+
+  /// Writes from the queue. False when the connection is broken.
+  bool flush();
+  bool hasQueued() const { return sent < queue.size(); }
+
+  /// The connection is to be closed once the queue is empty.
+  void closeAfterFlush() { closing = true; }
+  bool isClosing() const { return closing; }
+
+  /// Whether this connection still belongs to the Postmaster's clients.
+  bool isDead() const { return dead; }
+  void markDead() { dead = true; }
+
+ private:
+  UniqueFd socket;
+  pid_t peer = 0;
+  FrameSplitter splitter;
+  std::string queue;
+  std::size_t sent = 0;  ///< bytes at the queue's front that are written
+  bool closing = false;
+  bool dead = false;
+};
+
+}  // namespace postmaster

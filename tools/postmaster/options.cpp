@@ -1,0 +1,106 @@
+#include "postmaster/options.h"
+
+#include "support/version.h"
+
+#include <CLI/CLI.hpp>
+
+#include <utility>
+
+namespace postmaster {
+
+namespace {
+
+constexpr char kDescription[] =
+    "Stand-in Postmaster: starts tools as its children and carries their messages until the user "
+    "interface leaves.";
+
+constexpr char kFooter[] =
+    "A tool is looked up in the folder of this program first, then along PATH, unless its name\n"
+    "has a slash. A command is cut at blanks; quotes and backslashes work as in a shell.\n"
+    "\n"
+    "Example: nelmpm --trace - --tool nelkv --tool \"nelkvui -post\"\n"
+    "\n"
+    "Exit status: 0 after an orderly end, 1 when it could not start or no user interface came,\n"
+    "2 for a wrong command line.";
+
+std::string firstLine(const std::string& text) {
+  return text.substr(0, text.find('\n'));
+}
+
+CommandLine usageError(const std::string& what) {
+  return {std::nullopt, kExitUsage, "nelmpm: " + firstLine(what) + "; try nelmpm --help"};
+}
+
+CommandLine toOptions(const std::vector<std::string>& commands, std::string traceFile) {
+  Options options{{}, std::move(traceFile)};
+  for (const std::string& command : commands) {
+    std::optional<ToolCommand> words = splitCommand(command);
+    if (!words || words->empty() || words->front().empty()) {
+      return usageError("--tool '" + firstLine(command) + "' is no command");
+    }
+    options.tools.push_back(std::move(*words));
+  }
+  return {std::move(options), kExitOrderly, {}};
+}
+
+}  // namespace
+
+CommandLine parseCommandLine(int argc, const char* const* argv) {
+  try {
+    CLI::App app(kDescription, "nelmpm");
+    app.footer(kFooter);
+    std::vector<std::string> commands;
+    std::string traceFile;
+    app.add_option("--tool", commands, "Start COMMAND as a tool; may be given several times")
+        ->type_name("COMMAND")
+        ->allow_extra_args(false);
+    app.add_option("--trace", traceFile,
+                   "Write each frame as one line to FILE, - for standard output")
+        ->type_name("FILE");
+    app.set_version_flag("--version", std::string("nelmpm ") + kProductVersion);
+    try {
+      app.parse(argc, argv);
+    } catch (const CLI::CallForHelp&) {
+      return {std::nullopt, kExitOrderly, app.help()};
+    } catch (const CLI::CallForVersion& version) {
+      return {std::nullopt, kExitOrderly, std::string(version.what()) + "\n"};
+    }
+    return toOptions(commands, std::move(traceFile));
+  } catch (const CLI::Error& error) {
+    return usageError(error.what());
+  }
+}
+
+std::optional<std::vector<std::string>> splitCommand(std::string_view command) {
+  std::vector<std::string> words;
+  bool inWord = false;
+  char quote = '\0';
+  for (std::size_t i = 0; i < command.size(); ++i) {
+    char c = command[i];
+    if (quote == '\0' && (c == ' ' || c == '\t' || c == '\n')) {
+      inWord = false;
+      continue;
+    }
+    if (!std::exchange(inWord, true)) {
+      words.emplace_back();
+    }
+    if (c == quote) {
+      quote = '\0';
+      continue;
+    }
+    if (quote == '\0' && (c == '"' || c == '\'')) {
+      quote = c;
+      continue;
+    }
+    if (c == '\\' && quote != '\'') {
+      if (++i == command.size()) {
+        return std::nullopt;
+      }
+      c = command[i];
+    }
+    words.back() += c;
+  }
+  return quote == '\0' ? std::optional(std::move(words)) : std::nullopt;
+}
+
+}  // namespace postmaster

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace postmaster {
+
+/// A tool's command: the program and its arguments; never empty.
+using ToolCommand = std::vector<std::string>;
+
+struct Options {
+  std::vector<ToolCommand> tools;
+  std::string traceFile;  ///< "-" for standard output, empty for no trace
+};
+
+enum ExitStatus : int { kExitOrderly = 0, kExitFailure = 1, kExitUsage = 2 };
+
+/// What the command line asks for: options, or a text to print before an exit with `status`. The
+/// text goes to standard output when the status is kExitOrderly, otherwise to standard error.
+struct CommandLine {
+  std::optional<Options> options;
+  int status = kExitOrderly;
+  std::string text;
+};
+
+CommandLine parseCommandLine(int argc, const char* const* argv);
+
+/// Cuts a command at blanks. Single and double quotes keep blanks, a backslash keeps the character
+/// behind it (not within single quotes). Nothing for an unfinished quote or a lone backslash.
+std::optional<std::vector<std::string>> splitCommand(std::string_view command);
+
+}  // namespace postmaster

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "postmaster/children.h"
+#include "postmaster/complaints.h"
+#include "postmaster/options.h"
+#include "postmaster/rendezvous.h"
+#include "postmaster/shutdown_sequence.h"
+#include "postmaster/signal_source.h"
+#include "postmaster/switchboard.h"
+#include "postmaster/trace_log.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace postmaster {
+
+/// The whole Postmaster: the names in /tmp, the tools as children, the connections, and one poll
+/// loop without threads that ends when the user interface has left or a signal says so.
+class Postmaster {
+ public:
+  Postmaster(Options asked, Complaints& complaintsOut);
+
+  /// Runs to the end; the result is the exit status.
+  int run();
+
+ private:
+  bool prepare();
+  bool startTools();
+  void loop();
+  void wait(std::vector<pollfd>& entries) const;
+  int millisecondsToWait() const;
+  void takeSignals();
+  void reapChildren();
+  bool canUiStillCome() const;
+  void keepNameAlive();
+  void end(ShutdownReason reason);
+  void advanceShutdown();
+
+  Options options;
+  Complaints& complaints;
+  TraceLog trace;
+  SignalSource signals;
+  Rendezvous rendezvous;
+  Children children;
+  std::unique_ptr<Switchboard> switchboard;
+  ShutdownSequence shutdown;
+  std::vector<std::string> programs;  ///< paths of the tools, in their order
+  int status = kExitOrderly;
+  bool forcing = false;  ///< tools were made to end: how they end is no news any more
+  bool finished = false;
+};
+
+}  // namespace postmaster

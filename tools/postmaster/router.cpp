@@ -1,0 +1,215 @@
+// The rules of routing. Every refusal is a text for people; the caller adds who sent the frame.
+#include "postmaster/router.h"
+
+#include "link/message_numbers.h"
+#include "postmaster/names.h"
+
+#include <algorithm>
+#include <initializer_list>
+#include <utility>
+
+namespace postmaster {
+
+const int Router::kUi = NELKVUI;
+
+namespace {
+
+/// Whether only the Postmaster may send this number.
+bool isPostmastersOwn(int tag) {
+  return tag == MSG_CONNECT_OK || tag == MSG_CONNECT_DENIED || tag == MSG_TOOL_LEFT ||
+         tag == MSG_SHUTDOWN || tag == MSG_SHUTDOWN_NOW;
+}
+
+/// Whether the number is meant for the Postmaster and for nobody else.
+bool isForPostmaster(int tag) {
+  return tag == MSG_CONNECT || tag == MSG_DISCONNECT || tag == MSG_SHUTDOWN_ACK;
+}
+
+bool isToPostmaster(const FrameHeader& header) {
+  return header.kind == kFrameDirected && header.dest == NELMPM;
+}
+
+/// Words of the texts among the parameters of 8000 and 8002.
+constexpr int kIdentificationIndex = 4;
+constexpr int kLeftNameIndex = 2;
+
+/// A message whose first parameters are these integers.
+ToolMessage numbers(std::initializer_list<int> values) {
+  ToolMessage message;
+  int index = 0;
+  for (const int value : values) {
+    message.setNumber(index++, value);
+  }
+  return message;
+}
+
+Routing refuse(std::string why) {
+  return {{}, std::move(why)};
+}
+
+}  // namespace
+
+Routing Router::frameCame(ClientId client, const Envelope& message) {
+  const FrameHeader& header = message.header;
+  const auto tool = tools.find(client);
+  if (tool == tools.end()) {
+    if (header.tag == MSG_CONNECT && isToPostmaster(header)) {
+      return connect(client, header);
+    }
+    return refuse(messageLabel(header) + " before the connection request 7000");
+  }
+  if (std::string why = reasonToRefuse(tool->second, message); !why.empty()) {
+    return refuse(std::move(why));
+  }
+  Routing routing =
+      isToPostmaster(header) ? toPostmaster(client, header) : forward(client, message);
+  if (header.tag == MSG_TOOL_READY) {
+    routing.deliveries.push_back({client, ownMessage(MSG_START_POLL_TIMER, header.sender)});
+  }
+  return routing;
+}
+
+std::string Router::reasonToRefuse(const Tool& tool, const Envelope& message) const {
+  const FrameHeader& header = message.header;
+  const std::string label = messageLabel(header);
+  if (header.sender != tool.type) {
+    return label + " in the name of " + toolName(header.sender);
+  }
+  if (isPostmastersOwn(header.tag)) {
+    return label + ", which only the Postmaster sends";
+  }
+  if (isForPostmaster(header.tag) && !isToPostmaster(header)) {
+    return label + " to others than the Postmaster";
+  }
+  if (header.kind == kFrameDirected && header.dest != NELMPM && clientOf(header.dest) == nullptr) {
+    return label + " for " + toolName(header.dest) + ", which is not connected";
+  }
+  return {};
+}
+
+Routing Router::connect(ClientId client, const FrameHeader& header) {
+  const int type = header.sender;
+  if (!mayConnect(type)) {
+    return deny(client, type, DenyReason::kUnknownTool);
+  }
+  if (shuttingDown) {
+    return deny(client, type, DenyReason::kShuttingDown);
+  }
+  if (clientOf(type) != nullptr) {
+    return deny(client, type, DenyReason::kAlreadyConnected);
+  }
+  tools[client] = {type};
+  ToolMessage answer = numbers({type, self.pid, self.port, static_cast<int>(tools.size())});
+  answer.setText(kIdentificationIndex, self.text.c_str());
+  return {{{client, ownMessage(MSG_CONNECT_OK, type, answer)}}, {}};
+}
+
+Routing Router::deny(ClientId client, int toolType, DenyReason reason) const {
+  const ToolMessage answer = numbers({toolType, self.pid, self.port, static_cast<int>(reason)});
+  std::string why = "connection of " + toolName(toolType) + " denied, ";
+  switch (reason) {
+    case DenyReason::kAlreadyConnected:
+      why += "one is connected already";
+      break;
+    case DenyReason::kUnknownTool:
+      why += "no tool of this type may connect";
+      break;
+    case DenyReason::kShuttingDown:
+      why += "the Postmaster is shutting down";
+      break;
+  }
+  return {{{client, ownMessage(MSG_CONNECT_DENIED, toolType, answer), true}}, std::move(why)};
+}
+
+Routing Router::toPostmaster(ClientId client, const FrameHeader& header) {
+  switch (header.tag) {
+    case MSG_DISCONNECT:
+      return leave(client, LeaveReason::kDisconnected);
+    case MSG_SHUTDOWN_ACK:
+      if (!shuttingDown) {
+        return refuse(messageLabel(header) + " without a shutdown");
+      }
+      tools[client].answered = true;
+      return {};
+    case MSG_TOOL_READY:
+      return {};
+    case MSG_CONNECT:
+      return refuse(messageLabel(header) + " a second time");
+    default:
+      return refuse(messageLabel(header) + ", which the Postmaster does not know");
+  }
+}
+
+Routing Router::forward(ClientId client, const Envelope& message) const {
+  Routing routing;
+  if (message.header.kind == kFrameDirected) {
+    routing.deliveries.push_back({*clientOf(message.header.dest), message});
+    return routing;
+  }
+  for (const auto& [other, tool] : tools) {
+    if (other != client) {
+      routing.deliveries.push_back({other, message});
+    }
+  }
+  return routing;
+}
+
+Routing Router::connectionLost(ClientId client, LeaveReason reason) {
+  return tools.count(client) != 0 ? leave(client, reason) : Routing{};
+}
+
+Routing Router::leave(ClientId client, LeaveReason reason) {
+  const int type = tools.at(client).type;
+  tools.erase(client);
+  uiGone = uiGone || type == kUi;
+  Routing routing;
+  const std::string name = toolName(type);
+  ToolMessage news = numbers({type, static_cast<int>(reason)});
+  news.setText(kLeftNameIndex, name.c_str());
+  for (const auto& [other, tool] : tools) {
+    routing.deliveries.push_back({other, ownMessage(MSG_TOOL_LEFT, tool.type, news)});
+  }
+  return routing;
+}
+
+Routing Router::shutDown(ShutdownReason reason, int graceMilliseconds) {
+  shuttingDown = true;
+  Routing routing;
+  const ToolMessage order =
+      numbers({static_cast<int>(reason), self.pid, self.port, graceMilliseconds});
+  for (const auto& [client, tool] : tools) {
+    routing.deliveries.push_back({client, ownMessage(MSG_SHUTDOWN, tool.type, order)});
+  }
+  return routing;
+}
+
+Routing Router::shutDownNow(Targets targets) const {
+  Routing routing;
+  for (const auto& [client, tool] : tools) {
+    if (targets == Targets::kAll || !tool.answered) {
+      routing.deliveries.push_back({client, ownMessage(MSG_SHUTDOWN_NOW, tool.type)});
+    }
+  }
+  return routing;
+}
+
+bool Router::allAnswered() const {
+  return std::all_of(tools.begin(), tools.end(),
+                     [](const auto& entry) { return entry.second.answered; });
+}
+
+int Router::toolTypeOf(ClientId client) const {
+  const auto tool = tools.find(client);
+  return tool != tools.end() ? tool->second.type : 0;
+}
+
+const ClientId* Router::clientOf(int toolType) const {
+  for (const auto& [client, tool] : tools) {
+    if (tool.type == toolType) {
+      return &client;
+    }
+  }
+  return nullptr;
+}
+
+}  // namespace postmaster

@@ -1,0 +1,212 @@
+// A client's id is its descriptor. Clients that are done for are only marked while frames are on
+// their way and deleted at the end of each public operation: routing can reach any client, also
+// the one whose frame is being handled.
+#include "postmaster/switchboard.h"
+
+#include "link/message_numbers.h"
+#include "postmaster/names.h"
+
+#include <sys/socket.h>
+
+#include <cerrno>
+#include <cstring>
+#include <utility>
+
+namespace postmaster {
+
+namespace {
+
+constexpr std::size_t kMaxClients = 64;
+
+}  // namespace
+
+Switchboard::Switchboard(Identity identity, Complaints& complaintsOut, TraceLog& traceLog)
+    : router(std::move(identity)), complaints(complaintsOut), trace(traceLog) {}
+
+void Switchboard::acceptAll(int listener) {
+  while (true) {
+    UniqueFd socket(accept4(listener, nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC));
+    if (!socket.isOpen()) {
+      if (errno != EAGAIN && errno != EINTR && errno != ECONNABORTED) {
+        complaints.say(std::string("cannot accept a connection: ") + std::strerror(errno));
+      }
+      return;
+    }
+    if (clients.size() >= kMaxClients) {
+      complaints.say("too many connections, one more was closed");
+      continue;
+    }
+    const ClientId id = socket.get();
+    clients[id] = std::make_unique<Client>(std::move(socket));
+  }
+}
+
+void Switchboard::appendPollEntries(std::vector<pollfd>& entries) const {
+  for (const auto& [id, client] : clients) {
+    const int writing = client->hasQueued() ? POLLOUT : 0;
+    entries.push_back({id, static_cast<short>(POLLIN | writing), 0});
+  }
+}
+
+void Switchboard::serve(const pollfd& entry) {
+  const auto found = clients.find(entry.fd);
+  if (found == clients.end() || entry.revents == 0) {
+    return;
+  }
+  Client& client = *found->second;
+  const bool broken = (entry.revents & POLLOUT) != 0 && !client.flush();
+  if ((entry.revents & (POLLIN | POLLHUP | POLLERR)) != 0) {
+    readFrom(client);
+  } else if (broken) {
+    hangUp(client);
+  }
+  bury();
+}
+
+void Switchboard::readFrom(Client& client) {
+  switch (client.read()) {
+    case Client::ReadResult::kSome:
+      takeFrames(client);
+      break;
+    case Client::ReadResult::kNothing:
+      break;
+    case Client::ReadResult::kEnd:
+      hangUp(client);
+      break;
+  }
+}
+
+void Switchboard::hangUp(Client& client) {
+  if (client.input().isMidFrame()) {
+    complaints.say(nameOf(client) + " hung up in the middle of a frame");
+  }
+  drop(client, LeaveReason::kHungUp);
+}
+
+void Switchboard::takeFrames(Client& client) {
+  std::string text;
+  while (!client.isDead()) {
+    switch (client.input().next(text)) {
+      case FrameSplitter::Item::kNone:
+        return;
+      case FrameSplitter::Item::kOversized:
+        complaints.say("frame from " + nameOf(client) + " dropped: longer than " +
+                       std::to_string(kMaxFrameText) + " bytes");
+        break;
+      case FrameSplitter::Item::kFrame:
+        takeFrame(client, text);
+        break;
+    }
+  }
+}
+
+void Switchboard::takeFrame(Client& client, const std::string& text) {
+  if (client.isClosing()) {
+    return;
+  }
+  const ParsedText parsed = parseText(text);
+  if (!parsed.envelope) {
+    complaints.say("frame from " + nameOf(client) + " dropped: " + std::string(parsed.fault));
+    return;
+  }
+  const std::string sender = nameOf(client);
+  const Routing routing = router.frameCame(client.fd(), *parsed.envelope);
+  traceMessage(*parsed.envelope, routing.refusal);
+  if (!routing.refusal.empty()) {
+    complaints.say("frame from " + sender + " refused: " + routing.refusal);
+  }
+  deliver(routing.deliveries);
+}
+
+void Switchboard::deliver(const std::vector<Delivery>& deliveries) {
+  for (const Delivery& delivery : deliveries) {
+    const auto found = clients.find(delivery.client);
+    if (found != clients.end() && !found->second->isDead()) {
+      writeTo(*found->second, delivery);
+    }
+  }
+}
+
+void Switchboard::writeTo(Client& client, const Delivery& delivery) {
+  if (delivery.message.header.sender == NELMPM) {
+    traceMessage(delivery.message, {});
+  }
+  if (!client.send(delivery.message.text)) {
+    complaints.say(nameOf(client) + " dropped: it does not read, and more than " +
+                   std::to_string(kMaxQueuedBytes) + " bytes wait for it");
+    drop(client, LeaveReason::kDropped);
+    return;
+  }
+  if (delivery.closeAfterwards) {
+    client.closeAfterFlush();
+  }
+}
+
+void Switchboard::drop(Client& client, LeaveReason reason) {
+  client.markDead();
+  departures = true;
+  deliver(router.connectionLost(client.fd(), reason).deliveries);
+}
+
+void Switchboard::bury() {
+  for (auto it = clients.begin(); it != clients.end();) {
+    const Client& client = *it->second;
+    const bool finished = client.isClosing() && !client.hasQueued();
+    departures = departures || finished;
+    it = finished || client.isDead() ? clients.erase(it) : std::next(it);
+  }
+}
+
+void Switchboard::processEnded(pid_t pid) {
+  for (const auto& [id, client] : clients) {
+    while (client->pid() == pid && !client->isDead()) {
+      const Client::ReadResult result = client->read();
+      if (result == Client::ReadResult::kSome) {
+        takeFrames(*client);
+      } else {
+        hangUp(*client);
+      }
+    }
+  }
+  bury();
+}
+
+int Switchboard::toolTypeOf(pid_t pid) const {
+  for (const auto& [id, client] : clients) {
+    if (client->pid() == pid && router.toolTypeOf(id) != 0) {
+      return router.toolTypeOf(id);
+    }
+  }
+  return 0;
+}
+
+void Switchboard::shutDown(ShutdownReason reason, int graceMilliseconds) {
+  deliver(router.shutDown(reason, graceMilliseconds).deliveries);
+  bury();
+}
+
+bool Switchboard::shutDownNow(Router::Targets targets) {
+  const Routing routing = router.shutDownNow(targets);
+  deliver(routing.deliveries);
+  bury();
+  return !routing.deliveries.empty();
+}
+
+bool Switchboard::takeDepartures() {
+  return std::exchange(departures, false);
+}
+
+void Switchboard::traceMessage(const Envelope& message, std::string_view refusal) {
+  trace.write(message, refusal);
+  if (trace.hasFailed() && !std::exchange(traceFailureTold, true)) {
+    complaints.say("the trace cannot be written and ends here");
+  }
+}
+
+std::string Switchboard::nameOf(const Client& client) const {
+  const int type = router.toolTypeOf(client.fd());
+  const std::string process = "process " + std::to_string(client.pid());
+  return type != 0 ? toolName(type) + " (" + process + ")" : process;
+}
+
+}  // namespace postmaster

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "postmaster/client.h"
+#include "postmaster/complaints.h"
+#include "postmaster/router.h"
+#include "postmaster/trace_log.h"
+
+#include <poll.h>
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace postmaster {
+
+/// All connections: reads their frames, has them routed, writes what follows, traces both. A
+/// client's fault costs one line and at most that client; the others go on.
+class Switchboard {
+ public:
+  Switchboard(Identity identity, Complaints& complaintsOut, TraceLog& traceLog);
+
+  /// Takes in all connections that wait at `listener`.
+  void acceptAll(int listener);
+
+  /// Adds what to wait for.
+  void appendPollEntries(std::vector<pollfd>& entries) const;
+
+  /// Serves one entry that poll gave back. Entries of descriptors that are no client are ignored.
+  void serve(const pollfd& entry);
+
+  /// Reads to its end what the process `pid`, which has ended, left in its connection.
+  void processEnded(pid_t pid);
+
+  /// Tool type that the process `pid` is connected as; 0 when it is not.
+  int toolTypeOf(pid_t pid) const;
+
+  /// Starts the end, with 13000 to all tools.
+  void shutDown(ShutdownReason reason, int graceMilliseconds);
+  /// Orders tools to end, with 13001; whether there were any.
+  bool shutDownNow(Router::Targets targets);
+
+  const Router& state() const { return router; }
+  bool isEmpty() const { return clients.empty(); }
+
+  /// Whether connections have gone since this was last asked.
+  bool takeDepartures();
+
+ private:
+  void readFrom(Client& client);
+  void takeFrames(Client& client);
+  void takeFrame(Client& client, const std::string& text);
+  void deliver(const std::vector<Delivery>& deliveries);
+  void writeTo(Client& client, const Delivery& delivery);
+  void hangUp(Client& client);
+  void drop(Client& client, LeaveReason reason);
+  void bury();
+  void traceMessage(const Envelope& message, std::string_view refusal);
+  std::string nameOf(const Client& client) const;
+
+  Router router;
+  Complaints& complaints;
+  TraceLog& trace;
+  std::map<ClientId, std::unique_ptr<Client>> clients;
+  bool departures = false;
+  bool traceFailureTold = false;
+};
+
+}  // namespace postmaster

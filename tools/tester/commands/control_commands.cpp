@@ -1,0 +1,182 @@
+#include <algorithm>
+
+#include "tester/commands/columns.h"
+#include "tester/commands/command_functions.h"
+#include "tester/commands/debugger.h"
+#include "tester/commands/user_words.h"
+
+namespace tester {
+
+namespace {
+
+void addNames(std::vector<std::string>& names, const std::vector<std::string>& more) {
+  for (const std::string& name : more) {
+    if (std::find(names.begin(), names.end(), name) == names.end()) {
+      names.push_back(name);
+    }
+  }
+}
+
+/// Finds a state or an input among those of the process, or of all processes when it is empty.
+Lookup<std::string> findMember(const Engine& engine, const std::string& process,
+                               std::vector<std::string> ProcessInfo::*member,
+                               const std::string& word, std::string_view kind) {
+  std::vector<std::string> names;
+  if (member == &ProcessInfo::states) {
+    names.emplace_back(kStartState);
+  }
+  for (const ProcessInfo& each : engine.processes()) {
+    if (process.empty() || each.name == process) {
+      addNames(names, each.*member);
+    }
+  }
+  return findName(word, names, kind);
+}
+
+Lookup<Breakpoint> readBreakpoint(const Engine& engine, const Words& words) {
+  Breakpoint breakpoint;
+  if (words[0] != kAnyWord) {
+    const auto instance = readInstanceName(engine, words[0]);
+    if (!instance) {
+      return notFound<Breakpoint>(instance.problem);
+    }
+    breakpoint.process = instance.value->process;
+    breakpoint.instanceNumber = instance.value->number;
+  }
+  if (words.size() > 1 && words[1] != kAnyWord) {
+    const auto state =
+        findMember(engine, breakpoint.process, &ProcessInfo::states, words[1], "state");
+    if (!state) {
+      return notFound<Breakpoint>(state.problem);
+    }
+    breakpoint.state = *state.value;
+  }
+  if (words.size() > 2 && words[2] != kAnyWord) {
+    const auto input =
+        findMember(engine, breakpoint.process, &ProcessInfo::inputs, words[2], "signal or timer");
+    if (!input) {
+      return notFound<Breakpoint>(input.problem);
+    }
+    breakpoint.input = *input.value;
+  }
+  return found(breakpoint);
+}
+
+std::string levelText(TraceLevel level) {
+  return std::to_string(static_cast<int>(level));
+}
+
+}  // namespace
+
+CommandEnd listBreakpoints(Debugger& debugger, const Words& /*arguments*/) {
+  Columns columns;
+  for (const Breakpoint& breakpoint : debugger.breakpoints().all()) {
+    columns.add({std::to_string(breakpoint.number), breakpoint.text()});
+  }
+  if (columns.isEmpty()) {
+    return debugger.answer("No breakpoint is set.");
+  }
+  debugger.dialogue().print(columns.text());
+  return CommandEnd::kDone;
+}
+
+CommandEnd setBreakpoint(Debugger& debugger, const Words& arguments) {
+  const auto breakpoint = readBreakpoint(debugger.engine(), arguments);
+  if (!breakpoint) {
+    return debugger.answer(breakpoint.problem);
+  }
+  const int number = debugger.breakpoints().add(*breakpoint.value);
+  debugger.print("Breakpoint " + std::to_string(number) + ": " + breakpoint.value->text());
+  return CommandEnd::kDone;
+}
+
+CommandEnd removeBreakpoint(Debugger& debugger, const Words& arguments) {
+  if (arguments[0] == kAnyWord) {
+    debugger.breakpoints().clear();
+    return debugger.answer("All breakpoints are removed.");
+  }
+  const auto number = readCount(arguments[0], 1);
+  if (!number || *number.value > INT32_MAX ||
+      !debugger.breakpoints().remove(static_cast<int>(*number.value))) {
+    return debugger.answer("There is no breakpoint \"" + arguments[0] + "\".");
+  }
+  return debugger.answer("Breakpoint " + std::to_string(*number.value) + " is removed.");
+}
+
+CommandEnd listTrace(Debugger& debugger, const Words& /*arguments*/) {
+  Columns columns;
+  columns.add({"system", levelText(debugger.trace().level())});
+  for (const ProcessInfo& process : debugger.engine().processes()) {
+    columns.add({"  " + process.name, levelText(debugger.trace().level(process.name))});
+  }
+  debugger.dialogue().print(columns.text());
+  return CommandEnd::kDone;
+}
+
+CommandEnd setTrace(Debugger& debugger, const Words& arguments) {
+  const auto number = readCount(arguments[0], static_cast<int>(TraceLevel::kNone));
+  if (!number || *number.value > static_cast<int>(TraceLevel::kDetails)) {
+    return debugger.answer("A trace level is a number from " + levelText(TraceLevel::kNone) +
+                           " to " + levelText(TraceLevel::kDetails) + '.');
+  }
+  const auto level = static_cast<TraceLevel>(*number.value);
+  if (arguments.size() == 1) {
+    debugger.trace().setLevel(level);
+    return debugger.answer("Trace level of the system: " + levelText(level));
+  }
+  const auto process = findProcess(debugger.engine(), arguments[1]);
+  if (!process) {
+    return debugger.answer(process.problem);
+  }
+  debugger.trace().setLevel(process.value->name, level);
+  return debugger.answer("Trace level of " + process.value->name + ": " + levelText(level));
+}
+
+CommandEnd nextTransition(Debugger& debugger, const Words& arguments) {
+  std::int64_t transitions = 1;
+  if (!arguments.empty()) {
+    const auto count = readCount(arguments[0], 1);
+    if (!count) {
+      return debugger.answer(count.problem);
+    }
+    transitions = *count.value;
+  }
+  return debugger.startRun(RunGoal{transitions, {}});
+}
+
+CommandEnd go(Debugger& debugger, const Words& /*arguments*/) {
+  return debugger.startRun({});
+}
+
+CommandEnd proceedUntil(Debugger& debugger, const Words& arguments) {
+  const auto time = readTime(arguments[0]);
+  if (!time) {
+    return debugger.answer(time.problem);
+  }
+  if (*time.value < debugger.engine().now()) {
+    return debugger.answer("This time is over: it is " + formatTime(debugger.engine().now()) + '.');
+  }
+  return debugger.startRun(RunGoal{{}, *time.value});
+}
+
+CommandEnd stopRun(Debugger& debugger, const Words& /*arguments*/) {
+  if (!debugger.hasInterrupted()) {
+    debugger.print("No run is going on.");
+  }
+  return CommandEnd::kDone;
+}
+
+CommandEnd restartSystem(Debugger& debugger, const Words& /*arguments*/) {
+  return debugger.restart();
+}
+
+CommandEnd showNow(Debugger& debugger, const Words& /*arguments*/) {
+  return debugger.answer("now = " + formatTime(debugger.engine().now()));
+}
+
+CommandEnd exitTester(Debugger& debugger, const Words& /*arguments*/) {
+  debugger.dialogue().askToExit();
+  return CommandEnd::kDone;
+}
+
+}  // namespace tester

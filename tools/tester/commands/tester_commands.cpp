@@ -1,0 +1,78 @@
+#include <array>
+
+#include "tester/commands/command_functions.h"
+
+namespace tester {
+
+namespace {
+
+// The order is that of the list that the user sees.
+constexpr std::array kRows = {
+    CommandRow{"?\?", "", "", "Lists all commands", "", listCommands},
+    CommandRow{"help", "", "[<command>]", "Explains a command", "", helpOnCommand},
+    CommandRow{"list-process", "", "[<process>]", "Lists the living process instances",
+               "Each with its state and the length of its input queue.", listProcesses},
+    CommandRow{"list-queue", "", "[<instance>]", "Lists the signals in the input queues",
+               "Oldest first. The state of the instance keeps \"saved\" ones for another state.",
+               listQueues},
+    CommandRow{"list-timer", "", "", "Lists the active timers",
+               "In the order in which they will expire.", listTimers},
+    CommandRow{"list-signal", "", "[<signal>]", "Lists the signals with their parameters", "",
+               listSignals},
+    CommandRow{"list-ready", "", "", "Lists the transitions that are ready now",
+               "In the order in which they will be fired.", listReady},
+    CommandRow{"list-definition", "", "[<process>]", "Lists the process types",
+               "Each with the numbers of its instances: living, initial and at most. Of one\n"
+               "process: its states, its timers and the inputs it knows.",
+               listDefinitions},
+    CommandRow{"list-breakpoint", "", "", "Lists the breakpoints", "", listBreakpoints},
+    CommandRow{"list-trace", "", "", "Lists the trace levels", "", listTrace},
+    CommandRow{"show-instance", "print", "<instance> [<variable>]", "Shows an instance",
+               "Its state, its relations and its variables, or one variable alone.", showInstance},
+    CommandRow{"assign-variable", "", "<instance> <variable> <value>", "Changes a variable", "",
+               assignVariable},
+    CommandRow{"next-transition", "", "[<count>]", "Fires the next transition, or so many",
+               "Breakpoints stop it before any transition but the first.", nextTransition},
+    CommandRow{"go", "", "", "Runs until a breakpoint",
+               "Or until nothing is left to do. The next command, whatever it is, ends the run.",
+               go},
+    CommandRow{"proceed-until", "", "<time>", "Runs until the time or a breakpoint",
+               "The time is in seconds since the start of the system. Transitions of that very\n"
+               "time are still fired.",
+               proceedUntil},
+    CommandRow{"stop", "", "", "Ends a run", "", stopRun},
+    CommandRow{"restart", "", "", "Begins anew",
+               "All instances stand at their start again. Breakpoints and trace levels stay.",
+               restartSystem},
+    CommandRow{"now", "", "", "Shows the virtual time", "In seconds since the start.", showNow},
+    CommandRow{"send", "output", "<signal> <instance> [<parameter>...]", "Sends a signal",
+               "From the environment into the queue of an instance. Texts with blanks stand in\n"
+               "quotes.",
+               sendSignal},
+    CommandRow{"set-timer", "", "<instance> <timer> <seconds>", "Sets a timer",
+               "It expires so many seconds from now.", setTimer},
+    CommandRow{"reset-timer", "", "<instance> <timer>", "Stops a timer",
+               "When it has expired, its signal is taken out of the queue.", resetTimer},
+    CommandRow{"set-breakpoint", "breakpoint", "<process> [<state> [<signal>]]",
+               "Makes runs stop before a transition",
+               "Of the process, or of an instance such as Button:2, in the state, at the signal\n"
+               "or timer. \"*\" stands for any; start transitions have the state \"start\".",
+               setBreakpoint},
+    CommandRow{"remove-breakpoint", "", "<number>", "Removes a breakpoint",
+               "\"*\" removes all of them.", removeBreakpoint},
+    CommandRow{"set-trace", "trace", "<level> [<process>]", "Sets how much runs tell",
+               "0 nothing, 1 transitions, 2 also signals and creations, 3 also timers and tasks;\n"
+               "for the whole system or for one process.",
+               setTrace},
+    CommandRow{"exit", "", "", "Ends the tester and its user interface",
+               "The user interface may ask first whether to save.", exitTester},
+};
+
+}  // namespace
+
+const CommandTable& testerCommands() {
+  static const CommandTable table{kRows};
+  return table;
+}
+
+}  // namespace tester

@@ -1,0 +1,91 @@
+#include "tester/link_side/link_dialogue.h"
+
+#include "link/message_numbers.h"
+
+namespace tester {
+
+void LinkDialogue::print(const std::string& lines) {
+  if (!userPresent) {
+    return;
+  }
+  batch.append(lines);
+  while (auto piece = batch.takeFull()) {
+    enqueue(MSG_T_TEXT, std::move(piece));
+  }
+}
+
+void LinkDialogue::closeBatch() {
+  if (!batch.isEmpty()) {
+    enqueue(MSG_T_TEXT, batch.takeRest());
+  }
+}
+
+void LinkDialogue::enqueue(int tag, std::optional<std::string> text) {
+  if (userPresent) {
+    queue.push_back({tag, std::move(text)});
+  }
+}
+
+void LinkDialogue::confirm(const std::string& command) {
+  closeBatch();
+  enqueue(MSG_T_PROMPT, command);
+  exitAsked = exitIsDue;
+  if (exitIsDue) {
+    enqueue(MSG_T_EXIT_CONFIRM);
+  }
+  exitIsDue = false;
+}
+
+void LinkDialogue::showBusy(bool isBusy) {
+  busy = isBusy;
+  closeBatch();
+  enqueue(isBusy ? MSG_T_BUSY : MSG_T_IDLE);
+  unlimited = isBusy ? queue.size() : 0;
+}
+
+void LinkDialogue::showTitle(const std::string& title) {
+  if (title == lastTitle) {
+    return;
+  }
+  lastTitle = title;
+  closeBatch();
+  enqueue(MSG_T_TITLE, title);
+}
+
+void LinkDialogue::setUserPresent(bool isPresent) {
+  userPresent = isPresent;
+  lastTitle.clear();
+  if (isPresent) {
+    return;
+  }
+  queue.clear();
+  unlimited = 0;
+  batch.takeRest();
+}
+
+void LinkDialogue::pump(Clock::time_point now, const Sender& send) {
+  blocked = false;
+  if (!busy || (queue.empty() && now >= nextText)) {
+    closeBatch();
+  }
+  while (!queue.empty()) {
+    const OutgoingMessage& first = queue.front();
+    const bool isLimited = busy && unlimited == 0 && first.tag == MSG_T_TEXT;
+    if (isLimited && now < nextText) {
+      return;
+    }
+    blocked = !send(first);
+    if (blocked) {
+      return;
+    }
+    if (isLimited) {
+      nextText = now + kTextPeriod;
+    }
+    if (unlimited > 0) {
+      --unlimited;
+    }
+    queue.pop_front();
+  }
+}
+
+}  // namespace tester

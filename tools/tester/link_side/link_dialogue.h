@@ -1,0 +1,72 @@
+#pragma once
+
+#include <chrono>
+#include <deque>
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "tester/commands/dialogue.h"
+#include "tester/link_side/text_batch.h"
+
+namespace tester {
+
+/// One message to the user interface, with at most one text as parameter.
+struct OutgoingMessage {
+  int tag = 0;
+  std::optional<std::string> text;
+};
+
+/// The dialogue over the link. Messages wait in a queue, in their order, until pump() sends them;
+/// nothing here blocks. While a run goes on its text is sent in batches at a bounded rate, and the
+/// run pauses while a batch waits, so the text is never lost and the queue never grows.
+class LinkDialogue : public Dialogue {
+ public:
+  using Clock = std::chrono::steady_clock;
+
+  /// Shortest time between two text messages of a run, so at most 16 kilobytes a second.
+  static constexpr Clock::duration kTextPeriod = std::chrono::milliseconds(250);
+
+  /// Sends one message; false when the link takes none at the moment.
+  using Sender = std::function<bool(const OutgoingMessage&)>;
+
+  void print(const std::string& lines) override;
+  bool acceptsTrace() const override { return queue.empty(); }
+  void confirm(const std::string& command) override;
+  void showBusy(bool isBusy) override;
+  void showTitle(const std::string& title) override;
+  void askToExit() override { exitIsDue = true; }
+
+  /// Without a user interface nothing is kept or sent. A new one knows no title yet.
+  void setUserPresent(bool isPresent);
+  bool isUserPresent() const { return userPresent; }
+
+  /// Sends what is due at `now`.
+  void pump(Clock::time_point now, const Sender& send);
+
+  /// Whether messages wait that only the link holds up.
+  bool isBlocked() const { return blocked; }
+
+  /// When the next text of a run may go out; only a bound on how long it makes sense to sleep.
+  Clock::time_point nextTextTime() const { return nextText; }
+
+  /// The user interface was asked to leave, and no command came since.
+  bool isExitAsked() const { return exitAsked; }
+
+ private:
+  void enqueue(int tag, std::optional<std::string> text = std::nullopt);
+  void closeBatch();
+
+  TextBatch batch;
+  std::deque<OutgoingMessage> queue;
+  std::string lastTitle;
+  bool userPresent = true;
+  bool busy = false;
+  bool blocked = false;
+  bool exitIsDue = false;
+  bool exitAsked = false;
+  std::size_t unlimited = 0;  ///< messages at the front from before the run, which do not wait
+  Clock::time_point nextText{};
+};
+
+}  // namespace tester

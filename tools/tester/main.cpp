@@ -1,0 +1,56 @@
+// Entry of the stand-in tester. All options are answered before the link is touched.
+
+#include <CLI/CLI.hpp>
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <iostream>
+#include <optional>
+
+#include "support/version.h"
+#include "tester/commands/debugger.h"
+#include "tester/engine/crossing_model.h"
+#include "tester/engine/simulated_system.h"
+#include "tester/link_side/tester_tool.h"
+
+namespace {
+
+constexpr int kUsageError = 2;
+
+int runTester() {
+  tester::SimulatedSystem system(tester::crossingModel());
+  tester::LinkDialogue dialogue;
+  tester::Debugger debugger(system, dialogue, tester::testerCommands());
+  return tester::TesterTool(debugger, dialogue).run();
+}
+
+/// The exit status of the options alone, or nothing when the tester is to run.
+std::optional<int> answerOptions(int argc, char** argv) {
+  CLI::App app(
+      "Tester of a simulated SDL system. Started by the Postmaster as its child; takes "
+      "its commands from the user interface.",
+      "nelkv");
+  app.set_version_flag("--version", std::string("nelkv ") + kProductVersion);
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
+      return app.exit(error);
+    }
+    std::cerr << "nelkv: " << error.what() << " Try \"nelkv --help\".\n";
+    return kUsageError;
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    const std::optional<int> status = answerOptions(argc, argv);
+    return status ? *status : runTester();
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "nelkv: %s\n", error.what());
+    return EXIT_FAILURE;
+  }
+}
