@@ -1,0 +1,131 @@
+// The application object's main loop, its end, and the accelerators.
+
+#include "framework/core/application.h"
+#include "framework/core/device.h"
+#include "framework/core/frame.h"
+#include "framework/core/messages.h"
+#include "framework/core/x_error_xm.h"
+#include "resources/accelerators.h"
+
+#include <X11/Intrinsic.h>
+
+namespace {
+
+void ignoreTimeOut(XtPointer /*data*/, XtIntervalId* /*id*/) {}
+
+const XKeyEvent* keyEventOf(const zEvent& event) {
+  const bool isKey = event.xevent != nullptr &&
+                     (event.xevent->type == KeyPress || event.xevent->type == KeyRelease);
+  return isKey ? &event.xevent->xkey : nullptr;
+}
+
+// What the key would have given without Shift and Lock: both may be down beside the modifiers that
+// an accelerator asks for, and must not change the key that it is compared with.
+unsigned plainKeysym(const XKeyEvent& key) {
+  XKeyEvent copy = key;
+  return static_cast<unsigned>(XLookupKeysym(&copy, 0));
+}
+
+const zAccel* acceleratorOf(const zEvent& event, const std::vector<zAccel>& table) {
+  const XKeyEvent* key = keyEventOf(event);
+  const unsigned modifiers = key == nullptr ? 0 : key->state;
+  const zAccel* found = findAccelerator(table, static_cast<unsigned>(event.wparam),
+                                        static_cast<unsigned>(event.lparam), modifiers);
+  if (found == nullptr && key != nullptr && key->display != nullptr &&
+      (modifiers & (kStateShift | kStateLock)) != 0) {
+    const unsigned plain = plainKeysym(*key);
+    found = findAccelerator(table, plain, plain, modifiers);
+  }
+  return found;
+}
+
+}  // namespace
+
+void zApp::go() {
+  XtAppSetWarningHandler(appContext, reportXtWarning);
+  XtAppSetErrorHandler(appContext, reportXtError);
+  XSetErrorHandler(XErrorReporter);
+  while (running) {
+    processEvent();
+  }
+}
+
+void zApp::processEvent() {
+  XtAppProcessEvent(appContext, XtIMAll);
+}
+
+void zApp::pumpWhile(const std::function<bool()>& condition) {
+  while (running && condition()) {
+    processEvent();
+  }
+}
+
+void zApp::quit() {
+  zEvent event = zEvent::of(kMsgClose);
+  if (mainFrame != nullptr && zDispatchHandlers(event, mainFrame) != 0) {
+    return;
+  }
+  if (mainFrame != nullptr && mainFrame->close(&event) != 0) {
+    return;
+  }
+  stop();
+}
+
+void zApp::closeMainWindow() {
+  zEvent event = zEvent::of(kMsgClose);
+  if (mainFrame != nullptr && zDispatch(event, mainFrame) != 0) {
+    return;
+  }
+  if (mainFrame != nullptr && mainFrame->close(&event) != 0) {
+    return;
+  }
+  stop();
+}
+
+void zApp::stop() {
+  running = false;
+  wake();
+}
+
+void zApp::wake() {
+  XtAppAddTimeOut(appContext, 0, ignoreTimeOut, nullptr);
+}
+
+int zApp::loadAccelerators(int resourceId) {
+  accelerators.clear();
+  const AcceleratorRow* rows = acceleratorResource(resourceId);
+  if (rows == nullptr) {
+    return 0;
+  }
+  accelerators = makeAccelerators(rows);
+  return 1;
+}
+
+int zApp::translateAccelerator(zEvent* event) {
+  if (accelerators.empty() || modalDialogs > 0) {
+    return 0;
+  }
+  const zAccel* accelerator = acceleratorOf(*event, accelerators);
+  if (accelerator == nullptr) {
+    return 0;
+  }
+  zEvent command = zEvent::of(kMsgCommand, accelerator->command);
+  command.extra = kCommandFromAccelerator;
+  ziFrameMenu* menu = mainFrame == nullptr ? nullptr : mainFrame->menu();
+  if (menu != nullptr) {
+    if (menu->isItemEnabled(accelerator->command) == 0) {
+      return 0;
+    }
+    if (menu->dispatch(&command) != 0) {
+      return 1;
+    }
+  }
+  if (mainFrame != nullptr) {
+    zDispatchHandlers(command, mainFrame);
+  }
+  return 1;
+}
+
+void zApp::beep() {
+  XBell(xDisplay, 0);
+}

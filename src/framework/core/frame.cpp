@@ -1,0 +1,255 @@
+// Frames: the widget tree of a top-level window. Geometry and show states are in
+// frame_geometry.cpp.
+
+#include "framework/core/frame.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <utility>
+
+#include "framework/core/application.h"
+#include "framework/core/device.h"
+#include "framework/core/drop_down.h"
+#include "framework/core/window_events_xm.h"
+#include "framework/core/x_settings.h"
+#include "framework/draw/draw_cache.h"
+#include "framework/draw/icon.h"
+#include "framework/draw/screen.h"
+
+#include <X11/Xmu/Editres.h>
+#include <Xm/MwmUtil.h>
+#include <Xm/Protocols.h>
+
+namespace {
+
+constexpr EventMask kShellEventMask = StructureNotifyMask | FocusChangeMask;
+constexpr int kDragInitiatorStyle = 6;
+constexpr int kDragReceiverStyle = 5;
+
+bool hasAll(std::uint32_t style, std::uint32_t bits) {
+  return (style & bits) == bits;
+}
+
+int decorationsFor(std::uint32_t style) {
+  int decorations = MWM_DECOR_BORDER;
+  decorations |= hasAll(style, kStyleTitleBar) ? MWM_DECOR_TITLE : 0;
+  decorations |= hasAll(style, kStyleSystemMenu) ? MWM_DECOR_MENU : 0;
+  decorations |= hasAll(style, kStyleMinimizeBox) ? MWM_DECOR_MINIMIZE : 0;
+  decorations |= hasAll(style, kStyleMaximizeBox) ? MWM_DECOR_MAXIMIZE : 0;
+  decorations |= hasAll(style, kStyleResizeFrame) ? MWM_DECOR_RESIZEH : 0;
+  return decorations;
+}
+
+int functionsFor(std::uint32_t style) {
+  int functions = MWM_FUNC_MOVE | MWM_FUNC_CLOSE;
+  functions |= hasAll(style, kStyleMinimizeBox) ? MWM_FUNC_MINIMIZE : 0;
+  functions |= hasAll(style, kStyleMaximizeBox) ? MWM_FUNC_MAXIMIZE : 0;
+  functions |= hasAll(style, kStyleResizeFrame) ? MWM_FUNC_RESIZE : 0;
+  return functions;
+}
+
+void windowManagerCloses(Widget /*shell*/, XtPointer /*frame*/, XtPointer /*data*/) {
+  zApp::instance()->closeMainWindow();
+}
+
+}  // namespace
+
+/// The shell's events of a frame.
+class ziFrameEvents {
+ public:
+  static void zShellEventProc(Widget shell, XtPointer frame, XEvent* event, Boolean* toWidget);
+
+ private:
+  static void activation(zFrameWin& frame, zEvent& event, bool isIn);
+};
+
+void ziFrameEvents::zShellEventProc(Widget /*shell*/, XtPointer client, XEvent* xevent,
+                                    Boolean* /*toWidget*/) {
+  auto& frame = *static_cast<zFrameWin*>(client);
+  zEvent event;
+  event.xevent = xevent;
+  event.window = &frame;
+  switch (xevent->type) {
+    case FocusOut:
+      closeOpenDropDown();
+      activation(frame, event, false);
+      break;
+    case FocusIn:
+      activation(frame, event, true);
+      break;
+    case ConfigureNotify:
+      closeOpenDropDown();
+      frame.move(&event);
+      break;
+    default:
+      break;
+  }
+}
+
+void ziFrameEvents::activation(zFrameWin& frame, zEvent& event, bool isIn) {
+  event.message = kMsgActivate;
+  event.wparam = isIn ? 1 : 0;
+  if (zDispatchHandlers(event, &frame) == 0) {
+    frame.activate(&event);
+  }
+}
+
+zFrameWin::zFrameWin(zWindow* parent, zSizer* sizer, std::uint32_t style, const char* title)
+    : zWindow(parent, sizer, style) {
+  markClass(kClassFrameWin);
+  text = title;
+  zApp* app = zApp::instance();
+  if (app->mainWindow() == nullptr) {
+    app->setMainWindow(this);
+  }
+}
+
+zFrameWin::~zFrameWin() {
+  zApp* app = zApp::instance();
+  if (shellWidget != nullptr && !hasState(kWidgetGone)) {
+    XtRemoveEventHandler(mainWidget, kFrameEventMask, False, zWindowEventProc,
+                         static_cast<zWindow*>(this));
+    XtRemoveEventHandler(shellWidget, FocusChangeMask, False, zWindowEventProc,
+                         static_cast<zWindow*>(this));
+    XtRemoveEventHandler(shellWidget, kShellEventMask, False, ziFrameEvents::zShellEventProc, this);
+  }
+  menuBar.reset();
+  // Children go first: their widgets are destroyed by messages to a shell that is still there.
+  while (zWindow* child = children().popFront()) {
+    delete child;
+  }
+  if (shellWidget != nullptr && !hasState(kWidgetGone)) {
+    setState(kWidgetGone, true);
+    XtDestroyWidget(shellWidget);
+    mainWidget = nullptr;
+    inner = nullptr;
+  }
+  icon.reset();
+  if (isMainWindow()) {
+    app->setMainWindow(nullptr);
+  }
+  if (app->topShell() == shellWidget) {
+    app->setTopShell(app->mainWindow() == nullptr ? nullptr : app->mainWindow()->shell());
+  }
+}
+
+bool zFrameWin::isMainWindow() const {
+  return zApp::instance()->mainWindow() == this;
+}
+
+void zFrameWin::setCaption(const RWCString& caption) {
+  setCaption(caption.c_str());
+}
+void zFrameWin::setCaption(const zString& caption) {
+  setCaption(caption.c_str());
+}
+
+void zFrameWin::setCaption(const char* caption) {
+  text = caption;
+  if (shellWidget != nullptr) {
+    XtVaSetValues(shellWidget, XmNtitle, text.c_str(), XmNiconName, text.c_str(), nullptr);
+  }
+}
+
+void zFrameWin::sizeChildren(zEvent* event) {
+  zWindow::sizeChildren(event);
+}
+
+void zFrameWin::setMenu(std::unique_ptr<ziFrameMenu> menu) {
+  if (menuBar == nullptr) {
+    menuBar = std::move(menu);
+  }
+}
+
+void zFrameWin::setIcon(std::unique_ptr<zIcon> newIcon) {
+  icon = std::move(newIcon);
+  if (isMainWindow() && shellWidget != nullptr) {
+    const Pixmap pixmap = icon == nullptr ? None : icon->pixmap();
+    XtVaSetValues(shellWidget, XmNiconPixmap, pixmap, nullptr);
+  }
+}
+
+void zFrameWin::createWidgets() {
+  createShell();
+  createInterior();
+  zApp* app = zApp::instance();
+  app->takeDisplay(mainWidget);
+  ziDrawCache::instance().makeFonts(ziXFontDict::kDefaultCapacity);
+  readXSettings(app->display(), app->name());
+  addEventHandlers();
+  chooseStartGeometry();
+  if (parent() != nullptr && parent()->fontObject() != nullptr) {
+    setFont(parent()->fontHandle(), 0);
+  }
+}
+
+void zFrameWin::createShell() {
+  zApp* app = zApp::instance();
+  shellWidget = XtVaAppCreateShell(
+      nullptr, app->name().c_str(), applicationShellWidgetClass, app->display(), XmNtitle,
+      text.c_str(), XmNiconName, text.c_str(), XmNdeleteResponse, XmDO_NOTHING, XmNuserData, this,
+      XmNmwmDecorations, decorationsFor(style()), XmNmwmFunctions, functionsFor(style()), nullptr);
+  app->setTopShell(shellWidget);
+  XtVaSetValues(XmGetXmDisplay(app->display()), XmNdragInitiatorProtocolStyle, kDragInitiatorStyle,
+                XmNdragReceiverProtocolStyle, kDragReceiverStyle, nullptr);
+  XtAddEventHandler(shellWidget, NoEventMask, True, _XEditResCheckMessages, nullptr);
+}
+
+void zFrameWin::createInterior() {
+  inner = XmCreateMainWindow(shellWidget, const_cast<char*>("MainWindow"), nullptr, 0);
+  XtManageChild(inner);
+  mainWidget = XmCreateBulletinBoard(inner, const_cast<char*>("BulletinBoard"), nullptr, 0);
+  XtVaSetValues(mainWidget, XmNuserData, this, XmNresizePolicy, XmRESIZE_NONE, XmNmarginHeight, 0,
+                XmNmarginWidth, 0, nullptr);
+  if (backPixel != kNoBackground) {
+    XtVaSetValues(mainWidget, XmNbackground, static_cast<Pixel>(backPixel), nullptr);
+  }
+  XtManageChild(mainWidget);
+}
+
+void zFrameWin::addEventHandlers() {
+  XtAddEventHandler(mainWidget, kFrameEventMask, False, zWindowEventProc,
+                    static_cast<zWindow*>(this));
+  XtAddEventHandler(shellWidget, FocusChangeMask, False, zWindowEventProc,
+                    static_cast<zWindow*>(this));
+  XtAddEventHandler(shellWidget, kShellEventMask, False, ziFrameEvents::zShellEventProc, this);
+}
+
+void zFrameWin::chooseStartGeometry() {
+  const ziScreen& screen = theScreen();
+  zPoint pos = sizer()->pos();
+  zDimension size = sizer()->size();
+  if (pos.x == kNotSet && pos.y == kNotSet) {
+    pos = {std::rand() % std::max(screen.screenWidth / 2, 1),
+           std::rand() % std::max(screen.screenHeight / 2, 1)};
+  }
+  if (size.width == kNotSet && size.height == kNotSet) {
+    size = {screen.screenWidth / 2, screen.screenHeight / 3};
+  }
+  sizer()->setPos(pos);
+  sizer()->setSize(size);
+  XtVaSetValues(shellWidget, XmNx, pos.x, XmNy, pos.y, XmNwidth, size.width, XmNheight, size.height,
+                XmNborderWidth, 0, nullptr);
+  for (Widget inside : {inner, mainWidget}) {
+    XtVaSetValues(inside, XmNx, 0, XmNy, 0, XmNwidth, size.width, XmNheight, size.height,
+                  XmNborderWidth, 0, nullptr);
+  }
+}
+
+zAppFrame::zAppFrame(zWindow* parent, zSizer* sizer, std::uint32_t style, const char* title)
+    : zFrameWin(parent, sizer, style, title) {
+  markClass(kClassAppFrame);
+  setClassName("AppFrameCL");
+  zFrameWin::createWidgets();
+  const Atom deleteWindow =
+      XmInternAtom(XtDisplay(shellWidget), const_cast<char*>("WM_DELETE_WINDOW"), False);
+  XmAddWMProtocolCallback(shellWidget, deleteWindow, windowManagerCloses, this);
+}
+
+zAppFrame::~zAppFrame() {
+  if (!hasState(kWidgetGone)) {
+    const Atom deleteWindow =
+        XmInternAtom(XtDisplay(shellWidget), const_cast<char*>("WM_DELETE_WINDOW"), False);
+    XmRemoveWMProtocolCallback(shellWidget, deleteWindow, windowManagerCloses, this);
+  }
+}

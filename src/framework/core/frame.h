@@ -1,0 +1,78 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "framework/core/window.h"
+
+class ziFrameMenu;
+class zIcon;
+
+/// A top-level window: a shell, an XmMainWindow in it (the inner widget), and in that an
+/// XmBulletinBoard (the main widget), whose children are the frame's.
+class zFrameWin : public zWindow {
+ public:
+  static constexpr int kClassNumber = kClassFrameWin;
+
+  /// Makes no widgets. The first frame made becomes the application's main window.
+  zFrameWin(zWindow* parent, zSizer* sizer, std::uint32_t style, const char* title);
+  ~zFrameWin() override;
+
+  virtual const char* getCaption() const { return text.c_str(); }
+  virtual void setCaption(const RWCString& caption);
+  virtual void setCaption(const zString& caption);
+  virtual void setCaption(const char* caption);
+  virtual void createWidgets();
+
+  void sizeChildren(zEvent* event) override;
+  void setShowState(int state) override;
+  /// The rectangle with the window manager's decoration.
+  void getExterior(zRect& rect) override;
+  /// Takes the outer rectangle, decoration included.
+  void moveResize(int x, int y, int width, int height) override;
+
+  /// Keeps the first menu that it is given, and owns it.
+  void setMenu(std::unique_ptr<ziFrameMenu> menu);
+  ziFrameMenu* menu() const { return menuBar.get(); }
+  void setIcon(std::unique_ptr<zIcon> icon);
+  /// Makes the present outer size the smallest that the user can give.
+  void lockMinSize();
+  const zDimension& minSize() const { return smallest; }
+  Widget shell() const { return shellWidget; }
+  bool isMainWindow() const;
+
+ protected:
+  void applyGeometry(int x, int y, int width, int height);
+  void maximize();
+  void setIconicHint();
+
+  Widget shellWidget = nullptr;
+
+ private:
+  friend class ziFrameEvents;
+
+  void createShell();
+  void createInterior();
+  void chooseStartGeometry();
+  void addEventHandlers();
+  zDimension decorationAllowance(const zRect& exterior);
+
+  std::unique_ptr<ziFrameMenu> menuBar;
+  zDimension smallest;
+  std::unique_ptr<zIcon> icon;
+  std::string geometry;  ///< lives here because Xt keeps the pointer
+};
+
+/// The main window's frame: made with its widgets and with the window manager's close protocol.
+class zAppFrame : public zFrameWin {
+ public:
+  static constexpr int kClassNumber = kClassAppFrame;
+
+  zAppFrame(zWindow* parent, zSizer* sizer, std::uint32_t style, const char* title);
+  ~zAppFrame() override;
+
+  void show(int state = kShowNormal) override;
+
+ private:
+  void layOutFirst();
+};

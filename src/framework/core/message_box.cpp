@@ -1,0 +1,314 @@
+// Message boxes on Motif's message dialogs. The three buttons of such a dialog are called OK,
+// Cancel and Help by Motif, whatever they are labelled.
+//
+// Everything may happen while a box waits: another box, the end of the application, the end of the
+// parent and with it of the dialog. The wait looks at all of them, and nothing refers to the box's
+// object once its constructor returns, although Motif may destroy the widget later.
+
+#include "framework/core/message_box.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+#include "framework/core/application.h"
+#include "framework/core/frame.h"
+#include "framework/core/window.h"
+
+#include "framework/core/connect_xm.h"
+#include "framework/core/xm_handles_xm.h"
+
+namespace {
+
+// Shared by all boxes, so that an inner box's end ends the wait of an outer one.
+bool done = false;
+
+struct Button {
+  const char* label = "NotRequired";
+  int value = kAnswerNone;
+
+  bool isUsed() const { return value != kAnswerNone; }
+};
+
+using Buttons = std::array<Button, 3>;
+
+constexpr Button kOkButton{"OK", kAnswerOk};
+constexpr Button kCancelButton{"Cancel", kAnswerCancel};
+constexpr Button kRetryButton{"Retry", kAnswerRetry};
+constexpr Button kYesButton{"Yes", kAnswerYes};
+constexpr Button kNoButton{"No", kAnswerNo};
+
+Buttons buttonsOf(int style) {
+  switch (style & kBoxButtonsMask) {
+    case kBoxOk:
+      return {kOkButton};
+    case kBoxAbortRetryIgnore:
+      return {Button{"Abort", kAnswerAbort}, kRetryButton, Button{"Ignore", kAnswerIgnore}};
+    case kBoxYesNoCancel:
+      return {kYesButton, kNoButton, kCancelButton};
+    case kBoxYesNo:
+      return {kYesButton, kNoButton};
+    case kBoxRetryCancel:
+      return {kRetryButton, kCancelButton};
+    default:
+      return {kOkButton, kCancelButton};
+  }
+}
+
+using DialogMaker = Widget (*)(Widget parent, char* name, Arg* arguments, Cardinal count);
+
+DialogMaker makerOf(int style) {
+  switch (style & kBoxIconMask) {
+    case kBoxStop:
+      return XmCreateErrorDialog;
+    case kBoxQuestion:
+      return XmCreateQuestionDialog;
+    case kBoxWarning:
+      return XmCreateWarningDialog;
+    case kBoxInformation:
+      return XmCreateInformationDialog;
+    default:
+      return XmCreateMessageDialog;
+  }
+}
+
+unsigned char dialogStyleOf(int style) {
+  switch (style & kBoxModalityMask) {
+    case kBoxSystemModal:
+      return XmDIALOG_SYSTEM_MODAL;
+    case kBoxFullModal:
+      return XmDIALOG_FULL_APPLICATION_MODAL;
+    default:
+      return XmDIALOG_PRIMARY_APPLICATION_MODAL;
+  }
+}
+
+// A text beyond this is shown in a scrolled area, so that the buttons stay on the screen.
+constexpr int kMostLines = 40;
+constexpr int kMostColumns = 140;
+constexpr short kScrolledRows = 30;
+constexpr short kScrolledColumns = 100;
+
+bool fitsLabel(std::string_view text) {
+  int lines = 1;
+  int columns = 0;
+  for (const char c : text) {
+    columns = c == '\n' ? 0 : columns + 1;
+    lines += c == '\n' ? 1 : 0;
+    if (lines > kMostLines || columns > kMostColumns) {
+      return false;
+    }
+  }
+  return true;
+}
+
+void addScrolledText(Widget box, const char* text) {
+  Arg arguments[] = {
+      {const_cast<char*>(XmNeditMode), XmMULTI_LINE_EDIT},
+      {const_cast<char*>(XmNeditable), False},
+      {const_cast<char*>(XmNcursorPositionVisible), False},
+      {const_cast<char*>(XmNtraversalOn), False},
+      {const_cast<char*>(XmNwordWrap), True},
+      {const_cast<char*>(XmNscrollHorizontal), False},
+      {const_cast<char*>(XmNrows), kScrolledRows},
+      {const_cast<char*>(XmNcolumns), kScrolledColumns},
+  };
+  Widget area =
+      XmCreateScrolledText(box, const_cast<char*>("MessageText"), arguments, XtNumber(arguments));
+  XmTextSetString(area, const_cast<char*>(text));
+  XtManageChild(area);
+}
+
+Widget shellAbove(zWindow* parent) {
+  if (parent == nullptr || parent->widget() == nullptr) {
+    parent = zApp::instance()->mainWindow();
+  }
+  Widget widget = parent == nullptr ? nullptr : parent->widget();
+  while (widget != nullptr && !XtIsShell(widget)) {
+    widget = XtParent(widget);
+  }
+  return widget;
+}
+
+}  // namespace
+
+/// The dialog of one box, from its creation to its end.
+class ziMessageBox {
+ public:
+  ziMessageBox(zMessage& message, Widget shell, const char* text, const char* title, int style);
+  ziMessageBox(const ziMessageBox&) = delete;
+  ziMessageBox& operator=(const ziMessageBox&) = delete;
+  ~ziMessageBox();
+
+  void show();
+
+ private:
+  using Data = XmAnyCallbackStruct;
+
+  void onOk(Data* /*data*/) { answer(message.okValue); }
+  void onCancel(Data* /*data*/) { answer(message.cancelValue); }
+  void onHelp(Data* /*data*/) { answer(message.helpValue); }
+  static void closeProc(Widget /*shell*/, XtPointer self, XtPointer /*data*/) noexcept {
+    static_cast<ziMessageBox*>(self)->answer(static_cast<ziMessageBox*>(self)->closeValue);
+  }
+  void onDestroy(Data* /*data*/);
+  void onKey(Widget widget, XEvent* event, Boolean* toWidget);
+  void answer(int value);
+
+  void create(Widget shell, const char* text, const char* title, int style);
+  void setUpButtons(const Buttons& buttons);
+  void setUpClosing(const Buttons& buttons);
+  void removeCallbacks();
+
+  static constexpr XtEventHandler keyProc = &ziEventTrampoline<&ziMessageBox::onKey, ziMessageBox>;
+
+  zMessage& message;
+  Widget box = nullptr;  ///< null once Motif has destroyed it
+  int closeValue = kAnswerNone;
+};
+
+namespace {
+
+constexpr unsigned char kButtonChildren[] = {XmDIALOG_OK_BUTTON, XmDIALOG_CANCEL_BUTTON,
+                                             XmDIALOG_HELP_BUTTON};
+constexpr const char* kLabelResources[] = {XmNokLabelString, XmNcancelLabelString,
+                                           XmNhelpLabelString};
+
+Widget buttonWidget(Widget box, std::size_t index) {
+  return XmMessageBoxGetChild(box, kButtonChildren[index]);
+}
+
+Atom closeProtocol(Widget box) {
+  return XInternAtom(XtDisplay(box), "WM_DELETE_WINDOW", False);
+}
+
+}  // namespace
+
+ziMessageBox::ziMessageBox(zMessage& owner, Widget shell, const char* text, const char* title,
+                           int style)
+    : message(owner) {
+  const Buttons buttons = buttonsOf(style);
+  message.okValue = buttons[0].value;
+  message.cancelValue = buttons[1].value;
+  message.helpValue = buttons[2].value;
+  create(shell, text, title, style);
+  setUpButtons(buttons);
+  setUpClosing(buttons);
+  connect<&ziMessageBox::onDestroy>(box, callback::destroy, this);
+}
+
+void ziMessageBox::create(Widget shell, const char* text, const char* title, int style) {
+  const bool isShort = fitsLabel(text);
+  const zXmString messageString(isShort ? text : "");
+  const zXmString titleString(title);
+  Arg arguments[] = {
+      {const_cast<char*>(XmNdialogTitle), reinterpret_cast<XtArgVal>(titleString.get())},
+      {const_cast<char*>(XmNmessageString), reinterpret_cast<XtArgVal>(messageString.get())},
+      {const_cast<char*>(XmNmessageAlignment), XmALIGNMENT_BEGINNING},
+      {const_cast<char*>(XmNdefaultPosition), True},
+      {const_cast<char*>(XmNuserData), reinterpret_cast<XtArgVal>(&message)},
+      {const_cast<char*>(XmNdeleteResponse), XmDO_NOTHING},
+      {const_cast<char*>(XmNautoUnmanage), False},
+      {const_cast<char*>(XmNdialogStyle), dialogStyleOf(style)},
+  };
+  box = makerOf(style)(shell, const_cast<char*>("MessageBox"), arguments, XtNumber(arguments));
+  if (!isShort) {
+    addScrolledText(box, text);
+  }
+}
+
+void ziMessageBox::setUpButtons(const Buttons& buttons) {
+  for (std::size_t i = 0; i < buttons.size(); ++i) {
+    const zXmString label(buttons[i].label);
+    XtVaSetValues(box, kLabelResources[i], label.get(), nullptr);
+    Widget button = buttonWidget(box, i);
+    XtVaSetValues(button, XmNnavigationType, XmTAB_GROUP, nullptr);
+    if (!buttons[i].isUsed()) {
+      XtUnmanageChild(button);
+    }
+  }
+  connect<&ziMessageBox::onOk>(box, callback::ok, this);
+  if (message.cancelValue != kAnswerNone) {
+    connect<&ziMessageBox::onCancel>(box, callback::cancel, this);
+  }
+  if (message.helpValue != kAnswerNone) {
+    connect<&ziMessageBox::onHelp>(box, callback::help, this);
+  }
+}
+
+void ziMessageBox::setUpClosing(const Buttons& buttons) {
+  const auto cancel = std::find_if(buttons.begin(), buttons.end(), [](const Button& button) {
+    return button.value == kAnswerCancel;
+  });
+  closeValue = cancel != buttons.end() ? kAnswerCancel : message.cancelValue;
+  // Motif's own Escape presses the second button, which is not the one called Cancel everywhere and
+  // may not be there.
+  XtInsertEventHandler(box, KeyPressMask, False, keyProc, this, XtListHead);
+  XmAddWMProtocolCallback(XtParent(box), closeProtocol(box), closeProc, this);
+}
+
+void ziMessageBox::onKey(Widget widget, XEvent* event, Boolean* toWidget) {
+  Modifiers used = 0;
+  KeySym keysym = NoSymbol;
+  XtTranslateKeycode(XtDisplay(widget), static_cast<KeyCode>(event->xkey.keycode),
+                     event->xkey.state, &used, &keysym);
+  if (keysym == osfXK_Cancel) {
+    *toWidget = False;
+    answer(closeValue);
+  }
+}
+
+void ziMessageBox::show() {
+  XtManageChild(box);
+  XtPopup(XtParent(box), XtGrabNone);
+}
+
+void ziMessageBox::answer(int value) {
+  message.result = value;
+  done = true;
+}
+
+void ziMessageBox::onDestroy(Data* /*data*/) {
+  box = nullptr;
+  done = true;
+}
+
+void ziMessageBox::removeCallbacks() {
+  XmRemoveWMProtocolCallback(XtParent(box), closeProtocol(box), closeProc, this);
+  XtRemoveEventHandler(box, KeyPressMask, False, keyProc, this);
+  disconnect<&ziMessageBox::onOk>(box, callback::ok, this);
+  disconnect<&ziMessageBox::onCancel>(box, callback::cancel, this);
+  disconnect<&ziMessageBox::onHelp>(box, callback::help, this);
+  disconnect<&ziMessageBox::onDestroy>(box, callback::destroy, this);
+}
+
+ziMessageBox::~ziMessageBox() {
+  if (box == nullptr) {
+    return;
+  }
+  // Inside a callback the widget is only marked and lives on, with late events under way to it.
+  removeCallbacks();
+  XtUnmanageChild(box);
+  XtDestroyWidget(box);
+}
+
+zMessage::zMessage(zWindow* parent, const char* text, const char* title, int style) {
+  Widget shell = shellAbove(parent);
+  if (shell == nullptr) {
+    return;
+  }
+  done = false;
+  zApp* app = zApp::instance();
+  {
+    ziMessageBox box(*this, shell, text == nullptr ? "" : text, title == nullptr ? "" : title,
+                     style);
+    box.show();
+    // What a program that is on its way out still asks gets its answer.
+    const bool wasRunning = app->isRunning();
+    while (!done && app->isRunning() == wasRunning) {
+      app->processEvent();
+    }
+  }
+  // An outer loop may stand in an idle pass, which hides the end of this box from it.
+  app->wake();
+}

@@ -1,0 +1,283 @@
+// Panes: creation, scroll bars, geometry. Painting is in pane_paint.cpp.
+
+#include "framework/core/pane.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "framework/core/pane_events_xm.h"
+#include "framework/core/window_events_xm.h"
+#include "framework/draw/brush.h"
+#include "framework/draw/screen.h"
+
+#include <X11/IntrinsicP.h>
+
+namespace {
+
+constexpr int kLargestExtent = 5000;
+constexpr int kScrollBarExtent = 16;  // until the bar's own extent is known
+constexpr int kScrollMaximum = 100;
+constexpr zColor kFurnitureGrey = kColorLightGrey;
+
+Widget createScrollBar(Widget parent, const char* name, unsigned char orientation,
+                       XtCallbackProc procedure, zWindow* window) {
+  Widget bar = XtVaCreateWidget(name, xmScrollBarWidgetClass, parent, XmNorientation, orientation,
+                                XmNminimum, 0, XmNmaximum, kScrollMaximum, XmNvalue, 0,
+                                XmNsliderSize, 1, nullptr);
+  addScrollCallbacks(bar, procedure, window);
+  return bar;
+}
+
+int realExtent(Widget bar, bool isVertical) {
+  if (bar == nullptr) {
+    return 0;
+  }
+  XWindowAttributes attributes;
+  if (!XtIsRealized(bar) || XGetWindowAttributes(XtDisplay(bar), XtWindow(bar), &attributes) == 0) {
+    return kScrollBarExtent;
+  }
+  return isVertical ? attributes.width : attributes.height;
+}
+
+void configure(Widget widget, int x, int y, int width, int height) {
+  Dimension border = 0;
+  XtVaGetValues(widget, XmNborderWidth, &border, nullptr);
+  XtConfigureWidget(widget, static_cast<Position>(x), static_cast<Position>(y),
+                    static_cast<Dimension>(std::max(width, 1)),
+                    static_cast<Dimension>(std::max(height, 1)), border);
+}
+
+}  // namespace
+
+zPane::zPane(zWindow* parent, zSizer* sizer, std::uint32_t style, int id, Create create)
+    : zChildWin(parent, sizer, style),
+      ownDisplay(std::make_unique<zWinDisplay>(*this)),
+      currentDisplay(ownDisplay.get()) {
+  markClass(kClassPane);
+  setClassName("PaneWindowCL");
+  widgetName = "DrawingArea";
+  setId(id);
+  displayStack.push(ownDisplay.get());
+  if (create == kCreateNow) {
+    zPane::createWidgets();
+  }
+}
+
+zPane::zPane(zWindow* parent, int id)
+    : zChildWin(parent, new zSizer(nullptr), 0),
+      ownDisplay(std::make_unique<zWinDisplay>(*this)),
+      currentDisplay(ownDisplay.get()) {
+  markClass(kClassPane);
+  setId(id);
+  displayStack.push(ownDisplay.get());
+  if (zWindow* replaced = siblingById(id); replaced != nullptr) {
+    adoptFrom(*replaced);
+    placeholder.reset(replaced);
+    XtInsertEventHandler(mainWidget, ExposureMask, True, zPaneExposeProc, this, XtListHead);
+    ownDisplay->setXWindow(XtWindow(mainWidget));
+  }
+}
+
+zPane::~zPane() {
+  if (mainWidget != nullptr && !hasState(kWidgetGone)) {
+    XtRemoveEventHandler(mainWidget, ExposureMask, True, zPaneExposeProc, this);
+  }
+}
+
+void zPane::createWidgets() {
+  zPoint pos = sizer()->pos();
+  zDimension size = sizer()->size();
+  if (pos.x == kNotSet && pos.y == kNotSet) {
+    pos = {};
+  }
+  // A size that was not set counts as too large, too.
+  if (size.width > kLargestExtent || size.height > kLargestExtent) {
+    size = {theScreen().screenWidth, theScreen().screenHeight};
+  }
+  const bool traversal = (style() & kStyleTabStop) != 0;
+  mainWidget = XtVaCreateWidget(
+      widgetName.c_str(), xmDrawingAreaWidgetClass, parent()->widget(), XmNx, pos.x, XmNy, pos.y,
+      XmNwidth, std::max(size.width, 1), XmNheight, std::max(size.height, 1), XmNresizePolicy,
+      XmRESIZE_NONE, XmNuserData, this, XmNmarginHeight, 0, XmNmarginWidth, 0, XmNborderWidth, 0,
+      XmNtraversalOn, traversal ? True : False, nullptr);
+  if (background() != kNoBackground) {
+    XtVaSetValues(mainWidget, XmNbackground, static_cast<Pixel>(background()), nullptr);
+  }
+  if (traversal) {
+    XtVaSetValues(mainWidget, XmNnavigationType, XmEXCLUSIVE_TAB_GROUP, nullptr);
+  } else {
+    XtVaSetValues(mainWidget, XmNtraversalOn, False, nullptr);
+  }
+  createScrollBars();
+  XtAddEventHandler(mainWidget, kWindowEventMask, False, zWindowEventProc,
+                    static_cast<zWindow*>(this));
+  XtInsertEventHandler(mainWidget, ExposureMask, True, zPaneExposeProc, this, XtListHead);
+  ownDisplay->setXWindow(XtWindow(mainWidget));
+  if (parent()->fontObject() != nullptr) {
+    setFont(parent()->fontHandle(), 0);
+  }
+}
+
+void zPane::createScrollBars() {
+  // The bars are siblings of the pane.
+  Widget holder = parent()->widget();
+  if ((style() & (kStyleVertScroll | kStyleHorzScroll)) != 0) {
+    scrollClip = mainWidget;
+  }
+  if ((style() & kStyleVertScroll) != 0) {
+    vertScrollWidget = createScrollBar(holder, "ScrollbarV", XmVERTICAL, zVertScrollProc, this);
+  }
+  if ((style() & kStyleHorzScroll) != 0) {
+    horzScrollWidget = createScrollBar(holder, "ScrollbarH", XmHORIZONTAL, zHorzScrollProc, this);
+  }
+}
+
+zDimension zPane::scrollBarExtents() const {
+  return {realExtent(vertScrollWidget, true), realExtent(horzScrollWidget, false)};
+}
+
+void zPane::moveResize(int x, int y, int width, int height) {
+  if (width == 0 || height == 0 || mainWidget == nullptr) {
+    return;
+  }
+  if (vertScrollWidget != nullptr || horzScrollWidget != nullptr) {
+    placeWithScrollBars(x, y, width, height);
+    return;
+  }
+  configure(mainWidget, x, y, width, height);
+  Position tookX = 0;
+  Position tookY = 0;
+  Dimension tookWidth = 0;
+  Dimension tookHeight = 0;
+  XtVaGetValues(mainWidget, XmNx, &tookX, XmNy, &tookY, XmNwidth, &tookWidth, XmNheight,
+                &tookHeight, nullptr);
+  sizer()->setPos({tookX, tookY});
+  sizer()->setSize({tookWidth, tookHeight});
+}
+
+void zPane::placeWithScrollBars(int x, int y, int width, int height) {
+  const zDimension bar = scrollBarExtents();
+  if (horzScrollWidget != nullptr) {
+    configure(horzScrollWidget, x, y + height - bar.height, width - bar.width, bar.height);
+  }
+  if (vertScrollWidget != nullptr) {
+    configure(vertScrollWidget, x + width - bar.width, y, bar.width, height - bar.height);
+  }
+  configure(mainWidget, x, y, width - bar.width, height - bar.height);
+  sizer()->setPos({x, y});
+  sizer()->setSize({width, height});
+}
+
+void zPane::getExterior(zRect& rect) {
+  zWindow::getExterior(rect);
+  if (isRealized()) {
+    const zDimension bar = scrollBarExtents();
+    rect.right += bar.width;
+    rect.bottom += bar.height;
+  }
+}
+
+void zPane::setShowState(int state) {
+  for (Widget bar : {vertScrollWidget, horzScrollWidget}) {
+    if (bar == nullptr) {
+      continue;
+    }
+    if (state != kShowHide) {
+      XtManageChild(bar);
+    } else {
+      XtUnmanageChild(bar);
+    }
+  }
+  zWindow::setShowState(state);
+}
+
+void zPane::show(int state) {
+  const bool wasShown = hasState(kShown);
+  zChildWin::show(state);
+  sizer()->update(nullptr);
+  if (vertScrollWidget == nullptr && horzScrollWidget == nullptr) {
+    return;
+  }
+  const zRect outer = sizer()->rect();
+  moveResize(outer.left, outer.top, outer.width(), outer.height());
+  if (!wasShown) {
+    setShowState(state);
+  }
+}
+
+int zPane::focus(zEvent* /*event*/) {
+  return 0;
+}
+
+void zPane::setBackground(const zColor& colour) {
+  zWindow::setBackground(colour);
+  ownDisplay->setBackgroundBrush(std::make_unique<zBrush>(colour));
+}
+
+void zPane::setFont(const zRCFont& newFont, int redraw) {
+  zChildWin::setFont(newFont, redraw);
+  ownDisplay->setFont(fontHandle());
+}
+
+int zPane::scroll(zEvent* event) {
+  if (scroller != nullptr) {
+    return scroller->dispatchScroll(event);
+  }
+  if (event->wparam != kScrollEnd) {
+    return 0;
+  }
+  const zPoint origin = currentDisplay->currentOrigin();
+  const zPoint wanted = {horzBar() == nullptr ? -origin.x : horzBar()->position(),
+                         vertBar() == nullptr ? -origin.y : vertBar()->position()};
+  const int dx = -wanted.x - origin.x;
+  const int dy = -wanted.y - origin.y;
+  if (dx != 0 || dy != 0) {
+    currentDisplay->setOrigin({-wanted.x, -wanted.y});
+    scrollRect(dx, dy, zRect(zPoint{}, {theScreen().screenWidth, theScreen().screenHeight}));
+    update();
+  }
+  return 0;
+}
+
+void zPane::pushDisplay(zDisplay* display) {
+  displayStack.push(display);
+  currentDisplay = display;
+}
+
+void zPane::popDisplay() {
+  displayStack.pop();
+  currentDisplay = displayStack.isEmpty() ? ownDisplay.get() : displayStack.top();
+}
+
+zWindow* zPane::siblingById(int id) {
+  zWindowDlist::Iter walk(parent()->children());
+  while (zWindow* child = walk.next()) {
+    if (child != this && child->id() == id) {
+      return child;
+    }
+  }
+  return nullptr;
+}
+
+zPaneControl::zPaneControl(zWindow* parent, zSizer* sizer, std::uint32_t style, int id,
+                           Create create)
+    : zPane(parent, sizer, style, id, create) {
+  markClass(kClassCtrlPane);
+  setBackground(kFurnitureGrey);
+}
+
+int zPaneControl::handle(zEvent* event) {
+  return event->message == kMsgEnable ? enableChanged(static_cast<int>(event->wparam)) : 0;
+}
+
+void zPaneControl::notifyParent(int code) {
+  zEvent event = zEvent::of(kMsgCommand, id(), this);
+  event.lparam = code;
+  if (parent() != nullptr) {
+    zDispatch(event, parent());
+  }
+}
+
+int zPaneControl::enableChanged(int /*enabled*/) {
+  return 0;
+}

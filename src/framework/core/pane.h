@@ -1,0 +1,77 @@
+#pragma once
+
+#include <memory>
+
+#include "framework/core/child.h"
+#include "framework/draw/win_display.h"
+
+/// A child window on which the program draws, an XmDrawingArea. It owns a display that is ready
+/// from the first exposure on, and paints a whole burst of exposures in one draw.
+class zPane : public zChildWin, public ziDisplayOwner {
+ public:
+  static constexpr int kClassNumber = kClassPane;
+
+  enum Create : int { kCreateLater = 0, kCreateNow = 1 };
+
+  zPane(zWindow* parent, zSizer* sizer, std::uint32_t style, int id, Create create = kCreateNow);
+  /// Adoption: takes the place, the widget and all properties of the parent's child `id`, which
+  /// lives on as placeholder and dies with this pane.
+  zPane(zWindow* parent, int id);
+  ~zPane() override;
+
+  /// Paints; called with the display locked on the exposed region.
+  virtual int draw(zEvent* event);
+  /// The display has become ready: the first exposure is here.
+  virtual void displayReady();
+  virtual void scrollRect(int dx, int dy, const zRect& rect);
+
+  int scroll(zEvent* event) override;
+  int focus(zEvent* event) override;
+  void setBackground(const zColor& colour) override;
+  void show(int state = kShowNormal) override;
+  void update() override;
+  void setShowState(int state) override;
+  void createWidgets() override;
+  void getExterior(zRect& rect) override;
+  void moveResize(int x, int y, int width, int height) override;
+  void setFont(const zRCFont& newFont, int redraw) override;
+  void invalidate(zRect* rect, int erase) override;
+  void invalidateRegion(zRegion* region, int erase) override;
+
+  /// The display now in force, normally the pane's own.
+  zDisplay* display() const { return currentDisplay; }
+  void pushDisplay(zDisplay* display);
+  void popDisplay();
+
+ private:
+  friend class ziPaneEvents;
+
+  // What the display asks.
+  Window displayWindow() const override;
+  unsigned long backgroundPixel() const override;
+  int displayPaintLock() const override;
+  zRCFont displayFont() const override;
+  zDimension clientSize() const override;
+
+  zWindow* siblingById(int id);
+  void createScrollBars();
+  void placeWithScrollBars(int x, int y, int width, int height);
+  zDimension scrollBarExtents() const;
+
+  std::unique_ptr<zWinDisplay> ownDisplay;
+  zDisplay* currentDisplay;
+  zDisplayStack displayStack;
+  std::unique_ptr<zWindow> placeholder;
+};
+
+/// A grey pane that reports to its parent, used by the window furniture.
+class zPaneControl : public zPane {
+ public:
+  zPaneControl(zWindow* parent, zSizer* sizer, std::uint32_t style, int id,
+               Create create = kCreateNow);
+
+  int handle(zEvent* event) override;
+  /// Sends the parent a command with this pane's id and `code`.
+  void notifyParent(int code);
+  virtual int enableChanged(int enabled);
+};

@@ -1,0 +1,196 @@
+// Painting of panes: one draw for a whole burst of exposures and recorded rectangles.
+
+#include <algorithm>
+#include <cstdlib>
+#include <utility>
+
+#include "framework/core/pane.h"
+#include "framework/core/pane_events_xm.h"
+#include "framework/draw/region.h"
+#include "framework/draw/screen.h"
+
+namespace {
+
+// A rectangle of all zeros stands for the whole window.
+zRect exposedRect(const XEvent& event, const zDimension& whole) {
+  zRect rect;
+  if (event.type == Expose) {
+    const XExposeEvent& e = event.xexpose;
+    rect = zRect(zPoint{e.x, e.y}, zDimension{e.width, e.height});
+  } else {
+    const XGraphicsExposeEvent& e = event.xgraphicsexpose;
+    rect = zRect(zPoint{e.x, e.y}, zDimension{e.width, e.height});
+  }
+  return rect.isZero() ? zRect(zPoint{}, whole) : rect;
+}
+
+// Takes all exposures of the window that wait in the queue.
+void addQueuedExposures(Display* display, Window window, const zDimension& whole, zRegion& region) {
+  bool found = true;
+  while (found) {
+    found = false;
+    for (const int type : {Expose, GraphicsExpose}) {
+      XEvent queued;
+      while (XCheckTypedWindowEvent(display, window, type, &queued) != False) {
+        region.add(exposedRect(queued, whole));
+        found = true;
+      }
+    }
+  }
+}
+
+}  // namespace
+
+/// The paint procedure's view of a pane.
+class ziPaneEvents {
+ public:
+  static void expose(zPane& pane, XEvent& event);
+
+ private:
+  static void makeReady(zPane& pane, const XEvent& event);
+};
+
+void ziPaneEvents::makeReady(zPane& pane, const XEvent& event) {
+  XWindowAttributes attributes;
+  if (XGetWindowAttributes(event.xany.display, event.xany.window, &attributes) != 0 &&
+      pane.vertScrollWidget == nullptr && pane.horzScrollWidget == nullptr) {
+    pane.sizer()->setPos({attributes.x, attributes.y});
+    pane.sizer()->setSize({attributes.width, attributes.height});
+  }
+  pane.ownDisplay->makeReady(event.xany.display, event.xany.window);
+  pane.displayReady();
+}
+
+void ziPaneEvents::expose(zPane& pane, XEvent& event) {
+  if (!pane.ownDisplay->isReady()) {
+    makeReady(pane, event);
+  }
+  const zDimension whole = pane.clientSize();
+  zRegion region;
+  region.add(exposedRect(event, whole));
+  addQueuedExposures(event.xany.display, event.xany.window, whole, region);
+  const bool isPushed = pane.currentDisplay != pane.ownDisplay.get();
+  if (isPushed) {
+    pane.pushDisplay(pane.ownDisplay.get());
+  }
+  const ziAlive alive(&pane);
+  pane.ownDisplay->takeInvalidRects(region);
+  pane.ownDisplay->beginPaint(std::move(region));
+  zEvent paint;
+  paint.xevent = &event;
+  paint.window = &pane;
+  pane.draw(&paint);
+  if (!alive) {
+    return;
+  }
+  pane.ownDisplay->endPaint();
+  if (isPushed) {
+    pane.popDisplay();
+  }
+}
+
+void zPaneExposeProc(Widget /*widget*/, XtPointer client, XEvent* event, Boolean* /*toWidget*/) {
+  if (event->type != Expose && event->type != GraphicsExpose) {
+    return;
+  }
+  if (client == nullptr) {
+    const XExposeEvent& e = event->xexpose;
+    XClearArea(e.display, e.window, e.x, e.y, static_cast<unsigned>(e.width),
+               static_cast<unsigned>(e.height), False);
+    return;
+  }
+  ziPaneEvents::expose(*static_cast<zPane*>(client), *event);
+}
+
+int zPane::draw(zEvent* /*event*/) {
+  currentDisplay->lock();
+  currentDisplay->unlock();
+  return 0;
+}
+
+void zPane::displayReady() {}
+
+void zPane::update() {
+  if (!isRealized() || !ownDisplay->hasInvalidRects()) {
+    zWindow::update();
+    return;
+  }
+  const zRect first = ownDisplay->firstInvalidRect();
+  XEvent event = {};
+  event.xexpose.type = Expose;
+  event.xexpose.display = XtDisplay(mainWidget);
+  event.xexpose.window = XtWindow(mainWidget);
+  event.xexpose.x = first.left;
+  event.xexpose.y = first.top;
+  event.xexpose.width = first.width();
+  event.xexpose.height = first.height();
+  ziPaneEvents::expose(*this, event);
+  XFlush(XtDisplay(mainWidget));
+}
+
+void zPane::invalidate(zRect* rect, int erase) {
+  currentDisplay->invalidate(rect, erase);
+}
+
+void zPane::invalidateRegion(zRegion* region, int erase) {
+  currentDisplay->invalidateRegion(region, erase);
+}
+
+void zPane::scrollRect(int dx, int dy, const zRect& rect) {
+  update();
+  if (!isRealized()) {
+    return;
+  }
+  zRect area = rect;
+  const zRect everything(zPoint{}, {theScreen().screenWidth, theScreen().screenHeight});
+  if (rect == everything) {
+    area = zRect(zPoint{}, clientSize());
+  }
+  const zRect source(zPoint{area.left + (dx < 0 ? -dx : 0), area.top + (dy < 0 ? -dy : 0)},
+                     area.size());
+  ownDisplay->copyArea(source, {area.left + (dx > 0 ? dx : 0), area.top + (dy > 0 ? dy : 0)});
+  const auto freeStrip = [this](zRect strip) {
+    XClearArea(XtDisplay(mainWidget), XtWindow(mainWidget), strip.left, strip.top,
+               static_cast<unsigned>(strip.width()), static_cast<unsigned>(strip.height()), True);
+    ownDisplay->invalidate(&strip, 0);
+  };
+  if (dx != 0) {
+    const int width = std::min(std::abs(dx), area.width());
+    const int left = dx > 0 ? area.left : area.right - width;
+    freeStrip(zRect(zPoint{left, area.top}, zDimension{width, area.height()}));
+  }
+  if (dy != 0) {
+    const int height = std::min(std::abs(dy), area.height());
+    const int top = dy > 0 ? area.top : area.bottom - height;
+    freeStrip(zRect(zPoint{area.left, top}, zDimension{area.width(), height}));
+  }
+}
+
+Window zPane::displayWindow() const {
+  return isRealized() ? XtWindow(mainWidget) : None;
+}
+
+unsigned long zPane::backgroundPixel() const {
+  Pixel pixel = 0;
+  if (mainWidget != nullptr) {
+    XtVaGetValues(mainWidget, XmNbackground, &pixel, nullptr);
+  }
+  return pixel;
+}
+
+int zPane::displayPaintLock() const {
+  return static_cast<int>(paintLock);
+}
+
+zRCFont zPane::displayFont() const {
+  if (!fontHandle().isEmpty() || parent() == nullptr) {
+    return fontHandle();
+  }
+  return parent()->fontHandle();
+}
+
+zDimension zPane::clientSize() const {
+  const zDimension bar = scrollBarExtents();
+  const zDimension size = sizer()->size();
+  return {size.width - bar.width, size.height - bar.height};
+}

@@ -1,0 +1,261 @@
+// zWindow: construction, destruction, the window tree and the plain properties. The road of events
+// is in window_dispatch.cpp and window_events.cpp, geometry and appearance in window_geometry.cpp.
+
+#include "framework/core/window.h"
+
+#include <utility>
+
+#include "framework/core/application.h"
+#include "framework/core/window_events_xm.h"
+
+namespace {
+
+constexpr unsigned long kFocusDelayMs = 150;
+
+}  // namespace
+
+ziAlive::ziAlive(zWindow* watched) : window(watched), next(nullptr) {
+  if (window != nullptr) {
+    next = std::exchange(window->watchers, this);
+  }
+}
+
+ziAlive::~ziAlive() {
+  if (window == nullptr) {
+    return;
+  }
+  ziAlive** link = &window->watchers;
+  while (*link != this) {
+    link = &(*link)->next;
+  }
+  *link = next;
+}
+
+zWindow::zWindow(zWindow* parent, zSizer* sizer, std::uint32_t style)
+    : ownSizer(sizer != nullptr ? sizer : new zSizer(nullptr)),
+      styleBits(style | kStyleEveryWindow),
+      parentWindow(parent) {
+  markClass(kClassWindow);
+  ownSizer->setWindow(this);
+  if (parentWindow != nullptr) {
+    parentWindow->childWindows.append(this);
+  }
+}
+
+zWindow::~zWindow() {
+  setState(kDeleteOnUnmap, false);
+  cancelFocusTimer();
+  forgetFocusWindow(this);
+  for (ziAlive* watcher = watchers; watcher != nullptr; watcher = watcher->next) {
+    watcher->window = nullptr;
+  }
+  if (parentWindow != nullptr) {
+    parentWindow->childWindows.remove(this);
+  }
+  while (zWindow* child = childWindows.popFront()) {
+    child->parentWindow = nullptr;
+    delete child;
+  }
+  destroyWidgets();
+}
+
+void zWindow::destroyWidgets() {
+  if (mainWidget == nullptr) {
+    return;
+  }
+  XtRemoveEventHandler(mainWidget, kWindowEventMask, False, zWindowEventProc, this);
+  if (vertScrollWidget != nullptr) {
+    removeScrollCallbacks(vertScrollWidget, zVertScrollProc, this);
+  }
+  if (horzScrollWidget != nullptr) {
+    removeScrollCallbacks(horzScrollWidget, zHorzScrollProc, this);
+  }
+  if (hasState(kWidgetGone)) {
+    return;
+  }
+  for (Widget bar : {vertScrollWidget, horzScrollWidget}) {
+    if (bar != nullptr) {
+      XtDestroyWidget(bar);
+    }
+  }
+  setState(kWidgetGone, true);
+  XtUnmanageChild(mainWidget);
+  destroyWidgetDeferred(mainWidget);
+}
+
+bool zWindow::isRealized() const {
+  return mainWidget != nullptr && XtIsRealized(mainWidget);
+}
+
+void zWindow::sizerReplaced(zSizer& newSizer) {
+  static_cast<void>(ownSizer.release());
+  ownSizer.reset(&newSizer);
+}
+
+zWindow* zWindow::nextSibling() {
+  if (parentWindow == nullptr) {
+    return this;
+  }
+  zWindow* first = nullptr;
+  bool passedThis = false;
+  zWindowDlist::Iter walk(parentWindow->childWindows);
+  while (zWindow* child = walk.next()) {
+    if (passedThis) {
+      return child;
+    }
+    first = first == nullptr ? child : first;
+    passedThis = child == this;
+  }
+  return first;
+}
+
+zWindow* zWindow::previousSibling() {
+  if (parentWindow == nullptr) {
+    return this;
+  }
+  zWindow* previous = nullptr;
+  zWindowDlist::Iter walk(parentWindow->childWindows);
+  while (zWindow* child = walk.next()) {
+    if (child == this && previous != nullptr) {
+      return previous;
+    }
+    previous = child;
+  }
+  return previous;
+}
+
+zWindow* zWindow::childById(int childId) {
+  zWindowDlist::Iter walk(childWindows);
+  while (zWindow* child = walk.next()) {
+    if (child->windowId == childId) {
+      return child;
+    }
+  }
+  return nullptr;
+}
+
+zWindow* zWindow::defaultButton() {
+  constexpr std::uint32_t kDefaultPushButton = 1;
+  zWindowDlist::Iter walk(childWindows);
+  while (zWindow* child = walk.next()) {
+    if (child->isA(kClassButton) && (child->styleBits & kStyleSubtypeMask) == kDefaultPushButton) {
+      return child;
+    }
+  }
+  return nullptr;
+}
+
+void zWindow::setCursor(const zCursor& newCursor) {
+  cursor = std::make_unique<zCursor>(newCursor);
+  if (isRealized() && cursor->xCursor() != None) {
+    XDefineCursor(XtDisplay(mainWidget), XtWindow(mainWidget), cursor->xCursor());
+    XFlush(XtDisplay(mainWidget));
+  }
+}
+
+void zWindow::startFocusTimer() {
+  cancelFocusTimer();
+  if (const zApp* app = zApp::instance(); app != nullptr) {
+    focusTimer = XtAppAddTimeOut(app->context(), kFocusDelayMs, focusTimerFired, this);
+  }
+}
+
+void zWindow::cancelFocusTimer() {
+  if (focusTimer != 0) {
+    XtRemoveTimeOut(std::exchange(focusTimer, 0));
+  }
+}
+
+void zWindow::focusTimerFired(void* client, unsigned long* /*timerId*/) {
+  auto* window = static_cast<zWindow*>(client);
+  window->focusTimer = 0;
+  Widget target = window->inner != nullptr ? window->inner : window->mainWidget;
+  if (target != nullptr) {
+    // Twice on purpose: with nested managers the first call only wakes the outer one.
+    XmProcessTraversal(target, XmTRAVERSE_CURRENT);
+    XmProcessTraversal(target, XmTRAVERSE_CURRENT);
+  }
+}
+
+int zWindow::childrenValid() {
+  zWindowDlist::Iter walk(childWindows);
+  while (zWindow* child = walk.next()) {
+    if (!child->isEnabled() || child->childrenValid() != 0) {
+      continue;
+    }
+    if (child->focusInvalidChild(child) == 0 && child->parentWindow != nullptr) {
+      child->parentWindow->focusInvalidChild(child);
+    }
+    return 0;
+  }
+  return 1;
+}
+
+int zWindow::storeChildren() {
+  if (childrenValid() == 0) {
+    return 0;
+  }
+  zWindowDlist::Iter walk(childWindows);
+  while (zWindow* child = walk.next()) {
+    if (child->isEnabled()) {
+      child->storeChildren();
+    }
+  }
+  return 1;
+}
+
+int zWindow::focusInvalidChild(zWindow* child) {
+  if (child == this) {
+    return 0;
+  }
+  child->startFocusTimer();
+  return 1;
+}
+
+int zWindow::childFocusChanged(zWindow* /*previous*/, zWindow* /*current*/) {
+  return 1;
+}
+
+void zWindow::adoptFrom(zWindow& other) {
+  // This window takes the other's place among the children; the other leaves the tree.
+  parentWindow->childWindows.remove(this);
+  parentWindow->childWindows.replace(&other, this);
+  other.parentWindow = nullptr;
+  std::swap(ownSizer, other.ownSizer);
+  ownSizer->setWindow(this);
+  other.ownSizer->setWindow(&other);
+  text = other.text;
+  styleBits = other.styleBits;
+  classNameText = other.classNameText;
+  backPixel = other.backPixel;
+  backgroundRgb = other.backgroundRgb;
+  handlerMask |= other.handlerMask;
+  scroller = std::exchange(other.scroller, nullptr);
+  cursor = std::move(other.cursor);
+  vertScroll = std::move(other.vertScroll);
+  horzScroll = std::move(other.horzScroll);
+  if (other.handlers != nullptr) {
+    ensureHandlers().takeFrom(*other.handlers);
+  }
+  if (other.ctrlHandlers != nullptr) {
+    ensureCtrlHandlers().takeFrom(*other.ctrlHandlers);
+  }
+  adoptWidgets(other);
+}
+
+void zWindow::adoptWidgets(zWindow& other) {
+  mainWidget = std::exchange(other.mainWidget, nullptr);
+  scrollClip = std::exchange(other.scrollClip, nullptr);
+  vertScrollWidget = std::exchange(other.vertScrollWidget, nullptr);
+  horzScrollWidget = std::exchange(other.horzScrollWidget, nullptr);
+  XtRemoveEventHandler(mainWidget, kWindowEventMask, False, zWindowEventProc, &other);
+  XtAddEventHandler(mainWidget, kWindowEventMask, False, zWindowEventProc, this);
+  if (vertScrollWidget != nullptr) {
+    removeScrollCallbacks(vertScrollWidget, zVertScrollProc, &other);
+    addScrollCallbacks(vertScrollWidget, zVertScrollProc, this);
+  }
+  if (horzScrollWidget != nullptr) {
+    removeScrollCallbacks(horzScrollWidget, zHorzScrollProc, &other);
+    addScrollCallbacks(horzScrollWidget, zHorzScrollProc, this);
+  }
+}

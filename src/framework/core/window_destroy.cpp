@@ -1,0 +1,70 @@
+// Deferred destruction: a widget may not be destroyed inside its own event or callback, so it dies
+// by a message that the program sends to itself.
+
+#include <cstring>
+
+#include "framework/core/application.h"
+#include "framework/core/frame.h"
+#include "framework/core/window_events_xm.h"
+
+namespace {
+
+Atom destroyerAtom = None;
+Widget hookedShell = nullptr;
+
+void destroyerProc(Widget /*shell*/, XtPointer /*data*/, XEvent* event, Boolean* /*toWidget*/) {
+  if (event->type != ClientMessage || event->xclient.message_type != destroyerAtom) {
+    return;
+  }
+  Widget widget = nullptr;
+  std::memcpy(&widget, event->xclient.data.b, sizeof widget);
+  XtDestroyWidget(widget);
+}
+
+void forgetShell(Widget /*shell*/, XtPointer /*data*/, XtPointer /*callData*/) {
+  hookedShell = nullptr;
+}
+
+// The main window's shell outlives all others, so the message cannot get lost with a dialog.
+Widget carrierShell() {
+  const zApp* app = zApp::instance();
+  if (app == nullptr) {
+    return nullptr;
+  }
+  return app->mainWindow() != nullptr ? app->mainWindow()->shell() : app->topShell();
+}
+
+bool hookShell(Widget shell) {
+  if (destroyerAtom == None) {
+    destroyerAtom = XInternAtom(XtDisplay(shell), "ZAPP_DEFERED_DESTROYER", False);
+  }
+  if (destroyerAtom == None) {
+    return false;
+  }
+  if (hookedShell != shell) {
+    XtAddEventHandler(shell, NoEventMask, True, destroyerProc, nullptr);
+    XtAddCallback(shell, const_cast<char*>(XmNdestroyCallback), forgetShell, nullptr);
+    hookedShell = shell;
+  }
+  return true;
+}
+
+}  // namespace
+
+void destroyWidgetDeferred(Widget widget) {
+  XtUnrealizeWidget(widget);
+  XFlush(XtDisplay(widget));
+  Widget shell = carrierShell();
+  if (shell == nullptr || !XtIsRealized(shell) || !hookShell(shell)) {
+    XtDestroyWidget(widget);
+    return;
+  }
+  XEvent message = {};
+  message.xclient.type = ClientMessage;
+  message.xclient.window = XtWindow(shell);
+  message.xclient.message_type = destroyerAtom;
+  message.xclient.format = 8;
+  static_assert(sizeof widget <= sizeof message.xclient.data.b);
+  std::memcpy(message.xclient.data.b, &widget, sizeof widget);
+  XSendEvent(XtDisplay(shell), XtWindow(shell), True, NoEventMask, &message);
+}

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <Xm/XmAll.h>
+
+#include "framework/core/event.h"
+#include "support/geometry.h"
+
+/// The Xt procedures through which X events become framework events.
+
+/// Every event but exposures and hints: for the windows' own widgets.
+inline constexpr EventMask kWindowEventMask = 0x1f7ff7f;
+/// The same without focus changes: a frame's board, whose shell gets those.
+inline constexpr EventMask kFrameEventMask = kWindowEventMask & ~FocusChangeMask;
+
+/// Turns an X event of `widget` into a zEvent and offers it to the zWindow in `window`. Other
+/// handlers on the widget still run. The window may be gone afterwards.
+void zWindowEventProc(Widget widget, XtPointer window, XEvent* event, Boolean* toWidget);
+
+/// Callbacks of a window's own scroll bars; `window` is the zWindow.
+void zVertScrollProc(Widget bar, XtPointer window, XtPointer data);
+void zHorzScrollProc(Widget bar, XtPointer window, XtPointer data);
+
+/// Adds (removes) `procedure` on the eight callbacks of a scroll bar widget.
+void addScrollCallbacks(Widget bar, XtCallbackProc procedure, XtPointer window);
+void removeScrollCallbacks(Widget bar, XtCallbackProc procedure, XtPointer window);
+
+/// The character (or the keysym, when there is none) and the keysym of a key event.
+struct zKeyLookup {
+  long keysym = 0;
+  long character = 0;    ///< the first byte, sign-extended; 0 when there is none
+  bool hasText = false;  ///< the lookup gave at least one byte
+
+  long code() const { return character != 0 ? character : keysym; }
+};
+zKeyLookup lookUpKey(XKeyEvent& event);
+
+/// The size that a ConfigureNotify, real or synthetic, tells; `otherwise` for any other event.
+zDimension configuredSize(const zEvent* event, const zDimension& otherwise);
+/// Writes a height back into such an event.
+void setConfiguredHeight(zEvent& event, int height);
+
+/// A dying window is no more the one that had the focus last.
+void forgetFocusWindow(const zWindow* window);
+
+/// Destroys a widget safely from inside its own callback: it disappears now and is destroyed by a
+/// message that comes back through the event loop.
+void destroyWidgetDeferred(Widget widget);

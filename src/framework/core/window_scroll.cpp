@@ -1,0 +1,74 @@
+// A window's own scroll bars: their callbacks become scroll messages.
+
+#include "framework/core/window.h"
+#include "framework/core/window_events_xm.h"
+
+namespace {
+
+struct ScrollStep {
+  int code;
+  int position;
+};
+
+ScrollStep scrollStep(const XmScrollBarCallbackStruct& data, const ziScrollBar& bar) {
+  switch (data.reason) {
+    case XmCR_INCREMENT:
+      return {kScrollLineDown, bar.position() + bar.lineStep()};
+    case XmCR_DECREMENT:
+      return {kScrollLineUp, bar.position() - bar.lineStep()};
+    case XmCR_PAGE_INCREMENT:
+      return {kScrollPageDown, bar.position() + bar.pageStep()};
+    case XmCR_PAGE_DECREMENT:
+      return {kScrollPageUp, bar.position() - bar.pageStep()};
+    case XmCR_TO_TOP:
+      return {kScrollTop, bar.minimum()};
+    case XmCR_TO_BOTTOM:
+      return {kScrollBottom, bar.maximum()};
+    case XmCR_DRAG:
+      return {kScrollThumbTrack, data.value};
+    default:
+      return {kScrollThumbPosition, data.value};
+  }
+}
+
+void scrollWindow(zWindow* window, ziScrollBar* bar, int message, XtPointer data) {
+  if (bar == nullptr) {
+    return;
+  }
+  const auto& call = *static_cast<XmScrollBarCallbackStruct*>(data);
+  const ScrollStep step = scrollStep(call, *bar);
+  zEvent event = zEvent::of(message, step.code);
+  event.xevent = call.event;
+  event.lparam = reinterpret_cast<std::intptr_t>(bar);
+  bar->setPosition(step.position);
+  window->scroll(&event);
+}
+
+constexpr const char* kScrollCallbacks[] = {
+    XmNvalueChangedCallback,  XmNincrementCallback, XmNdecrementCallback, XmNpageIncrementCallback,
+    XmNpageDecrementCallback, XmNtoTopCallback,     XmNtoBottomCallback,  XmNdragCallback,
+};
+
+}  // namespace
+
+void zVertScrollProc(Widget /*bar*/, XtPointer client, XtPointer data) {
+  auto* window = static_cast<zWindow*>(client);
+  scrollWindow(window, window->vertBar(), kMsgVertScroll, data);
+}
+
+void zHorzScrollProc(Widget /*bar*/, XtPointer client, XtPointer data) {
+  auto* window = static_cast<zWindow*>(client);
+  scrollWindow(window, window->horzBar(), kMsgHorzScroll, data);
+}
+
+void addScrollCallbacks(Widget bar, XtCallbackProc procedure, XtPointer window) {
+  for (const char* name : kScrollCallbacks) {
+    XtAddCallback(bar, const_cast<char*>(name), procedure, window);
+  }
+}
+
+void removeScrollCallbacks(Widget bar, XtCallbackProc procedure, XtPointer window) {
+  for (const char* name : kScrollCallbacks) {
+    XtRemoveCallback(bar, const_cast<char*>(name), procedure, window);
+  }
+}

@@ -1,0 +1,57 @@
+#include "framework/core/x_settings.h"
+
+#include <cstdlib>
+#include <cstring>
+
+#include "framework/core/debug_out.h"
+
+#include <X11/Intrinsic.h>
+
+namespace {
+
+constexpr int kUnread = -1;
+constexpr int kUseChildMdiByDefault = 1;
+constexpr int kDebugLevelByDefault = 0;
+
+int asNumber(const std::string& text) {
+  const int number = std::atoi(text.c_str());
+  if (number == 0 && (text == "True" || text == "true")) {
+    return 1;
+  }
+  return number;
+}
+
+}  // namespace
+
+zXSettings g_XSettings;
+
+std::optional<std::string> readXResource(Display* display, const char* name,
+                                         const char* className) {
+  char* type = nullptr;
+  XrmValue value = {};
+  if (!XrmGetResource(XtDatabase(display), name, className, &type, &value) ||
+      value.addr == nullptr) {
+    return std::nullopt;
+  }
+  return std::string(value.addr, strnlen(value.addr, value.size));
+}
+
+std::optional<int> readXSetting(Display* display, const std::string& application, const char* key) {
+  const std::string path = application + "." + key;
+  const std::optional<std::string> text = readXResource(display, path.c_str(), path.c_str());
+  return text ? std::optional(asNumber(*text)) : std::nullopt;
+}
+
+void readXSettings(Display* display, const std::string& application) {
+  if (g_XSettings.useChildMdi == kUnread) {
+    g_XSettings.useChildMdi =
+        readXSetting(display, application, "useChildMDI").value_or(kUseChildMdiByDefault);
+  }
+  if (debugLevel() == kUnread) {
+    setDebugLevel(readXSetting(display, application, "debugOn").value_or(kDebugLevelByDefault));
+  }
+  g_XSettings.positionIsFrameWorkaround =
+      readXSetting(display, application, "positionIsFrameWorkaround").value_or(0) != 0;
+  g_XSettings.incFontInDialogBy =
+      readXSetting(display, application, "incFontInDialogBy").value_or(0);
+}

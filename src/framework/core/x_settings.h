@@ -1,0 +1,28 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "framework/draw/xtfwd.h"
+
+/// The framework's settings in the X resource database.
+
+/// The text of the resource `name` of class `className`; nothing when it is not set.
+std::optional<std::string> readXResource(Display* display, const char* name, const char* className);
+
+/// The value of the resource `application`.`key` (name and class alike) as a number: "True" and
+/// "true" count as 1, other text that is no number as 0; nothing when it is not set.
+std::optional<int> readXSetting(Display* display, const std::string& application, const char* key);
+
+/// Settings that the first frame reads and others ask for.
+struct zXSettings {
+  int useChildMdi = -1;                    ///< "%s.useChildMDI"; -1 until read
+  bool positionIsFrameWorkaround = false;  ///< "%s.positionIsFrameWorkaround"
+  int incFontInDialogBy = 0;               ///< "%s.incFontInDialogBy": points added to dialog fonts
+};
+
+extern zXSettings g_XSettings;
+
+/// Reads all of them, and the debug level, for the application `application`. The debug level and
+/// useChildMdi are read once; later calls leave them.
+void readXSettings(Display* display, const std::string& application);

@@ -1,0 +1,303 @@
+#include "framework/core/application.h"
+
+#include <gmock/gmock.h>
+
+#include <cstdlib>
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "framework/core/control_registry.h"
+#include "framework/core/debug_out.h"
+#include "framework/core/device.h"
+#include "framework/core/frame.h"
+#include "framework/core/messages.h"
+#include "framework/core/x_settings.h"
+#include "resources/command_ids.h"
+#include "resources/resource_ids.h"
+#include "tests/ui/app_object/loop_helpers.h"
+#include "tests/ui/app_object/x_faults.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+zApp& app() {
+  return *zApp::instance();
+}
+
+/// A main window that keeps what reaches it.
+class Frame : public zFrameWin {
+ public:
+  Frame() : zFrameWin(nullptr, nullptr, 0, "Test") {
+    for (const int message : {kMsgCommand, kMsgClose}) {
+      addPlainHandler(this, toHandler(&Frame::onMessage), message);
+    }
+  }
+  int close(zEvent* event) override {
+    seen.push_back("close " + std::to_string(event->message));
+    return closeAnswer;
+  }
+
+  std::vector<std::string> seen;
+  int handlerAnswer = 0;
+  int closeAnswer = 0;
+
+ private:
+  int onMessage(zEvent* event) {
+    seen.push_back(std::to_string(event->message) + " " + std::to_string(event->wparam) + " " +
+                   std::to_string(event->extra));
+    return handlerAnswer;
+  }
+};
+
+/// A menu bar with one item that is greyed or not.
+class Menu : public ziFrameMenu {
+ public:
+  explicit Menu(zWindow* owner) : ziFrameMenu(owner, 0) {}
+  int isItemEnabled(int id) const override { return id == greyed ? 0 : 1; }
+  int dispatch(zEvent* event) override {
+    seen.push_back(event->wparam);
+    return answer;
+  }
+
+  int greyed = 0;
+  int answer = 0;
+  std::vector<std::intptr_t> seen;
+};
+
+class Accelerators : public testing::Test {
+ protected:
+  Accelerators() { app().loadAccelerators(kAcceleratorsMain); }
+  ~Accelerators() override { app().loadAccelerators(0); }
+
+  static int press(const KeyPressEvent& key) {
+    zEvent event = zEvent::of(kMsgKeyDown, key.character);
+    event.lparam = key.keysym;
+    event.xevent = key.xevent();
+    return app().translateAccelerator(&event);
+  }
+
+  Frame frame;
+  const std::string openCommand = "273 " + std::to_string(kCommandOpen) + " 2";
+};
+
+TEST_F(Accelerators, SendTheirCommandToTheMainWindowsHandlersWhoeverTakesIt) {
+  EXPECT_EQ(press(KeyPressEvent("o", kKeyControl)), 1);
+  EXPECT_THAT(frame.seen, ElementsAre(openCommand));
+  EXPECT_EQ(press(KeyPressEvent("o", kKeyPlain)), 0);
+  EXPECT_EQ(press(KeyPressEvent("F2", kKeyPlain)), 0);
+  frame.handlerAnswer = 1;
+  EXPECT_EQ(press(KeyPressEvent("F3", kKeyPlain)), 1);
+  EXPECT_EQ(frame.seen.size(), 2U);
+}
+
+TEST_F(Accelerators, FireWithModifiersDownThatTheyDoNotAskFor) {
+  EXPECT_EQ(press(KeyPressEvent("o", kKeyControl | kKeyShift)), 1);
+  EXPECT_EQ(press(KeyPressEvent("o", kKeyControl | kKeyCapsLock)), 1);
+  EXPECT_EQ(press(KeyPressEvent("F3", kKeyControl | kKeyShift)), 1);
+  EXPECT_EQ(frame.seen.size(), 3U);
+}
+
+TEST_F(Accelerators, AreSilentInAModalDialogAndWithoutATable) {
+  {
+    const zApp::ModalScope modal;
+    EXPECT_EQ(press(KeyPressEvent("o", kKeyControl)), 0);
+  }
+  EXPECT_EQ(app().loadAccelerators(kAcceleratorsMain + 1), 0);
+  EXPECT_EQ(press(KeyPressEvent("o", kKeyControl)), 0);
+  EXPECT_THAT(frame.seen, IsEmpty());
+  EXPECT_EQ(app().loadAccelerators(kAcceleratorsMain), 1);
+  EXPECT_EQ(press(KeyPressEvent("o", kKeyControl)), 1);
+}
+
+TEST_F(Accelerators, AskTheMenuFirstAndRespectItsGreyedItems) {
+  auto owned = std::make_unique<Menu>(&frame);
+  Menu& menu = *owned;
+  frame.setMenu(std::move(owned));
+  menu.greyed = kCommandOpen;
+  EXPECT_EQ(press(KeyPressEvent("o", kKeyControl)), 0);
+  EXPECT_THAT(menu.seen, IsEmpty());
+  menu.greyed = 0;
+  menu.answer = 1;
+  EXPECT_EQ(press(KeyPressEvent("o", kKeyControl)), 1);
+  EXPECT_THAT(menu.seen, ElementsAre(kCommandOpen));
+  EXPECT_THAT(frame.seen, IsEmpty());
+  menu.answer = 0;
+  EXPECT_EQ(press(KeyPressEvent("o", kKeyControl)), 1);
+  EXPECT_THAT(frame.seen, ElementsAre(openCommand));
+}
+
+TEST(Quit, IsRefusedByAHandlerOrByTheMainWindow) {
+  Frame frame;
+  frame.handlerAnswer = 1;
+  app().quit();
+  app().closeMainWindow();
+  EXPECT_THAT(frame.seen, ElementsAre("16 0 0", "16 0 0"));
+  frame.seen.clear();
+  frame.handlerAnswer = 0;
+  frame.closeAnswer = 1;
+  app().quit();
+  app().closeMainWindow();
+  EXPECT_THAT(frame.seen, ElementsAre("16 0 0", "close 16", "16 0 0", "close 16"));
+  EXPECT_TRUE(app().isRunning());
+}
+
+// Run in processes of their own, which end.
+class LoopEndDeathTest : public testing::Test {
+ protected:
+  LoopEndDeathTest() { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
+};
+
+const auto kOrdinaryEnd = testing::ExitedWithCode(EXIT_SUCCESS);
+
+/// Runs `appMain` with an application of its own, whose loop nothing wakes but what the test does.
+void runApplication(void (*appMain)(zApp* app)) {
+  char name[] = "nelkvui";
+  char* arguments[] = {name, nullptr};
+  endProcessLater();
+  std::exit(runProcess(1, arguments, appMain));
+}
+
+void quitInIdlePass(zApp* app) {
+  Frame frame;
+  Owner quits([] {
+    zApp::instance()->quit();
+    return 0;
+  });
+  app->idleList()->add(&quits, &Owner::run);
+  app->go();
+  app->go();
+  app->idleList()->remove(&quits, &Owner::run);
+  std::cerr << "runs " << quits.runs << ", " << frame.seen.back();
+}
+
+TEST_F(LoopEndDeathTest, ComesAtOnceWhenAnIdleHandlerQuits) {
+  EXPECT_EXIT(runApplication(quitInIdlePass), kOrdinaryEnd, "^runs 1, close 16$");
+}
+
+void stopInNestedLoop(zApp* app) {
+  Owner nests([] {
+    zApp::instance()->pumpWhile([] { return true; });
+    std::cerr << "inner loop ended";
+    return 0;
+  });
+  Owner stops([] {
+    zApp::instance()->stop();
+    return 0;
+  });
+  const zTimer outer(&nests, &Owner::run, 1, zTimer::kOnce);
+  const zTimer inner(&stops, &Owner::run, 20, zTimer::kOnce);
+  app->go();
+}
+
+TEST_F(LoopEndDeathTest, ReachesTheLoopsInsideToo) {
+  EXPECT_EXIT(runApplication(stopInNestedLoop), kOrdinaryEnd, "^inner loop ended$");
+}
+
+void raiseInLoop(zApp* app) {
+  Owner fails([] {
+    raiseXtWarning("odd");
+    raiseXtError("broken");
+    return 0;
+  });
+  const zTimer timer(&fails, &Owner::run, 1, zTimer::kOnce);
+  app->go();
+}
+
+// Xt crashes when an error handler returns.
+TEST_F(LoopEndDeathTest, AnErrorOfTheToolkitEndsTheProcessAndAWarningDoesNot) {
+  EXPECT_EXIT(runApplication(raiseInLoop), testing::ExitedWithCode(EXIT_FAILURE),
+              "^Error: broken\n$");
+}
+
+class DebugOutput : public testing::Test {
+ protected:
+  ~DebugOutput() override { setDebugLevel(levelBefore); }
+
+  template <class Action>
+  static std::string printedBy(Action action) {
+    testing::internal::CaptureStdout();
+    action();
+    return testing::internal::GetCapturedStdout();
+  }
+
+ private:
+  int levelBefore = debugLevel();
+};
+
+TEST_F(DebugOutput, IsDroppedUnlessTheLevelIsAboveZero) {
+  const auto say = [] { zDebugOut("value %d", 7); };
+  for (const int silent : {-1, 0}) {
+    setDebugLevel(silent);
+    EXPECT_EQ(printedBy(say), "");
+  }
+  setDebugLevel(1);
+  EXPECT_EQ(printedBy(say), "value 7\r\n");
+}
+
+// The finished text serves as a format a second time; directives in it have no argument.
+TEST_F(DebugOutput, HalvesDoubledPercentSignsOfTheFinishedText) {
+  setDebugLevel(1);
+  EXPECT_EQ(printedBy([] { zDebugOut("%s", "100%% of %d %"); }), "100% of %d %\r\n");
+}
+
+TEST_F(DebugOutput, TellsProtocolErrorsAndTheProgramGoesOn) {
+  setDebugLevel(1);
+  const std::string text = printedBy([] { mapUnknownWindow(77); });
+  EXPECT_THAT(text, HasSubstr("X Error of failed request: BadWindow (invalid Window parameter)\r\n"
+                              "Opcode of failed request: 8, 0\r\n"
+                              "Resource id in failed request: 77\r\n"
+                              "Serial number of failed request: "));
+  EXPECT_THAT(text, testing::EndsWith("\n\r\n"));
+  setDebugLevel(0);
+  EXPECT_EQ(printedBy([] { mapUnknownWindow(77); }), "");
+}
+
+TEST(Settings, CountTextsAsNumbersAndTheWordTrueAsOne) {
+  struct Case {
+    const char* text;
+    int number;
+  };
+  for (const Case& row : {Case{"12", 12}, Case{"-3 points", -3}, Case{"True", 1}, Case{"true", 1},
+                          Case{"TRUE", 0}, Case{"on", 0}, Case{"False", 0}}) {
+    setXResource("settings.key", row.text);
+    EXPECT_EQ(readXSetting(app().display(), "settings", "key"), row.number) << row.text;
+  }
+  EXPECT_EQ(readXSetting(app().display(), "settings", "other"), std::nullopt);
+}
+
+TEST(Settings, AreReadAnewButForTheDebugLevelAndTheChildWindowSwitch) {
+  const int levelBefore = debugLevel();
+  setDebugLevel(-1);
+  g_XSettings = {};
+  readXSettings(app().display(), "unset");
+  EXPECT_EQ(g_XSettings.useChildMdi, 1);
+  EXPECT_EQ(debugLevel(), 0);
+  EXPECT_FALSE(g_XSettings.positionIsFrameWorkaround);
+  EXPECT_EQ(g_XSettings.incFontInDialogBy, 0);
+  for (const char* key : {"set.useChildMDI", "set.debugOn", "set.incFontInDialogBy"}) {
+    setXResource(key, "2");
+  }
+  setXResource("set.positionIsFrameWorkaround", "True");
+  readXSettings(app().display(), "set");
+  EXPECT_EQ(g_XSettings.useChildMdi, 1);
+  EXPECT_EQ(debugLevel(), 0);
+  EXPECT_TRUE(g_XSettings.positionIsFrameWorkaround);
+  EXPECT_EQ(g_XSettings.incFontInDialogBy, 2);
+  g_XSettings = {};
+  setDebugLevel(levelBefore);
+}
+
+TEST(ControlRegistry, HasTheFrameworksOwnClassesFromTheStart) {
+  for (const char* name : {"zTextPane", "zPaneControl", "zBitmapPane", "zTabCtrl",
+                           "msctls_updown32", "msctls_trackbar32"}) {
+    EXPECT_TRUE(isControlClass(name)) << name;
+  }
+  EXPECT_FALSE(isControlClass("zTextpane"));
+  EXPECT_EQ(controlCreator("zTextPane"), nullptr);
+}
+
+}  // namespace
