@@ -12,7 +12,7 @@
 #include "framework/core/x_settings.h"
 #include "framework/draw/draw_cache.h"
 #include "framework/draw/screen.h"
-#include "framework/draw/x_font.h"
+#include "framework/draw/x_font_xm.h"
 
 #include <X11/XKBlib.h>
 #include <Xm/XmAll.h>

@@ -8,7 +8,7 @@
 #include "framework/core/xm_handles_xm.h"
 #include "framework/draw/draw_cache.h"
 #include "framework/draw/region.h"
-#include "framework/draw/x_font.h"
+#include "framework/draw/x_font_xm.h"
 
 void zWindow::getInterior(zRect& rect) {
   rect = zRect(zPoint{}, ownSizer->size());

@@ -3,7 +3,7 @@
 #include "framework/draw/draw_cache.h"
 #include "framework/draw/unit_arithmetic.h"
 #include "framework/draw/x_coords.h"
-#include "framework/draw/x_font.h"
+#include "framework/draw/x_font_xm.h"
 
 #include <X11/Xlib.h>
 

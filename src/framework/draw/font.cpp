@@ -2,7 +2,7 @@
 
 #include "framework/draw/draw_cache.h"
 #include "framework/draw/unit_arithmetic.h"
-#include "framework/draw/x_font.h"
+#include "framework/draw/x_font_xm.h"
 
 zFont::zFont(int stockNumber)
     : zDrawObj(true), request(zFontSpec::stock(stockNumber)), number(stockNumber) {

@@ -21,7 +21,7 @@ class zFont : public zDrawObj {
   const zFontSpec& spec() const { return request; }
   /// 0 when it is no stock font.
   int stockNumber() const { return number; }
-  /// The loaded font, or null. Include x_font.h for its XFontStruct.
+  /// The loaded font, or null. Include x_font_xm.h for its XFontStruct.
   const ziXFont* xFont() const;
   const ziFontCacheEntry* cacheEntry() const { return entry; }
 

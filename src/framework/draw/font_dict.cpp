@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "framework/draw/screen.h"
-#include "framework/draw/x_font.h"
+#include "framework/draw/x_font_xm.h"
 
 // The server is asked for its names once; every choice of a font is then made in memory, and an
 // equal request costs no round trip. Entries of `used` never move and never go before the

@@ -1,7 +1,7 @@
 #include "framework/draw/font_info.h"
 
 #include "framework/draw/font_dict.h"
-#include "framework/draw/x_font.h"
+#include "framework/draw/x_font_xm.h"
 
 zFontInfo::zFontInfo(const zFont& font) {
   if (const ziXFont* loaded = font.xFont()) {

@@ -7,7 +7,7 @@
 #include "framework/draw/font.h"
 #include "framework/draw/screen.h"
 #include "framework/draw/unit_arithmetic.h"
-#include "framework/draw/x_font.h"
+#include "framework/draw/x_font_xm.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "framework/draw/screen.h"
 
-#include "framework/draw/x_font.h"
+#include "framework/draw/x_font_xm.h"
 
 ziScreen::ziScreen() = default;
 ziScreen::~ziScreen() = default;

@@ -1,4 +1,4 @@
-#include "framework/draw/x_font.h"
+#include "framework/draw/x_font_xm.h"
 
 std::unique_ptr<ziXFont> ziXFont::load(Display* display, const std::string& name) {
   XFontStruct* font = XLoadQueryFont(display, name.c_str());

@@ -51,5 +51,5 @@ struct ziRegionFree {
 };
 using ziRegionHandle = std::unique_ptr<struct _XRegion, ziRegionFree>;
 
-/// The owner of an XFontStruct; see x_font.h.
+/// The owner of an XFontStruct; see x_font_xm.h.
 class ziXFont;

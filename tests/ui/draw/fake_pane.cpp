@@ -4,7 +4,7 @@
 
 #include "framework/draw/draw_cache.h"
 #include "framework/draw/screen.h"
-#include "framework/draw/x_font.h"
+#include "framework/draw/x_font_xm.h"
 
 #include <X11/Xutil.h>
 

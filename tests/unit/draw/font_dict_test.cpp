@@ -6,7 +6,7 @@
 #include "framework/draw/draw_cache.h"
 #include "framework/draw/rc_font.h"
 #include "framework/draw/unit_arithmetic.h"
-#include "framework/draw/x_font.h"
+#include "framework/draw/x_font_xm.h"
 
 namespace {
 
