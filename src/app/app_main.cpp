@@ -1,0 +1,113 @@
+#include "app/app_main.h"
+
+#include <cstdio>
+#include <cstring>
+#include <utility>
+
+#include "app/command_line_options.h"
+#include "app/message_handler.h"
+#include "app/poll_handlers.h"
+#include "app/version_text.h"
+#include "app/wmain.h"
+#include "framework/core/application.h"
+#include "framework/core/control_registry.h"
+#include "framework/core/message_box.h"
+#include "link/message_numbers.h"
+#include "link/tool_interface.h"
+
+char* g_AppTitle = nullptr;
+std::string g_TargetDir;
+int g_PostOption = 0;
+zIdleList* g_IdleList = nullptr;
+std::string g_SymbolName;
+std::string g_Identification2;
+std::string g_Identification3;
+
+namespace {
+
+constexpr std::size_t kAppTitleBytes = 21;
+constexpr char kAppTitle[] = "Korvane UI";
+static_assert(sizeof kAppTitle <= kAppTitleBytes);
+constexpr char kAppName[] = "nelkvui";
+constexpr char kUnknown[] = "- unknown -";
+constexpr char kUsage[] =
+    "Usage:\n\t-h\t\tthis help page\n\t-v\t\tprint Version Information\n\t-t<targetdir>\tuse "
+    "targetdirectory\n\t-post\tconnect to NEL-Postmaster at startup\n";
+
+/// g_AppTitle while appMain runs.
+class AppTitle {
+ public:
+  AppTitle() : text(std::make_unique<char[]>(kAppTitleBytes)) {
+    std::memcpy(text.get(), kAppTitle, sizeof kAppTitle);
+    g_AppTitle = text.get();
+  }
+  AppTitle(const AppTitle&) = delete;
+  AppTitle& operator=(const AppTitle&) = delete;
+  ~AppTitle() { g_AppTitle = nullptr; }
+
+ private:
+  std::unique_ptr<char[]> text;
+};
+
+void registerControls() {
+  for (const char* name : {"zCheckBox3dClass", "zRadioBtn3dClass", "zStatTxt3dClass",
+                           "zGroupBox3dClass", "zBmpBtnClass", "zPanel3dClass", "zTable",
+                           "zTablePrintable", "zValueSet", "zTreeCtrl", "zProgressBar"}) {
+    registerControlClass(name);
+  }
+}
+
+/// True when the options ask for a text only, which is then printed. -v goes before -h.
+bool printWhatIsAskedFor(CommandLineOptions& options) {
+  if (options.hasOptionChar('v') != 0) {
+    PrintVersion();
+    return true;
+  }
+  if (options.hasOptionChar('h') != 0) {
+    std::printf("\n%s\n%s\n", g_AppTitle, kUsage);
+    return true;
+  }
+  return false;
+}
+
+void bringUpLink(WMain& mainWindow) {
+  setMessageHandler(MessageHandler);
+  if (ToolInit(NELKVUI) == 0) {
+    ToolBroadcast(MSG_TOOL_READY, nullptr, 0);
+    return;
+  }
+  const zMessage box(&mainWindow, "Connection to MPM denied", "Korvane UI: INFO",
+                     kBoxStop | kBoxOk);
+  ToolExit(NELKVUI);
+  zApp::instance()->quit();
+}
+
+void runMainWindow(zApp& app) {
+  // The program holds no string resources, so the initial title is empty; the window sets its own.
+  WMain mainWindow(nullptr, "");
+  bringUpLink(mainWindow);
+  g_IdleList = app.idleList();
+  g_IdleList->add(&mainWindow, PollLinkIdle);
+  app.go();
+  delete std::exchange(g_PollTimer, nullptr);
+  g_IdleList->remove(&mainWindow, PollLinkIdle);
+}
+
+}  // namespace
+
+void appMain(zApp* app) {
+  const AppTitle title;
+  app->setName(kAppName);
+  for (std::string* identification : {&g_SymbolName, &g_Identification2, &g_Identification3}) {
+    *identification = kUnknown;
+  }
+  registerControls();
+  g_TargetDir.clear();
+  CommandLineOptions& options = CommandLineOptions::instance(app->commandLine());
+  if (printWhatIsAskedFor(options)) {
+    return;
+  }
+  options.getOptionValue('t', g_TargetDir);
+  g_PostOption = options.hasOption("post");
+  runMainWindow(*app);
+}

@@ -1,0 +1,41 @@
+#include "app/poll_handlers.h"
+
+#include "app/app_main.h"
+#include "framework/core/application.h"
+#include "framework/core/message_box.h"
+#include "framework/core/window.h"
+#include "link/message_numbers.h"
+#include "link/tool_interface.h"
+
+int g_IdleCount = 0;
+
+namespace {
+
+constexpr int kSilentPolls = 100;
+constexpr char kLostCaption[] = "Korvane UI: NELMPM Error";
+
+void leaveLostLink(zEvH* owner, const char* text) {
+  const zMessage box(windowCast<zWindow>(owner), text, kLostCaption, kBoxOk | kBoxPlain);
+  ToolExit(NELKVUI);
+  zApp::instance()->quit();
+}
+
+}  // namespace
+
+int PollLinkIdle(zEvH* owner) {
+  if (ToolReceive(kReceivePoll) == -1) {
+    leaveLostLink(owner, "Connection to Tessil Postmaster lost.\n Application will quit. 1");
+  }
+  if (++g_IdleCount >= kSilentPolls) {
+    g_IdleList->remove(owner, PollLinkIdle);
+    g_IdleCount = 0;
+  }
+  return 0;
+}
+
+int PollLinkTimer(zEvH* owner) {
+  if (ToolReceive(kReceivePoll) == -1) {
+    leaveLostLink(owner, "Connection to Tessil Postmaster lost.\n Application will quit. 2");
+  }
+  return 0;
+}

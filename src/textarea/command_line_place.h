@@ -1,0 +1,6 @@
+#pragma once
+
+/// The place of the entry in its strip, pixels.
+inline constexpr int kCommandLineLeft = 80;     ///< room for the label
+inline constexpr int kCommandLineMargin = 2;    ///< free at the right
+inline constexpr int kCommandLineHeight = 140;  ///< the entry and its open list

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <deque>
+#include <string>
+#include <string_view>
+
+/// The way of a typed line to the tester: it is cut at semicolons, its first piece goes out at once
+/// and the rest when the tester has answered.
+
+/// What an empty line asks the tester for: its list of commands.
+inline constexpr char kEmptyLineCommand[] = "??";
+
+/// Pieces of the last line that have not been sent yet.
+extern std::deque<std::string> commandQueue;
+
+/// True when text has come from the tester since the queue was released last.
+extern bool outputSinceCommand;
+
+/// Cuts `line` at each semicolon outside double quotes. Quotes and blanks stay as they are; empty
+/// pieces count, except at the end of the line.
+std::deque<std::string> splitCommandLine(std::string_view line);
+
+/// Cuts `line` (kEmptyLineCommand when it is empty) into commandQueue, which loses what it still
+/// held, and sends the first piece.
+void executeCommandLine(std::string_view line);
+
+/// The tester has confirmed a command: sends all pieces that wait, if output came before.
+void releaseCommandQueue();

@@ -1,0 +1,70 @@
+#include "textarea/my_pane.h"
+
+#include "framework/controls/static_text.h"
+#include "framework/draw/readable_display.h"
+#include "framework/layout/grav_sizer.h"
+#include "textarea/command_line_place.h"
+#include "textarea/ret_edit_line.h"
+#include "textarea/text_pane.h"
+
+namespace {
+
+// Without the tab stop no control inside could take the focus.
+constexpr std::uint32_t kMyPaneStyle = kStyleChild | kStyleTabStop;
+constexpr std::uint32_t kPanelStyle = 0x40030000;
+constexpr std::uint32_t kLabelStyle = 0x50000000;
+constexpr int kEntryWidthAtFirst = 10;
+constexpr int kPanelFont = 11;
+
+int panelHeight() {
+  ziInfoDisplay measuring;
+  measuring.setFont(zRCFont(kPanelFont));
+  zDimension letter;
+  measuring.lock();
+  measuring.textSize(letter, "D", 1);
+  measuring.unlock();
+  return 2 * letter.height;
+}
+
+// A window without a colour of its own looks as the toolkit draws it, and so do its panes then.
+void takeBackground(zPane& pane, const zWindow& from) {
+  if (from.background() != zWindow::kNoBackground) {
+    pane.setBackground(from.backgroundColour());
+  }
+}
+
+}  // namespace
+
+MyPane::MyPane(zWindow* parent, zSizer* sizer) : zPane(parent, sizer, kMyPaneStyle, -1) {
+  setStyle(style() & ~static_cast<std::uint32_t>(kStyleColourFromParent));
+  takeBackground(*this, *parent);
+  createCommandPanel();
+  textPane =
+      std::make_unique<TextPane>(this, new zGravSizer(kGravityCentre, zDimension{}, this->sizer()));
+  theTextPane = textPane.get();
+  show();
+}
+
+void MyPane::createCommandPanel() {
+  commandPanel = std::make_unique<zPane>(
+      this, new zGravSizer(kGravityBottom, panelHeight(), sizer()), kPanelStyle, -1);
+  takeBackground(*commandPanel, *this);
+  zSizer* strip = commandPanel->sizer();
+  label = std::make_unique<zStaticText>(commandPanel.get(),
+                                        new zGravSizer(kGravityLeft, kCommandLineLeft, strip),
+                                        kLabelStyle, "Command:");
+  commandLine = std::make_unique<RetEditLine>(
+      commandPanel.get(),
+      new zSizer(kCommandLineLeft, 0, kEntryWidthAtFirst, kCommandLineHeight, strip), -1);
+  commandLine->setFont(zRCFont(kPanelFont), 1);
+  commandLine->show();
+  commandPanel->show();
+  theCommandLine = commandLine.get();
+}
+
+MyPane::~MyPane() {
+  textPane.reset();
+  commandLine.reset();
+  label.reset();
+  commandPanel.reset();
+}

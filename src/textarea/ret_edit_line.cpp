@@ -1,0 +1,74 @@
+#include "textarea/ret_edit_line.h"
+
+#include "framework/layout/sizer.h"
+#include "textarea/command_line_place.h"
+#include "textarea/command_queue.h"
+#include "textarea/text_pane.h"
+
+RetEditLine* theCommandLine = nullptr;
+
+namespace {
+
+constexpr std::uint32_t kEntryStyle = 0x40A10042;
+
+}  // namespace
+
+RetEditLine::RetEditLine(zWindow* parent, zSizer* sizer, int id)
+    : zComboBoxFull(parent, sizer, kEntryStyle, id) {
+  addPlainHandler(this, toHandler(&RetEditLine::handle), kMsgKeyDown);
+}
+
+RetEditLine::~RetEditLine() {
+  if (theCommandLine == this) {
+    theCommandLine = nullptr;
+  }
+}
+
+void RetEditLine::followWidth() {
+  moveResize(kCommandLineLeft, 0,
+             parent()->sizer()->size().width - kCommandLineLeft - kCommandLineMargin,
+             kCommandLineHeight);
+}
+
+void RetEditLine::addToHistory(const RWCString& newest) {
+  RWCString first;
+  itemText(first, 0);
+  if (first == newest) {
+    return;
+  }
+  // What the user has begun to type stands in front of the confirmed command. Intended.
+  insert((text() + newest).c_str(), 0);
+}
+
+int RetEditLine::handle(zEvent* event) {
+  if (event->message == kMsgKeyDown) {
+    return handleKey(event->wparam);
+  }
+  theTextPane->setControlHeld(false);
+  return 0;
+}
+
+int RetEditLine::handleKey(std::intptr_t code) {
+  switch (code) {
+    case kKeyReturn:
+      execute();
+      return 1;
+    case kKeyPageUp:
+      theTextPane->controlHeld() ? theTextPane->scrollToTop() : theTextPane->pageUp();
+      return 1;
+    case kKeyPageDown:
+      theTextPane->controlHeld() ? theTextPane->scrollToEnd() : theTextPane->pageDown();
+      return 1;
+    case kKeyLeftControl:
+      theTextPane->setControlHeld(true);
+      return 1;
+    default:
+      return 0;
+  }
+}
+
+void RetEditLine::execute() {
+  const RWCString line = text();
+  executeCommandLine(line.view());
+  setCurSel(-1);
+}

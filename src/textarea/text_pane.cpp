@@ -1,0 +1,183 @@
+#include "textarea/text_pane.h"
+
+#include <algorithm>
+#include <string>
+
+#include "framework/draw/measure.h"
+#include "framework/draw/readable_display.h"
+#include "framework/layout/sizer.h"
+#include "resources/command_ids.h"
+#include "textarea/ret_edit_line.h"
+
+TextPane* theTextPane = nullptr;
+
+namespace {
+
+constexpr std::uint32_t kLogStyle = 0x50B108C4;  // multi-line, read-only, bars, border, tab stop
+constexpr int kStartZoomLevel = 4;
+// One insertion into the widget, prefixes included, stays below this many bytes.
+constexpr std::size_t kInsertionLimit = 30000;
+constexpr char kClearedText[] = "------------- Text Log Cleared --------------\r\n";
+
+// Of the right mouse button, in the message numbering.
+constexpr int kMsgRightButtonDown = 516;
+constexpr int kMsgRightDoubleClick = 518;
+
+zFontSpec logFont(int level) {
+  constexpr int kWidthStep = 14;
+  constexpr int kSmallestWidth = 34;
+  constexpr int kHeightStep = 16;
+  constexpr int kSmallestHeight = 38;
+  const zPrPoint size(level * kWidthStep + kSmallestWidth, level * kHeightStep + kSmallestHeight);
+  return {"courier new", size, kFontNormal, kPitchFixed};
+}
+
+}  // namespace
+
+TextPane::TextPane(zWindow* parent, zSizer* sizer)
+    : zEditBox(parent, sizer, kLogStyle, "", -1), zoom(kStartZoomLevel) {
+  setText("");
+  setMaxLength(0);
+  applyZoom();
+  show();
+  addPlainHandler(this, toHandler(&TextPane::handle), kMsgKeyDown);
+}
+
+TextPane::~TextPane() {
+  if (theTextPane == this) {
+    theTextPane = nullptr;
+  }
+}
+
+void TextPane::appendText(const char* newText) {
+  const std::string expanded = expandForLog(newText == nullptr ? "" : newText, counters);
+  std::size_t done = 0;
+  do {
+    insertAtEnd(expanded.substr(done, kInsertionLimit));
+    done += kInsertionLimit;
+  } while (done < expanded.size());
+  update();
+}
+
+void TextPane::insertAtEnd(const std::string& piece) {
+  setSelection(counters.textEnd + 1, counters.textEnd + 1);
+  insertAt(textLength(), piece.c_str());
+}
+
+void TextPane::clear() {
+  setText(kClearedText);
+  resetCounters();
+}
+
+void TextPane::resetCounters() {
+  counters.lineCount = 1;
+  counters.firstLineNumber = 1;
+  counters.textEnd = textLength();
+}
+
+void TextPane::numberLines() {
+  setText(addLineNumbers(text().view(), counters).c_str());
+}
+
+void TextPane::unnumberLines() {
+  setText(removeLineNumbers(text().view(), counters).c_str());
+}
+
+void TextPane::zoomIn() {
+  if (zoom < kMaxZoomLevel) {
+    ++zoom;
+    applyZoom();
+  }
+  if (zoomListener) {
+    zoomListener(kCommandZoomIn, zoom < kMaxZoomLevel);
+    zoomListener(kCommandZoomOut, true);
+  }
+  sizer()->parent()->update(nullptr);
+}
+
+void TextPane::zoomOut() {
+  if (zoom > 0) {
+    --zoom;
+    applyZoom();
+  }
+  if (zoomListener) {
+    zoomListener(kCommandZoomOut, zoom > 0);
+    zoomListener(kCommandZoomIn, true);
+  }
+  sizer()->parent()->update(nullptr);
+}
+
+void TextPane::applyZoom() {
+  setFont(zRCFont(logFont(zoom)), 1);
+}
+
+void TextPane::pageUp() {
+  scroll(-pageLines);
+}
+void TextPane::pageDown() {
+  scroll(pageLines);
+}
+void TextPane::scrollToTop() {
+  scroll(-counters.lineCount);
+}
+void TextPane::scrollToEnd() {
+  scroll(counters.lineCount);
+}
+void TextPane::selectAll() {
+  setSelection(0, textLength());
+}
+
+int TextPane::size(zEvent* event) {
+  zEditBox::size(event);
+  // By the stock font and not by the zoomed one: a page does not follow the zoom. Intended.
+  ziInfoDisplay measuring;
+  measuring.setFont(zRCFont(11));
+  zDimension letter;
+  measuring.lock();
+  measuring.textSize(letter, "X", 1);
+  measuring.unlock();
+  charHeight = std::max(letter.height, 1);
+  charWidth = letter.width;
+  zRect client;
+  getInterior(client);
+  pageLines = client.height() / charHeight;
+  if (theCommandLine != nullptr) {
+    theCommandLine->followWidth();
+    // The toolkit takes the focus off an entry that a shrinking window hides until it is laid out.
+    theCommandLine->startFocusTimer();
+  }
+  return 0;
+}
+
+int TextPane::handle(zEvent* event) {
+  if (event->message == kMsgKeyDown) {
+    return handleKey(event->wparam);
+  }
+  if (event->message < kMsgRightButtonDown || event->message > kMsgRightDoubleClick) {
+    controlLatch = false;
+  }
+  return 1;
+}
+
+int TextPane::handleKey(std::intptr_t code) {
+  switch (code) {
+    case kKeyPageUp:
+      controlLatch ? scrollToTop() : pageUp();
+      break;
+    case kKeyPageDown:
+      controlLatch ? scrollToEnd() : pageDown();
+      break;
+    case kKeyLeftControl:
+      controlLatch = true;
+      break;
+    case 'A':
+      // Reached only by a capital A with Alt; Control with a letter arrives as a control character.
+      if (controlLatch) {
+        selectAll();
+      }
+      break;
+    default:
+      break;
+  }
+  return 1;
+}

@@ -1,0 +1,72 @@
+#pragma once
+
+#include <functional>
+
+#include "framework/controls/edit.h"
+#include "textarea/line_numbering.h"
+
+/// The log: a read-only text to which everything that the tester shows is appended. It has no bound
+/// on lines or characters; only Clear shortens it.
+class TextPane : public zEditBox {
+ public:
+  static constexpr int kMaxZoomLevel = 20;
+
+  TextPane(zWindow* parent, zSizer* sizer);
+  ~TextPane() override;
+
+  /// The only way in for output of the tester. Drops the user's selection, takes the view to the
+  /// end and shows the text at once.
+  void appendText(const char* newText);
+  /// Replaces the whole log by the line that says so.
+  void clear();
+  /// After the text has been replaced by Clear's banner.
+  void resetCounters();
+
+  // Rewrite the whole text.
+  void numberLines();
+  void unnumberLines();
+  bool numbering() const { return counters.numbering; }
+  void setNumbering(bool on) { counters.numbering = on; }
+
+  void zoomIn();
+  void zoomOut();
+  int zoomLevel() const { return zoom; }
+  /// Told which zoom command is possible after each zoom.
+  void setZoomListener(std::function<void(int command, bool possible)> listener) {
+    zoomListener = std::move(listener);
+  }
+
+  void pageUp();
+  void pageDown();
+  void scrollToTop();
+  void scrollToEnd();
+  void selectAll();
+
+  /// The Control latch, shared with the command line: set by a press of Control in either, cleared
+  /// not by its release but by the pointer crossing either's edge. Intended.
+  bool controlHeld() const { return controlLatch; }
+  void setControlHeld(bool held) { controlLatch = held; }
+
+  int lineCount() const { return counters.lineCount; }
+  int textEnd() const { return counters.textEnd; }
+  int linesPerPage() const { return pageLines; }
+
+  int handle(zEvent* event) override;
+  int size(zEvent* event) override;
+
+ private:
+  void insertAtEnd(const std::string& piece);
+  void applyZoom();
+  int handleKey(std::intptr_t code);
+
+  LogCounters counters;
+  int charHeight = 1;
+  int charWidth = 1;
+  int pageLines = 0;
+  int zoom;
+  bool controlLatch = false;
+  std::function<void(int command, bool possible)> zoomListener;
+};
+
+/// The log of the program; null before it is made and after.
+extern TextPane* theTextPane;
