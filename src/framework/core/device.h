@@ -5,6 +5,9 @@
 
 #include "framework/core/notify.h"
 
+/// The bit of a window's handler mask that the handlers of its menus set.
+inline constexpr std::uint32_t kMenuOwnerMask = 0x08;
+
 /// An event receiver that is no window, such as a menu: it has handlers of its own and lends a mask
 /// bit to the window that owns it.
 class zDevice : public zEvH {
@@ -14,7 +17,8 @@ class zDevice : public zEvH {
   zDevice(zWindow* owner, std::uint32_t ownerMask);
   ~zDevice() override;
 
-  /// Runs the handlers of an attached device, then its own; 1 if one took the event.
+  /// Runs the handlers of an attached device, then its own; 1 if one took the event. The device may
+  /// be gone afterwards.
   virtual int dispatch(zEvent* event);
 
   /// Binds `member` of `target` to `message` for the ids from `idLow` to `idHigh`.
@@ -25,6 +29,8 @@ class zDevice : public zEvH {
   void removeHandler(zEvH* target, zHandler member, int message, unsigned id);
 
   zWindow* owner() const { return ownerWindow; }
+  /// Expires with the device: tells, after a call that may have destroyed it, whether it has.
+  std::weak_ptr<const void> life() const { return lifeToken; }
 
  protected:
   /// Lets this device run the handlers of `attached`, which must outlive it, before its own.
@@ -35,6 +41,7 @@ class zDevice : public zEvH {
   void markOwner();
 
   std::unique_ptr<zNotifyNodeDlist> handlers;
+  std::shared_ptr<const void> lifeToken = std::make_shared<char>();
   zDevice* shared = nullptr;
   zWindow* ownerWindow;
   std::uint32_t ownerMask;

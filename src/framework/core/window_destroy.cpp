@@ -9,6 +9,10 @@
 
 namespace {
 
+// The message carries the pointer itself, all of its bytes.
+constexpr std::size_t kPointerBytes = sizeof(void*);
+static_assert(kPointerBytes <= sizeof XClientMessageEvent::data.b);
+
 Atom destroyerAtom = None;
 Widget hookedShell = nullptr;
 
@@ -17,7 +21,7 @@ void destroyerProc(Widget /*shell*/, XtPointer /*data*/, XEvent* event, Boolean*
     return;
   }
   Widget widget = nullptr;
-  std::memcpy(&widget, event->xclient.data.b, sizeof widget);
+  std::memcpy(&widget, event->xclient.data.b, kPointerBytes);
   XtDestroyWidget(widget);
 }
 
@@ -64,7 +68,6 @@ void destroyWidgetDeferred(Widget widget) {
   message.xclient.window = XtWindow(shell);
   message.xclient.message_type = destroyerAtom;
   message.xclient.format = 8;
-  static_assert(sizeof widget <= sizeof message.xclient.data.b);
-  std::memcpy(message.xclient.data.b, &widget, sizeof widget);
+  std::memcpy(message.xclient.data.b, &widget, kPointerBytes);
   XSendEvent(XtDisplay(shell), XtWindow(shell), True, NoEventMask, &message);
 }
