@@ -2,6 +2,7 @@
 // by a message that the program sends to itself.
 
 #include <cstring>
+#include <set>
 
 #include "framework/core/application.h"
 #include "framework/core/frame.h"
@@ -16,13 +17,26 @@ static_assert(kPointerBytes <= sizeof XClientMessageEvent::data.b);
 Atom destroyerAtom = None;
 Widget hookedShell = nullptr;
 
+// Widgets whose message is on its way. One that dies with its parent before that leaves the set, so
+// that the message finds nothing to destroy.
+std::set<Widget>& pendingWidgets() {
+  static std::set<Widget> widgets;
+  return widgets;
+}
+
+void forgetPending(Widget widget, XtPointer /*data*/, XtPointer /*callData*/) {
+  pendingWidgets().erase(widget);
+}
+
 void destroyerProc(Widget /*shell*/, XtPointer /*data*/, XEvent* event, Boolean* /*toWidget*/) {
   if (event->type != ClientMessage || event->xclient.message_type != destroyerAtom) {
     return;
   }
   Widget widget = nullptr;
   std::memcpy(&widget, event->xclient.data.b, kPointerBytes);
-  XtDestroyWidget(widget);
+  if (pendingWidgets().count(widget) != 0) {
+    XtDestroyWidget(widget);
+  }
 }
 
 void forgetShell(Widget /*shell*/, XtPointer /*data*/, XtPointer /*callData*/) {
@@ -63,6 +77,8 @@ void destroyWidgetDeferred(Widget widget) {
     XtDestroyWidget(widget);
     return;
   }
+  pendingWidgets().insert(widget);
+  XtAddCallback(widget, const_cast<char*>(XmNdestroyCallback), forgetPending, nullptr);
   XEvent message = {};
   message.xclient.type = ClientMessage;
   message.xclient.window = XtWindow(shell);

@@ -112,8 +112,7 @@ void zWindow::applyFontToWidget() {
   if (mainWidget == nullptr || current == nullptr || current->xFont() == nullptr) {
     return;
   }
-  const zXmFontList list(current->xFont()->get());
-  XtVaSetValues(mainWidget, XmNfontList, list.get(), nullptr);
+  XtVaSetValues(mainWidget, XmNfontList, fontListOf(current->xFont()->get()), nullptr);
 }
 
 void zWindow::invalidate(zRect* rect, int /*erase*/) {

@@ -5,7 +5,7 @@
 
 #include <Xm/XmAll.h>
 
-/// Owners of what Motif hands out.
+/// What Motif hands out, in safe hands.
 
 /// A compound string.
 class zXmString {
@@ -31,23 +31,9 @@ class zXmString {
   XmString string = nullptr;
 };
 
-/// A font list of one font.
-class zXmFontList {
- public:
-  explicit zXmFontList(XFontStruct* font) {
-    XmFontListEntry entry = XmFontListEntryCreate(const_cast<char*>(XmFONTLIST_DEFAULT_TAG),
-                                                  XmFONT_IS_FONT, font);
-    list = XmFontListAppendEntry(nullptr, entry);
-    XtFree(reinterpret_cast<char*>(entry));
-  }
-  zXmFontList(const zXmFontList&) = delete;
-  zXmFontList& operator=(const zXmFontList&) = delete;
-  ~zXmFontList() { XmFontListFree(list); }
-  XmFontList get() const { return list; }
-
- private:
-  XmFontList list = nullptr;
-};
+/// The font list that shows text in `font` alone. Made once for a font, which stays loaded as long
+/// as the program runs, and never freed: the toolkit loses a part of each list that it is given.
+XmFontList fontListOf(XFontStruct* font);
 
 /// Text that Xt allocated, as a string of our own; null gives the empty string.
 inline std::string takeXtText(char* text) {
