@@ -1,0 +1,67 @@
+#pragma once
+
+#include <iosfwd>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#include "link/message_numbers.h"
+#include "link/message_table.h"
+#include "link/wire.h"
+
+/// One parameter of a message, from a number, a text or a list of texts.
+class Parameter {
+ public:
+  using List = std::vector<std::string>;
+
+  Parameter(int number) : value(number) {}
+  Parameter(std::string text) : value(std::move(text)) {}
+  Parameter(std::string_view text) : value(std::string(text)) {}
+  Parameter(const char* text) : value(std::string(text)) {}
+  Parameter(List list) : value(std::move(list)) {}
+
+  /// Empty or 0 when the parameter is of another kind.
+  std::string text() const;
+  int number() const;
+  List list() const;
+
+  /// I, S or L.
+  char kind() const;
+
+  bool operator==(const Parameter&) const = default;
+
+ private:
+  std::variant<int, std::string, List> value;
+};
+
+/// 7, "text" or ["one", "two"], with C escapes.
+std::string describe(const Parameter& parameter);
+
+/// A message as it crossed the wire.
+struct Message {
+  int kind = kFrameDirected;
+  int tag = 0;
+  int sender = 0;
+  int dest = 0;
+  std::vector<Parameter> parameters{};
+  std::string fault{};  ///< why the payload could not be decoded; empty when it could
+
+  /// Parameter number `index`; an empty text when there is none.
+  Parameter parameter(std::size_t index) const;
+  std::string text(std::size_t index = 0) const { return parameter(index).text(); }
+  int number(std::size_t index = 0) const { return parameter(index).number(); }
+  Parameter::List list(std::size_t index = 0) const { return parameter(index).list(); }
+};
+
+/// 2000 MSG_T_TEXT "text", for logs and failures.
+std::string describe(const Message& message);
+std::ostream& operator<<(std::ostream& out, const Message& message);
+
+/// Wire form of a message, with its NUL. The parameters must be those of its row in `preferred`
+/// direction or, if there is none, in the other one; otherwise an exception says what is wrong.
+std::string toWire(const Message& message, MessageDirection preferred);
+
+/// Takes a wire form (with or without its NUL) apart, likewise.
+Message fromWire(std::string_view frame, MessageDirection preferred);

@@ -1,0 +1,152 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "link/message_numbers.h"
+#include "tests/support/child_process.h"
+#include "tests/support/message.h"
+#include "tests/support/rendezvous_lock.h"
+#include "tests/support/source_line.h"
+
+/// A message number together with the line of the test that names it.
+struct ScriptTag {
+  ScriptTag(int number, SourceLine line = SourceLine::current()) : tag(number), where(line) {}
+
+  int tag;
+  SourceLine where;
+};
+
+/// The Postmaster of a test: it makes the rendezvous files, starts one tool as its child and holds
+/// a conversation with it, which reads as such:
+///
+///   ScriptedPostmaster postmaster;
+///   postmaster.start({builtProgram("nelkvui")});
+///   postmaster.expectConnect();
+///   postmaster.accept();
+///   postmaster.expect(MSG_TOOL_READY);
+///   postmaster.send(MSG_T_EXIT);
+///   postmaster.expect(MSG_DISCONNECT);
+///   EXPECT_EQ(postmaster.exitStatus(), 0);
+///
+/// The conversation is strict: expect() takes the next message, and fails the test and ends it when
+/// that is another one or none comes. The failure names what was awaited, all messages so far and
+/// what the tool printed. The object holds the machine's rendezvous; its end kills the tool.
+class ScriptedPostmaster {
+ public:
+  ScriptedPostmaster();
+  ScriptedPostmaster(const ScriptedPostmaster&) = delete;
+  ScriptedPostmaster& operator=(const ScriptedPostmaster&) = delete;
+  ~ScriptedPostmaster();
+
+  /// Starts the tool. Once a Postmaster.
+  void start(const Launch& launch);
+
+  // The tool speaks.
+
+  /// The tool connects to the socket and sends 7000. Its type is known from then on.
+  Message expectConnect(SourceLine where = SourceLine::current());
+
+  /// The next message is `tag`; with parameters, exactly these.
+  template <typename... Values>
+  Message expect(const ScriptTag& tag, Values&&... parameters) {
+    return expectNext(tag, {Parameter(std::forward<Values>(parameters))...});
+  }
+
+  /// Some later message is `tag`; those before it are dropped. For tools that speak unasked.
+  template <typename... Values>
+  Message expectLater(const ScriptTag& tag, Values&&... parameters) {
+    return expectAmongNext(tag, {Parameter(std::forward<Values>(parameters))...});
+  }
+
+  /// Whether a message is there to be taken, or comes within `time`.
+  bool hasMessage(Milliseconds time);
+
+  /// No message comes within `time`. A last resort: better let the tool send something that can
+  /// only come afterwards.
+  void expectSilence(Milliseconds time, SourceLine where = SourceLine::current());
+
+  /// The tool closes the connection without another message.
+  void expectHangUp(SourceLine where = SourceLine::current());
+
+  // The Postmaster and the tools behind it speak.
+
+  /// 8000; the text is what the tool stores as an identification.
+  void accept(std::string_view identification = "scripted Postmaster");
+  /// 8001.
+  void deny();
+
+  /// Sends a message from the tool that usually sends it. The parameters must be those of the
+  /// message table: a number for I, a text for S, a Parameter::List for L.
+  template <typename... Values>
+  void send(const ScriptTag& tag, Values&&... parameters) {
+    sendMessage(tag, {Parameter(std::forward<Values>(parameters))...});
+  }
+
+  /// The same in two pieces: the first `count` bytes, and once the tool has read them, the rest.
+  template <typename... Values>
+  void sendFrameCutAt(std::size_t count, const ScriptTag& tag, Values&&... parameters) {
+    sendInPieces(count, tag, {Parameter(std::forward<Values>(parameters))...});
+  }
+
+  /// Bytes as they stand. A frame needs its NUL.
+  void sendRaw(std::string_view bytes, SourceLine where = SourceLine::current());
+
+  /// Waits until the tool has read from its socket all that was sent.
+  void awaitRead(SourceLine where = SourceLine::current());
+
+  /// Closes the connection.
+  void hangUp();
+
+  // The tool as a process.
+
+  ChildProcess& tool();
+  /// Ends the tool by SIGKILL.
+  void terminate();
+  /// Waits for the tool's end: its exit status, or 128 + n after signal n.
+  int exitStatus(Milliseconds limit = kAnswerTime, SourceLine where = SourceLine::current());
+
+  /// Whether the name of the socket is still there; a tool that leaves removes it.
+  bool hasSocketName() const;
+  const std::string& socketName() const { return socketPath; }
+
+  /// All messages so far, one a line, ">" sent and "<" received, and what the tool printed.
+  std::string transcript();
+
+ private:
+  Message expectNext(const ScriptTag& tag, const std::vector<Parameter>& parameters);
+  Message expectAmongNext(const ScriptTag& tag, const std::vector<Parameter>& parameters);
+  void sendMessage(const ScriptTag& tag, std::vector<Parameter> parameters);
+  void sendInPieces(std::size_t count, const ScriptTag& tag, std::vector<Parameter> parameters);
+
+  void listen();
+  void publishPort();
+  MessageDirection spoken() const;
+  MessageDirection heard() const;
+  std::string makeFrame(const ScriptTag& tag, std::vector<Parameter> parameters);
+  bool takeMessage(Message& message);
+  Message nextMessage(const std::string& awaited, SourceLine where);
+  void acceptConnection();
+  void readConnection();
+  void waitForNews(Milliseconds limit);
+  void sendBytes(std::string_view bytes, SourceLine where);
+  void note(char direction, const std::string& text);
+  [[noreturn]] void fail(const std::string& awaited, const std::string& cameInstead,
+                         SourceLine where);
+
+  RendezvousLock lock;
+  int port;
+  std::string socketPath;
+  UniqueDescriptor listener;
+  UniqueDescriptor connection;
+  std::unique_ptr<ChildProcess> child;
+  int toolType = NELKVUI;
+  bool hasConnected = false;
+  bool hasHungUp = false;  // the tool closed its end
+  std::string received;    // not yet taken as messages
+  std::string log;
+};
