@@ -1,0 +1,212 @@
+// The buttons: push buttons, toggles and the frame of a group.
+//
+// A push button may be placed in little more than the height of its text (rows of command buttons
+// are), so the toolkit's margins are not used and the room for the focus rectangle is given up
+// before the text is cut.
+
+#include "framework/controls/button.h"
+
+#include <algorithm>
+
+#include "framework/controls/label_xm.h"
+#include "framework/controls/stock_images_xm.h"
+#include "framework/core/connect_xm.h"
+#include "framework/draw/x_font_xm.h"
+
+namespace {
+
+constexpr int kShadow = 2;
+constexpr int kHighlight = 2;
+// Marks a default button. The toolkit's own mark takes sixteen pixels off the height.
+constexpr Dimension kDefaultBorder = 1;
+
+XtTranslations returnTranslations() {
+  static const XtTranslations parsed = XtParseTranslationTable(
+      "\t<Key>Return: ArmAndActivate()\n\t<Key>osfActivate: ArmAndActivate()");
+  return parsed;
+}
+
+Boolean isTabStop(std::uint32_t style) {
+  return (style & kStyleTabStop) != 0 ? True : False;
+}
+
+Dimension borderWidth(std::uint32_t style) {
+  return (style & kStyleBorder) != 0 ? 1 : 0;
+}
+
+// Height of what a label shows.
+int labelHeight(Widget label) {
+  XmString string = nullptr;
+  XmFontList fonts = nullptr;
+  XtVaGetValues(label, XmNlabelString, &string, XmNfontList, &fonts, nullptr);
+  const int height = XmStringHeight(fonts, string);
+  XmStringFree(string);
+  return height;
+}
+
+// Gives the focus rectangle the room that the text leaves of the button's height. The holder is
+// asked: it has its size before the button is laid out in it.
+void fitHighlight(Widget holder, Widget button) {
+  Dimension height = 0;
+  Dimension border = 0;
+  XtVaGetValues(holder, XmNheight, &height, nullptr);
+  XtVaGetValues(button, XmNborderWidth, &border, nullptr);
+  const int room = (height - 2 * border - labelHeight(button)) / 2 - kShadow;
+  XtVaSetValues(button, XmNhighlightThickness, std::clamp(room, 0, kHighlight), nullptr);
+}
+
+}  // namespace
+
+zButton::zButton(zWindow* parent, zSizer* sizer, std::uint32_t style, const char* initialText,
+                 int id)
+    : zControl(parent, sizer, style, initialText, id) {
+  markClass(kClassButton);
+}
+
+void zButton::createPushButton(bool isDefault) {
+  Arg args[1];
+  Widget button =
+      XmCreatePushButton(createHolder(), const_cast<char*>("PushButton"), args, Cardinal{0});
+  const Dimension border = isDefault ? kDefaultBorder : borderWidth(style());
+  XtVaSetValues(button, XmNrecomputeSize, False, XmNtraversalOn, isTabStop(style()), XmNborderWidth,
+                border, XmNmarginHeight, 0, XmNmarginWidth, 0, XmNshadowThickness, kShadow,
+                nullptr);
+  XtOverrideTranslations(button, returnTranslations());
+  showLabelText(button, zWindow::text);
+  if ((style() & kButtonImage) != 0) {
+    showStockImage(button, id());
+  }
+  connect<&zButton::onPressed<XmAnyCallbackStruct>>(button, callback::activate, this);
+  finishCreation(kKindButton, button);
+  fitHighlight(holder(), button);
+}
+
+void zButton::createToggle(const char* name, unsigned char indicator) {
+  Arg args[1];
+  const unsigned char mark = indicator == XmN_OF_MANY ? XmINDICATOR_CHECK_BOX : XmINDICATOR_FILL;
+  Widget toggle = XmCreateToggleButton(createHolder(), const_cast<char*>(name), args, Cardinal{0});
+  XtVaSetValues(toggle, XmNrecomputeSize, False, XmNindicatorType, indicator, XmNalignment,
+                XmALIGNMENT_BEGINNING, XmNindicatorOn, mark, XmNtraversalOn, isTabStop(style()),
+                XmNborderWidth, borderWidth(style()), XmNmarginHeight, 0, nullptr);
+  showLabelText(toggle, zWindow::text);
+  connect<&zButton::onPressed<XmToggleButtonCallbackStruct>>(toggle, callback::toggled, this);
+  finishCreation(kKindButton, toggle);
+}
+
+template <class Data>
+void zButton::onPressed(Data* data) {
+  notifyParent(kNotifyClicked, data->event);
+}
+
+void zButton::setText(const char* newText) {
+  zControl::setText(newText);
+  showLabelText(labelWidget(), zWindow::text);
+}
+
+void zButton::moveResize(int x, int y, int width, int height) {
+  zControl::moveResize(x, y, width, height);
+  if (XmIsPushButton(widget())) {
+    fitHighlight(holder(), widget());
+  }
+}
+
+void zButton::applyFontToWidget() {
+  zControl::applyFontToWidget();
+  if (XmIsPushButton(widget())) {
+    fitHighlight(holder(), widget());
+  }
+}
+
+zPushButton::zPushButton(zWindow* parent, zSizer* sizer, std::uint32_t style,
+                         const char* initialText, int id)
+    : zButton(parent, sizer, style, initialText, id) {
+  markClass(kClassPushButton);
+  createPushButton(false);
+}
+
+zDefPushButton::zDefPushButton(zWindow* parent, zSizer* sizer, std::uint32_t style,
+                               const char* initialText, int id)
+    : zButton(parent, sizer, style, initialText, id) {
+  markClass(kClassDefPushButton);
+  createPushButton(true);
+}
+
+void ziToggle::check(bool on) {
+  XmToggleButtonSetState(widget(), on ? True : False, False);
+}
+
+bool ziToggle::checked() const {
+  return XmToggleButtonGetState(widget()) != False;
+}
+
+int ziToggle::storeData() {
+  if (boundValue == nullptr) {
+    return 0;
+  }
+  *boundValue = checked() ? 1 : 0;
+  return 1;
+}
+
+int ziToggle::showData() {
+  if (boundValue == nullptr) {
+    return 0;
+  }
+  check(*boundValue != 0);
+  return 1;
+}
+
+zCheckBox::zCheckBox(zWindow* parent, zSizer* sizer, std::uint32_t style, const char* initialText,
+                     int id)
+    : ziToggle(parent, sizer, style, initialText, id) {
+  markClass(kClassCheckBox);
+  createToggle("CheckBox", XmN_OF_MANY);
+}
+
+zRadioButton::zRadioButton(zWindow* parent, zSizer* sizer, std::uint32_t style,
+                           const char* initialText, int id)
+    : ziToggle(parent, sizer, style, initialText, id) {
+  markClass(kClassRadioButton);
+  createToggle("RadioButton", XmONE_OF_MANY);
+}
+
+zGroupBox::zGroupBox(zWindow* parent, zSizer* sizer, std::uint32_t style, const char* initialText,
+                     int id)
+    : zButton(parent, sizer, style, initialText, id) {
+  markClass(kClassGroupBox);
+  Widget frame = XtVaCreateWidget("Frame", xmFrameWidgetClass, createHolder(), XmNborderWidth,
+                                  borderWidth(style), nullptr);
+  title = XtVaCreateWidget("Label", xmLabelWidgetClass, frame, XmNframeChildType,
+                           XmFRAME_TITLE_CHILD, nullptr);
+  setText(zWindow::text.c_str());
+  finishCreation(kKindButton, frame);
+}
+
+void zGroupBox::setText(const char* newText) {
+  zButton::setText(newText);
+  // An empty title would still cut a gap into the frame's upper edge.
+  if (zWindow::text.isEmpty()) {
+    XtUnmanageChild(title);
+  } else {
+    XtManageChild(title);
+  }
+}
+
+void zGroupBox::setRelief(Relief relief) {
+  unsigned char shadow = XmSHADOW_ETCHED_IN;
+  if (relief != Relief::etched) {
+    shadow = relief == Relief::sunken ? unsigned{XmSHADOW_IN} : unsigned{XmSHADOW_OUT};
+  }
+  XtVaSetValues(widget(), XmNshadowType, shadow, nullptr);
+}
+
+void zGroupBox::applyFontToWidget() {
+  if (const zFont* now = fontObject(); now != nullptr && now->xFont() != nullptr) {
+    const XmFontList list = fontListOf(now->xFont()->get());
+    XtVaSetValues(title, XmNfontList, list, nullptr);
+  }
+}
+
+void zGroupBox::applyBackground() {
+  zButton::applyBackground();
+  colourWidget(title, background());
+}

@@ -1,0 +1,176 @@
+// The widgets of a combo box and their places: board > row column > form > entry and arrow; the
+// list is in a popup shell of its own or, in the simple kind, below the form.
+
+#include <algorithm>
+
+#include "framework/controls/combo_box.h"
+#include "framework/controls/combo_box_callbacks_xm.h"
+#include "framework/core/xm_handles_xm.h"
+#include "framework/draw/x_font_xm.h"
+
+#include <X11/IntrinsicP.h>
+
+namespace {
+
+constexpr zDimension kUnknownSize{100, 100};
+constexpr int kArrowWidth = 20;
+constexpr int kEntryMargin = 1;
+constexpr int kRowSpacing = 1;
+
+int preferredHeight(Widget widget) {
+  XtWidgetGeometry wanted;
+  XtQueryGeometry(widget, nullptr, &wanted);
+  return wanted.height;
+}
+
+void place(Widget widget, int x, int y, int width, int height) {
+  XtConfigureWidget(widget, static_cast<Position>(x), static_cast<Position>(y),
+                    static_cast<Dimension>(std::max(1, width)),
+                    static_cast<Dimension>(std::max(1, height)), 0);
+}
+
+}  // namespace
+
+void zComboBoxBase::createParts() {
+  Widget board = createHolder(HolderClass::board, kUnknownSize);
+  rowColumn = XtVaCreateManagedWidget("RowColumn", xmRowColumnWidgetClass, board, XmNwidth,
+                                      std::max(1, sizer()->size().width), XmNresizeWidth, False,
+                                      XmNresizeHeight, True, XmNmarginWidth, 0, XmNmarginHeight, 0,
+                                      XmNspacing, kRowSpacing, nullptr);
+  form = XtVaCreateManagedWidget("Form", xmFormWidgetClass, rowColumn, nullptr);
+  if (!isSimple()) {
+    createArrow();
+  }
+  createEntry();
+  if (isSimple()) {
+    createList(rowColumn);
+  } else {
+    createDropDown();
+  }
+  layOut();
+  finishCreation(kKindCombo, inner, rowColumn);
+  callbacks = std::make_unique<ziComboCallbacks>(*this);
+}
+
+void zComboBoxBase::createArrow() {
+  arrow = XtVaCreateManagedWidget("ArrowButton", xmArrowButtonWidgetClass, form, XmNarrowDirection,
+                                  XmARROW_DOWN, XmNtopAttachment, XmATTACH_FORM, XmNrightAttachment,
+                                  XmATTACH_FORM, XmNbottomAttachment, XmATTACH_FORM, XmNwidth,
+                                  kArrowWidth, XmNnavigationType, XmEXCLUSIVE_TAB_GROUP,
+                                  XmNtraversalOn, False, nullptr);
+}
+
+void zComboBoxBase::createEntry() {
+  const bool isEditable = entryKind == Entry::editable;
+  inner = XtVaCreateWidget("Text", xmTextWidgetClass, form, XmNleftAttachment, XmATTACH_FORM,
+                           XmNtopAttachment, XmATTACH_FORM, XmNbottomAttachment, XmATTACH_FORM,
+                           XmNrightAttachment, arrow != nullptr ? XmATTACH_WIDGET : XmATTACH_FORM,
+                           XmNrightWidget, arrow, XmNmarginWidth, kEntryMargin, XmNmarginHeight,
+                           kEntryMargin, XmNnavigationType, XmEXCLUSIVE_TAB_GROUP, XmNtraversalOn,
+                           (style() & kStyleTabStop) != 0, XmNeditable, isEditable,
+                           XmNcursorPositionVisible, isEditable, XmNverifyBell, False, nullptr);
+}
+
+void zComboBoxBase::createDropDown() {
+  shell =
+      XtVaCreatePopupShell("zAppComboShell", vendorShellWidgetClass, outerForm, XmNoverrideRedirect,
+                           True, XmNsaveUnder, True, XmNallowShellResize, True, nullptr);
+  listHolder = XtVaCreateWidget("BulletinBoard", xmBulletinBoardWidgetClass, shell, XmNmarginWidth,
+                                0, XmNmarginHeight, 0, nullptr);
+  createList(listHolder);
+}
+
+void zComboBoxBase::createList(Widget listParent) {
+  Arg settings[] = {
+      {const_cast<char*>(XmNlistSizePolicy), XmCONSTANT},
+      {const_cast<char*>(XmNselectionPolicy), XmBROWSE_SELECT},
+      {const_cast<char*>(XmNtraversalOn), False},
+  };
+  listWidget = XmCreateScrolledList(listParent, const_cast<char*>("ScrolledList"), settings,
+                                    XtNumber(settings));
+  // Managed from now on, though its holder is not, so that it knows how many rows it can show.
+  XtManageChild(listWidget);
+  rows.attach(listWidget);
+}
+
+// From the outside to the inside: each widget finds its room settled and asks for no other.
+void zComboBoxBase::layOut() {
+  textHeight = preferredHeight(inner);
+  const zPoint pos = sizer()->pos();
+  const int width = sizer()->size().width;
+  const int listHeight = std::max(1, sizer()->size().height - textHeight);
+  const int height = isSimple() ? textHeight + listHeight : textHeight;
+  place(outerForm, pos.x, pos.y, width, height);
+  place(rowColumn, 0, 0, width, height);
+  place(form, 0, 0, width, textHeight);
+  if (isSimple()) {
+    place(XtParent(listWidget), 0, textHeight + kRowSpacing, width, listHeight - kRowSpacing);
+  } else {
+    sizeList({width, listHeight});
+  }
+}
+
+void zComboBoxBase::sizeList(const zDimension& size) {
+  place(listHolder, 0, 0, size.width, size.height);
+  place(XtParent(listWidget), 0, 0, size.width, size.height);
+}
+
+void zComboBoxBase::moveResize(int x, int y, int width, int height) {
+  const zRect wanted(zPoint{x, y}, zDimension{width, height});
+  if (wanted != sizer()->rect()) {
+    const ziAlive alive(this);
+    hideDropDown();
+    if (!alive) {
+      return;
+    }
+  }
+  sizer()->setPos(wanted.pos());
+  sizer()->setSize(wanted.size());
+  layOut();
+}
+
+void zComboBoxBase::sizeChildren(zEvent* /*event*/) {
+  // The sizer keeps the height of entry and list; the holder's own says nothing about it.
+}
+
+int zComboBoxBase::size(zEvent* /*event*/) {
+  return 0;
+}
+
+void zComboBoxBase::setShowState(int state) {
+  const ziAlive alive(this);
+  if (state == kShowHide) {
+    hideDropDown();
+  }
+  if (alive) {
+    zControl::setShowState(state);
+  }
+}
+
+void zComboBoxBase::applyFontToWidget() {
+  zControl::applyFontToWidget();
+  if (fontObject() != nullptr && fontObject()->xFont() != nullptr) {
+    const XmFontList list = fontListOf(fontObject()->xFont()->get());
+    XtVaSetValues(listWidget, XmNfontList, list, nullptr);
+  }
+  layOut();
+}
+
+void zComboBoxBase::applySensitivity(bool on) {
+  XtSetSensitive(inner, on ? True : False);
+  if (arrow != nullptr) {
+    XtSetSensitive(arrow, on ? True : False);
+  } else {
+    XtSetSensitive(listWidget, on ? True : False);
+  }
+  if (!on) {
+    hideDropDown();
+  }
+}
+
+void zComboBoxBase::applyBackground() {
+  zControl::applyBackground();
+  for (Widget painted : {form, arrow}) {
+    colourWidget(painted, background());
+  }
+}

@@ -1,0 +1,144 @@
+// Keys in the entry of a combo box that are its own. They come here when no handler and no
+// accelerator took them; what is taken here doesn't reach the text widget.
+
+#include <algorithm>
+#include <cctype>
+#include <optional>
+
+#include "framework/controls/combo_box.h"
+#include "framework/core/application.h"
+
+#include <Xm/XmAll.h>
+
+namespace {
+
+// Motif's virtual keys, to which the user's bindings map the keys of the keyboard.
+enum VirtualKey : unsigned long {
+  kVirtualPageUp = 0x1004FF41,
+  kVirtualPageDown = 0x1004FF42,
+  kVirtualUp = 0x1004FF52,
+  kVirtualDown = 0x1004FF54,
+  kVirtualEndLine = 0x1004FF57,
+  kVirtualBeginLine = 0x1004FF58,
+  kVirtualCancel = 0x1004FF69,
+};
+
+KeySym virtualKey(XKeyEvent& press) {
+  Modifiers used = 0;
+  KeySym keysym = NoSymbol;
+  XtTranslateKeycode(press.display, static_cast<KeyCode>(press.keycode), press.state, &used,
+                     &keysym);
+  return keysym;
+}
+
+bool isCancel(KeySym keysym) {
+  return keysym == kVirtualCancel || keysym == XK_Escape;
+}
+
+bool isReturn(KeySym keysym) {
+  return keysym == XK_Return || keysym == XK_KP_Enter;
+}
+
+unsigned altMask() {
+  const zApp* app = zApp::instance();
+  const unsigned known = app != nullptr ? app->altMask() : 0;
+  return known != 0 ? known : Mod1Mask;
+}
+
+bool startsWith(const std::string& text, char letter) {
+  const auto lower = [](char c) { return std::tolower(static_cast<unsigned char>(c)); };
+  return !text.empty() && lower(text.front()) == lower(letter);
+}
+
+}  // namespace
+
+int zComboBoxBase::keyArrived(zEvent& event, bool typed) {
+  XKeyEvent& press = event.xevent->xkey;
+  const KeySym key = virtualKey(press);
+  const bool hasAlt = (press.state & altMask()) != 0;
+  if (hasAlt && key == kVirtualDown) {
+    toggleDropDown();
+    return 1;
+  }
+  if (isDropDownShown() && (isCancel(key) || isReturn(key))) {
+    hideDropDown();
+    return 1;
+  }
+  if (hasAlt || (press.state & ControlMask) != 0) {
+    return 0;
+  }
+  const int current = rows.keyboardRow();
+  std::optional<int> row;
+  if ((press.state & ShiftMask) == 0) {
+    row = rowForKey(key, current);
+  }
+  if (!row && typed && entryKind == Entry::fixed) {
+    row = rowForLetter(static_cast<char>(event.wparam), current);
+  }
+  if (!row) {
+    return 0;
+  }
+  if (*row >= 0 && *row < count() && *row != current) {
+    selectByKey(*row, event.xevent);
+    return 1;
+  }
+  // At the ends of the list these two are left to move the caret.
+  return key == kVirtualBeginLine || key == kVirtualEndLine ? 0 : 1;
+}
+
+// Nothing for a key that moves in no list. The row need not be there.
+std::optional<int> zComboBoxBase::rowForKey(unsigned long key, int current) const {
+  const int last = count() - 1;
+  switch (key) {
+    case kVirtualUp:
+      return current - 1;
+    case kVirtualDown:
+      return current + 1;
+    case kVirtualPageUp:
+      return current > 0 ? std::max(0, current - rows.pageSize()) : current;
+    case kVirtualPageDown:
+      return std::min(last, current + rows.pageSize());
+    case kVirtualBeginLine:
+    case kVirtualEndLine:
+      // Next to a list that is always shown an editable entry keeps these for the caret.
+      if (isSimple() && entryKind == Entry::editable) {
+        return std::nullopt;
+      }
+      return key == kVirtualBeginLine ? 0 : last;
+    default:
+      return std::nullopt;
+  }
+}
+
+// The next row behind `current`, round the end, that begins with the letter.
+int zComboBoxBase::rowForLetter(char letter, int current) const {
+  const int all = count();
+  for (int step = 1; step <= all; ++step) {
+    const int row = (current + step) % all;
+    if (startsWith(rows.text(row), letter)) {
+      return row;
+    }
+  }
+  return ziListRows::kNone;
+}
+
+void zComboBoxBase::selectByKey(int row, XEvent* xevent) {
+  setCurSel(row);
+  placeCaretLater();
+  notifyParent(kComboSelectionChanged, xevent);
+}
+
+// What handlers do to the entry in the same event must not leave the caret elsewhere.
+void zComboBoxBase::placeCaretLater() {
+  if (caretWork == 0) {
+    caretWork = XtAppAddWorkProc(XtWidgetToApplicationContext(widget()), caretWorkDue, this);
+  }
+}
+
+char zComboBoxBase::caretWorkDue(void* combo) {
+  constexpr char kDone = True;
+  auto* const waiting = static_cast<zComboBoxBase*>(combo);
+  waiting->caretWork = 0;
+  waiting->placeCaret();
+  return kDone;
+}

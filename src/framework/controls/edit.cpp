@@ -1,0 +1,339 @@
+// The edit controls on the toolkit's text widget. Every operation that the log uses costs the same
+// whatever the length of the text: none of them reads the text out. Notifications go out from
+// inside the widget's callbacks, so an operation that changes the text may destroy the control.
+
+#include "framework/controls/edit.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "framework/core/application.h"
+#include "framework/core/connect_xm.h"
+#include "framework/core/window_events_xm.h"
+#include "framework/core/xm_handles_xm.h"
+
+namespace {
+
+constexpr Dimension kLineWidth = 100;
+constexpr Dimension kTextMargin = 1;
+constexpr Dimension kBorderShadow = 2;
+constexpr Dimension kPlainShadow = 1;
+constexpr Dimension kScrollSpacing = 1;
+
+Time lastTime(Widget text) {
+  return XtLastTimestampProcessed(XtDisplay(text));
+}
+
+char* xmText(const char* text) {
+  return const_cast<char*>(text);
+}
+
+// Resources of text widgets of either kind, in the form of the toolkit's creation calls.
+class TextArgs {
+ public:
+  TextArgs(std::uint32_t style, unsigned char editMode, const RWCString& text) {
+    const bool isReadOnly = (style & kEditReadOnly) != 0;
+    add(XmNeditMode, editMode);
+    add(XmNvalue, text.c_str());
+    add(XmNwordWrap, True);
+    add(XmNverifyBell, False);
+    add(XmNeditable, isReadOnly ? False : True);
+    add(XmNcursorPositionVisible, isReadOnly ? False : True);
+    add(XmNtraversalOn, (style & kStyleTabStop) != 0 ? True : False);
+    add(XmNshadowThickness, (style & kStyleBorder) != 0 ? kBorderShadow : kPlainShadow);
+    add(XmNmarginWidth, kTextMargin);
+    add(XmNmarginHeight, kTextMargin);
+  }
+
+  template <class Value>
+  void add(const char* name, Value value) {
+    XtSetArg(args[count], const_cast<char*>(name), value);
+    ++count;
+  }
+  Arg* list() { return args; }
+  Cardinal size() const { return count; }
+
+ private:
+  static constexpr int kMaximum = 20;
+  Arg args[kMaximum];
+  Cardinal count = 0;
+};
+
+// The toolkit puts the control character of a command key that means nothing to it into the text.
+bool isStrayCommandKey(XEvent* event, std::string_view inserted) {
+  if (event == nullptr || event->type != KeyPress || inserted.size() != 1) {
+    return false;
+  }
+  const zApp* app = zApp::instance();
+  const unsigned commandKeys = ControlMask | (app != nullptr ? app->altMask() : 0U);
+  return (event->xkey.state & commandKeys) != 0 &&
+         lookUpKey(event->xkey).character == inserted.front();
+}
+
+}  // namespace
+
+/// The program's own changes are not put to verifyChange. Lives through the control's destruction.
+class zEditBase::Unverified {
+ public:
+  explicit Unverified(zEditBase& changed) : edit(changed), alive(&changed) {
+    previous = std::exchange(edit.verifying, false);
+  }
+  Unverified(const Unverified&) = delete;
+  Unverified& operator=(const Unverified&) = delete;
+  ~Unverified() {
+    if (alive) {
+      edit.verifying = previous;
+    }
+  }
+  bool isAlive() const { return static_cast<bool>(alive); }
+
+ private:
+  zEditBase& edit;
+  ziAlive alive;
+  bool previous;
+};
+
+zEditBase::zEditBase(zWindow* parent, zSizer* sizer, std::uint32_t style, const char* initialText,
+                     int id)
+    : zControl(parent, sizer, style, initialText, id) {
+  markClass(kClassEditBase);
+  if ((style & kEditMultiLine) != 0) {
+    createBox();
+  } else {
+    createLine();
+  }
+  connect<&zEditBase::onVerify<XmTextVerifyCallbackStruct>>(widget(), callback::modifyVerify, this);
+  connect<&zEditBase::onChanged<XmAnyCallbackStruct>>(widget(), callback::textChanged, this);
+  connect<&zEditBase::onLosingFocus<XmTextVerifyCallbackStruct>>(widget(), callback::losingFocus,
+                                                                 this);
+  connect<&zEditBase::onFocus<XmAnyCallbackStruct>>(widget(), callback::focus, this);
+  connect<&zEditBase::onActivate<XmAnyCallbackStruct>>(widget(), callback::activate, this);
+}
+
+zEditBase::~zEditBase() {
+  disconnect<&zEditBase::onVerify<XmTextVerifyCallbackStruct>>(widget(), callback::modifyVerify,
+                                                               this);
+  disconnect<&zEditBase::onChanged<XmAnyCallbackStruct>>(widget(), callback::textChanged, this);
+  disconnect<&zEditBase::onLosingFocus<XmTextVerifyCallbackStruct>>(widget(), callback::losingFocus,
+                                                                    this);
+  disconnect<&zEditBase::onFocus<XmAnyCallbackStruct>>(widget(), callback::focus, this);
+  disconnect<&zEditBase::onActivate<XmAnyCallbackStruct>>(widget(), callback::activate, this);
+  // The bars die with the holder; the window must not destroy them one by one.
+  const auto release = [this](Widget& bar, XtCallbackProc procedure) {
+    if (bar != nullptr) {
+      removeScrollCallbacks(bar, procedure, static_cast<zWindow*>(this));
+      bar = nullptr;
+    }
+  };
+  release(vertScrollWidget, zVertScrollProc);
+  release(horzScrollWidget, zHorzScrollProc);
+}
+
+void zEditBase::createLine() {
+  TextArgs args(style(), XmSINGLE_LINE_EDIT, zWindow::text);
+  args.add(XmNresizeHeight, True);
+  args.add(XmNresizeWidth, False);
+  args.add(XmNscrollHorizontal, False);
+  args.add(XmNscrollVertical, False);
+  args.add(XmNwidth, kLineWidth);
+  Widget line = XmCreateText(createHolder(), xmText("TextField"), args.list(), args.size());
+  finishCreation(kKindEdit, line);
+}
+
+void zEditBase::createBox() {
+  TextArgs args(style(), XmMULTI_LINE_EDIT, zWindow::text);
+  args.add(XmNscrollHorizontal, (style() & kStyleHorzScroll) != 0 ? True : False);
+  args.add(XmNscrollVertical, (style() & kStyleVertScroll) != 0 ? True : False);
+  Widget box = XmCreateScrolledText(createHolder(), xmText("Text"), args.list(), args.size());
+  Widget scrolled = XtParent(box);
+  XtVaSetValues(scrolled, XmNspacing, kScrollSpacing, nullptr);
+  XtVaGetValues(scrolled, XmNverticalScrollBar, &vertScrollWidget, XmNhorizontalScrollBar,
+                &horzScrollWidget, nullptr);
+  watchScrollBars();
+  finishCreation(kKindEdit, box, scrolled);
+}
+
+void zEditBase::watchScrollBars() {
+  if (vertScrollWidget != nullptr) {
+    addScrollCallbacks(vertScrollWidget, zVertScrollProc, static_cast<zWindow*>(this));
+  }
+  if (horzScrollWidget != nullptr) {
+    addScrollCallbacks(horzScrollWidget, zHorzScrollProc, static_cast<zWindow*>(this));
+  }
+}
+
+void zEditBase::applyBackground() {
+  zControl::applyBackground();
+  colourWidget(vertScrollWidget, background());
+  colourWidget(horzScrollWidget, background());
+}
+
+template <class Data>
+void zEditBase::onVerify(Data* data) {
+  if (!verifying) {
+    return;
+  }
+  std::string_view inserted;
+  if (data->text != nullptr && data->text->ptr != nullptr) {
+    inserted = {data->text->ptr, static_cast<std::size_t>(data->text->length)};
+  }
+  const zTextRange range{static_cast<int>(data->startPos), static_cast<int>(data->endPos)};
+  const bool isGood = !isStrayCommandKey(data->event, inserted) && verifyChange(range, inserted);
+  data->doit = isGood ? True : False;
+}
+
+template <class Data>
+void zEditBase::onChanged(Data* data) {
+  notifyParent(kEditChanged, data->event);
+}
+
+template <class Data>
+void zEditBase::onFocus(Data* data) {
+  notifyParent(kEditFocusGained, data->event);
+}
+
+template <class Data>
+void zEditBase::onLosingFocus(Data* data) {
+  notifyParent(kEditFocusLost, data->event);
+}
+
+template <class Data>
+void zEditBase::onActivate(Data* data) {
+  notifyParent(kEditReturn, data->event);
+}
+
+bool zEditBase::verifyChange(zTextRange /*range*/, std::string_view /*inserted*/) {
+  return true;
+}
+
+int zEditBase::keyArrived(zEvent& /*event*/, bool /*typed*/) {
+  return 0;
+}
+
+void zEditBase::setText(const char* newText) {
+  lastText = newText;
+  Widget edit = widget();
+  if (edit == nullptr) {
+    zWindow::text = newText;
+    return;
+  }
+  const Unverified change(*this);
+  if (!XtIsManaged(edit)) {
+    XtVaSetValues(edit, XmNvalue, lastText.c_str(), nullptr);
+    return;
+  }
+  XmTextSetString(edit, xmText(lastText.c_str()));
+  if (change.isAlive()) {
+    XmTextSetInsertionPosition(edit, XmTextGetLastPosition(edit));
+  }
+}
+
+RWCString zEditBase::text() const {
+  return takeXtText(XmTextGetString(widget()));
+}
+
+int zEditBase::textLength() const {
+  return static_cast<int>(XmTextGetLastPosition(widget()));
+}
+
+void zEditBase::setSelection(int from, int to) {
+  if (XtIsRealized(widget())) {
+    // A range past the end would select nothing at all; cut to nothing it clears the selection.
+    const int last = std::clamp(to, 0, textLength());
+    const int first = std::clamp(from, 0, last);
+    XmTextSetSelection(widget(), first, last, lastTime(widget()));
+  }
+  XmTextSetInsertionPosition(widget(), to);
+}
+
+std::optional<zTextRange> zEditBase::selectionRange() const {
+  XmTextPosition left = 0;
+  XmTextPosition right = 0;
+  if (XmTextGetSelectionPosition(widget(), &left, &right) == False || left >= right) {
+    return std::nullopt;
+  }
+  return zTextRange{static_cast<int>(left), static_cast<int>(right)};
+}
+
+RWCString zEditBase::selection() const {
+  return takeXtText(XmTextGetSelection(widget()));
+}
+
+int zEditBase::insertionPosition() const {
+  return static_cast<int>(XmTextGetInsertionPosition(widget()));
+}
+
+void zEditBase::replaceSelection(const char* newText) {
+  const std::optional<zTextRange> range = selectionRange();
+  if (!range) {
+    insertAt(insertionPosition(), newText);
+    return;
+  }
+  const Unverified change(*this);
+  // A read-only widget refuses to be cut.
+  if (XmTextCut(widget(), lastTime(widget())) == False && change.isAlive()) {
+    XmTextReplace(widget(), range->from, range->to, xmText(""));
+  }
+  if (change.isAlive()) {
+    insertAt(range->from, newText);
+  }
+}
+
+void zEditBase::insertAt(int position, const char* newText) {
+  Widget edit = widget();
+  const Unverified change(*this);
+  const XmTextPosition before = XmTextGetLastPosition(edit);
+  const XmTextPosition at = std::clamp<XmTextPosition>(position, 0, before);
+  XmTextInsert(edit, at, xmText(newText));
+  if (change.isAlive()) {
+    XmTextSetInsertionPosition(edit, at + (XmTextGetLastPosition(edit) - before));
+  }
+}
+
+void zEditBase::setMaxLength(int length) {
+  XmTextSetMaxLength(widget(), length == 0 ? kDefaultMaxLength : length);
+}
+
+void zEditBase::scroll(int lines) {
+  XmTextScroll(widget(), lines);
+}
+
+void zEditBase::cut() {
+  XmTextCut(widget(), lastTime(widget()));
+}
+
+void zEditBase::copy() {
+  XmTextCopy(widget(), lastTime(widget()));
+}
+
+void zEditBase::paste() {
+  XmTextPaste(widget());
+}
+
+int zEditBase::storeData() {
+  if (boundString == nullptr) {
+    return 0;
+  }
+  *boundString = text();
+  return 1;
+}
+
+int zEditBase::showData() {
+  if (boundString == nullptr) {
+    return 0;
+  }
+  setText(boundString->c_str());
+  return 1;
+}
+
+zEditLine::zEditLine(zWindow* parent, zSizer* sizer, std::uint32_t style, const char* initialText,
+                     int id)
+    : zEditBase(parent, sizer, style & ~std::uint32_t{kEditMultiLine}, initialText, id) {
+  markClass(kClassEditLine);
+}
+
+zEditBox::zEditBox(zWindow* parent, zSizer* sizer, std::uint32_t style, const char* initialText,
+                   int id)
+    : zEditBase(parent, sizer, style | kEditMultiLine, initialText, id) {
+  markClass(kClassEditBox);
+}

@@ -1,0 +1,113 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include "framework/controls/control.h"
+#include "support/text_range.h"
+
+/// Style bits of an edit control; the scroll bars, the border and the tab stop are those of
+/// windows.
+enum zEditStyle : std::uint32_t {
+  kEditMultiLine = 0x4,
+  kEditReadOnly = 0x800,
+};
+
+/// Notification codes of edit controls.
+enum zEditCode : int {
+  kEditFocusGained = 0x100,
+  kEditFocusLost = 0x200,
+  kEditChanged = 0x300,
+  kEditReturn = 0x700,  ///< Return in a single line
+};
+
+/// Base of the edit controls. One byte is one position. The operations on positions cost the same
+/// for a log of any length; only text() and setText() handle the whole text.
+class zEditBase : public zControl {
+ public:
+  static constexpr int kClassNumber = kClassEditBase;
+  /// What setMaxLength(0) sets.
+  static constexpr int kDefaultMaxLength = 32000;
+
+  ~zEditBase() override;
+
+  void setText(const char* newText) override;
+  RWCString text() const override;
+  int textLength() const;
+  /// The text that the program set last.
+  const RWCString& lastSetText() const { return lastText; }
+
+  /// Selects [from, to), both cut to the text, and moves the insertion point to `to`. While the
+  /// widget is not realized only the insertion point moves.
+  void setSelection(int from, int to);
+  /// The selected text, empty when there is none.
+  RWCString selection() const;
+  /// Where the selection lies; none, or an empty one, gives nothing.
+  std::optional<zTextRange> selectionRange() const;
+  int insertionPosition() const;
+  /// Replaces the selection, or inserts at the insertion point; this lands behind the new text.
+  void replaceSelection(const char* newText);
+  /// Inserts at `position` (past the end: at the end), the insertion point lands behind the text.
+  /// Costs no look at the text that is there.
+  void insertAt(int position, const char* newText);
+
+  /// Bounds what the user can type; 0 stands for kDefaultMaxLength. The program is not bound.
+  void setMaxLength(int length);
+  /// Scrolls by lines, down when positive; stops at the ends of the text.
+  void scroll(int lines);
+  using zControl::scroll;
+
+  // With the clipboard; cut and paste change nothing in a read-only control.
+  void cut();
+  void copy();
+  void paste();
+
+  /// Binds the text to `string`, which must outlive the binding; null unbinds.
+  void setBoundString(RWCString* string) { boundString = string; }
+  int storeData() override;
+  int showData() override;
+
+ protected:
+  zEditBase(zWindow* parent, zSizer* sizer, std::uint32_t style, const char* text, int id);
+
+  /// Whether the user may replace `range` by `inserted`.
+  virtual bool verifyChange(zTextRange range, std::string_view inserted);
+  bool takesTyping() const override { return true; }
+  int keyArrived(zEvent& event, bool typed) override;
+  void applyBackground() override;
+
+ private:
+  class Unverified;
+
+  void createLine();
+  void createBox();
+  void watchScrollBars();
+  template <class Data>
+  void onVerify(Data* data);
+  template <class Data>
+  void onChanged(Data* data);
+  template <class Data>
+  void onFocus(Data* data);
+  template <class Data>
+  void onLosingFocus(Data* data);
+  template <class Data>
+  void onActivate(Data* data);
+
+  RWCString* boundString = nullptr;
+  RWCString lastText;
+  bool verifying = true;
+};
+
+/// A single line.
+class zEditLine : public zEditBase {
+ public:
+  static constexpr int kClassNumber = kClassEditLine;
+  zEditLine(zWindow* parent, zSizer* sizer, std::uint32_t style, const char* text, int id);
+};
+
+/// Several lines, with scroll bars by the style.
+class zEditBox : public zEditBase {
+ public:
+  static constexpr int kClassNumber = kClassEditBox;
+  zEditBox(zWindow* parent, zSizer* sizer, std::uint32_t style, const char* text, int id);
+};

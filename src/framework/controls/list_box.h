@@ -1,0 +1,82 @@
+#pragma once
+
+#include <memory>
+
+#include "framework/controls/control.h"
+#include "framework/controls/list_box_rows.h"
+
+/// Style bits of a list box; the scroll bars and the tab stop are those of windows.
+enum zListStyle : std::uint32_t {
+  kListSorted = 0x2,
+  kListMultiple = 0x8,
+  kListExtended = 0x800,  ///< together with kListMultiple: ranges by Shift, additions by Control
+};
+
+/// Notification codes of list boxes.
+enum zListCode : int {
+  kListSelectionChanged = 1,
+  kListDoubleClick = 2,  ///< comes after kListSelectionChanged; Return in the list gives it too
+};
+
+class ziListCallbacks;
+
+/// Base of the list boxes: a scrolled list of one-line texts. Rows count from 0; -1 is no row.
+class zListBoxBase : public zControl {
+ public:
+  static constexpr int kClassNumber = kClassListBoxBase;
+
+  ~zListBoxBase() override;
+
+  /// Adds a text, in order where the list is sorted, else at the end; returns its row.
+  virtual int add(const char* text);
+  void clear();
+  /// 1, or 0 when there is no such row.
+  int remove(int row);
+  int count() const { return rows.count(); }
+  /// The row that was chosen last, by the user or by setCurSel; deselecting doesn't change it.
+  int selection() const { return selected; }
+  /// Selects a row and brings it into view; a negative one deselects all. Tells nobody. 1, or 0
+  /// when there is no such row.
+  int setCurSel(int row);
+  /// The text of a row, of selection() with -1; "" and 0 when there is no such row.
+  int itemText(RWCString& out, int row) const;
+  /// Selects the first row with exactly this text and returns it; -1 when there is none.
+  int selectString(const char* text);
+
+  /// Binds the chosen text to `string`, which must outlive the binding; null unbinds.
+  void setBoundString(RWCString* string) { boundString = string; }
+  int storeData() override;
+  int showData() override;
+
+ protected:
+  /// Makes the widget. `order` says whether the sorted bit of the style counts.
+  enum class Order { byStyle, asAdded };
+  zListBoxBase(zWindow* parent, zSizer* sizer, std::uint32_t style, int id, Order order);
+
+  ziListRows rows;
+
+ private:
+  friend class ziListCallbacks;
+
+  void createList();
+  bool isMultiple() const { return (style() & kListMultiple) != 0; }
+
+  int selected = ziListRows::kNone;
+  RWCString* boundString = nullptr;
+  bool isSorted;
+  std::unique_ptr<ziListCallbacks> callbacks;
+};
+
+/// A list box that sorts if its style says so.
+class zListBox : public zListBoxBase {
+ public:
+  static constexpr int kClassNumber = kClassListBox;
+  zListBox(zWindow* parent, zSizer* sizer, std::uint32_t style, int id);
+};
+
+/// A list box that never sorts, whatever its style says.
+class zListBoxUnsorted : public zListBoxBase {
+ public:
+  static constexpr int kClassNumber = kClassListBoxUnsorted;
+  zListBoxUnsorted(zWindow* parent, zSizer* sizer, std::uint32_t style, int id);
+};

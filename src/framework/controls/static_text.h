@@ -1,0 +1,16 @@
+#pragma once
+
+#include "framework/controls/control.h"
+
+/// Style bit of a static text: centred instead of left-aligned.
+inline constexpr std::uint32_t kStaticCentred = 0x00020000;
+
+/// Text that the user cannot change, of one or several lines. Mnemonic signs and tabs as in
+/// buttons.
+class zStaticText : public zControl {
+ public:
+  static constexpr int kClassNumber = kClassStaticText;
+  zStaticText(zWindow* parent, zSizer* sizer, std::uint32_t style, const char* text, int id = -1);
+
+  void setText(const char* newText) override;
+};

@@ -1,0 +1,225 @@
+// The drop-down list of combo boxes: how it opens, where it goes, what closes it.
+
+#include <memory>
+
+#include <gmock/gmock.h>
+#include <X11/keysym.h>
+
+#include "framework/controls/combo_box.h"
+#include "framework/draw/screen.h"
+#include "tests/ui/controls/list_view.h"
+#include "tests/ui/support/ui_test.h"
+
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+constexpr int kId = 100;
+constexpr std::uint32_t kFullStyle = 0x50310042;
+constexpr std::uint32_t kStaticStyle = 0x50310043;
+constexpr int kWidth = 200;
+constexpr int kHeight = 140;
+
+class DropDown : public ControlTest {
+ protected:
+  DropDown() {
+    for (zComboBoxBase* each :
+         {static_cast<zComboBoxBase*>(&combo), static_cast<zComboBoxBase*>(&second)}) {
+      for (const char* text : {"alpha", "beta", "gamma", "delta"}) {
+        each->add(text);
+      }
+    }
+    ui::drain();
+    focus(combo);
+  }
+
+  std::vector<int> codes() { return takeCodes(*frame, {kComboFocusIn, kComboFocusOut}); }
+  static Widget arrowOf(const zComboBoxBase& of) { return part(of.holder(), "ArrowButton"); }
+  static Widget listOf(const zComboBoxBase& of) { return part(of.holder(), "ScrolledList"); }
+  static bool isShown(const zComboBoxBase& of) {
+    const bool isViewable = ui::isViewable(listOf(of));
+    EXPECT_EQ(of.isDropDownShown(), isViewable);
+    EXPECT_EQ(openCombo == &of, isViewable);
+    return isViewable;
+  }
+
+  zComboBoxFull combo{frame.get(), new zSizer(10, 10, kWidth, kHeight), kFullStyle, kId};
+  zComboBoxStatic second{frame.get(), new zSizer(10, 200, kWidth, kHeight), kStaticStyle, kId};
+};
+
+TEST_F(DropDown, TheArrowShowsAndHidesItBelowTheEntry) {
+  ui::click(arrowOf(combo));
+  ASSERT_TRUE(isShown(combo));
+  EXPECT_THAT(codes(), ElementsAre(kComboShown));
+  const ui::ScreenArea entry = ui::areaOf(combo.widget());
+  const ui::ScreenArea list = ui::areaOf(part(combo.holder(), "zAppComboShell"));
+  EXPECT_EQ(list,
+            (ui::ScreenArea{entry.x, entry.y + entry.height, kWidth, kHeight - entry.height}));
+  EXPECT_TRUE(ui::focusIs(combo.widget())) << "the list takes no focus";
+  ui::click(arrowOf(combo));
+  EXPECT_FALSE(isShown(combo));
+  EXPECT_THAT(codes(), ElementsAre(kComboHidden));
+}
+
+TEST_F(DropDown, TheArrowGivesTheEntryTheFocus) {
+  ui::click(arrowOf(second));
+  EXPECT_TRUE(isShown(second));
+  EXPECT_TRUE(ui::focusIs(second.widget()));
+}
+
+TEST_F(DropDown, ARowChosenByTheMouseGoesToTheEntryAndTheFocusStays) {
+  ui::click(arrowOf(combo));
+  clickRow(listOf(combo), 2);
+  EXPECT_FALSE(isShown(combo));
+  EXPECT_EQ(combo.text().str(), "gamma");
+  EXPECT_EQ(combo.curSel(), 2);
+  EXPECT_THAT(codes(), ElementsAre(kComboShown, kComboHidden, kComboSelectionChanged));
+  EXPECT_TRUE(ui::focusIs(combo.widget()));
+  ui::typeText("x");
+  EXPECT_EQ(combo.text().str(), "x") << "the chosen text was selected";
+}
+
+TEST_F(DropDown, AltDownShowsAndHidesItAndMovesNothing) {
+  ui::pressKey(XK_Down, ui::kAlt);
+  EXPECT_TRUE(isShown(combo));
+  EXPECT_EQ(combo.curSel(), -1);
+  ui::pressKey(XK_Down);
+  EXPECT_TRUE(isRowSelected(listOf(combo), 0)) << "keys go on working while it is shown";
+  EXPECT_TRUE(isShown(combo));
+  ui::pressKey(XK_Down, ui::kAlt);
+  EXPECT_FALSE(isShown(combo));
+  EXPECT_THAT(codes(), ElementsAre(kComboShown, kComboSelectionChanged, kComboHidden));
+}
+
+TEST_F(DropDown, EscapeAndReturnHideItAndGoNoFurther) {
+  for (const ui::KeySymbol key : {XK_Escape, XK_Return}) {
+    combo.showDropDown();
+    ui::drain();
+    EXPECT_TRUE(isShown(combo));
+    ui::pressKey(key);
+    EXPECT_FALSE(isShown(combo));
+    EXPECT_THAT(codes(), ElementsAre(kComboShown, kComboHidden));
+  }
+}
+
+TEST_F(DropDown, ScrollingItByMouseKeepsItOpen) {
+  for (int row = 0; row < 50; ++row) {
+    combo.add("more");
+  }
+  ui::click(arrowOf(combo));
+  Widget bar = part(combo.holder(), "VertScrollBar");
+  const ui::ScreenArea area = ui::areaOf(bar);
+  ui::click(bar, area.width / 2, area.height - 5);
+  EXPECT_TRUE(isShown(combo)) << "after a click on the scroll bar";
+  ui::wheel(listOf(combo), 10, 10, -2);
+  EXPECT_TRUE(isShown(combo));
+  EXPECT_FALSE(isRowInView(listOf(combo), 0));
+  EXPECT_TRUE(ui::focusIs(combo.widget()));
+}
+
+TEST_F(DropDown, AClickOnAFixedEntryShowsAndHidesIt) {
+  ui::click(second.widget());
+  EXPECT_TRUE(isShown(second));
+  ui::click(second.widget());
+  EXPECT_FALSE(isShown(second));
+}
+
+TEST_F(DropDown, OpeningASecondOneHidesTheFirst) {
+  combo.showDropDown();
+  codes();
+  second.showDropDown();
+  ui::drain();
+  EXPECT_FALSE(isShown(combo));
+  EXPECT_TRUE(isShown(second));
+  EXPECT_THAT(codes(), ElementsAre(kComboHidden, kComboShown));
+  combo.hideDropDown();
+  EXPECT_TRUE(isShown(second)) << "hiding a hidden one changes nothing";
+  EXPECT_THAT(codes(), IsEmpty());
+}
+
+TEST_F(DropDown, LosingTheFocusHidesIt) {
+  combo.showDropDown();
+  second.setFocus();
+  ui::waitForFocus(second.widget());
+  EXPECT_FALSE(isShown(combo));
+}
+
+TEST_F(DropDown, AClickAnywhereElseInTheProgramHidesItAndDoesItsWork) {
+  combo.showDropDown();
+  ui::click(frame->widget(), 350, 280);
+  EXPECT_FALSE(isShown(combo)) << "a place that takes no focus";
+  combo.showDropDown();
+  ui::click(second.widget());
+  EXPECT_FALSE(isShown(combo));
+  EXPECT_TRUE(isShown(second));
+}
+
+TEST_F(DropDown, AMoveOfTheWindowHidesIt) {
+  combo.showDropDown();
+  ui::drain();
+  EXPECT_TRUE(isShown(combo));
+  frame->moveResize(150, 160, 400, 300);
+  ui::waitFor([&] { return !combo.isDropDownShown(); }, "the list to close");
+  EXPECT_FALSE(isShown(combo));
+}
+
+TEST_F(DropDown, MovingHidingAndDisablingTheComboBoxHideIt) {
+  combo.showDropDown();
+  combo.moveResize(10, 10, kWidth, kHeight);
+  EXPECT_TRUE(combo.isDropDownShown()) << "a layout that changes nothing";
+  combo.moveResize(20, 10, kWidth, kHeight);
+  EXPECT_FALSE(isShown(combo));
+  combo.showDropDown();
+  combo.disable();
+  EXPECT_FALSE(isShown(combo));
+  combo.enable();
+  combo.showDropDown();
+  combo.show(kShowHide);
+  EXPECT_FALSE(isShown(combo));
+  combo.show(kShowNormal);
+}
+
+TEST_F(DropDown, TheEndOfADialogHidesIt) {
+  combo.showDropDown();
+  closeOpenDropDown();
+  EXPECT_FALSE(isShown(combo));
+  EXPECT_THAT(codes(), ElementsAre(kComboShown, kComboHidden));
+}
+
+TEST_F(DropDown, GoesAboveTheEntryAtTheLowerEdgeOfTheScreen) {
+  frame->moveResize(60, theScreen().screenHeight - 120, 400, 110);
+  ui::waitFor(
+      [&] {
+        zRect known;
+        combo.getExterior(known);
+        const int top = ui::areaOf(combo.holder()).y;
+        return top > theScreen().screenHeight - 150 && known.top == top;
+      },
+      "the window at the lower edge, and told of it");
+  ui::drain();
+  combo.showDropDown();
+  ui::drain();
+  const ui::ScreenArea list = ui::areaOf(part(combo.holder(), "zAppComboShell"));
+  EXPECT_EQ(list.y + list.height, ui::areaOf(combo.widget()).y);
+  clickRow(listOf(combo), 1);
+  EXPECT_EQ(combo.text().str(), "beta");
+}
+
+TEST_F(DropDown, DiesWithItsComboBox) {
+  auto third =
+      std::make_unique<zComboBoxFull>(frame.get(), new zSizer(230, 10, 100, 100), kFullStyle, kId);
+  ui::drain();
+  third->showDropDown();
+  ui::drain();
+  Window list = ui::windowOf(part(third->holder(), "zAppComboShell"));
+  EXPECT_TRUE(ui::isViewable(list));
+  third.reset();
+  EXPECT_EQ(openCombo, nullptr);
+  ui::waitFor([&] { return !ui::isViewable(list); }, "the list to disappear");
+  ui::click(frame->widget(), 350, 280);
+  combo.showDropDown();
+  EXPECT_TRUE(isShown(combo));
+}
+
+}  // namespace
