@@ -41,6 +41,10 @@ class TextPane : public zEditBox {
   void scrollToTop();
   void scrollToEnd();
   void selectAll();
+  /// Selects the next hit for `wanted` and brings it into view; from the start, with the view at
+  /// the top, unless `goOn`. A box tells when there is none, or when `wanted` is no regular
+  /// expression; the pane may be gone after it.
+  void findText(const RWCString& wanted, bool goOn, bool matchCase, bool regexp);
 
   /// The Control latch, shared with the command line: set by a press of Control in either, cleared
   /// not by its release but by the pointer crossing either's edge. Intended.

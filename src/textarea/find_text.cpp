@@ -1,0 +1,118 @@
+// The search of the log. Where a search starts follows from formulas that skip a few characters;
+// that is intended and marked below.
+
+#include "textarea/find_text.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <string>
+
+#include "support/regular_expression.h"
+
+namespace {
+
+constexpr std::size_t kNowhere = std::string_view::npos;
+constexpr std::size_t kCompiledSize = 256;
+
+// Not string_view::find: that stops at each occurrence of the first character.
+std::size_t findExact(std::string_view log, std::string_view text, std::size_t start) {
+  if (start > log.size() || text.size() > log.size() - start) {
+    return kNowhere;
+  }
+  if (text.empty()) {
+    return start;
+  }
+  const void* hit = memmem(log.data() + start, log.size() - start, text.data(), text.size());
+  return hit == nullptr ? kNowhere
+                        : static_cast<std::size_t>(static_cast<const char*>(hit) - log.data());
+}
+
+// By the letters of ASCII, which are the only ones in the character set that the program runs in.
+// Without branches, so that the compiler makes vector code of it.
+void foldCase(const char* from, std::size_t count, char* to) {
+  constexpr unsigned kLetters = 26;
+  for (std::size_t i = 0; i < count; ++i) {
+    const auto c = static_cast<unsigned char>(from[i]);
+    const bool isUpper = static_cast<unsigned char>(c - 'A') < kLetters;
+    to[i] = static_cast<char>(isUpper ? c | ('a' - 'A') : c);
+  }
+}
+
+// Folds a window of the log at a time, which stays in the processor's cache. Windows overlap by
+// what of a hit can lie in the earlier one.
+std::size_t findFolded(std::string_view log, std::string_view text, std::size_t start) {
+  constexpr std::size_t kWindow = 16384;
+  std::string wanted(text.size(), '\0');
+  foldCase(text.data(), text.size(), wanted.data());
+  std::string window(std::min(kWindow + 2 * text.size(), log.size()), '\0');
+  while (start <= log.size() && text.size() <= log.size() - start) {
+    const std::size_t count = std::min(window.size(), log.size() - start);
+    foldCase(log.data() + start, count, window.data());
+    const std::size_t hit = findExact({window.data(), count}, wanted, 0);
+    if (hit != kNowhere) {
+      return start + hit;
+    }
+    start += count - text.size() + 1;
+  }
+  return kNowhere;
+}
+
+FindResult findPlain(std::string_view log, const FindRequest& request, FindState& state) {
+  // By the length of what is looked for, not of what was found, and from the start too: a hit
+  // closer to the start than that is missed. Intended.
+  const std::size_t start = state.lastFindOffset + request.text.size();
+  const std::size_t hit = request.matchCase ? findExact(log, request.text, start)
+                                            : findFolded(log, request.text, start);
+  if (hit == kNowhere) {
+    return FindResult::kNotFound;
+  }
+  state = {hit, request.text.size()};
+  return FindResult::kFound;
+}
+
+// Looks through the lines that begin behind `before`. The rest of a line behind the last hit counts
+// as a line of its own, so "^" matches there. Intended.
+FindResult findInLines(std::string_view log, const char* compiled, std::size_t before,
+                       FindState& state) {
+  std::int64_t work = kFindWork + kFindWorkPerCharacter * static_cast<std::int64_t>(log.size());
+  std::string line;
+  while (before < log.size() && work > 0) {
+    const std::size_t start = before + 1;
+    const std::size_t end = std::min(log.find('\n', start), log.size());
+    line.assign(log, start, end - start);
+    if (regexp::step(line.c_str(), compiled) != 0) {
+      int length = 0;
+      const char* hit = regexp::matchLength(&length);
+      state.lastFindOffset = start + static_cast<std::size_t>(hit - line.c_str());
+      state.lastFindLength = static_cast<std::size_t>(length);
+      return FindResult::kFound;
+    }
+    work -= regexp::workSpent();
+    before = end;
+  }
+  return FindResult::kNotFound;
+}
+
+FindResult findRegexp(std::string_view log, const FindRequest& request, FindState& state) {
+  const std::string pattern(request.text.substr(0, kPatternLength));
+  std::array<char, kCompiledSize> compiled{};
+  char* end = compiled.data() + compiled.size();
+  if (regexp::compile(pattern.c_str(), compiled.data(), end, '\0') == nullptr) {
+    return FindResult::kPatternError;
+  }
+  // A line begins behind a character that is not looked at: the log's first one, the last one of a
+  // hit, or, after a hit of one character, the one that follows it. Intended.
+  const std::size_t length = state.lastFindLength;
+  const std::size_t before = state.lastFindOffset + (length >= 2 ? length - 1 : length);
+  return findInLines(log, compiled.data(), before, state);
+}
+
+}  // namespace
+
+FindResult findInLog(std::string_view log, const FindRequest& request, FindState& state) {
+  if (!request.goOn) {
+    state = {};
+  }
+  return request.regexp ? findRegexp(log, request, state) : findPlain(log, request, state);
+}
