@@ -31,6 +31,7 @@ TEST_F(TesterProcessTest, ConfirmsAlsoWhatItCannotDo) {
 TEST_F(TesterProcessTest, SplitsALongListAtLineEnds) {
   constexpr int kSignals = 300;
   connectWithUi();
+  run("set-page-length 0");
   for (int i = 0; i < kSignals; ++i) {
     run("send Arrive Button:1 " + std::to_string(i));
   }
@@ -90,6 +91,8 @@ TEST_F(TesterProcessTest, CarriesOutCommandsThatComeTogetherOrInPieces) {
 TEST_F(TesterProcessTest, IgnoresAnswersToQuestionsThatNobodyAsked) {
   connectWithUi();
   postmaster.send(MSG_UI_OK);
+  postmaster.send(MSG_UI_NOT_OK);
+  postmaster.send(MSG_UI_ACK);
   postmaster.send(MSG_UI_CANCEL);
   postmaster.send(MSG_UI_VALUE, "7");
   postmaster.send(MSG_UI_BITS, Parameter::List{"a"});

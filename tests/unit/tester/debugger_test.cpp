@@ -1,7 +1,4 @@
-#include <gmock/gmock.h>
-
-#include "tester/commands/debugger.h"
-#include "tester/engine/crossing_model.h"
+#include "tests/unit/tester/debugger_fixture.h"
 #include "tests/unit/tester/toy_system.h"
 
 namespace tester {
@@ -11,44 +8,6 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
-
-/// Keeps what a command shows.
-class DialogueRecorder : public Dialogue {
- public:
-  void print(const std::string& lines) override { text += lines; }
-  bool acceptsTrace() const override { return takesTrace; }
-  void confirm(const std::string& command) override { confirmed.push_back(command); }
-  void showBusy(bool isBusy) override { busy = isBusy; }
-  void showTitle(const std::string& newTitle) override { title = newTitle; }
-  void askToExit() override { exitAsked = true; }
-
-  std::string text;
-  std::string title;
-  std::vector<std::string> confirmed;
-  bool busy = false;
-  bool takesTrace = true;
-  bool exitAsked = false;
-};
-
-class DebuggerTest : public testing::Test {
- protected:
-  explicit DebuggerTest(SystemModel model = crossingModel()) : system(std::move(model)) {}
-
-  /// Carries out a command to its end and returns what it printed after its prompt line.
-  std::string run(const std::string& command) {
-    dialogue.text.clear();
-    debugger.execute(command);
-    while (debugger.isRunning()) {
-      debugger.runSlice();
-    }
-    EXPECT_EQ(dialogue.text.substr(0, 2), "> ");
-    return dialogue.text.substr(dialogue.text.find('\n') + 1);
-  }
-
-  SimulatedSystem system;
-  DialogueRecorder dialogue;
-  Debugger debugger{system, dialogue, testerCommands()};
-};
 
 class ToyDebuggerTest : public DebuggerTest {
  protected:

@@ -165,6 +165,30 @@ TEST(CrossingTest, RepeatsTenThousandTransitionsToTheLetter) {
   EXPECT_GT(first.first.size(), 20000U);
 }
 
+TEST(CrossingTest, ReportsASignalToAnInstanceThatDoesNotLiveAndCompletesItsTransition) {
+  SimulatedSystem system{crossingModel()};
+  TraceRecorder trace;
+  const InstanceId button{"Button", 1};
+  const auto fireNext = [&] {
+    EXPECT_TRUE(system.prepare(system.now()));
+    return system.fire(trace);
+  };
+  while (!system.ready().empty()) {
+    EXPECT_EQ(fireNext().error, std::nullopt);
+  }
+  ASSERT_EQ(system.assign(button, "party", InstanceId{"Pedestrian", 7}), std::nullopt);
+  ASSERT_EQ(system.send("Press", button, {}), std::nullopt);
+  EXPECT_EQ(fireNext().outcome, "-> Lit");
+  EXPECT_EQ(fireNext().error, std::nullopt);
+  ASSERT_EQ(system.send("Served", button, {}), std::nullopt);
+  const FiredTransition fired = fireNext();
+  EXPECT_EQ(fired.error, "Signal Cross is sent to Pedestrian:7, which does not live.");
+  EXPECT_EQ(fired.outcome, "-> Idle");
+  EXPECT_EQ(system.instance(button)->state, "Idle");
+  ASSERT_EQ(system.send("Ping", {"Controller", 1}, {std::int64_t{1}}), std::nullopt);
+  EXPECT_EQ(fireNext().error, "Signal Pong is sent to null.");
+}
+
 TEST(ValueTest, ReadsTimesAsWrittenAndNothingElse) {
   EXPECT_EQ(parseTime("12"), 12 * kSecond);
   EXPECT_EQ(parseTime("2.5"), 2500);

@@ -22,7 +22,9 @@ class LinkDialogueTest : public testing::Test {
         return false;
       }
       tags.push_back(message.tag);
-      texts.push_back(message.text.value_or(""));
+      for (const OutgoingParameter& parameter : message.parameters) {
+        texts.push_back(std::get<std::string>(parameter));
+      }
       return true;
     });
     return tags;
@@ -111,6 +113,31 @@ TEST_F(LinkDialogueTest, AsksToExitAfterTheConfirmationAndForgetsItWithTheNextCo
   EXPECT_TRUE(dialogue.isExitAsked());
   dialogue.confirm("now");
   EXPECT_FALSE(dialogue.isExitAsked());
+}
+
+TEST_F(LinkDialogueTest, SendsBoxesWithTheirCaptionsAfterTheTextBeforeThem) {
+  dialogue.print("list\n");
+  dialogue.askYesNo("C1", "more?");
+  EXPECT_THAT(pump(), ElementsAre(MSG_T_TEXT, MSG_T_QUESTION));
+  dialogue.showError("C2", "wrong");
+  dialogue.showWarning("C3", "lost");
+  EXPECT_THAT(pump(), ElementsAre(MSG_T_ERROR_BOX, MSG_T_WARNING_BOX));
+  EXPECT_THAT(texts, ElementsAre("list\n", "C1", "more?", "C2", "wrong", "C3", "lost"));
+}
+
+TEST(OutgoingRecordTest, HoldsTextsNumbersAndAListInTheirOrder) {
+  const std::vector<std::string> items{"a", "b"};
+  const OutgoingMessage message{MSG_T_ASK_LIST, {"caption", "text", 1, items}};
+  const OutgoingRecord record(message);
+  EXPECT_STREQ(record.words().text(0), "caption");
+  EXPECT_STREQ(record.words().text(1), "text");
+  EXPECT_EQ(record.words().number(2), 1);
+  const StringListNode* first = record.words().list(3);
+  ASSERT_NE(first, nullptr);
+  EXPECT_STREQ(first->text, "a");
+  ASSERT_NE(first->next, nullptr);
+  EXPECT_STREQ(first->next->text, "b");
+  EXPECT_EQ(first->next->next, nullptr);
 }
 
 TEST_F(LinkDialogueTest, DropsEverythingWhileThereIsNoUserInterface) {

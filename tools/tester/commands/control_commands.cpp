@@ -3,11 +3,14 @@
 #include "tester/commands/columns.h"
 #include "tester/commands/command_functions.h"
 #include "tester/commands/debugger.h"
+#include "tester/commands/numbers.h"
 #include "tester/commands/user_words.h"
 
 namespace tester {
 
 namespace {
+
+constexpr char kResetCaption[] = "Korvane - Reset system";
 
 void addNames(std::vector<std::string>& names, const std::vector<std::string>& more) {
   for (const std::string& name : more) {
@@ -62,6 +65,22 @@ Lookup<Breakpoint> readBreakpoint(const Engine& engine, const Words& words) {
   return found(breakpoint);
 }
 
+/// What a reset loses, in lines; empty when that is nothing.
+std::string lossesOfReset(Debugger& debugger) {
+  std::size_t signals = 0;
+  for (const InstanceInfo& instance : debugger.engine().instances()) {
+    signals += instance.queueLength;
+  }
+  std::string losses;
+  if (const std::size_t count = debugger.breakpoints().all().size()) {
+    losses += countedThings(count, "breakpoint") + '\n';
+  }
+  if (signals != 0) {
+    losses += countedThings(signals, "queued signal") + '\n';
+  }
+  return losses;
+}
+
 std::string levelText(TraceLevel level) {
   return std::to_string(static_cast<int>(level));
 }
@@ -76,8 +95,7 @@ CommandEnd listBreakpoints(Debugger& debugger, const Words& /*arguments*/) {
   if (columns.isEmpty()) {
     return debugger.answer("No breakpoint is set.");
   }
-  debugger.dialogue().print(columns.text());
-  return CommandEnd::kDone;
+  return debugger.printList(columns.text());
 }
 
 CommandEnd setBreakpoint(Debugger& debugger, const Words& arguments) {
@@ -109,8 +127,7 @@ CommandEnd listTrace(Debugger& debugger, const Words& /*arguments*/) {
   for (const ProcessInfo& process : debugger.engine().processes()) {
     columns.add({"  " + process.name, levelText(debugger.trace().level(process.name))});
   }
-  debugger.dialogue().print(columns.text());
-  return CommandEnd::kDone;
+  return debugger.printList(columns.text());
 }
 
 CommandEnd setTrace(Debugger& debugger, const Words& arguments) {
@@ -130,6 +147,17 @@ CommandEnd setTrace(Debugger& debugger, const Words& arguments) {
   }
   debugger.trace().setLevel(process.value->name, level);
   return debugger.answer("Trace level of " + process.value->name + ": " + levelText(level));
+}
+
+CommandEnd setPageLength(Debugger& debugger, const Words& arguments) {
+  const auto lines = readCount(arguments[0], 0);
+  if (!lines) {
+    return debugger.answer(lines.problem);
+  }
+  const auto length = static_cast<std::size_t>(*lines.value);
+  debugger.setPageLength(length);
+  return debugger.answer(length == 0 ? "Lists are not paged."
+                                     : "Page length: " + countedThings(length, "line"));
 }
 
 CommandEnd nextTransition(Debugger& debugger, const Words& arguments) {
@@ -168,6 +196,18 @@ CommandEnd stopRun(Debugger& debugger, const Words& /*arguments*/) {
 
 CommandEnd restartSystem(Debugger& debugger, const Words& /*arguments*/) {
   return debugger.restart();
+}
+
+CommandEnd resetSystem(Debugger& debugger, const Words& /*arguments*/) {
+  const std::string losses = lossesOfReset(debugger);
+  debugger.breakpoints().clear();
+  debugger.trace().setLevel(kUsualTraceLevel);
+  debugger.setPageLength(Debugger::kUsualPageLength);
+  const CommandEnd end = debugger.restart();
+  if (!losses.empty()) {
+    debugger.dialogue().showWarning(kResetCaption, "Lost by the reset:\n" + trimmed(losses));
+  }
+  return end;
 }
 
 CommandEnd showNow(Debugger& debugger, const Words& /*arguments*/) {

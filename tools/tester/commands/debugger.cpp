@@ -1,10 +1,16 @@
 #include "tester/commands/debugger.h"
 
+#include <utility>
+
 namespace tester {
 
 namespace {
 
 constexpr char kPrompt[] = "> ";
+
+/// By this caption the user interface knows the question that shows its milder icon.
+constexpr char kPageCaption[] = "Korvane - Page file";
+constexpr char kErrorCaption[] = "Korvane - Dynamic error";
 
 }  // namespace
 
@@ -19,6 +25,19 @@ void Debugger::greet() {
 }
 
 void Debugger::execute(const std::string& command) {
+  waitingCommands.push_back(command);
+  carryOutWaiting();
+}
+
+void Debugger::carryOutWaiting() {
+  while (!question && !waitingCommands.empty()) {
+    const std::string command = std::move(waitingCommands.front());
+    waitingCommands.pop_front();
+    carryOut(command);
+  }
+}
+
+void Debugger::carryOut(const std::string& command) {
   interrupt();
   openCommand = trimmed(command);
   print(kPrompt + openCommand);
@@ -50,8 +69,55 @@ CommandEnd Debugger::answer(const std::string& line) {
   return CommandEnd::kDone;
 }
 
+void Debugger::takeAnswer(const Answer& reply) {
+  if (!question || !question->isAnsweredBy(reply)) {
+    return;
+  }
+  // Closed before its handler runs, which may ask the next one.
+  const OpenQuestion answered = std::move(*question);
+  question.reset();
+  if (answered.answer(reply) == CommandEnd::kDone) {
+    finish();
+  }
+  carryOutWaiting();
+}
+
+void Debugger::abandonQuestion() {
+  question.reset();
+  waitingCommands.clear();
+}
+
+CommandEnd Debugger::askYesNo(const std::string& caption, const std::string& text,
+                              AnswerHandler handler) {
+  user.askYesNo(caption, text);
+  question.emplace(std::vector{AnswerKind::kYes, AnswerKind::kNo}, std::move(handler));
+  return CommandEnd::kOpen;
+}
+
+CommandEnd Debugger::showError(const std::string& caption, const std::string& text) {
+  user.showError(caption, text);
+  question.emplace(std::vector{AnswerKind::kAcknowledged},
+                   [](const Answer&) { return CommandEnd::kDone; });
+  return CommandEnd::kOpen;
+}
+
+CommandEnd Debugger::printList(std::string lines) {
+  return showPages(PagedList(std::move(lines), pageLength));
+}
+
+CommandEnd Debugger::showPages(PagedList list) {
+  user.print(list.takePage());
+  if (list.isAtEnd()) {
+    return CommandEnd::kDone;
+  }
+  const std::string text = list.progressText() + "\nShow the next page?";
+  return askYesNo(kPageCaption, text, [this, list = std::move(list)](const Answer& reply) mutable {
+    return reply.kind == AnswerKind::kYes ? showPages(std::move(list)) : answer(list.stoppedText());
+  });
+}
+
 CommandEnd Debugger::startRun(RunGoal goal) {
-  run.emplace(system, breakpointList, goal, stoppedAt);
+  run.emplace(system, breakpointList, firedTransitions, goal, stoppedAt);
   user.showBusy(true);
   return CommandEnd::kOpen;
 }
@@ -59,6 +125,7 @@ CommandEnd Debugger::startRun(RunGoal goal) {
 CommandEnd Debugger::restart() {
   system.restart();
   stoppedAt.reset();
+  firedTransitions.clear();
   return answer("The system stands at its start again.");
 }
 
@@ -80,12 +147,18 @@ void Debugger::interrupt() {
 void Debugger::finishRun() {
   stoppedAt = run->stoppedAt();
   const std::string reason = run->endText();
+  const std::string error = run->errorText();
   run.reset();
   if (!reason.empty()) {
     user.print(reason);
   }
   user.showBusy(false);
-  finish();
+  if (error.empty()) {
+    finish();
+    return;
+  }
+  updateTitle();
+  showError(kErrorCaption, error);
 }
 
 void Debugger::finish() {

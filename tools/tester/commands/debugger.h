@@ -1,27 +1,36 @@
 #pragma once
 
+#include <deque>
 #include <optional>
 #include <string>
 
 #include "tester/commands/breakpoints.h"
 #include "tester/commands/command_table.h"
 #include "tester/commands/dialogue.h"
+#include "tester/commands/history.h"
+#include "tester/commands/paged_list.h"
+#include "tester/commands/question.h"
 #include "tester/commands/run.h"
 
 namespace tester {
 
-/// Carries out the user's commands on an engine. At most one command is open at a time; the next
-/// one ends it first. Every command prints at least its own prompt line before it is confirmed:
-/// the user interface releases the waiting pieces of a command line only after some text.
+/// Carries out the user's commands on an engine. At most one command is open at a time. The next
+/// one ends an open run first, but waits for the answer to an open question: the user interface
+/// may have sent it before the question came up there. Every command prints at least its own prompt
+/// line before it is confirmed: the user interface releases the waiting pieces of a command line
+/// only after some text.
 class Debugger {
  public:
+  static constexpr std::size_t kUsualPageLength = 200;
+
   /// All three must outlive the debugger.
   Debugger(Engine& debuggedEngine, Dialogue& userDialogue, const CommandTable& commandTable);
 
   /// Prints what system this is and where help is found, and sets the title.
   void greet();
 
-  /// Carries out one command as the user typed it. An empty one does nothing but end a run.
+  /// Carries out one command as the user typed it, at once or after the open question. An empty
+  /// one does nothing but end a run.
   void execute(const std::string& command);
 
   bool isRunning() const { return run.has_value(); }
@@ -32,22 +41,40 @@ class Debugger {
   /// Ends the run, if one is going on, and confirms its command.
   void interrupt();
 
+  /// Goes on with the command that asked. An answer that fits no open question is ignored.
+  void takeAnswer(const Answer& reply);
+
+  /// Forgets the open question, its command and the commands that wait for its end, without
+  /// confirming them: the user interface that sent them has gone.
+  void abandonQuestion();
+
   // For the functions of the commands.
   Engine& engine() { return system; }
   Dialogue& dialogue() { return user; }
   Breakpoints& breakpoints() { return breakpointList; }
   Trace& trace() { return traceLevels; }
+  const History& history() const { return firedTransitions; }
   const CommandTable& commands() const { return table; }
   void print(const std::string& line) { user.print(line + '\n'); }
   /// Prints one line, a result or a problem, and ends the command.
   CommandEnd answer(const std::string& line);
+  /// Prints a list, whole lines, and ends the command. Asks before each page but the first.
+  CommandEnd printList(std::string lines);
+  /// 0: lists are not paged.
+  void setPageLength(std::size_t lines) { pageLength = lines; }
+  CommandEnd askYesNo(const std::string& caption, const std::string& text, AnswerHandler handler);
+  /// Shows an error; the command ends when the user has acknowledged it.
+  CommandEnd showError(const std::string& caption, const std::string& text);
   CommandEnd startRun(RunGoal goal);
   CommandEnd restart();
   /// The present command ended a run.
   bool hasInterrupted() const { return interrupted; }
 
  private:
+  void carryOutWaiting();
+  void carryOut(const std::string& command);
   CommandEnd dispatch(const std::string& command);
+  CommandEnd showPages(PagedList list);
   void finishRun();
   void finish();
   void updateTitle();
@@ -57,9 +84,13 @@ class Debugger {
   const CommandTable& table;
   Breakpoints breakpointList;
   Trace traceLevels;
+  History firedTransitions;
   std::optional<Run> run;
   std::optional<PendingTransition> stoppedAt;  ///< by the last run, at a breakpoint
   std::string openCommand;
+  std::optional<OpenQuestion> question;
+  std::deque<std::string> waitingCommands;  ///< for the answer to the question
+  std::size_t pageLength = kUsualPageLength;
   bool interrupted = false;
 };
 

@@ -26,9 +26,9 @@ CommandEnd listCommands(Debugger& debugger, const Words& /*arguments*/) {
   for (const CommandRow& row : debugger.commands().all()) {
     columns.add({usageText(row), std::string(row.summary)});
   }
-  debugger.dialogue().print(columns.text(kIndent));
-  debugger.print("Names may be abbreviated as far as they stay unique: \"l-p\" is list-process.");
-  return CommandEnd::kDone;
+  return debugger.printList(
+      columns.text(kIndent) +
+      "Names may be abbreviated as far as they stay unique: \"l-p\" is list-process.\n");
 }
 
 CommandEnd helpOnCommand(Debugger& debugger, const Words& arguments) {

@@ -16,19 +16,17 @@ std::string senderText(const QueuedSignal& signal) {
   return "from " + (signal.sender.isNull() ? std::string("env") : formatInstance(signal.sender));
 }
 
-/// False when the queue is empty.
-bool printQueue(Debugger& debugger, const InstanceInfo& instance) {
+/// The queue in lines; empty when it is.
+std::string queueText(const Engine& engine, const InstanceInfo& instance) {
   Columns columns;
-  for (const QueuedSignal& signal : debugger.engine().queue(instance.id)) {
+  for (const QueuedSignal& signal : engine.queue(instance.id)) {
     columns.add({signal.name + formatParameters(signal.parameters), senderText(signal),
                  signal.isSaved ? "saved" : ""});
   }
   if (columns.isEmpty()) {
-    return false;
+    return "";
   }
-  debugger.print(formatInstance(instance.id) + " in " + instance.state + ':');
-  debugger.dialogue().print(columns.text(kIndent));
-  return true;
+  return formatInstance(instance.id) + " in " + instance.state + ":\n" + columns.text(kIndent);
 }
 
 void printVariables(Debugger& debugger, const std::vector<Variable>& variables) {
@@ -66,8 +64,7 @@ CommandEnd listProcesses(Debugger& debugger, const Words& arguments) {
   if (columns.isEmpty()) {
     return debugger.answer("No living instance.");
   }
-  debugger.dialogue().print(columns.text());
-  return CommandEnd::kDone;
+  return debugger.printList(columns.text());
 }
 
 CommandEnd listQueues(Debugger& debugger, const Words& arguments) {
@@ -76,19 +73,16 @@ CommandEnd listQueues(Debugger& debugger, const Words& arguments) {
     if (!id) {
       return debugger.answer(id.problem);
     }
-    if (!printQueue(debugger, *debugger.engine().instance(*id.value))) {
-      debugger.print("The queue of " + formatInstance(*id.value) + " is empty.");
-    }
-    return CommandEnd::kDone;
+    const std::string lines = queueText(debugger.engine(), *debugger.engine().instance(*id.value));
+    return lines.empty()
+               ? debugger.answer("The queue of " + formatInstance(*id.value) + " is empty.")
+               : debugger.printList(lines);
   }
-  bool hasPrinted = false;
+  std::string lines;
   for (const InstanceInfo& instance : debugger.engine().instances()) {
-    hasPrinted = printQueue(debugger, instance) || hasPrinted;
+    lines += queueText(debugger.engine(), instance);
   }
-  if (!hasPrinted) {
-    debugger.print("All queues are empty.");
-  }
-  return CommandEnd::kDone;
+  return lines.empty() ? debugger.answer("All queues are empty.") : debugger.printList(lines);
 }
 
 CommandEnd listTimers(Debugger& debugger, const Words& /*arguments*/) {
@@ -99,8 +93,7 @@ CommandEnd listTimers(Debugger& debugger, const Words& /*arguments*/) {
   if (columns.isEmpty()) {
     return debugger.answer("No timer is active.");
   }
-  debugger.dialogue().print(columns.text());
-  return CommandEnd::kDone;
+  return debugger.printList(columns.text());
 }
 
 CommandEnd listSignals(Debugger& debugger, const Words& arguments) {
@@ -108,10 +101,25 @@ CommandEnd listSignals(Debugger& debugger, const Words& arguments) {
     const auto signal = findSignal(debugger.engine(), arguments[0]);
     return debugger.answer(signal ? describeSignal(*signal.value) : signal.problem);
   }
+  std::string lines;
   for (const SignalType& signal : debugger.engine().signalTypes()) {
-    debugger.print(describeSignal(signal));
+    lines += describeSignal(signal) + '\n';
   }
-  return CommandEnd::kDone;
+  return debugger.printList(lines);
+}
+
+CommandEnd listHistory(Debugger& debugger, const Words& arguments) {
+  std::size_t most = History::kMostEntries;
+  if (!arguments.empty()) {
+    const auto count = readCount(arguments[0], 1);
+    if (!count) {
+      return debugger.answer(count.problem);
+    }
+    most = static_cast<std::size_t>(*count.value);
+  }
+  const std::string lines = debugger.history().text(most);
+  return lines.empty() ? debugger.answer("No transition was fired yet.")
+                       : debugger.printList(lines);
 }
 
 CommandEnd listReady(Debugger& debugger, const Words& /*arguments*/) {
@@ -122,8 +130,7 @@ CommandEnd listReady(Debugger& debugger, const Words& /*arguments*/) {
   if (columns.isEmpty()) {
     return debugger.answer("No transition is ready; the next timer has to expire first.");
   }
-  debugger.dialogue().print(columns.text());
-  return CommandEnd::kDone;
+  return debugger.printList(columns.text());
 }
 
 CommandEnd listDefinitions(Debugger& debugger, const Words& arguments) {
@@ -144,8 +151,7 @@ CommandEnd listDefinitions(Debugger& debugger, const Words& arguments) {
                  std::to_string(process.initialInstances) + " initial",
                  std::to_string(process.maximumInstances) + " at most"});
   }
-  debugger.dialogue().print(columns.text());
-  return CommandEnd::kDone;
+  return debugger.printList(columns.text());
 }
 
 CommandEnd showInstance(Debugger& debugger, const Words& arguments) {

@@ -1,11 +1,19 @@
 #include "tester/commands/run.h"
 
+#include <utility>
+
 namespace tester {
 
 namespace {
 
 /// Transitions between two looks at the link; some hundred microseconds of work.
 constexpr int kSliceTransitions = 500;
+
+/// "Button:1 in Idle at Press", "Button:1 in start"
+std::string describeTransition(const PendingTransition& transition) {
+  const std::string input = transition.input.empty() ? "" : " at " + transition.input;
+  return formatInstance(transition.instance) + " in " + transition.state + input;
+}
 
 }  // namespace
 
@@ -58,9 +66,10 @@ bool Run::step(Trace& trace) {
                ") at " + formatInstance(next->instance));
   }
   passed.reset();
-  engine.fire(trace);
+  FiredTransition result = engine.fire(trace);
   ++fired;
-  return true;
+  history.add(engine.now(), *next, std::move(result.outcome));
+  return !result.error || endInError(*next, *result.error);
 }
 
 const Breakpoint* Run::breakpointAt(const PendingTransition& next) const {
@@ -68,6 +77,14 @@ const Breakpoint* Run::breakpointAt(const PendingTransition& next) const {
     return nullptr;
   }
   return breakpoints.find(next);
+}
+
+bool Run::endInError(const PendingTransition& transition, const std::string& problem) {
+  error = "Dynamic error in " + describeTransition(transition) + ", now " +
+          formatTime(engine.now()) + ":\n" + problem;
+  end("Stopped");
+  text.insert(0, error + '\n');
+  return false;
 }
 
 bool Run::end(const std::string& reason) {

@@ -7,8 +7,12 @@
 
 #include "tester/commands/breakpoints.h"
 #include "tester/commands/dialogue.h"
+#include "tester/commands/history.h"
 
 namespace tester {
+
+/// At the start.
+inline constexpr TraceLevel kUsualTraceLevel = TraceLevel::kTransitions;
 
 /// Trace levels: one for the system, and for a process its own where the user gave one. Prints
 /// what it is told.
@@ -27,7 +31,7 @@ class Trace : public TraceSink {
 
  private:
   Dialogue& dialogue;
-  TraceLevel systemLevel = TraceLevel::kTransitions;
+  TraceLevel systemLevel = kUsualTraceLevel;
   std::map<std::string, TraceLevel> levels;
 };
 
@@ -37,18 +41,19 @@ struct RunGoal {
   std::optional<Time> until = {};                ///< all transitions up to and at this time
 };
 
-/// One run of the system: fires transitions until its goal, a breakpoint or rest is reached. It
-/// does so in slices, so that the tester hears the user between them. Breakpoints are not asked
-/// about the first of a counted number of transitions, nor about the transition at which the run
-/// before stopped, so that the user can go on from there.
+/// One run of the system: fires transitions until its goal, a breakpoint or rest is reached, or a
+/// transition runs into a dynamic error. It does so in slices, so that the tester hears the user
+/// between them. Breakpoints are not asked about the first of a counted number of transitions, nor
+/// about the transition at which the run before stopped, so that the user can go on from there.
 class Run {
  public:
   /// `stoppedBefore`: the transition whose breakpoint ended the run before, if none was fired
   /// since.
-  Run(Engine& runEngine, const Breakpoints& runBreakpoints, RunGoal runGoal,
+  Run(Engine& runEngine, const Breakpoints& runBreakpoints, History& runHistory, RunGoal runGoal,
       std::optional<PendingTransition> stoppedBefore)
       : engine(runEngine),
         breakpoints(runBreakpoints),
+        history(runHistory),
         goal(runGoal),
         passed(std::move(stoppedBefore)) {}
 
@@ -59,8 +64,11 @@ class Run {
   /// Ends the run from outside.
   void interrupt();
 
-  /// Why the run is over, a line with its end; empty when nothing needs to be said.
+  /// Why the run is over, lines with their ends; empty when nothing needs to be said.
   const std::string& endText() const { return text; }
+
+  /// The dynamic error that ended the run, with the transition; empty when there was none.
+  const std::string& errorText() const { return error; }
 
   /// The transition before which a breakpoint ended the run, or which still waits to be passed.
   const std::optional<PendingTransition>& stoppedAt() const { return passed; }
@@ -68,14 +76,17 @@ class Run {
  private:
   bool step(Trace& trace);
   bool end(const std::string& reason);
+  bool endInError(const PendingTransition& transition, const std::string& problem);
   const Breakpoint* breakpointAt(const PendingTransition& next) const;
 
   Engine& engine;
   const Breakpoints& breakpoints;
+  History& history;
   RunGoal goal;
   std::optional<PendingTransition> passed;
   std::int64_t fired = 0;
   std::string text;
+  std::string error;
 };
 
 }  // namespace tester

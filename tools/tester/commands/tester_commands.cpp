@@ -21,6 +21,11 @@ constexpr std::array kRows = {
                listSignals},
     CommandRow{"list-ready", "", "", "Lists the transitions that are ready now",
                "In the order in which they will be fired.", listReady},
+    CommandRow{
+        "list-history", "", "[<count>]", "Lists the transitions fired last",
+        "Oldest first, up to 2,000 of them, whatever was traced: the time, the instance, its\n"
+        "state, the signal or timer and what became of it.",
+        listHistory},
     CommandRow{"list-definition", "", "[<process>]", "Lists the process types",
                "Each with the numbers of its instances: living, initial and at most. Of one\n"
                "process: its states, its timers and the inputs it knows.",
@@ -33,17 +38,25 @@ constexpr std::array kRows = {
                assignVariable},
     CommandRow{"next-transition", "", "[<count>]", "Fires the next transition, or so many",
                "Breakpoints stop it before any transition but the first.", nextTransition},
-    CommandRow{"go", "", "", "Runs until a breakpoint",
-               "Or until nothing is left to do. The next command, whatever it is, ends the run.",
-               go},
+    CommandRow{
+        "go", "", "", "Runs until a breakpoint",
+        "Or until nothing is left to do or a dynamic error occurs. The next command, whatever it\n"
+        "is, ends the run.",
+        go},
     CommandRow{"proceed-until", "", "<time>", "Runs until the time or a breakpoint",
                "The time is in seconds since the start of the system. Transitions of that very\n"
                "time are still fired.",
                proceedUntil},
     CommandRow{"stop", "", "", "Ends a run", "", stopRun},
-    CommandRow{"restart", "", "", "Begins anew",
-               "All instances stand at their start again. Breakpoints and trace levels stay.",
-               restartSystem},
+    CommandRow{
+        "restart", "", "", "Begins anew",
+        "All instances stand at their start again, the history is empty. Breakpoints and trace\n"
+        "levels stay.",
+        restartSystem},
+    CommandRow{"reset-system", "", "", "Begins anew without breakpoints",
+               "As restart, and also drops the breakpoints and sets trace levels and page length\n"
+               "back. Warns when breakpoints or signals in queues are lost.",
+               resetSystem},
     CommandRow{"now", "", "", "Shows the virtual time", "In seconds since the start.", showNow},
     CommandRow{"send", "output", "<signal> <instance> [<parameter>...]", "Sends a signal",
                "From the environment into the queue of an instance. Texts with blanks stand in\n"
@@ -64,6 +77,8 @@ constexpr std::array kRows = {
                "0 nothing, 1 transitions, 2 also signals and creations, 3 also timers and tasks;\n"
                "for the whole system or for one process.",
                setTrace},
+    CommandRow{"set-page-length", "", "<lines>", "Sets after how many lines a list asks to go on",
+               "0: lists are shown at once, however long. At the start it is 200.", setPageLength},
     CommandRow{"exit", "", "", "Ends the tester and its user interface",
                "The user interface may ask first whether to save.", exitTester},
 };

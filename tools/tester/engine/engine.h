@@ -70,6 +70,12 @@ struct PendingTransition {
   bool operator==(const PendingTransition&) const = default;
 };
 
+/// What became of a transition.
+struct FiredTransition {
+  std::string outcome;  ///< "-> Idle", "-> stop" or "discarded"
+  Problem error = {};   ///< the first dynamic error in it; it went on to its end all the same
+};
+
 /// How much a trace line tells; a level includes those before it.
 enum class TraceLevel : int {
   kNone = 0,
@@ -120,7 +126,7 @@ class Engine {
   virtual std::optional<PendingTransition> prepare(Time limit) = 0;
 
   /// Fires the transition that prepare() named; does nothing when none is ready.
-  virtual void fire(TraceSink& sink) = 0;
+  virtual FiredTransition fire(TraceSink& sink) = 0;
 
   /// Moves time on to `time`, which no active timer and no ready transition may precede.
   virtual void passTime(Time time) = 0;

@@ -11,6 +11,8 @@ namespace {
 /// Width of the time in a trace line; the lines of the actions are indented behind it.
 constexpr std::size_t kTimeWidth = 11;
 
+constexpr char kDiscarded[] = "discarded";
+
 /// Index of the first signal that the state does not save; the queue's size when there is none.
 std::size_t firstInput(const ProcessInstance& instance) {
   std::size_t index = 0;
@@ -98,7 +100,7 @@ void traceTransition(TraceSink& sink, Time time, const ProcessInstance& instance
   stamp.insert(0, kTimeWidth - std::min(kTimeWidth, stamp.size()), ' ');
   const std::string consumed =
       input.name.empty() ? "" : ": " + input.name + formatParameters(input.parameters);
-  sink.trace(stamp + "  " + formatInstance(instance.id) + "  " + instance.state + consumed +
+  sink.trace(stamp + "  " + formatInstance(instance.id) + "  " + instance.state + consumed + ' ' +
              outcome);
   for (const std::string& action : actions) {
     sink.trace(std::string(kTimeWidth + 4, ' ') + action);
@@ -177,10 +179,10 @@ std::optional<PendingTransition> SimulatedSystem::prepare(Time limit) {
   return pending(runtime->readyQueue().front());
 }
 
-void SimulatedSystem::fire(TraceSink& sink) {
+FiredTransition SimulatedSystem::fire(TraceSink& sink) {
   ProcessInstance* instance = runtime->takeReady();
   if (instance == nullptr) {
-    return;
+    return {};
   }
   QueuedSignal input;
   TransitionBody body = instance->type->start;
@@ -193,22 +195,23 @@ void SimulatedSystem::fire(TraceSink& sink) {
     instance->sender = input.isTimer ? instance->id : input.sender;
   }
   if (body == nullptr) {
-    traceTransition(sink, now(), *instance, input, " discarded", {});
+    traceTransition(sink, now(), *instance, input, kDiscarded, {});
     runtime->updateReady(*instance);
-    return;
+    return {kDiscarded};
   }
   TransitionContext context(*runtime, *instance, input, sink);
   instance->isFiring = true;
   body(context);
   instance->isFiring = false;
-  const std::string outcome = context.hasStopped() ? " -> stop" : " -> " + context.stateAfter();
+  const std::string outcome = "-> " + (context.hasStopped() ? "stop" : context.stateAfter());
   traceTransition(sink, now(), *instance, input, outcome, context.actions());
   if (context.hasStopped()) {
     runtime->remove(instance->id);
-    return;
+    return {outcome, context.dynamicError()};
   }
   instance->state = context.stateAfter();
   runtime->updateReady(*instance);
+  return {outcome, context.dynamicError()};
 }
 
 void SimulatedSystem::passTime(Time time) {

@@ -25,7 +25,7 @@ class SimulatedSystem : public Engine {
   std::vector<PendingTransition> ready() const override;
 
   std::optional<PendingTransition> prepare(Time limit) override;
-  void fire(TraceSink& sink) override;
+  FiredTransition fire(TraceSink& sink) override;
   void passTime(Time time) override;
   Problem send(const std::string& signal, const InstanceId& receiver,
                std::vector<Value> parameters) override;

@@ -84,8 +84,17 @@ void TransitionContext::output(const std::string& signal, const InstanceId& rece
   sent.sender = instance.id;
   if (!runtime.deliver(receiver, std::move(sent))) {
     action += ": lost, there is no such instance";
+    noteLost(signal, receiver);
   }
   note(TraceLevel::kSignals, action);
+}
+
+void TransitionContext::noteLost(const std::string& signal, const InstanceId& receiver) {
+  if (error) {
+    return;
+  }
+  error = "Signal " + signal + " is sent to " +
+          (receiver.isNull() ? "null." : formatInstance(receiver) + ", which does not live.");
 }
 
 void TransitionContext::outputToAll(const std::string& signal, const std::string& process,

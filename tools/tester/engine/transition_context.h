@@ -53,6 +53,8 @@ class TransitionContext {
   void stop() { stopped = true; }
 
   const std::string& stateAfter() const { return newState; }
+  /// The first dynamic error so far: an output to an instance that does not live.
+  const Problem& dynamicError() const { return error; }
   bool hasStopped() const { return stopped; }
   /// Trace lines of the actions so far, as far as the sink wants them.
   const std::vector<std::string>& actions() const { return actionLines; }
@@ -62,6 +64,7 @@ class TransitionContext {
   T parameter(std::size_t index) const;
   template <typename T>
   T variable(const std::string& name) const;
+  void noteLost(const std::string& signal, const InstanceId& receiver);
   void note(TraceLevel level, const std::string& action);
 
   Runtime& runtime;
@@ -71,6 +74,7 @@ class TransitionContext {
   bool notesDetails;
   std::string newState;
   bool stopped = false;
+  Problem error;
   std::vector<std::string> actionLines;
 };
 

@@ -10,25 +10,29 @@ void LinkDialogue::print(const std::string& lines) {
   }
   batch.append(lines);
   while (auto piece = batch.takeFull()) {
-    enqueue(MSG_T_TEXT, std::move(piece));
+    enqueue(MSG_T_TEXT, {std::move(*piece)});
   }
 }
 
 void LinkDialogue::closeBatch() {
   if (!batch.isEmpty()) {
-    enqueue(MSG_T_TEXT, batch.takeRest());
+    enqueue(MSG_T_TEXT, {batch.takeRest()});
   }
 }
 
-void LinkDialogue::enqueue(int tag, std::optional<std::string> text) {
+void LinkDialogue::enqueue(int tag, std::vector<OutgoingParameter> parameters) {
   if (userPresent) {
-    queue.push_back({tag, std::move(text)});
+    queue.push_back({tag, std::move(parameters)});
   }
+}
+
+void LinkDialogue::enqueueAfterText(int tag, std::vector<OutgoingParameter> parameters) {
+  closeBatch();
+  enqueue(tag, std::move(parameters));
 }
 
 void LinkDialogue::confirm(const std::string& command) {
-  closeBatch();
-  enqueue(MSG_T_PROMPT, command);
+  enqueueAfterText(MSG_T_PROMPT, {command});
   exitAsked = exitIsDue;
   if (exitIsDue) {
     enqueue(MSG_T_EXIT_CONFIRM);
@@ -38,8 +42,7 @@ void LinkDialogue::confirm(const std::string& command) {
 
 void LinkDialogue::showBusy(bool isBusy) {
   busy = isBusy;
-  closeBatch();
-  enqueue(isBusy ? MSG_T_BUSY : MSG_T_IDLE);
+  enqueueAfterText(isBusy ? MSG_T_BUSY : MSG_T_IDLE, {});
   unlimited = isBusy ? queue.size() : 0;
 }
 
@@ -48,8 +51,19 @@ void LinkDialogue::showTitle(const std::string& title) {
     return;
   }
   lastTitle = title;
-  closeBatch();
-  enqueue(MSG_T_TITLE, title);
+  enqueueAfterText(MSG_T_TITLE, {title});
+}
+
+void LinkDialogue::askYesNo(const std::string& caption, const std::string& text) {
+  enqueueAfterText(MSG_T_QUESTION, {caption, text});
+}
+
+void LinkDialogue::showError(const std::string& caption, const std::string& text) {
+  enqueueAfterText(MSG_T_ERROR_BOX, {caption, text});
+}
+
+void LinkDialogue::showWarning(const std::string& caption, const std::string& text) {
+  enqueueAfterText(MSG_T_WARNING_BOX, {caption, text});
 }
 
 void LinkDialogue::setUserPresent(bool isPresent) {

@@ -3,19 +3,14 @@
 #include <chrono>
 #include <deque>
 #include <functional>
-#include <optional>
 #include <string>
+#include <vector>
 
 #include "tester/commands/dialogue.h"
+#include "tester/link_side/outgoing_message.h"
 #include "tester/link_side/text_batch.h"
 
 namespace tester {
-
-/// One message to the user interface, with at most one text as parameter.
-struct OutgoingMessage {
-  int tag = 0;
-  std::optional<std::string> text;
-};
 
 /// The dialogue over the link. Messages wait in a queue, in their order, until pump() sends them;
 /// nothing here blocks. While a run goes on its text is sent in batches at a bounded rate, and the
@@ -35,6 +30,9 @@ class LinkDialogue : public Dialogue {
   void confirm(const std::string& command) override;
   void showBusy(bool isBusy) override;
   void showTitle(const std::string& title) override;
+  void askYesNo(const std::string& caption, const std::string& text) override;
+  void showError(const std::string& caption, const std::string& text) override;
+  void showWarning(const std::string& caption, const std::string& text) override;
   void askToExit() override { exitIsDue = true; }
 
   /// Without a user interface nothing is kept or sent. A new one knows no title yet.
@@ -54,7 +52,8 @@ class LinkDialogue : public Dialogue {
   bool isExitAsked() const { return exitAsked; }
 
  private:
-  void enqueue(int tag, std::optional<std::string> text = std::nullopt);
+  void enqueue(int tag, std::vector<OutgoingParameter> parameters = {});
+  void enqueueAfterText(int tag, std::vector<OutgoingParameter> parameters);
   void closeBatch();
 
   TextBatch batch;

@@ -45,13 +45,22 @@ bool sendToUser(const OutgoingMessage& message) {
   if (!isSocketReady(POLLOUT)) {
     return false;
   }
-  ToolMessage parameters;
-  if (message.text) {
-    parameters.setText(0, message.text->c_str());
-  }
-  sendMessage(MessageDirection::kReceivedByUi, NELKVUI, message.tag, parameters);
+  const OutgoingRecord record(message);
+  sendMessage(MessageDirection::kReceivedByUi, NELKVUI, message.tag, record.words());
   return true;
 }
+
+/// What a message of the user interface answers.
+struct AnswerRow {
+  int tag;
+  AnswerKind kind;
+};
+
+constexpr AnswerRow kAnswers[] = {
+    {MSG_UI_OK, AnswerKind::kYes},
+    {MSG_UI_NOT_OK, AnswerKind::kNo},
+    {MSG_UI_ACK, AnswerKind::kAcknowledged},
+};
 
 MessageDirection directionOf(int tag) {
   return findMessage(tag, MessageDirection::kSentByUi) != nullptr ? MessageDirection::kSentByUi
@@ -61,7 +70,7 @@ MessageDirection directionOf(int tag) {
 }  // namespace
 
 /// What is done with a message. Messages without a row are ignored: answers to questions that
-/// nobody asked, and news that do not concern the tester.
+/// this tester never asks, and news that do not concern it.
 struct TesterTool::Route {
   int tag;
   void (TesterTool::*function)(const IncomingMessage&);
@@ -69,6 +78,9 @@ struct TesterTool::Route {
 
 const TesterTool::Route TesterTool::kRoutes[] = {
     {MSG_UI_COMMAND, &TesterTool::onCommand},
+    {MSG_UI_OK, &TesterTool::onAnswer},
+    {MSG_UI_NOT_OK, &TesterTool::onAnswer},
+    {MSG_UI_ACK, &TesterTool::onAnswer},
     {MSG_UI_EXIT, &TesterTool::onUiExit},
     {MSG_CONNECT_OK, &TesterTool::onConnected},
     {MSG_TOOL_LEFT, &TesterTool::onToolLeft},
@@ -152,7 +164,7 @@ void TesterTool::handleMessage(int sender, int tag, int length, const char* payl
 
 void TesterTool::handle(int sender, int tag, int length, const char* payload) {
   if (sender == NELKVUI && !dialogue.isUserPresent()) {
-    dialogue.setUserPresent(true);
+    newUser();
   }
   const auto route = std::find_if(std::begin(kRoutes), std::end(kRoutes),
                                   [&](const Route& each) { return each.tag == tag; });
@@ -164,7 +176,7 @@ void TesterTool::handle(int sender, int tag, int length, const char* payload) {
   if (decodeMessage(direction, tag, payload, length, &parameters) != kDecodeOk) {
     return;
   }
-  (this->*route->function)({sender, parameters});
+  (this->*route->function)({sender, tag, parameters});
   freeMessage(direction, tag, &parameters);
 }
 
@@ -173,12 +185,26 @@ void TesterTool::greet() {
   debugger.greet();
 }
 
+/// A user interface that has just come knows nothing of a question to one before it.
+void TesterTool::newUser() {
+  debugger.abandonQuestion();
+  dialogue.setUserPresent(true);
+}
+
 void TesterTool::onCommand(const IncomingMessage& message) {
   if (!greeted) {
     greet();
   }
   const char* command = message.parameters.text(0);
   debugger.execute(command == nullptr ? "" : command);
+}
+
+void TesterTool::onAnswer(const IncomingMessage& message) {
+  for (const AnswerRow& row : kAnswers) {
+    if (row.tag == message.tag) {
+      debugger.takeAnswer({row.kind});
+    }
+  }
 }
 
 void TesterTool::onUiExit(const IncomingMessage& /*message*/) {
@@ -197,13 +223,14 @@ void TesterTool::onToolLeft(const IncomingMessage& message) {
   dialogue.setUserPresent(false);
   greeted = false;
   debugger.interrupt();
+  debugger.abandonQuestion();
 }
 
 void TesterTool::onToolReady(const IncomingMessage& message) {
   if (message.sender != NELKVUI) {
     return;
   }
-  dialogue.setUserPresent(true);
+  newUser();
   greet();
 }
 

@@ -9,6 +9,7 @@ namespace tester {
 /// A message from another tool, decoded. Valid during the call of its handler.
 struct IncomingMessage {
   int sender = 0;
+  int tag = 0;
   const ToolMessage& parameters;
 };
 
@@ -41,7 +42,10 @@ class TesterTool {
   void handle(int sender, int tag, int length, const char* payload);
   void greet();
 
+  void newUser();
+
   void onCommand(const IncomingMessage& message);
+  void onAnswer(const IncomingMessage& message);
   void onUiExit(const IncomingMessage& message);
   void onConnected(const IncomingMessage& message);
   void onToolLeft(const IncomingMessage& message);
