@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cctype>
 #include <optional>
+#include <utility>
 
 #include "framework/controls/combo_box.h"
 #include "framework/core/application.h"
@@ -53,6 +54,11 @@ bool startsWith(const std::string& text, char letter) {
 }  // namespace
 
 int zComboBoxBase::keyArrived(zEvent& event, bool typed) {
+  // The caret of the last choice is due now: later it would select what this key types.
+  if (caretWork != 0) {
+    XtRemoveWorkProc(std::exchange(caretWork, 0));
+    placeCaret();
+  }
   XKeyEvent& press = event.xevent->xkey;
   const KeySym key = virtualKey(press);
   const bool hasAlt = (press.state & altMask()) != 0;

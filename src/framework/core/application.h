@@ -72,6 +72,9 @@ class zApp {
   void takeDisplay(Widget widget);
   unsigned altMask() const { return altModifiers; }
   int doubleClickTime() const { return doubleClickMs; }
+  /// True while a menu is on the screen; the program's focus changes wait for its end.
+  bool isMenuPosted() const { return menuPosted; }
+  void setMenuPosted(bool posted) { menuPosted = posted; }
 
   /// How many modal dialogs run; accelerators are silent while there is one.
   int modalDepth() const { return modalDialogs; }
@@ -114,5 +117,6 @@ class zApp {
   std::vector<zAccel> accelerators;
   Widget lastShell = nullptr;
   bool running = true;
+  bool menuPosted = false;
   int modalDialogs = 0;
 };

@@ -71,7 +71,11 @@ void ziFrameEvents::zShellEventProc(Widget /*shell*/, XtPointer client, XEvent* 
   event.window = &frame;
   switch (xevent->type) {
     case FocusOut:
-      closeOpenDropDown();
+      // A grab for the program's own menu or scroll bar is no change of focus: the list that is
+      // open may be what is being scrolled.
+      if (xevent->xfocus.mode != NotifyGrab) {
+        closeOpenDropDown();
+      }
       activation(frame, event, false);
       break;
     case FocusIn:

@@ -169,6 +169,11 @@ void zWindow::cancelFocusTimer() {
 void zWindow::focusTimerFired(void* client, unsigned long* /*timerId*/) {
   auto* window = static_cast<zWindow*>(client);
   window->focusTimer = 0;
+  // A focus change now would close the menu that the user has just opened.
+  if (zApp::instance()->isMenuPosted()) {
+    window->startFocusTimer();
+    return;
+  }
   Widget target = window->inner != nullptr ? window->inner : window->mainWidget;
   if (target != nullptr) {
     // Twice on purpose: with nested managers the first call only wakes the outer one.

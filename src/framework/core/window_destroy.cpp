@@ -70,7 +70,12 @@ bool hookShell(Widget shell) {
 }  // namespace
 
 void destroyWidgetDeferred(Widget widget) {
-  XtUnrealizeWidget(widget);
+  if (XtIsShell(widget)) {
+    // An unrealized shell would lose what the toolkit keeps for it.
+    XtPopdown(widget);
+  } else {
+    XtUnrealizeWidget(widget);
+  }
   XFlush(XtDisplay(widget));
   Widget shell = carrierShell();
   if (shell == nullptr || !XtIsRealized(shell) || !hookShell(shell)) {

@@ -1,5 +1,6 @@
 #include "tests/support/screen/windows.h"
 
+#include <algorithm>
 #include <memory>
 #include <span>
 
@@ -86,6 +87,25 @@ bool isViewable(Display* display, Window window) {
 
 Window windowWithTitle(Display* display, const std::string& title) {
   return findTitle(display, DefaultRootWindow(display), title, kTitleDepth);
+}
+
+bool hasPopup(Display* display) {
+  constexpr int kSmallestExtent = 20;  // window managers keep tiny windows of their own
+  Window root = None;
+  Window above = None;
+  Window* children = nullptr;
+  unsigned count = 0;
+  if (XQueryTree(display, DefaultRootWindow(display), &root, &above, &children, &count) == 0) {
+    return false;
+  }
+  const XPointer<Window> owned(children);
+  const std::span<const Window> windows(children, count);
+  return std::any_of(windows.begin(), windows.end(), [display](Window window) {
+    XWindowAttributes look = {};
+    return XGetWindowAttributes(display, window, &look) != 0 && look.override_redirect != False &&
+           look.map_state == IsViewable && look.height >= kSmallestExtent &&
+           look.width >= kSmallestExtent && look.x >= 0 && look.y >= 0;
+  });
 }
 
 Window inputFocus(Display* display) {

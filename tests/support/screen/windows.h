@@ -27,6 +27,9 @@ bool isViewable(Display* display, Window window);
 /// The topmost window with this title (WM_NAME) that is viewable; 0 when there is none.
 Window windowWithTitle(Display* display, const std::string& title);
 
+/// Whether a popup, such as a menu, is on the screen: a window that no window manager frames.
+bool hasPopup(Display* display);
+
 /// The window that has the keyboard focus.
 Window inputFocus(Display* display);
 

@@ -225,20 +225,20 @@ std::clock_t timeToAdd(zListBoxBase& list, int rows) {
   return std::clock() - start;
 }
 
-TEST_F(ListBox, SortingTenThousandRowsLooksAtFewRowsForEach) {
-  constexpr int kRows = 10000;
+TEST_F(ListBox, SortingLooksAtFewRowsForEachAddition) {
+  constexpr int kRows = 2000;
+  constexpr int kMostTimesLonger = 20;
   zListBox sorted(frame.get(), place(), kSortedStyle, kId);
   zListBoxUnsorted unsorted(frame.get(), place(), kUnsortedStyle, kId);
   zListBoxUnsorted other(frame.get(), place(), kUnsortedStyle, kId);
   // The widget looks for its visibility on every addition while it has the focus.
   focus(other);
   const std::clock_t plain = timeToAdd(unsorted, kRows);
-  // Some ten times as long in instrumented builds; hundreds of times if each row were looked at.
-  EXPECT_LT(timeToAdd(sorted, kRows), 60 * plain);
+  // Less than ten times as long, but a hundred times if every row were looked at.
+  EXPECT_LT(timeToAdd(sorted, kRows), kMostTimesLonger * plain);
   EXPECT_EQ(sorted.count(), kRows);
   const std::vector<std::string> texts = textsOf(sorted);
   EXPECT_TRUE(std::is_sorted(texts.begin(), texts.end()));
-  EXPECT_LT(plain, 2 * CLOCKS_PER_SEC);
 }
 
 }  // namespace
