@@ -117,9 +117,10 @@ TEST(MenuItemList, FindsTheFirstItemOfAnIdAlsoInSubMenusButNoneWithoutAnId) {
   EXPECT_EQ(list.find(2).item().text, RWCString("inner"));
   EXPECT_FALSE(list.find(3));
   EXPECT_FALSE(list.find(kNoItemId));
-  EXPECT_EQ(list.takeAt(3), nullptr);
-  EXPECT_EQ(list.takeAt(-1), nullptr);
-  EXPECT_EQ(list.takeAt(0), subMenu);
+  EXPECT_EQ(list.at(3), nullptr);
+  EXPECT_EQ(list.at(-1), nullptr);
+  EXPECT_TRUE(list.remove(*subMenu));
+  EXPECT_FALSE(list.remove(*subMenu));
   EXPECT_EQ(list.find(2).item().text, RWCString("outer"));
 }
 
