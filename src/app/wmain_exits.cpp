@@ -1,6 +1,7 @@
 // The roads out of the program. All meet in canExit, close, ToolExit and zApp::quit.
 
 #include "app/wmain.h"
+#include "framework/core/application.h"
 #include "link/message_numbers.h"
 #include "link/tool_interface.h"
 #include "textarea/ret_edit_line.h"
@@ -19,5 +20,14 @@ int WMain::close(zEvent* /*event*/) {
   ToolSend(NELKV, MSG_UI_EXIT, nullptr, 0);
   ToolExit(NELKVUI);
   theCommandLine->startFocusTimer();
+  return 0;
+}
+
+// The link is left first, so that close, which quit asks, has nobody left to tell: no 1007 is sent.
+int WMain::onExit(zEvent* /*event*/) {
+  if (canExit() != 0) {
+    ToolExit(NELKVUI);
+    zApp::instance()->quit();
+  }
   return 0;
 }

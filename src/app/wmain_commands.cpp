@@ -1,0 +1,173 @@
+// What the main window's commands do. Each gives the focus back to the command line.
+
+#include "app/wmain.h"
+#include "framework/furniture/menu.h"
+#include "framework/layout/grav_sizer.h"
+#include "link/message_numbers.h"
+#include "link/tool_interface.h"
+#include "link/typed_senders.h"
+#include "resources/command_ids.h"
+#include "textarea/ret_edit_line.h"
+#include "textarea/text_pane.h"
+
+RWCString copyBuffer;
+
+namespace {
+
+struct HelpTopic {
+  int command;
+  const char* key;
+};
+
+constexpr HelpTopic kHelpTopics[] = {
+    {kCommandHelpTessil, "tessil-generator"},
+    {kCommandHelpUi, "tessil-testerui"},
+    {kCommandHelpKorvane, "tessil-tester"},
+    {kCommandHelpCommands, "tessil-tester-commands"},
+};
+
+int focusCommandLine() {
+  theCommandLine->startFocusTimer();
+  return 0;
+}
+
+}  // namespace
+
+void WMain::bindCommands() {
+  struct Binding {
+    int id;
+    int (WMain::*handler)(zEvent* event);
+  };
+  constexpr Binding kBindings[] = {
+      {kCommandSetDirectory, &WMain::onSetDirectory},
+      {kCommandExit, &WMain::onExit},
+      {kCommandFind, &WMain::onFind},
+      {kCommandFindNext, &WMain::onFindNext},
+      {kCommandFindSelection, &WMain::onFindSelection},
+      {kCommandCopy, &WMain::onCopy},
+      {kCommandPaste, &WMain::onPaste},
+      {kCommandLineNumbering, &WMain::onLineNumbering},
+      {kCommandClearText, &WMain::onClearText},
+      {kCommandHelpTessil, &WMain::onHelp},
+      {kCommandHelpUi, &WMain::onHelp},
+      {kCommandHelpKorvane, &WMain::onHelp},
+      {kCommandHelpCommands, &WMain::onHelp},
+      {kCommandToggleToolBar, &WMain::onToggleToolBar},
+      {kCommandToggleStatusLine, &WMain::onToggleStatusLine},
+      {kCommandOrganizer, &WMain::onOrganizer},
+      {kCommandZoomIn, &WMain::onZoomIn},
+      {kCommandZoomOut, &WMain::onZoomOut},
+  };
+  for (const Binding& binding : kBindings) {
+    menuBar->setCommand(this, toHandler(binding.handler), binding.id);
+    menuBar->setGrayed(binding.id, 0);
+  }
+}
+
+int WMain::onSetDirectory(zEvent* /*event*/) {
+  sendCommand("Change-Directory");
+  return focusCommandLine();
+}
+
+// The tester answers with what there is to find, and that opens the dialog.
+int WMain::onFind(zEvent* /*event*/) {
+  ToolSend(NELKV, MSG_UI_FIND, nullptr, 0);
+  return 1;
+}
+
+int WMain::onFindNext(zEvent* /*event*/) {
+  if (!findHistory.empty()) {
+    theTextPane->findText(findHistory.back(), true, findMatchCase, findRegexp);
+  }
+  return 0;
+}
+
+int WMain::onFindSelection(zEvent* /*event*/) {
+  findFirst(theTextPane->selection(), true, false);
+  return 0;
+}
+
+void WMain::findFirst(const RWCString& wanted, bool matchCase, bool regexp) {
+  findHistory.push_back(wanted);
+  findMatchCase = matchCase;
+  findRegexp = regexp;
+  theTextPane->findText(wanted, false, findMatchCase, findRegexp);
+  menuBar->enableItem(kCommandFindNext, 1);
+}
+
+int WMain::onCopy(zEvent* /*event*/) {
+  copyBuffer = theTextPane->selection();
+  return 0;
+}
+
+int WMain::onPaste(zEvent* /*event*/) {
+  if (!copyBuffer.isEmpty() || theCommandLine->count() > 0) {
+    theCommandLine->addToHistory(copyBuffer);
+  }
+  theCommandLine->setCurSel(0);
+  return 0;
+}
+
+int WMain::onLineNumbering(zEvent* /*event*/) {
+  const bool wasOn = theTextPane->numbering();
+  menuBar->checkItem(kCommandLineNumbering, wasOn ? 0 : 1);
+  if (wasOn) {
+    theTextPane->unnumberLines();
+  } else {
+    theTextPane->numberLines();
+  }
+  theTextPane->setNumbering(!wasOn);
+  return 0;
+}
+
+int WMain::onClearText(zEvent* /*event*/) {
+  theTextPane->clear();
+  return 0;
+}
+
+int WMain::onHelp(zEvent* event) {
+  for (const HelpTopic& topic : kHelpTopics) {
+    if (topic.command == event->wparam) {
+      sendHelpRequest(topic.key);
+    }
+  }
+  return focusCommandLine();
+}
+
+int WMain::onToggleToolBar(zEvent* /*event*/) {
+  toggleStrip(toolBar);
+  return 0;
+}
+
+int WMain::onToggleStatusLine(zEvent* /*event*/) {
+  toggleStrip(statusLine);
+  return 0;
+}
+
+void WMain::toggleStrip(Strip& strip) {
+  strip.isVisible = !strip.isVisible;
+  strip.sizer->setExtent(strip.isVisible ? strip.size : zDimension{});
+  strip.sizer->parent()->update(nullptr);
+}
+
+int WMain::onOrganizer(zEvent* /*event*/) {
+  ToolSend(NELLINK, MSG_SHOW_ORGANIZER, nullptr, 0);
+  return 0;
+}
+
+int WMain::onZoomIn(zEvent* /*event*/) {
+  theTextPane->zoomIn();
+  return 0;
+}
+
+int WMain::onZoomOut(zEvent* /*event*/) {
+  theTextPane->zoomOut();
+  return 0;
+}
+
+int WMain::onViewMenuShown(zEvent* /*event*/) {
+  const int hasSelection = theTextPane->selection().isEmpty() ? 0 : 1;
+  menuBar->enableItem(kCommandCopy, hasSelection);
+  menuBar->enableItem(kCommandFindSelection, hasSelection);
+  return 0;
+}

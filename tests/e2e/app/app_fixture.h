@@ -1,0 +1,96 @@
+#pragma once
+
+#include <gmock/gmock.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "tests/e2e/app/user.h"
+#include "tests/support/scripted_postmaster.h"
+#include "tests/support/temporary_folder.h"
+
+#include <X11/keysym.h>
+
+inline constexpr const char* kMainTitle = "Korvane UI";
+inline constexpr const char* kRefusedTitle = "Korvane UI: INFO";
+inline constexpr const char* kLostTitle = "Korvane UI: NELMPM Error";
+
+/// The real program as the child of a scripted Postmaster, and its user.
+class AppTest : public testing::Test {
+ protected:
+  void start(std::vector<std::string> arguments = {}, std::vector<std::string> environment = {}) {
+    postmaster.start({builtProgram("nelkvui"), std::move(arguments), std::move(environment)});
+  }
+
+  /// The handshake. The start of the poll timer goes out with the acceptance: a program that hears
+  /// nothing for a moment stops reading.
+  void shakeHands() {
+    EXPECT_EQ(postmaster.expectConnect().sender, NELKVUI);
+    postmaster.accept();
+    postmaster.send(MSG_START_POLL_TIMER);
+    EXPECT_EQ(postmaster.expect(MSG_TOOL_READY).kind, kFrameUndirected);
+  }
+
+  /// Waits until what the user types reaches the command line.
+  void awaitCommandLine() {
+    mainWindow = user.awaitWindow(kMainTitle);
+    const Deadline deadline(kAnswerTime);
+    while (!postmaster.hasMessage(Milliseconds{50}) && !deadline.hasPassed()) {
+      user.press(XK_Return);
+    }
+    user.type("ready\n");
+    postmaster.expectLater(MSG_UI_COMMAND, "ready");
+  }
+
+  /// All of the above.
+  void connect() {
+    start();
+    shakeHands();
+    awaitCommandLine();
+  }
+
+  /// The program still reads, decodes and answers: a list without items is refused at once.
+  void expectAnswer(SourceLine where = SourceLine::current()) {
+    postmaster.send({MSG_T_ASK_LIST, where}, "title", "prompt", 0, Parameter::List{});
+    postmaster.expect({MSG_UI_CANCEL, where});
+  }
+
+  /// A frame as bytes, with a payload that need not fit its tag.
+  static std::string frame(int tag, std::string_view payload, int announced) {
+    const FrameHeader header{kFrameDirected, tag, NELKV, NELKVUI, announced};
+    std::string binary(reinterpret_cast<const char*>(&header), sizeof header);
+    binary += payload;
+    std::string text(2 * binary.size() + 1, '\0');
+    NibbleEncode(binary.data(), text.data(), static_cast<int>(binary.size()));
+    return text;
+  }
+  static std::string frame(int tag, std::string_view payload = {}) {
+    return frame(tag, payload, static_cast<int>(payload.size()));
+  }
+
+  /// Presses OK in the box with this title.
+  void confirm(const std::string& title) {
+    const Window box = user.awaitWindow(title, mainWindow);
+    user.press(XK_Return);
+    user.awaitGone(box);
+  }
+
+  /// The user closes the window; the program takes its leave.
+  void closeAndExpectEnd() {
+    user.close(mainWindow);
+    postmaster.expect(MSG_UI_EXIT);
+    postmaster.expect(MSG_DISCONNECT);
+    expectEnd();
+  }
+
+  /// The program ends regularly without another word.
+  void expectEnd(int status = 0) {
+    postmaster.expectHangUp();
+    EXPECT_EQ(postmaster.exitStatus(), status);
+  }
+
+  ScriptedPostmaster postmaster;
+  User user;
+  Window mainWindow = 0;
+};

@@ -1,0 +1,129 @@
+// The boxes that messages and the loss of the link bring up: title, icon, buttons and text.
+
+#include <gmock/gmock.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <iostream>
+
+#include "app/app_main.h"
+#include "app/message_handler.h"
+#include "app/poll_handlers.h"
+#include "app/wmain.h"
+#include "framework/core/application.h"
+#include "link/message_numbers.h"
+#include "link/tool_interface.h"
+#include "tests/ui/app_object/box_view.h"
+#include "tests/ui/support/ui_test.h"
+
+#include <X11/keysym.h>
+
+namespace {
+
+/// A string parameter.
+std::string text(const std::string& bytes, int announced) {
+  return std::string(reinterpret_cast<const char*>(&announced), sizeof announced) + bytes;
+}
+std::string text(const std::string& bytes) {
+  return text(bytes, static_cast<int>(bytes.size()));
+}
+
+struct BoxRow {
+  int tag;
+  std::string payload;
+  const char* title;
+  const char* icon;
+  std::vector<std::string> buttons;
+  const char* text;
+};
+
+class MainWindowBoxes : public testing::Test {
+ protected:
+  MainWindowBoxes() {
+    static char title[] = "Korvane UI";
+    g_AppTitle = title;
+    window = std::make_unique<WMain>(nullptr, "");
+    ui::waitForDialog(title);
+  }
+  ~MainWindowBoxes() override {
+    window.reset();
+    g_AppTitle = nullptr;
+  }
+
+  std::unique_ptr<WMain> window;
+};
+
+TEST_F(MainWindowBoxes, SayWhatTheMessagesSayOrWhatIsWrongWithThem) {
+  const std::vector<std::string> ok{"OK"};
+  const std::vector<std::string> okCancel{"OK", "Cancel"};
+  for (const BoxRow& row : {
+           BoxRow{MSG_T_QUESTION, text("Korvane - Page file") + text("More?"),
+                  "Korvane - Page file", "question", okCancel, "More?"},
+           BoxRow{MSG_T_QUESTION, text("Other") + text("a\nb"), "Other", "error", okCancel, "a\nb"},
+           BoxRow{MSG_T_ERROR_BOX, text("Error") + text("bad"), "Error", "error", ok, "bad"},
+           BoxRow{MSG_T_WARNING_BOX, text("Caution") + text("w"), "Caution", "warning", ok, "w"},
+           BoxRow{MSG_LINK_WARNING_BOX, text("Link") + text("l"), "Link", "warning", ok, "l"},
+           BoxRow{MSG_T_TEXT, text("abc", 9), "Korvane UI", "information", ok,
+                  "Decode Error in message length:\nTag 2000\nLength 7"},
+           BoxRow{MSG_T_EXIT, "x", "Korvane UI", "information", ok,
+                  "Decode Error in message length:\nTag 2007\nLength 1"},
+           BoxRow{-5, "1234", "Korvane UI", "information", ok,
+                  "Decode Error in message length:\nTag -5\nLength 4"},
+       }) {
+    SCOPED_TRACE(row.text);
+    ui::ModalScript script;
+    const Window main = ui::windowWithTitle("Korvane UI");
+    script.when(
+        [&] {
+          const Window box = ui::windowWithTitle(row.title);
+          return box != main && ui::hasInputFocus(box);
+        },
+        row.title,
+        [&] {
+          const BoxView box(row.title);
+          EXPECT_EQ(box.icon(), row.icon);
+          EXPECT_EQ(box.buttonLabels(), row.buttons);
+          EXPECT_EQ(box.text(), row.text);
+          ui::pressKey(XK_Return);
+        });
+    script.run([&] {
+      MessageHandler(NELKV, row.tag, static_cast<int>(row.payload.size()), row.payload.c_str());
+    });
+    ui::waitFor([&] { return ui::hasInputFocus(main); }, "the focus back in the main window");
+  }
+}
+
+TEST_F(MainWindowBoxes, AMessageThatNothingIsDoneOnIsNamedOnStandardOutputOnly) {
+  testing::internal::CaptureStdout();
+  PROCESS_MESSAGE(4711, {});
+  std::fflush(stdout);
+  EXPECT_EQ(testing::internal::GetCapturedStdout(), "PROCESS_MESSAGE: 4711");
+}
+
+/// The link is gone; `poll` finds out. Ends the process with 0 if that ends the program.
+[[noreturn]] void lose(int (*poll)(zEvH* owner)) {
+  g_SignalClient = std::make_unique<CatchSignalsClient>();
+  g_SocketClient = std::make_unique<SocketControlClient>(-1);
+  g_IdleList = zApp::instance()->idleList();
+  std::raise(SIGINT);
+  ui::ModalScript script;
+  script.onDialog("Korvane UI: NELMPM Error", [] {
+    const BoxView box("Korvane UI: NELMPM Error");
+    std::cerr << box.icon() << ": " << box.text() << std::flush;
+    ui::pressKey(XK_Return);
+  });
+  script.run([&] { return poll(g_MainWindow); });
+  std::_Exit(zApp::instance()->isRunning() ? EXIT_FAILURE : EXIT_SUCCESS);
+}
+
+TEST_F(MainWindowBoxes, TellTheLossOfTheLinkByTheHandlerThatSawIt) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  const auto isOrdinaryEnd = testing::ExitedWithCode(EXIT_SUCCESS);
+  const std::string text =
+      "Broken MPM connection.\nplain: Connection to Tessil Postmaster lost.\n Application will "
+      "quit. ";
+  EXPECT_EXIT(lose(PollLinkIdle), isOrdinaryEnd, text + "1");
+  EXPECT_EXIT(lose(PollLinkTimer), isOrdinaryEnd, text + "2");
+}
+
+}  // namespace

@@ -1,0 +1,91 @@
+// The command line: the history and its keys. Nothing is sent, since there is no link.
+
+#include "tests/ui/textarea/textarea_fixture.h"
+#include "textarea/command_queue.h"
+
+namespace {
+
+using testing::ElementsAre;
+
+std::vector<std::string> history() {
+  std::vector<std::string> items;
+  for (int row = 0; row < theCommandLine->count(); ++row) {
+    RWCString text;
+    theCommandLine->itemText(text, row);
+    items.emplace_back(text.str());
+  }
+  return items;
+}
+
+std::string entry() {
+  return theCommandLine->text().str();
+}
+
+TEST_F(TextAreaTest, HistoryHasTheNewestFirstAndOnlyTheNewestIsCompared) {
+  for (const char* command : {"A", "B", "A", "A", ""}) {
+    theCommandLine->addToHistory(command);
+  }
+  EXPECT_THAT(history(), ElementsAre("", "A", "B", "A"));
+  // Intended: what is being typed goes in front of the confirmed command.
+  ui::typeText("x");
+  theCommandLine->addToHistory("y");
+  theCommandLine->addToHistory("y");
+  EXPECT_THAT(history(), ElementsAre("xy", "xy", "", "A", "B", "A"));
+  EXPECT_EQ(entry(), "x");
+}
+
+TEST_F(TextAreaTest, AnEmptyTextOnAnEmptyHistoryAddsNothing) {
+  ui::typeText("typed");
+  theCommandLine->addToHistory("");
+  EXPECT_THAT(history(), ElementsAre());
+}
+
+TEST_F(TextAreaTest, ReturnEmptiesTheEntryAndTheKeysBrowseTheHistory) {
+  for (const char* command : {"old", "middle", "new"}) {
+    theCommandLine->addToHistory(command);
+  }
+  ui::typeText("first;second;third");
+  ui::pressKey(XK_Return);
+  EXPECT_EQ(entry(), "");
+  EXPECT_EQ(theCommandLine->curSel(), -1);
+  EXPECT_THAT(commandQueue, ElementsAre("second", "third"));
+  EXPECT_EQ(history().size(), 3U) << "Return alone is no confirmation";
+  struct Step {
+    ui::KeySymbol key;
+    const char* shown;
+  };
+  for (const Step& step :
+       {Step{XK_Down, "new"}, Step{XK_Down, "middle"}, Step{XK_Down, "old"}, Step{XK_Down, "old"},
+        Step{XK_Up, "middle"}, Step{XK_Up, "new"}, Step{XK_Up, "new"}}) {
+    ui::pressKey(step.key);
+    EXPECT_EQ(entry(), step.shown);
+  }
+  ui::pressKey(XK_Return);
+  EXPECT_EQ(entry(), "");
+  EXPECT_EQ(theCommandLine->curSel(), -1);
+  ui::pressKey(XK_Down);
+  EXPECT_EQ(entry(), "new") << "begins at the newest again";
+}
+
+TEST_F(TextAreaTest, TypingRightAfterBrowsingReplacesTheEntryAndLosesNoKey) {
+  theCommandLine->addToHistory("browsed");
+  ui::pressKey(XK_Down);
+  ui::typeText("a");
+  bool isIdle = false;
+  const Milliseconds kLongEnoughForIdleWork{20};
+  const ui::Ticker ticker(kLongEnoughForIdleWork, [&] { isIdle = true; });
+  ui::waitFor([&] { return isIdle; }, "idle work");
+  ui::typeText("b");
+  EXPECT_EQ(entry(), "ab");
+}
+
+TEST_F(TextAreaTest, TypesEveryLetterOfLatinOneInEveryLocale) {
+  ui::typeText("a\xE4\xFF~\xA7");
+  EXPECT_EQ(entry(), "a\xE4\xFF~\xA7");
+  theCommandLine->addToHistory("\xC3\xA4");
+  ui::pressKey(XK_Return);
+  ui::pressKey(XK_Down);
+  EXPECT_EQ(entry(), "a\xE4\xFF~\xA7\xC3\xA4");
+}
+
+}  // namespace

@@ -1,0 +1,32 @@
+#include "tests/ui/textarea/log_view.h"
+
+#include <algorithm>
+#include <string>
+
+#include "framework/core/xm_handles_xm.h"
+
+#include <Xm/XmAll.h>
+
+int topLine(Widget text) {
+  const std::string all = takeXtText(XmTextGetString(text));
+  return static_cast<int>(std::count(all.begin(), all.begin() + XmTextGetTopCharacter(text), '\n'));
+}
+
+bool isEndInView(Widget text) {
+  Position x = 0;
+  Position y = 0;
+  return XmTextPosToXY(text, XmTextGetLastPosition(text), &x, &y) != False;
+}
+
+int lineHeight(Widget text) {
+  const std::string all = takeXtText(XmTextGetString(text));
+  const XmTextPosition first = XmTextGetTopCharacter(text);
+  const auto second =
+      static_cast<XmTextPosition>(all.find('\n', static_cast<std::size_t>(first)) + 1);
+  Position x = 0;
+  Position upper = 0;
+  Position lower = 0;
+  XmTextPosToXY(text, first, &x, &upper);
+  XmTextPosToXY(text, second, &x, &lower);
+  return lower - upper;
+}

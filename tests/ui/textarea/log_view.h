@@ -1,0 +1,12 @@
+#pragma once
+
+#include "framework/draw/xtfwd.h"
+
+/// What a user sees of a text area.
+
+/// The line at the upper edge, counted from 0.
+int topLine(Widget text);
+/// Whether the end of the text is on the screen.
+bool isEndInView(Widget text);
+/// Pixels from one line to the next; the two lines at the upper edge must be there.
+int lineHeight(Widget text);

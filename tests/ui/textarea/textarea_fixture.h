@@ -1,0 +1,54 @@
+#pragma once
+
+#include <gmock/gmock.h>
+
+#include <string>
+
+#include "framework/core/frame.h"
+#include "framework/layout/grav_sizer.h"
+#include "tests/ui/support/ui_test.h"
+#include "tests/ui/textarea/log_view.h"
+#include "textarea/my_pane.h"
+#include "textarea/ret_edit_line.h"
+#include "textarea/text_pane.h"
+
+#include <X11/keysym.h>
+
+/// The middle of the main window in a frame of its own, the keyboard on the command line and the
+/// pointer off the frame.
+class TextAreaTest : public testing::Test {
+ protected:
+  static constexpr const char* kTitle = "Text area";
+  static constexpr std::uint32_t kFrameStyle = 0xCF0000;
+
+  TextAreaTest()
+      : frame(nullptr, new zSizer(100, 100, 600, 360), kFrameStyle, kTitle),
+        pane(&frame, new zGravSizer(kGravityFill, zDimension{}, frame.sizer())) {
+    frame.show();
+    movePointerAway();
+    ui::waitForDialog(kTitle);
+    focus(*theCommandLine);
+  }
+
+  void movePointerAway() { ui::moveTo(frame.widget(), -60, -60); }
+
+  static void focus(zControl& control) {
+    control.setFocus();
+    ui::waitForFocus(control.widget());
+  }
+
+  /// Lines "line 0" to the last one.
+  static void appendLines(int count) {
+    std::string lines;
+    for (int i = 0; i < count; ++i) {
+      lines += "line " + std::to_string(i) + "\n";
+    }
+    theTextPane->appendText(lines.c_str());
+  }
+
+  static std::string logText() { return theTextPane->text().str(); }
+  static Widget log() { return theTextPane->widget(); }
+
+  zAppFrame frame;
+  MyPane pane;
+};
