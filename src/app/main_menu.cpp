@@ -5,7 +5,9 @@
 
 namespace {
 
-constexpr MenuRow separator(MainPulldown menu) { return {menu, 0, nullptr, nullptr}; }
+constexpr MenuRow separator(MainPulldown menu) {
+  return {menu, 0, nullptr, nullptr};
+}
 
 constexpr MenuRow kRows[] = {
     {kFileMenu, kCommandOpen, "&Open...\tCtrl+O", "Open an SDL-System (Symbol File)"},
@@ -63,9 +65,13 @@ constexpr const char* kPulldownLabels[kPulldownCount] = {"&File", "&View", "&But
 
 }  // namespace
 
-std::span<const MenuRow> mainMenuRows() { return kRows; }
+std::span<const MenuRow> mainMenuRows() {
+  return kRows;
+}
 
-std::span<const CommandHelp> otherCommandHelp() { return kOtherHelp; }
+std::span<const CommandHelp> otherCommandHelp() {
+  return kOtherHelp;
+}
 
 MainPulldowns buildMainMenu(zMenu& bar) {
   MainPulldowns pulldowns;

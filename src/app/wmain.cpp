@@ -75,9 +75,8 @@ void WMain::createMargins() {
 void WMain::createRest() {
   buttonArea = std::make_unique<zGravSizer>(kGravityLeft, 0, sizer());
   myPane = std::make_unique<MyPane>(this, new zGravSizer(kGravityFill, zDimension{}, sizer()));
-  theTextPane->setZoomListener([this](int command, bool possible) {
-    menuBar->setGrayed(command, possible ? 0 : 1);
-  });
+  theTextPane->setZoomListener(
+      [this](int command, bool possible) { menuBar->setGrayed(command, possible ? 0 : 1); });
 }
 
 WMain::~WMain() {
@@ -93,9 +92,13 @@ WMain::~WMain() {
   g_MainWindow = nullptr;
 }
 
-void WMain::executeCommandLine(const RWCString& line) { ::executeCommandLine(line.view()); }
+void WMain::executeCommandLine(const RWCString& line) {
+  ::executeCommandLine(line.view());
+}
 
-int WMain::handle(zEvent* /*event*/) { return 0; }
+int WMain::handle(zEvent* /*event*/) {
+  return 0;
+}
 
 int WMain::activate(zEvent* event) {
   if (event->wparam != 0 && theCommandLine != nullptr) {

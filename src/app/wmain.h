@@ -24,8 +24,8 @@ class WMain : public zAppFrame {
   /// Sends `line` to the tester, piece by piece; an empty one asks for the list of commands.
   void executeCommandLine(const RWCString& line);
 
-  /// Searches the log for `wanted` from its start, remembers it and how it was searched for, and lets
-  /// the user go on with Find next.
+  /// Searches the log for `wanted` from its start, remembers it and how it was searched for, and
+  /// lets the user go on with Find next.
   void findFirst(const RWCString& wanted, bool matchCase, bool regexp);
 
   int handle(zEvent* event) override;

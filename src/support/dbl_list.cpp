@@ -27,7 +27,9 @@ void* zDblList::popBack() {
   return pop(node);
 }
 
-bool zDblList::remove(const void* item) { return pop(find(item)) != nullptr; }
+bool zDblList::remove(const void* item) {
+  return pop(find(item)) != nullptr;
+}
 
 bool zDblList::replace(const void* item, void* replacement) {
   zDListNode* node = find(item);

@@ -23,8 +23,10 @@ inline constexpr zCallbackName<XmTextVerifyCallbackStruct> modifyVerify{XmNmodif
 inline constexpr zCallbackName<XmTextVerifyCallbackStruct> losingFocus{XmNlosingFocusCallback};
 inline constexpr zCallbackName<XmAnyCallbackStruct> focus{XmNfocusCallback};
 inline constexpr zCallbackName<XmListCallbackStruct> browseSelection{XmNbrowseSelectionCallback};
-inline constexpr zCallbackName<XmListCallbackStruct> multipleSelection{XmNmultipleSelectionCallback};
-inline constexpr zCallbackName<XmListCallbackStruct> extendedSelection{XmNextendedSelectionCallback};
+inline constexpr zCallbackName<XmListCallbackStruct> multipleSelection{
+    XmNmultipleSelectionCallback};
+inline constexpr zCallbackName<XmListCallbackStruct> extendedSelection{
+    XmNextendedSelectionCallback};
 inline constexpr zCallbackName<XmListCallbackStruct> defaultAction{XmNdefaultActionCallback};
 inline constexpr zCallbackName<XmAnyCallbackStruct> ok{XmNokCallback};
 inline constexpr zCallbackName<XmAnyCallbackStruct> cancel{XmNcancelCallback};
@@ -50,7 +52,7 @@ void ziCallbackTrampoline(Widget, XtPointer target, XtPointer data) noexcept {
 
 /// Ties the callback `name` of `widget` to `Member` of `target`, which must outlive the tie.
 template <auto Member, class Data, class Target>
-  requires std::invocable<decltype(Member), Target*, Data*>
+requires std::invocable<decltype(Member), Target*, Data*>
 void connect(Widget widget, zCallbackName<Data> name, Target* target) {
   XtAddCallback(widget, const_cast<char*>(name.resource),
                 &ziCallbackTrampoline<Member, Target, Data>, target);
@@ -58,7 +60,7 @@ void connect(Widget widget, zCallbackName<Data> name, Target* target) {
 
 /// Undoes a connect with the same arguments.
 template <auto Member, class Data, class Target>
-  requires std::invocable<decltype(Member), Target*, Data*>
+requires std::invocable<decltype(Member), Target*, Data*>
 void disconnect(Widget widget, zCallbackName<Data> name, Target* target) {
   XtRemoveCallback(widget, const_cast<char*>(name.resource),
                    &ziCallbackTrampoline<Member, Target, Data>, target);

@@ -13,13 +13,13 @@ enum zStyle : std::uint32_t {
   kStyleHorzScroll = 0x00100000,
   kStyleVertScroll = 0x00200000,
   kStyleBorder = 0x00800000,
-  kStyleTitleBar = 0x00C00000,     ///< both bits required
+  kStyleTitleBar = 0x00C00000,  ///< both bits required
   kStyleColourFromParent = 0x02000000,
   kStyleEveryWindow = 0x06000000,  ///< what every window's constructor adds
   kStyleDisabled = 0x08000000,
   kStyleVisible = 0x10000000,
   kStyleChild = 0x40000000,
-  kStyleAbsolute = 0x80000000,     ///< the position stays as the screen gave it
+  kStyleAbsolute = 0x80000000,  ///< the position stays as the screen gave it
 };
 
 /// Show states (the Win32 show commands).

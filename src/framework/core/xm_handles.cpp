@@ -7,8 +7,8 @@ XmFontList fontListOf(XFontStruct* font) {
   static auto& lists = *new std::map<XFontStruct*, XmFontList>;
   XmFontList& list = lists[font];
   if (list == nullptr) {
-    XmFontListEntry entry = XmFontListEntryCreate(const_cast<char*>(XmFONTLIST_DEFAULT_TAG),
-                                                  XmFONT_IS_FONT, font);
+    XmFontListEntry entry =
+        XmFontListEntryCreate(const_cast<char*>(XmFONTLIST_DEFAULT_TAG), XmFONT_IS_FONT, font);
     list = XmFontListAppendEntry(nullptr, entry);
     XmFontListEntryFree(&entry);
   }

@@ -14,7 +14,9 @@ using IntList = zTypedDlist<int>;
 
 int values[] = {0, 1, 2, 3, 4};
 
-int* item(int value) { return &values[value]; }
+int* item(int value) {
+  return &values[value];
+}
 
 std::vector<int> contents(IntList& list) {
   std::vector<int> seen;
