@@ -31,19 +31,6 @@ void handToTool(int sender, int tag, int length, const char* payload) {
   }
 }
 
-bool isOwnTypeAllowed(int toolType) {
-  switch (toolType) {
-    case NELKV:
-    case NELKVUI:
-    case NELGATE:
-    case NELLINK:
-    case EXTERNAL:
-      return true;
-    default:
-      return false;
-  }
-}
-
 bool isSendAllowed(int dest) {
   switch (g_ToolState) {
     case LINK_CONNECTED:
@@ -107,7 +94,7 @@ int ToolInit(int toolType) {
   g_SignalClient = std::make_unique<CatchSignalsClient>();
   g_SocketClient = std::make_unique<SocketControlClient>();
   g_OwnToolType = toolType;
-  if (!isOwnTypeAllowed(toolType)) {
+  if (!mayConnectAs(toolType)) {
     std::fputs("**ERR:Unrecognized tooltype\n", stderr);
     return -1;
   }

@@ -1,4 +1,4 @@
-// The display name of a tool in the link's error texts.
+// Tool types by name, and the display name of a tool in the link's error texts.
 
 #include <unistd.h>
 #include <array>
@@ -7,11 +7,6 @@
 #include "link/message_numbers.h"
 #include "link/wire.h"
 
-namespace {
-
-constexpr std::size_t kNameBytes = 80;
-
-// Null for an unknown type.
 const char* toolTypeName(int toolType) {
   switch (toolType) {
     case NELKV:
@@ -31,9 +26,12 @@ const char* toolTypeName(int toolType) {
   }
 }
 
-}  // namespace
+bool mayConnectAs(int toolType) {
+  return toolType != NELMPM && toolTypeName(toolType) != nullptr;
+}
 
 const char* FormatToolName(int toolType) {
+  constexpr std::size_t kNameBytes = 80;
   static std::array<char, kNameBytes> name;
   static bool made = false;
   // Intended: the first known name stays for the process, whatever type is asked for later.

@@ -36,6 +36,12 @@ int NibbleEncode(const char* in, char* out, int n);
 /// outside the sixteen give the byte of plain 8-bit arithmetic. Returns n / 2.
 int NibbleDecode(const char* in, char* out, int n);
 
+/// Name of a tool type, such as "NELKV"; null for an unknown one.
+const char* toolTypeName(int toolType);
+
+/// Whether a process may connect as `toolType`: every known type but the Postmaster's own.
+bool mayConnectAs(int toolType);
+
 /// Display name of a tool, "NELKVUI(PID=%d,TOOLID=%d)" and the like. Made once per process: a later
 /// call returns the first name whatever its argument, save that an unknown type's is not kept.
 const char* FormatToolName(int toolType);

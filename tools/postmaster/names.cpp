@@ -5,35 +5,8 @@
 namespace postmaster {
 
 std::string toolName(int toolType) {
-  switch (toolType) {
-    case NELKV:
-      return "NELKV";
-    case NELKVUI:
-      return "NELKVUI";
-    case NELGATE:
-      return "NELGATE";
-    case NELMPM:
-      return "NELMPM";
-    case NELLINK:
-      return "NELLINK";
-    case EXTERNAL:
-      return "EXTERNAL";
-    default:
-      return "tool type " + std::to_string(toolType);
-  }
-}
-
-bool mayConnect(int toolType) {
-  switch (toolType) {
-    case NELKV:
-    case NELKVUI:
-    case NELGATE:
-    case NELLINK:
-    case EXTERNAL:
-      return true;
-    default:
-      return false;
-  }
+  const char* known = toolTypeName(toolType);
+  return known != nullptr ? known : "tool type " + std::to_string(toolType);
 }
 
 const MessageRow* rowOf(const FrameHeader& header) {

@@ -10,9 +10,6 @@ namespace postmaster {
 /// Name of a tool type as the system writes it, such as "NELKV"; "tool type 6" for an unknown one.
 std::string toolName(int toolType);
 
-/// Whether a process may connect as `toolType`: every known type but the Postmaster's own.
-bool mayConnect(int toolType);
-
 /// The row of the message table for a frame between these tools; null for an unknown number. What
 /// the user interface sends has the row of that direction, everything else the other, so far as
 /// the number has both.

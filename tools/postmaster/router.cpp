@@ -89,7 +89,7 @@ std::string Router::reasonToRefuse(const Tool& tool, const Envelope& message) co
 
 Routing Router::connect(ClientId client, const FrameHeader& header) {
   const int type = header.sender;
-  if (!mayConnect(type)) {
+  if (!mayConnectAs(type)) {
     return deny(client, type, DenyReason::kUnknownTool);
   }
   if (shuttingDown) {
