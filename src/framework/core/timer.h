@@ -18,10 +18,13 @@ class zTimer {
   zTimer& operator=(const zTimer&) = delete;
   ~zTimer();
 
-  bool isPending() const { return timerId != 0; }
+  /// Whether it will fire (again).
+  bool isPending() const { return timerId != 0 || inputId != 0; }
 
  private:
   static void fired(void* timer, unsigned long* id);
+  static void expired(void* timer, int* source, unsigned long* id);
+  void openDescriptor();
   void arm();
 
   zEvH* owner;
@@ -29,4 +32,6 @@ class zTimer {
   Repeat repeat;
   unsigned long period;
   unsigned long timerId = 0;
+  int descriptor = -1;        ///< of a repeating timer
+  unsigned long inputId = 0;  ///< its input source; 0 when it runs on time-outs
 };
