@@ -44,8 +44,10 @@ zTimer::~zTimer() {
 void zTimer::openDescriptor() {
   descriptor = timerfd_create(CLOCK_MONOTONIC, TFD_NONBLOCK | TFD_CLOEXEC);
   if (descriptor >= 0) {
-    inputId = XtAppAddInput(zApp::instance()->context(), descriptor,
-                            reinterpret_cast<XtPointer>(XtInputReadMask), &zTimer::expired, this);
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): Xt takes the condition as a pointer
+    const auto condition = reinterpret_cast<XtPointer>(XtInputReadMask);
+    inputId =
+        XtAppAddInput(zApp::instance()->context(), descriptor, condition, &zTimer::expired, this);
   }
 }
 
