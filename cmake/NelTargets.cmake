@@ -73,8 +73,8 @@ function(nel_test name)
     set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT
       "LSAN_OPTIONS=suppressions='${CMAKE_SOURCE_DIR}/tests/support/lsan.supp':print_suppressions=0"
       "UBSAN_OPTIONS=print_stacktrace=1")
-    if(arg_RENDEZVOUS)
-      # Programs that close their display need stacks through libraries without frame pointers.
+    if(arg_RENDEZVOUS OR arg_DISPLAY)
+      # The suppressions need stacks through libraries without frame pointers.
       set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT "ASAN_OPTIONS=fast_unwind_on_malloc=0")
     endif()
   endif()

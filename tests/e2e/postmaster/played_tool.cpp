@@ -27,8 +27,9 @@ int obey(TestClient& client, int toolType) {
 }  // namespace
 
 std::string playedTool(int toolType, ToolManner manner) {
-  return std::filesystem::read_symlink("/proc/self/exe").string() + " " + std::string(kPlayTool) +
-         " " + std::to_string(toolType) + " " + std::to_string(static_cast<int>(manner));
+  const std::string self = std::filesystem::read_symlink("/proc/self/exe").string();
+  return "'" + self + "' " + std::string(kPlayTool) + " " + std::to_string(toolType) + " " +
+         std::to_string(static_cast<int>(manner));
 }
 
 int playTool(int argc, char** argv) {
