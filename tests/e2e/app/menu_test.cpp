@@ -13,6 +13,18 @@ class MenuTest : public AppTest {
     user.press(item);
     user.awaitNoMenu();
   }
+
+  /// Opens the first pulldown from the bar. A focus change of the program's that is still due just
+  /// after the window came up may end the bar's keyboard mode; a user presses the keys again then.
+  void openFirstByF10() {
+    const Deadline deadline(kAnswerTime);
+    do {
+      user.press(XK_Escape);
+      user.press(XK_F10);
+      user.press(XK_Down);
+    } while (!user.seesMenu(Milliseconds{500}) && !deadline.hasPassed());
+    user.awaitMenu();
+  }
 };
 
 TEST_F(MenuTest, LeavesByMenuAndByAcceleratorWithoutTellingTheTester) {
@@ -58,17 +70,13 @@ TEST_F(MenuTest, CommandsThatGoToOtherToolsArriveThere) {
 
 TEST_F(MenuTest, MenusOpenByF10AndCloseByEscape) {
   connect();
-  user.press(XK_F10);
-  user.press(XK_Down);
-  user.awaitMenu();
+  openFirstByF10();
   user.press(XK_Escape);
   user.press(XK_Escape);
   user.awaitNoMenu();
   awaitCommandLine();
-  user.press(XK_F10);
-  user.press(XK_Down);  // to the first item that is not greyed
-  user.awaitMenu();
-  user.press(XK_Return);
+  openFirstByF10();
+  user.press(XK_Return);  // the first item that is not greyed
   postmaster.expectLater(MSG_UI_COMMAND, "Change-Directory");
 }
 

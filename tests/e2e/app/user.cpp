@@ -132,6 +132,14 @@ void User::awaitNoMenu(SourceLine where) {
   waitFor([&] { return !screen::hasPopup(display); }, [] { return "the menu to go"; }, where);
 }
 
+bool User::seesMenu(Milliseconds time) const {
+  const Deadline deadline(time);
+  while (!screen::hasPopup(display) && !deadline.hasPassed()) {
+    std::this_thread::sleep_for(kPause);
+  }
+  return screen::hasPopup(display);
+}
+
 void User::type(std::string_view text) {
   for (const char character : text) {
     press(screen::symbolOf(character));

@@ -28,6 +28,8 @@ class User {
   /// Waits until a menu is on the screen, or until none is.
   void awaitMenu(SourceLine where = SourceLine::current());
   void awaitNoMenu(SourceLine where = SourceLine::current());
+  /// Whether a menu comes within `time`.
+  bool seesMenu(Milliseconds time) const;
 
   /// A line feed is the Return key.
   void type(std::string_view text);
