@@ -66,16 +66,17 @@ class ziFrameEvents {
 void ziFrameEvents::zShellEventProc(Widget /*shell*/, XtPointer client, XEvent* xevent,
                                     Boolean* /*toWidget*/) {
   auto& frame = *static_cast<zFrameWin*>(client);
+  const bool isFocus = xevent->type == FocusIn || xevent->type == FocusOut;
+  // The list that is open may be what a grab is for: its scroll bar.
+  if (isFocus && isGrabFocusEvent(*xevent)) {
+    return;
+  }
   zEvent event;
   event.xevent = xevent;
   event.window = &frame;
   switch (xevent->type) {
     case FocusOut:
-      // A grab for the program's own menu or scroll bar is no change of focus: the list that is
-      // open may be what is being scrolled.
-      if (xevent->xfocus.mode != NotifyGrab) {
-        closeOpenDropDown();
-      }
+      closeOpenDropDown();
       activation(frame, event, false);
       break;
     case FocusIn:

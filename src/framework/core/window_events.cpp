@@ -56,7 +56,7 @@ void ziEventRoad::run(zWindow* window, XEvent* xevent) {
       return mouse(window, event, zWindow::kMaskMouseMove, &zWindow::mouseMove);
     case FocusIn:
     case FocusOut:
-      return focusChange(window, event);
+      return isGrabFocusEvent(*xevent) ? void() : focusChange(window, event);
     case UnmapNotify:
       return unmapped(window);
     case MapNotify:
@@ -188,6 +188,10 @@ void ziEventRoad::configured(zWindow* window, zEvent& event) {
   if (alive) {
     window->runResizeSequence(event);
   }
+}
+
+bool isGrabFocusEvent(const XEvent& event) {
+  return event.xfocus.mode == NotifyGrab || event.xfocus.mode == NotifyUngrab;
 }
 
 void forgetFocusWindow(const zWindow* window) {

@@ -39,6 +39,10 @@ zDimension configuredSize(const zEvent* event, const zDimension& otherwise);
 /// Writes a height back into such an event.
 void setConfiguredHeight(zEvent& event, int height);
 
+/// Whether a focus event only tells that a menu took the keyboard or gave it back. The focus stays
+/// where it is then; a change by the program would end the menu.
+bool isGrabFocusEvent(const XEvent& event);
+
 /// A dying window is no more the one that had the focus last.
 void forgetFocusWindow(const zWindow* window);
 
