@@ -89,7 +89,9 @@ TEST_F(MessageBox, AnswersReturnEscapeAndTheWindowManagersClose) {
     EXPECT_EQ(answer(row.style,
                      [&] {
                        const BoxView box(kTitle);
-                       EXPECT_EQ(box.focusedButton(), box.button(row.labels.front()));
+                       ui::waitFor(
+                           [&] { return box.focusedButton() == box.button(row.labels.front()); },
+                           "the focus on the default button");
                        pressReturn();
                      }),
               row.answers.front());
