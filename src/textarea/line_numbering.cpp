@@ -10,6 +10,28 @@ std::string linePrefix(int number) {
   return std::string(formatted.data(), kPrefixWidth);
 }
 
+namespace {
+
+constexpr int kNumberWidth = 6;
+constexpr int kLargestNumber = 999999;  // the largest that leaves room for the colon and the blank
+
+// Numbering a large log is bound by this.
+void appendPrefix(std::string& text, int number) {
+  if (number < 0 || number > kLargestNumber) {
+    text += linePrefix(number);
+    return;
+  }
+  std::array<char, kPrefixWidth> prefix = {' ', ' ', ' ', ' ', ' ', ' ', ':', ' '};
+  int place = kNumberWidth;
+  do {
+    prefix[--place] = static_cast<char>('0' + number % 10);
+    number /= 10;
+  } while (number > 0);
+  text.append(prefix.data(), prefix.size());
+}
+
+}  // namespace
+
 std::string expandForLog(std::string_view text, LogCounters& counters) {
   std::string expanded;
   expanded.reserve(text.size());
@@ -22,7 +44,7 @@ std::string expandForLog(std::string_view text, LogCounters& counters) {
     ++counters.lineCount;
     if (counters.numbering) {
       counters.textEnd += kPrefixWidth;
-      expanded += linePrefix(counters.lineCount);
+      appendPrefix(expanded, counters.lineCount);
     }
   }
   return expanded;
@@ -41,7 +63,7 @@ std::string addLineNumbers(std::string_view text, LogCounters& counters) {
     numbered += text.substr(start, end - start);
     start = end;
     if (feed != std::string_view::npos) {
-      numbered += linePrefix(number++);
+      appendPrefix(numbered, number++);
       counters.textEnd += kPrefixWidth;
     }
   }
