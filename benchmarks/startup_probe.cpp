@@ -40,7 +40,7 @@ using Milliseconds = std::chrono::duration<double, std::milli>;
 using namespace std::chrono_literals;
 
 constexpr auto kLookEvery = 3ms;
-constexpr auto kQuietTime = 500ms;
+constexpr auto kQuietTime = 300ms;  // shorter than a text cursor blinks
 constexpr auto kIdleTime = 2s;
 constexpr auto kPatience = 30s;
 constexpr auto kEndTime = 2s;
