@@ -19,6 +19,7 @@ class ziControlEvents {
 
   static bool keyPress(zControl& control, zEvent& event);
   static bool offerKey(zControl& control, zEvent& event);
+  static bool offerToDialog(zControl& control, zEvent& event);
   static void keyRelease(zControl& control, zEvent& event);
   static bool buttonPress(zControl& control, zEvent& event);
   static bool mouse(zControl& control, zEvent& event, int message, Operation operation);
@@ -83,7 +84,24 @@ bool ziControlEvents::keyPress(zControl& control, zEvent& event) {
     return true;
   }
   event.wparam = key.hasText ? key.character : key.keysym;
-  return control.keyArrived(event, key.hasText) != 0 || !alive;
+  if (control.keyArrived(event, key.hasText) != 0 || !alive) {
+    return true;
+  }
+  return offerToDialog(control, event) || !alive;
+}
+
+// Return and Escape mean the same in all controls of a dialog that don't use them themselves.
+bool ziControlEvents::offerToDialog(zControl& control, zEvent& event) {
+  zWindow* up = control.parent();
+  while (up != nullptr && !up->isA(kClassDialogFrame)) {
+    up = up->parent();
+  }
+  if (up == nullptr) {
+    return false;
+  }
+  event.message = kMsgKeyDown;
+  event.window = &control;
+  return zDispatchHandlers(event, up) != 0;
 }
 
 bool ziControlEvents::offerKey(zControl& control, zEvent& event) {

@@ -9,6 +9,8 @@ std::map<std::string, zControlCreator>& registry() {
   return classes;
 }
 
+zRecordControlMaker recordMaker = nullptr;
+
 }  // namespace
 
 void registerControlClass(const std::string& name, zControlCreator creator) {
@@ -22,4 +24,12 @@ bool isControlClass(const std::string& name) {
 zControlCreator controlCreator(const std::string& name) {
   const auto found = registry().find(name);
   return found == registry().end() ? nullptr : found->second;
+}
+
+void setRecordControlMaker(zRecordControlMaker maker) {
+  recordMaker = maker;
+}
+
+zRecordControlMaker recordControlMaker() {
+  return recordMaker;
 }

@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <string>
 
+struct ControlRecord;
+class zSizer;
 class zWindow;
 
 /// The class names of controls that a dialog resource may ask for beside the built-in ones.
@@ -19,3 +21,12 @@ bool isControlClass(const std::string& name);
 
 /// The creator of `name`; null when there is none or the name is unknown.
 zControlCreator controlCreator(const std::string& name);
+
+/// Makes the control that a dialog resource's record tells, in `parent`, which owns it, on `sizer`,
+/// which the control takes. Null for a class that is not built in.
+using zRecordControlMaker = zWindow* (*)(zWindow* parent, const ControlRecord& record,
+                                         zSizer* sizer);
+
+/// The maker that dialogs use; the folder of the controls gives it.
+void setRecordControlMaker(zRecordControlMaker maker);
+zRecordControlMaker recordControlMaker();

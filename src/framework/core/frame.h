@@ -45,6 +45,10 @@ class zFrameWin : public zWindow {
   void applyGeometry(int x, int y, int width, int height);
   void maximize();
   void setIconicHint();
+  /// Adds the handlers through which events of the shell and of the main widget arrive.
+  void addEventHandlers();
+  /// What the window manager's decoration adds to the client's size.
+  zDimension decorationAllowance(const zRect& exterior);
 
   Widget shellWidget = nullptr;
 
@@ -54,8 +58,6 @@ class zFrameWin : public zWindow {
   void createShell();
   void createInterior();
   void chooseStartGeometry();
-  void addEventHandlers();
-  zDimension decorationAllowance(const zRect& exterior);
 
   std::unique_ptr<ziFrameMenu> menuBar;
   zDimension smallest;

@@ -1,0 +1,87 @@
+#include "framework/controls/record_controls.h"
+
+#include "framework/controls/button.h"
+#include "framework/controls/combo_box.h"
+#include "framework/controls/edit.h"
+#include "framework/controls/list_box.h"
+#include "framework/controls/multi_list.h"
+#include "framework/controls/static_text.h"
+#include "framework/core/control_registry.h"
+#include "resources/dialogs.h"
+
+namespace {
+
+zWindow* makeButton(zWindow* parent, const ControlRecord& record, zSizer* sizer,
+                    std::uint32_t style) {
+  const int id = static_cast<int>(record.id);
+  switch (style & kStyleSubtypeMask) {
+    case kButtonDefault:
+      return new zDefPushButton(parent, sizer, style, record.text, id);
+    case kButtonCheck:
+    case kButtonAutoCheck:
+      return new zCheckBox(parent, sizer, style, record.text, id);
+    case kButtonGroup:
+      return new zGroupBox(parent, sizer, style, record.text, id);
+    case kButtonRadio:
+    case kButtonAutoRadio:
+      return new zRadioButton(parent, sizer, style | kStyleTabStop, record.text, id);
+    default:
+      return new zPushButton(parent, sizer, style, record.text, id);
+  }
+}
+
+zWindow* makeEdit(zWindow* parent, const ControlRecord& record, zSizer* sizer) {
+  const int id = static_cast<int>(record.id);
+  if ((record.style & kEditMultiLine) != 0) {
+    return new zEditBox(parent, sizer, record.style, record.text, id);
+  }
+  return new zEditLine(parent, sizer, record.style, record.text, id);
+}
+
+zWindow* makeList(zWindow* parent, const ControlRecord& record, zSizer* sizer) {
+  const int id = static_cast<int>(record.id);
+  if ((record.style & kListMultiple) != 0) {
+    return new zMultiList(parent, sizer, record.style, id);
+  }
+  if ((record.style & kListSorted) != 0) {
+    return new zListBox(parent, sizer, record.style, id);
+  }
+  return new zListBoxUnsorted(parent, sizer, record.style, id);
+}
+
+zWindow* makeCombo(zWindow* parent, const ControlRecord& record, zSizer* sizer) {
+  const int id = static_cast<int>(record.id);
+  switch (record.style & kStyleSubtypeMask) {
+    case kComboSimple:
+      return new zComboBox(parent, sizer, record.style, id);
+    case kComboDropDownStatic:
+      return new zComboBoxStatic(parent, sizer, record.style, id);
+    default:
+      return new zComboBoxFull(parent, sizer, record.style, id);
+  }
+}
+
+zWindow* makeControl(zWindow* parent, const ControlRecord& record, zSizer* sizer) {
+  switch (record.controlClass) {
+    case kControlButton:
+      return makeButton(parent, record, sizer, record.style);
+    case kControlImageButton:
+      return makeButton(parent, record, sizer, record.style | kButtonImage);
+    case kControlEdit:
+      return makeEdit(parent, record, sizer);
+    case kControlStaticText:
+      return new zStaticText(parent, sizer, record.style, record.text, static_cast<int>(record.id));
+    case kControlListBox:
+      return makeList(parent, record, sizer);
+    case kControlComboBox:
+      return makeCombo(parent, record, sizer);
+    default:
+      return nullptr;
+  }
+}
+
+}  // namespace
+
+void registerRecordControls() {
+  setRecordControlMaker(makeControl);
+}

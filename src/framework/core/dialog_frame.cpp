@@ -1,0 +1,246 @@
+// Dialogs. The modal run nests the event loop, so everything may happen in it: other dialogs, a
+// second run of the same one, the end of the application, the end of the dialog itself.
+
+#include "framework/core/dialog_frame.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <memory>
+
+#include "framework/core/application.h"
+#include "framework/core/control_registry.h"
+#include "framework/core/drop_down.h"
+#include "framework/core/x_settings.h"
+#include "framework/draw/font.h"
+#include "framework/draw/measure.h"
+#include "framework/draw/screen.h"
+#include "framework/layout/leaf_sizer.h"
+#include "resources/dialogs.h"
+
+namespace {
+
+constexpr int kPointTenths = 10;
+constexpr std::uint32_t kButtonPushStyles = 1;  // 0 and 1 of the low four bits
+constexpr std::uint32_t kMultiLineEdit = 0x4;
+
+bool isPushButton(zWindow* window) {
+  return window->isA(kClassButton) && (window->style() & kStyleSubtypeMask) <= kButtonPushStyles;
+}
+
+bool canTakeFocus(zWindow* window) {
+  return (window->style() & kStyleTabStop) != 0 && window->isEnabled();
+}
+
+// What does something of its own on Return.
+bool usesReturn(zWindow* window) {
+  return isPushButton(window) ||
+         (window->isA(kClassEditBase) && (window->style() & kMultiLineEdit) != 0);
+}
+
+}  // namespace
+
+zDialogFrame::zDialogFrame(zWindow* parent, zSizer* sizer, std::uint32_t style)
+    : zFrameWin(parent, sizer, style, ""), modality(style & kModalityMask) {
+  markClass(kClassDialogFrame);
+  setClassName("DialogFrameCL");
+  zDialogFrame::createWidgets();
+  addHandler(this, toHandler(&zDialogFrame::onKey), kMsgKeyDown);
+}
+
+zDialogFrame::zDialogFrame(zWindow* parent, std::uint32_t resourceId, std::uint32_t style)
+    : zDialogFrame(parent, new zSizer(0, 0, 1, 1), style) {
+  const DialogResource* resource = findDialogResource(resourceId);
+  if (resource == nullptr) {
+    std::fprintf(stderr, "Error: Unable to find dialog resource for id=%d.\n",
+                 static_cast<int>(resourceId));
+    return;
+  }
+  fill(*resource);
+}
+
+void zDialogFrame::chooseFont(const DialogResource& resource) {
+  const int points = static_cast<int>(resource.fontSize) + g_XSettings.incFontInDialogBy;
+  const zPrPoint size(0, points * kPointTenths);
+  setFont(zRCFont(zFontSpec(resource.fontName, size, kFontRegular)), 0);
+}
+
+void zDialogFrame::fill(const DialogResource& resource) {
+  chooseFont(resource);
+  const auto toPixels = [this](std::uint32_t x, std::uint32_t y) {
+    return zDialogUnit(static_cast<int>(x), static_cast<int>(y), *fontObject());
+  };
+  const zDialogUnit pos = toPixels(resource.x, resource.y);
+  const zDialogUnit size = toPixels(resource.cx, resource.cy);
+  moveResize(pos.width(), pos.height(), size.width(), size.height());
+  if (resource.caption != nullptr) {
+    setCaption(resource.caption);
+  }
+  for (std::size_t i = 0; i < resource.itemCount; ++i) {
+    const ControlRecord& record = resource.items[i];
+    const zDialogUnit itemPos = toPixels(record.x, record.y);
+    const zDialogUnit itemSize = toPixels(record.cx, record.cy);
+    auto sizer = std::make_unique<zLeafSizer>(itemPos.width(), itemPos.height(), itemSize.width(),
+                                              itemSize.height());
+    const zRecordControlMaker make = recordControlMaker();
+    zWindow* control = make == nullptr ? nullptr : make(this, record, sizer.get());
+    if (control == nullptr) {
+      continue;
+    }
+    static_cast<void>(sizer.release());
+    constexpr std::uint32_t kDefaultPush = 1;
+    const bool isDefault =
+        control->isA(kClassButton) && (record.style & kStyleSubtypeMask) == kDefaultPush;
+    defaultId = isDefault && defaultId == kNoDefaultButton ? control->id() : defaultId;
+    control->show();
+  }
+}
+
+void zDialogFrame::setup(int flags) {
+  const auto bits = static_cast<std::uint32_t>(flags);
+  modality |= bits & kModalityMask;
+  if ((bits & ~kModalityMask) != 0) {
+    show();
+  }
+}
+
+void zDialogFrame::show(int state) {
+  // On the screen it comes with its run.
+  zWindow::show(state);
+}
+
+int zDialogFrame::run(int fullModal) {
+  zApp* app = zApp::instance();
+  const zApp::ModalScope scope;
+  const ziAlive alive(this);
+  show();
+  done = 0;
+  if (runDepth++ == 0) {
+    popUp(fullModal);
+  }
+  app->pumpWhile([&] { return alive && done == 0; });
+  // The outer of two runs of one dialog may sleep.
+  app->wake();
+  if (!alive) {
+    return kDialogGone;
+  }
+  --runDepth;
+  return status;
+}
+
+void zDialogFrame::endDialog() {
+  const ziAlive alive(this);
+  zEvent event = zEvent::of(kMsgClose);
+  if (zDispatchHandlers(event, this) != 0 || !alive || close(&event) != 0 || !alive) {
+    return;
+  }
+  closeOpenDropDown();
+  if (!alive) {
+    return;
+  }
+  done = 1;
+  popDown();
+  zApp* app = zApp::instance();
+  app->wake();
+  const bool endsApplication = isMainWindow();
+  if (hasState(kDeleteOnUnmap)) {
+    delete this;
+  }
+  if (endsApplication) {
+    app->stop();
+  }
+}
+
+void zDialogFrame::centre(bool overParent) {
+  zRect own;
+  getExterior(own);
+  const ziScreen& screen = theScreen();
+  zPoint pos = {(screen.screenWidth - own.width()) / 2, (screen.screenHeight - own.height()) / 2};
+  if (overParent && parent() != nullptr) {
+    zRect outer;
+    parent()->getExterior(outer);
+    pos = {outer.left + (outer.width() - own.width()) / 2,
+           outer.top + (outer.height() - own.height()) / 2};
+    pos = {std::min(pos.x, screen.screenWidth - own.width()),
+           std::min(pos.y, screen.screenHeight - own.height())};
+  }
+  moveResize(std::max(pos.x, 0), std::max(pos.y, 0), own.width(), own.height());
+}
+
+int zDialogFrame::press(zWindow* button) {
+  if (button == nullptr || !button->isEnabled()) {
+    return 0;
+  }
+  zEvent event = zEvent::of(kMsgCommand, button->id(), button);
+  event.lparam = 0;
+  zDispatch(event, this);
+  return 1;
+}
+
+zWindow* zDialogFrame::buttonForReturn(zWindow* focused) {
+  if (focused != nullptr && usesReturn(focused)) {
+    return nullptr;
+  }
+  zWindow* byDefault = defaultButton();
+  return byDefault != nullptr ? byDefault : childById(kDialogOk);
+}
+
+int zDialogFrame::onKey(zEvent* event) {
+  if (event->wparam == kKeyReturn) {
+    return press(buttonForReturn(event->window));
+  }
+  if (event->wparam != kKeyEscape) {
+    return 0;
+  }
+  if (press(childById(kDialogCancel)) == 0) {
+    endDialog();
+  }
+  return 1;
+}
+
+zWindow* zDialogFrame::focusTarget() {
+  zWindow* target = firstFocus;
+  zWindowDlist::Iter walk(children());
+  while (zWindow* child = target == nullptr ? walk.next() : nullptr) {
+    target = canTakeFocus(child) ? child : nullptr;
+  }
+  return target;
+}
+
+zFormDialog::zFormDialog(zWindow* parent, zSizer* sizer, std::uint32_t style)
+    : zDialogFrame(parent, sizer, style) {
+  markClass(kClassFormDialog);
+}
+
+zFormDialog::zFormDialog(zWindow* parent, std::uint32_t resourceId, std::uint32_t style)
+    : zDialogFrame(parent, resourceId, style) {
+  markClass(kClassFormDialog);
+}
+
+void zFormDialog::setup(int flags) {
+  constexpr int kClicked = 0;
+  if (zWindow* ok = childById(kDialogOk)) {
+    ok->addCtrlHandler(this, toHandler(&zFormDialog::onOkClicked), kClicked);
+  }
+  if (zWindow* cancel = childById(kDialogCancel)) {
+    cancel->addCtrlHandler(this, toHandler(&zFormDialog::onCancelClicked), kClicked);
+  }
+  zDialogFrame::setup(flags);
+}
+
+int zFormDialog::storeData() {
+  status = storeChildren() != 0 ? 1 : 0;
+  return status;
+}
+
+int zFormDialog::onOkClicked(zEvent* /*event*/) {
+  if (storeData() != 0) {
+    endDialog();
+  }
+  return 1;
+}
+
+int zFormDialog::onCancelClicked(zEvent* /*event*/) {
+  status = 0;
+  endDialog();
+  return 1;
+}

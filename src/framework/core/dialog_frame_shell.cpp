@@ -1,0 +1,125 @@
+// A dialog's widgets: the shell with its two boards, how they come up and go, and which of the
+// controls then has the keyboard.
+
+#include "framework/core/dialog_frame.h"
+
+#include <algorithm>
+
+#include "framework/core/application.h"
+#include "framework/core/connect_xm.h"
+#include "framework/core/window_events_xm.h"
+
+#include <Xm/DialogS.h>
+#include <Xm/MwmUtil.h>
+#include <Xm/Protocols.h>
+
+/// The shell's own events.
+class ziDialogEvents {
+ public:
+  static void closeProc(Widget /*shell*/, XtPointer dialog, XtPointer /*data*/) noexcept {
+    static_cast<zDialogFrame*>(dialog)->endDialog();
+  }
+  static void shellProc(Widget shell, XtPointer dialog, XEvent* event, Boolean* toWidget);
+};
+
+namespace {
+
+constexpr int kDecorations = MWM_DECOR_BORDER | MWM_DECOR_TITLE | MWM_DECOR_MENU;
+constexpr int kFunctions = MWM_FUNC_MOVE | MWM_FUNC_CLOSE;
+
+Widget shellOf(zWindow* window) {
+  Widget widget = window == nullptr ? nullptr : window->widget();
+  while (widget != nullptr && !XtIsShell(widget)) {
+    widget = XtParent(widget);
+  }
+  return widget;
+}
+
+Widget createBoard(Widget parent, unsigned char resizePolicy) {
+  return XtVaCreateWidget("BulletinBoard", xmBulletinBoardWidgetClass, parent, XmNmarginWidth, 0,
+                          XmNmarginHeight, 0, XmNshadowThickness, 0, XmNresizePolicy, resizePolicy,
+                          XmNautoUnmanage, False, XmNdefaultPosition, False, nullptr);
+}
+
+Atom closeProtocol(Widget shell) {
+  return XInternAtom(XtDisplay(shell), "WM_DELETE_WINDOW", False);
+}
+
+}  // namespace
+
+void ziDialogEvents::shellProc(Widget /*shell*/, XtPointer client, XEvent* event,
+                               Boolean* /*toWidget*/) {
+  auto& dialog = *static_cast<zDialogFrame*>(client);
+  zWindow* target = event->type == MapNotify ? dialog.focusTarget() : nullptr;
+  if (target != nullptr) {
+    target->startFocusTimer();
+  }
+}
+
+void zDialogFrame::createWidgets() {
+  Widget owner = shellOf(parent() != nullptr ? parent() : zApp::instance()->mainWindow());
+  const zRect place = sizer()->rect();
+  shellWidget = XtVaCreatePopupShell("DialogShell", xmDialogShellWidgetClass, owner, XmNtitle,
+                                     text.c_str(), XmNuserData, this, XmNmwmDecorations,
+                                     kDecorations, XmNmwmFunctions, kFunctions, XmNdeleteResponse,
+                                     XmDO_NOTHING, XmNallowShellResize, True, nullptr);
+  inner = createBoard(shellWidget, XmRESIZE_ANY);
+  mainWidget = createBoard(inner, XmRESIZE_NONE);
+  XtVaSetValues(mainWidget, XmNuserData, this, nullptr);
+  XtManageChild(mainWidget);
+  addEventHandlers();
+  XtAddEventHandler(shellWidget, StructureNotifyMask, False, ziDialogEvents::shellProc, this);
+  XmAddWMProtocolCallback(shellWidget, closeProtocol(shellWidget), ziDialogEvents::closeProc, this);
+  if (parent() != nullptr && parent()->fontObject() != nullptr) {
+    setFont(parent()->fontHandle(), 0);
+  }
+  zDialogFrame::moveResize(place.left, place.top, place.width(), place.height());
+}
+
+zDialogFrame::~zDialogFrame() {
+  if (hasState(kWidgetGone)) {
+    return;
+  }
+  XtRemoveEventHandler(shellWidget, StructureNotifyMask, False, ziDialogEvents::shellProc, this);
+  XmRemoveWMProtocolCallback(shellWidget, closeProtocol(shellWidget), ziDialogEvents::closeProc,
+                             this);
+  popDown();
+}
+
+void zDialogFrame::moveResize(int x, int y, int width, int height) {
+  zRect exterior;
+  getExterior(exterior);
+  const bool isMapped = XtIsRealized(shellWidget);
+  const zDimension allowance = isMapped ? decorationAllowance(exterior) : zDimension{0, 0};
+  const int clientWidth = std::max(width - allowance.width, 1);
+  const int clientHeight = std::max(height - allowance.height, 1);
+  XtVaSetValues(mainWidget, XmNx, 0, XmNy, 0, XmNwidth, clientWidth, XmNheight, clientHeight,
+                nullptr);
+  XtVaSetValues(inner, XmNx, x, XmNy, y, XmNwidth, clientWidth, XmNheight, clientHeight, nullptr);
+  XtVaSetValues(shellWidget, XmNx, x, XmNy, y, XmNwidth, clientWidth, XmNheight, clientHeight,
+                nullptr);
+  sizer()->setPos({x, y});
+  sizer()->setSize({width, height});
+}
+
+void zDialogFrame::popUp(int fullModal) {
+  if (modality == 0) {
+    const int inputMode =
+        fullModal == 1 ? MWM_INPUT_FULL_APPLICATION_MODAL : MWM_INPUT_PRIMARY_APPLICATION_MODAL;
+    XtVaSetValues(shellWidget, XmNmwmInputMode, inputMode, nullptr);
+  }
+  // So that keys typed at once arrive at the right place; the focus timer is for later runs.
+  if (zWindow* target = focusTarget()) {
+    Widget first = target->innerWidget() != nullptr ? target->innerWidget() : target->widget();
+    XtVaSetValues(inner, XmNinitialFocus, first, nullptr);
+  }
+  XtManageChild(inner);
+  XtPopup(shellWidget, XtGrabNone);
+}
+
+void zDialogFrame::popDown() {
+  if (XtIsManaged(inner)) {
+    XtUnmanageChild(inner);
+  }
+  XtPopdown(shellWidget);
+}

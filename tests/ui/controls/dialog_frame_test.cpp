@@ -1,0 +1,178 @@
+#include "framework/core/dialog_frame.h"
+
+#include <gmock/gmock.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "framework/controls/button.h"
+#include "framework/controls/edit.h"
+#include "framework/controls/record_controls.h"
+#include "framework/core/application.h"
+#include "resources/dialogs.h"
+#include "tests/ui/support/ui_test.h"
+
+#include <X11/keysym.h>
+
+namespace {
+
+constexpr std::uint32_t kDialogStyle = 0x80C80080;
+constexpr const char* kTitle = "Dialog";
+
+class AskingDialog : public zFormDialog {
+ public:
+  using zFormDialog::zFormDialog;
+  int close(zEvent* /*event*/) override { return refusals-- > 0 ? 1 : 0; }
+
+  int refusals = 0;
+};
+
+class Dialogs : public testing::Test {
+ protected:
+  Dialogs() {
+    registerRecordControls();
+    frame->show();
+    ui::waitForDialog("Parent");
+  }
+  ~Dialogs() override {
+    dialog.reset();
+    frame.reset();
+    ui::waitForNoDialog("Parent");
+  }
+
+  AskingDialog& make(std::uint32_t id) {
+    dialog = std::make_unique<AskingDialog>(frame.get(), id, kDialogStyle);
+    dialog->setCaption(kTitle);
+    dialog->centre(true);
+    dialog->setup(1);
+    return *dialog;
+  }
+
+  int run(ui::ModalScript& script) {
+    const int result = script.run([&] { return dialog->run(0); });
+    ui::waitForNoDialog(kTitle);
+    EXPECT_EQ(zApp::instance()->modalDepth(), 0);
+    return result;
+  }
+
+  zControl& control(int id) { return *windowCast<zControl>(dialog->childById(id)); }
+
+  std::unique_ptr<zAppFrame> frame =
+      std::make_unique<zAppFrame>(nullptr, new zSizer(200, 150, 400, 300), 0xCF0000, "Parent");
+  std::unique_ptr<AskingDialog> dialog;
+};
+
+TEST_F(Dialogs, AllResourcesRunAndEndByKeyboardAlone) {
+  for (const int id : {503, 504, 505, 506, 507, 517, 519, 2304}) {
+    SCOPED_TRACE(id);
+    make(static_cast<std::uint32_t>(id));
+    ui::ModalScript escape;
+    escape.onDialog(kTitle, XK_Escape);
+    EXPECT_EQ(run(escape), 0);
+    if (dialog->childById(kDialogOk) == nullptr) {
+      continue;
+    }
+    ui::ModalScript ok;
+    ok.onDialog(kTitle, XK_Return);
+    EXPECT_EQ(run(ok), 1);
+  }
+}
+
+TEST_F(Dialogs, StoreWhatWasTypedAndWalkByTabInTheOrderOfCreation) {
+  make(kDialogAddButton);
+  RWCString label = "old";
+  RWCString definition;
+  windowCast<zEditBase>(dialog->childById(kDialogFirstEdit))->setBoundString(&label);
+  windowCast<zEditBase>(dialog->childById(kDialogSecondEdit))->setBoundString(&definition);
+  ui::ModalScript script;
+  script.onDialog(kTitle, [&] {
+    ui::typeText("Go");
+    ui::pressKey(XK_Tab);
+    ui::typeText("next 1");
+    for (const int id : {kDialogOk, kDialogApply, kDialogCancel, kDialogFirstEdit}) {
+      ui::pressKey(XK_Tab);
+      EXPECT_TRUE(ui::focusIs(control(id).widget())) << id;
+    }
+    ui::pressKey(XK_Return);
+  });
+  EXPECT_EQ(run(script), 1);
+  EXPECT_EQ(label, "Go");
+  EXPECT_EQ(definition, "next 1");
+}
+
+TEST_F(Dialogs, TypingAtOnceGoesToTheControlThatIsToHaveTheFocusFirst) {
+  make(kDialogAddButton).setFirstFocus(control(kDialogSecondEdit));
+  ui::ModalScript script;
+  script.onDialog(kTitle, [&] {
+    ui::typeText("now");
+    EXPECT_EQ(control(kDialogSecondEdit).text(), "now");
+    ui::pressKey(XK_Return);
+  });
+  EXPECT_EQ(run(script), 1);
+}
+
+TEST_F(Dialogs, TheWindowManagersCloseIsCancelUnlessTheDialogRefuses) {
+  make(kDialogRenameGroup).refusals = 1;
+  ui::ModalScript script;
+  script.onDialog(kTitle, [] { ui::closeByWindowManager(ui::windowWithTitle(kTitle)); })
+      .when([&] { return dialog->refusals == 0; }, "the refusal",
+            [&] {
+              EXPECT_TRUE(dialog->isRunning());
+              ui::closeByWindowManager(ui::windowWithTitle(kTitle));
+            });
+  EXPECT_EQ(run(script), 0);
+}
+
+TEST_F(Dialogs, KeepClicksFromTheMainWindowAndAcceleratorsSilent) {
+  make(kDialogRenameGroup);
+  zPushButton behind(frame.get(), new zSizer(0, 0, 60, 30), 0x50010000, "Behind", 9);
+  ui::ModalScript script;
+  script.onDialog(kTitle, [&] {
+    EXPECT_EQ(zApp::instance()->modalDepth(), 1);
+    ui::click(behind.widget());
+    EXPECT_FALSE(ui::focusIs(behind.widget()));
+    ui::pressKey(XK_Escape);
+  });
+  EXPECT_EQ(run(script), 0);
+}
+
+TEST_F(Dialogs, ARunInsideARunOfTheSameDialogEndsWithIt) {
+  make(kDialogRenameGroup);
+  int inner = -2;
+  ui::ModalScript script;
+  script.onDialog(kTitle, [&] { inner = dialog->run(0); }).onDialog(kTitle, XK_Return);
+  EXPECT_EQ(run(script), 1);
+  EXPECT_EQ(inner, 1);
+}
+
+TEST_F(Dialogs, SurviveTheEndOfTheirObjectWhileTheyRun) {
+  AskingDialog& running = make(kDialogRenameGroup);
+  ui::ModalScript script;
+  script.onDialog(kTitle, [&] { dialog.reset(); });
+  const int result = script.run([&] { return running.run(0); });
+  EXPECT_EQ(result, zDialogFrame::kDialogGone);
+  ui::waitForNoDialog(kTitle);
+}
+
+TEST_F(Dialogs, StandOverTheMiddleOfTheParentAndOnTheScreen) {
+  make(kDialogRenameGroup);
+  zRect parent;
+  frame->getExterior(parent);
+  EXPECT_NEAR(dialog->sizer()->pos().x + dialog->sizer()->size().width / 2,
+              parent.left + parent.width() / 2, 1);
+  frame->moveResize(-3000, 9000, 400, 300);
+  dialog->centre(true);
+  EXPECT_GE(dialog->sizer()->pos().x, 0);
+  EXPECT_LE(dialog->sizer()->pos().y + dialog->sizer()->size().height, 1024);
+}
+
+TEST_F(Dialogs, TellOfAMissingResourceAndStayEmpty) {
+  testing::internal::CaptureStderr();
+  make(9);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "Error: Unable to find dialog resource for id=9.\n");
+  EXPECT_EQ(dialog->childById(kDialogOk), nullptr);
+}
+
+}  // namespace
