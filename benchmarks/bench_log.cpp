@@ -3,7 +3,10 @@
 
 #include <benchmark/benchmark.h>
 
+#include <fstream>
 #include <string>
+
+#include <unistd.h>
 
 #include "framework/core/application.h"
 #include "framework/core/frame.h"
@@ -81,9 +84,10 @@ void BM_LogAppend(benchmark::State& state) {
   }
 }
 
+// With the text as it is without and with numbers.
 void BM_BareReadAndSet(benchmark::State& state) {
   Log log(0);
-  log.fill(kManyLines, "a short line\n");
+  log.fill(kManyLines, state.range(0) == 0 ? "a short line\n" : "123456: a short line\n");
   Widget text = log.pane().widget();
   for (auto _ : state) {
     char* all = XmTextGetString(text);
@@ -130,6 +134,30 @@ void BM_Clear(benchmark::State& state) {
   }
 }
 
+long residentBytes() {
+  long total = 0;
+  long resident = 0;
+  std::ifstream("/proc/self/statm") >> total >> resident;
+  return resident * sysconf(_SC_PAGESIZE);
+}
+
+// The counter says how many bytes of memory a byte of the log takes.
+void BM_MemoryOfLog(benchmark::State& state) {
+  constexpr int kLinesPerAppend = 100;
+  for (auto _ : state) {
+    Log log(0);
+    const long before = residentBytes();
+    const std::string piece = lines(kLinesPerAppend, line());
+    const long wanted = state.range(0) * kMegabyte;
+    while (log.pane().textEnd() < wanted) {
+      log.pane().appendText(piece.c_str());
+    }
+    Log::settle();
+    state.counters["bytes_per_byte"] =
+        static_cast<double>(residentBytes() - before) / log.pane().textEnd();
+  }
+}
+
 void BM_ToTopAndEnd(benchmark::State& state) {
   Log log(state.range(0));
   for (auto _ : state) {
@@ -162,10 +190,11 @@ void BM_Resize(benchmark::State& state) {
 
 BENCHMARK(BM_BareAppend)->Arg(0)->Arg(50)->Unit(benchmark::kMicrosecond)->Iterations(500);
 BENCHMARK(BM_LogAppend)->Arg(0)->Arg(50)->Unit(benchmark::kMicrosecond)->Iterations(500);
-BENCHMARK(BM_BareReadAndSet)->Unit(benchmark::kMillisecond)->Iterations(5);
+BENCHMARK(BM_BareReadAndSet)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond)->Iterations(5);
 BENCHMARK(BM_NumberLines)->Unit(benchmark::kMillisecond)->Iterations(5);
 BENCHMARK(BM_UnnumberLines)->Unit(benchmark::kMillisecond)->Iterations(5);
 BENCHMARK(BM_Clear)->Unit(benchmark::kMillisecond)->Iterations(5);
+BENCHMARK(BM_MemoryOfLog)->Arg(50)->Unit(benchmark::kMillisecond)->Iterations(1);
 BENCHMARK(BM_ToTopAndEnd)->Arg(50)->Unit(benchmark::kMillisecond)->Iterations(10);
 BENCHMARK(BM_ZoomInAndOut)->Arg(50)->Unit(benchmark::kMillisecond)->Iterations(10);
 BENCHMARK(BM_Resize)->Arg(50)->Unit(benchmark::kMillisecond)->Iterations(10);

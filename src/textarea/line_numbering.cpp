@@ -12,23 +12,38 @@ std::string linePrefix(int number) {
 
 namespace {
 
-constexpr int kNumberWidth = 6;
+constexpr std::size_t kNumberWidth = 6;
 constexpr int kLargestNumber = 999999;  // the largest that leaves room for the colon and the blank
 
-// Numbering a large log is bound by this.
-void appendPrefix(std::string& text, int number) {
-  if (number < 0 || number > kLargestNumber) {
-    text += linePrefix(number);
-    return;
+/// Prefixes of successive lines. Numbering a large log is bound by their making, so the next one is
+/// counted up in place.
+class RunningPrefix {
+ public:
+  explicit RunningPrefix(int first) : number(first), text(linePrefix(first)) {}
+
+  void appendTo(std::string& log) {
+    log.append(text);
+    ++number;
+    if (number <= 0 || number > kLargestNumber || !countUp()) {
+      text = linePrefix(number);
+    }
   }
-  std::array<char, kPrefixWidth> prefix = {' ', ' ', ' ', ' ', ' ', ' ', ':', ' '};
-  int place = kNumberWidth;
-  do {
-    prefix[--place] = static_cast<char>('0' + number % 10);
-    number /= 10;
-  } while (number > 0);
-  text.append(prefix.data(), prefix.size());
-}
+
+ private:
+  bool countUp() {
+    for (std::size_t place = kNumberWidth; place-- > 0;) {
+      if (text[place] != '9') {
+        text[place] = text[place] == ' ' ? '1' : static_cast<char>(text[place] + 1);
+        return true;
+      }
+      text[place] = '0';
+    }
+    return false;
+  }
+
+  int number;
+  std::string text;
+};
 
 }  // namespace
 
@@ -44,7 +59,7 @@ std::string expandForLog(std::string_view text, LogCounters& counters) {
     ++counters.lineCount;
     if (counters.numbering) {
       counters.textEnd += kPrefixWidth;
-      appendPrefix(expanded, counters.lineCount);
+      expanded += linePrefix(counters.lineCount);
     }
   }
   return expanded;
@@ -56,14 +71,14 @@ std::string addLineNumbers(std::string_view text, LogCounters& counters) {
   numbered.reserve(text.size() + lines * kPrefixWidth);
   // This counter starts at firstLineNumber and expandForLog counts on from lineCount: after a Clear
   // the two give different numbers to the same line. Intended.
-  int number = counters.firstLineNumber;
+  RunningPrefix prefix(counters.firstLineNumber);
   for (std::size_t start = 0; start < text.size();) {
     const std::size_t feed = text.find('\n', start);
     const std::size_t end = feed == std::string_view::npos ? text.size() : feed + 1;
     numbered += text.substr(start, end - start);
     start = end;
     if (feed != std::string_view::npos) {
-      appendPrefix(numbered, number++);
+      prefix.appendTo(numbered);
       counters.textEnd += kPrefixWidth;
     }
   }

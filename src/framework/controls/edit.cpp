@@ -211,25 +211,31 @@ int zEditBase::keyArrived(zEvent& /*event*/, bool /*typed*/) {
 }
 
 void zEditBase::setText(const char* newText) {
-  lastText = newText;
   Widget edit = widget();
+  // A second copy of a log is not kept.
+  const bool isLine = (style() & kEditMultiLine) == 0;
+  lastText = isLine ? RWCString(newText) : RWCString();
   if (edit == nullptr) {
     zWindow::text = newText;
     return;
   }
   const Unverified change(*this);
   if (!XtIsManaged(edit)) {
-    XtVaSetValues(edit, XmNvalue, lastText.c_str(), nullptr);
+    XtVaSetValues(edit, XmNvalue, newText, nullptr);
     return;
   }
-  XmTextSetString(edit, xmText(lastText.c_str()));
+  XmTextSetString(edit, xmText(newText));
   if (change.isAlive()) {
     XmTextSetInsertionPosition(edit, XmTextGetLastPosition(edit));
   }
 }
 
 RWCString zEditBase::text() const {
-  return takeXtText(XmTextGetString(widget()));
+  // Straight into the string, without the toolkit's copy: a log may be large.
+  std::string all(static_cast<std::size_t>(textLength()), '\0');
+  const int count = static_cast<int>(all.size());
+  XmTextGetSubstring(widget(), 0, count, count + 1, all.data());
+  return RWCString(std::move(all));
 }
 
 int zEditBase::textLength() const {

@@ -34,7 +34,7 @@ class zEditBase : public zControl {
   void setText(const char* newText) override;
   RWCString text() const override;
   int textLength() const;
-  /// The text that the program set last.
+  /// The text that the program set last in a single line; several lines don't keep it.
   const RWCString& lastSetText() const { return lastText; }
 
   /// Selects [from, to), both cut to the text, and moves the insertion point to `to`. While the
