@@ -27,10 +27,6 @@ bool isPushButton(zWindow* window) {
   return window->isA(kClassButton) && (window->style() & kStyleSubtypeMask) <= kButtonPushStyles;
 }
 
-bool canTakeFocus(zWindow* window) {
-  return (window->style() & kStyleTabStop) != 0 && window->isEnabled();
-}
-
 // What does something of its own on Return.
 bool usesReturn(zWindow* window) {
   return isPushButton(window) ||
@@ -195,15 +191,6 @@ int zDialogFrame::onKey(zEvent* event) {
     endDialog();
   }
   return 1;
-}
-
-zWindow* zDialogFrame::focusTarget() {
-  zWindow* target = firstFocus;
-  zWindowDlist::Iter walk(children());
-  while (zWindow* child = target == nullptr ? walk.next() : nullptr) {
-    target = canTakeFocus(child) ? child : nullptr;
-  }
-  return target;
 }
 
 zFormDialog::zFormDialog(zWindow* parent, zSizer* sizer, std::uint32_t style)

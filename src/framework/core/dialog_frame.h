@@ -56,7 +56,7 @@ class zDialogFrame : public zFrameWin {
   void chooseFont(const DialogResource& resource);
   void popUp(int fullModal);
   void popDown();
-  zWindow* focusTarget();
+  void focusFirst();
   int onKey(zEvent* event);
   int press(zWindow* button);
   zWindow* buttonForReturn(zWindow* focused);
@@ -64,6 +64,7 @@ class zDialogFrame : public zFrameWin {
   std::uint32_t modality = 0;
   int defaultId = kNoDefaultButton;
   zWindow* firstFocus = nullptr;
+  bool focusPending = false;  ///< up, but the window manager's focus has not come yet
   int done = 0;
   int runDepth = 0;
 };

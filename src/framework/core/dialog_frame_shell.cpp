@@ -41,6 +41,10 @@ Widget createBoard(Widget parent, unsigned char resizePolicy) {
                           XmNautoUnmanage, False, XmNdefaultPosition, False, nullptr);
 }
 
+bool canTakeFocus(zWindow* window) {
+  return (window->style() & kStyleTabStop) != 0 && window->isEnabled();
+}
+
 Atom closeProtocol(Widget shell) {
   return XInternAtom(XtDisplay(shell), "WM_DELETE_WINDOW", False);
 }
@@ -50,9 +54,10 @@ Atom closeProtocol(Widget shell) {
 void ziDialogEvents::shellProc(Widget /*shell*/, XtPointer client, XEvent* event,
                                Boolean* /*toWidget*/) {
   auto& dialog = *static_cast<zDialogFrame*>(client);
-  zWindow* target = event->type == MapNotify ? dialog.focusTarget() : nullptr;
-  if (target != nullptr) {
-    target->startFocusTimer();
+  // At once, for keys that are typed right away, and by the timer for a focus that comes late.
+  if (event->type == FocusIn && dialog.focusPending) {
+    dialog.focusPending = false;
+    dialog.focusFirst();
   }
 }
 
@@ -68,7 +73,7 @@ void zDialogFrame::createWidgets() {
   XtVaSetValues(mainWidget, XmNuserData, this, nullptr);
   XtManageChild(mainWidget);
   addEventHandlers();
-  XtAddEventHandler(shellWidget, StructureNotifyMask, False, ziDialogEvents::shellProc, this);
+  XtAddEventHandler(shellWidget, FocusChangeMask, False, ziDialogEvents::shellProc, this);
   XmAddWMProtocolCallback(shellWidget, closeProtocol(shellWidget), ziDialogEvents::closeProc, this);
   if (parent() != nullptr && parent()->fontObject() != nullptr) {
     setFont(parent()->fontHandle(), 0);
@@ -80,10 +85,24 @@ zDialogFrame::~zDialogFrame() {
   if (hasState(kWidgetGone)) {
     return;
   }
-  XtRemoveEventHandler(shellWidget, StructureNotifyMask, False, ziDialogEvents::shellProc, this);
+  XtRemoveEventHandler(shellWidget, FocusChangeMask, False, ziDialogEvents::shellProc, this);
   XmRemoveWMProtocolCallback(shellWidget, closeProtocol(shellWidget), ziDialogEvents::closeProc,
                              this);
   popDown();
+}
+
+void zDialogFrame::focusFirst() {
+  zWindow* target = firstFocus;
+  zWindowDlist::Iter walk(children());
+  while (zWindow* child = target == nullptr ? walk.next() : nullptr) {
+    target = canTakeFocus(child) ? child : nullptr;
+  }
+  if (target == nullptr) {
+    return;
+  }
+  target->startFocusTimer();
+  XmProcessTraversal(target->innerWidget() != nullptr ? target->innerWidget() : target->widget(),
+                     XmTRAVERSE_CURRENT);
 }
 
 void zDialogFrame::moveResize(int x, int y, int width, int height) {
@@ -108,11 +127,7 @@ void zDialogFrame::popUp(int fullModal) {
         fullModal == 1 ? MWM_INPUT_FULL_APPLICATION_MODAL : MWM_INPUT_PRIMARY_APPLICATION_MODAL;
     XtVaSetValues(shellWidget, XmNmwmInputMode, inputMode, nullptr);
   }
-  // So that keys typed at once arrive at the right place; the focus timer is for later runs.
-  if (zWindow* target = focusTarget()) {
-    Widget first = target->innerWidget() != nullptr ? target->innerWidget() : target->widget();
-    XtVaSetValues(inner, XmNinitialFocus, first, nullptr);
-  }
+  focusPending = true;
   XtManageChild(inner);
   XtPopup(shellWidget, XtGrabNone);
 }
