@@ -12,6 +12,20 @@ namespace {
 
 constexpr unsigned long kFocusDelayMs = 150;
 
+// Whether the menu bar of the widget's window has the keyboard, as after F10, with no menu open.
+bool hasBarTheKeyboard(Widget widget) {
+  Widget focus = XmGetFocusWidget(widget);
+  if (focus != nullptr && !XmIsRowColumn(focus)) {
+    focus = XtParent(focus);
+  }
+  if (focus == nullptr || !XmIsRowColumn(focus)) {
+    return false;
+  }
+  unsigned char kind = XmWORK_AREA;
+  XtVaGetValues(focus, XmNrowColumnType, &kind, nullptr);
+  return kind == XmMENU_BAR;
+}
+
 }  // namespace
 
 ziAlive::ziAlive(zWindow* watched) : window(watched), next(nullptr) {
@@ -169,12 +183,12 @@ void zWindow::cancelFocusTimer() {
 void zWindow::focusTimerFired(void* client, unsigned long* /*timerId*/) {
   auto* window = static_cast<zWindow*>(client);
   window->focusTimer = 0;
-  // A focus change now would close the menu that the user has just opened.
-  if (zApp::instance()->isMenuPosted()) {
+  Widget target = window->inner != nullptr ? window->inner : window->mainWidget;
+  // A focus change now would take the user out of the menus.
+  if (zApp::instance()->isMenuPosted() || (target != nullptr && hasBarTheKeyboard(target))) {
     window->startFocusTimer();
     return;
   }
-  Widget target = window->inner != nullptr ? window->inner : window->mainWidget;
   if (target != nullptr) {
     // Twice on purpose: with nested managers the first call only wakes the outer one.
     XmProcessTraversal(target, XmTRAVERSE_CURRENT);

@@ -17,7 +17,6 @@ class MenuTest : public AppTest {
   /// Opens the first pulldown from the bar. Nothing tells when the bar has taken the keyboard; a
   /// Down that comes before goes to the empty history and is pressed again.
   void openFirstByF10() {
-    postmaster.expectSilence(kFocusDelay);
     user.press(XK_F10);
     const Deadline deadline(kAnswerTime);
     do {
@@ -25,9 +24,6 @@ class MenuTest : public AppTest {
     } while (!user.seesMenu(Milliseconds{500}) && !deadline.hasPassed());
     user.awaitMenu();
   }
-
-  // Longer than a focus change of the program's is under way; it would end the bar's mode.
-  static constexpr Milliseconds kFocusDelay{400};
 };
 
 TEST_F(MenuTest, LeavesByMenuAndByAcceleratorWithoutTellingTheTester) {
