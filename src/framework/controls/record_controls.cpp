@@ -5,6 +5,7 @@
 #include "framework/controls/edit.h"
 #include "framework/controls/list_box.h"
 #include "framework/controls/multi_list.h"
+#include "framework/controls/scroll_bar.h"
 #include "framework/controls/static_text.h"
 #include "framework/core/control_registry.h"
 #include "resources/dialogs.h"
@@ -73,6 +74,9 @@ zWindow* makeControl(zWindow* parent, const ControlRecord& record, zSizer* sizer
       return new zStaticText(parent, sizer, record.style, record.text, static_cast<int>(record.id));
     case kControlListBox:
       return makeList(parent, record, sizer);
+    case kControlScrollBar:
+      return new zScrollBarCtrl(parent, sizer, record.style, record.text,
+                                static_cast<int>(record.id));
     case kControlComboBox:
       return makeCombo(parent, record, sizer);
     default:

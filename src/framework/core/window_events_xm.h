@@ -5,6 +5,8 @@
 #include "framework/core/event.h"
 #include "support/geometry.h"
 
+class ziScrollBar;
+
 /// The Xt procedures through which X events become framework events.
 
 /// Every event but exposures and hints: for the windows' own widgets.
@@ -19,6 +21,11 @@ void zWindowEventProc(Widget widget, XtPointer window, XEvent* event, Boolean* t
 /// Callbacks of a window's own scroll bars; `window` is the zWindow.
 void zVertScrollProc(Widget bar, XtPointer window, XtPointer data);
 void zHorzScrollProc(Widget bar, XtPointer window, XtPointer data);
+
+/// Moves `bar` as its widget reports in `data` and gives `window` the scroll message. The window
+/// may be gone afterwards.
+void scrollByWidget(zWindow& window, ziScrollBar& bar, int message,
+                    const XmScrollBarCallbackStruct& data);
 
 /// Adds (removes) `procedure` on the eight callbacks of a scroll bar widget.
 void addScrollCallbacks(Widget bar, XtCallbackProc procedure, XtPointer window);

@@ -1,4 +1,4 @@
-// A window's own scroll bars: their callbacks become scroll messages.
+// Scroll bars: their callbacks become scroll messages.
 
 #include "framework/core/window.h"
 #include "framework/core/window_events_xm.h"
@@ -32,16 +32,9 @@ ScrollStep scrollStep(const XmScrollBarCallbackStruct& data, const ziScrollBar& 
 }
 
 void scrollWindow(zWindow* window, ziScrollBar* bar, int message, XtPointer data) {
-  if (bar == nullptr) {
-    return;
+  if (bar != nullptr) {
+    scrollByWidget(*window, *bar, message, *static_cast<XmScrollBarCallbackStruct*>(data));
   }
-  const auto& call = *static_cast<XmScrollBarCallbackStruct*>(data);
-  const ScrollStep step = scrollStep(call, *bar);
-  zEvent event = zEvent::of(message, step.code);
-  event.xevent = call.event;
-  event.lparam = reinterpret_cast<std::intptr_t>(bar);
-  bar->setPosition(step.position);
-  window->scroll(&event);
 }
 
 constexpr const char* kScrollCallbacks[] = {
@@ -50,6 +43,16 @@ constexpr const char* kScrollCallbacks[] = {
 };
 
 }  // namespace
+
+void scrollByWidget(zWindow& window, ziScrollBar& bar, int message,
+                    const XmScrollBarCallbackStruct& data) {
+  const ScrollStep step = scrollStep(data, bar);
+  zEvent event = zEvent::of(message, step.code);
+  event.xevent = data.event;
+  event.lparam = reinterpret_cast<std::intptr_t>(&bar);
+  bar.setPosition(step.position);
+  window.scroll(&event);
+}
 
 void zVertScrollProc(Widget /*bar*/, XtPointer client, XtPointer data) {
   auto* window = static_cast<zWindow*>(client);
