@@ -8,9 +8,12 @@
 #include <cstdlib>
 
 #include "framework/core/control_registry.h"
+#include "framework/core/debug_out.h"
 #include "framework/core/x_error_xm.h"
 #include "framework/core/x_settings.h"
 #include "framework/draw/draw_cache.h"
+#include "framework/draw/draw_message.h"
+#include "framework/draw/res_id.h"
 #include "framework/draw/screen.h"
 #include "framework/draw/x_font_xm.h"
 
@@ -43,6 +46,7 @@ zApp* zApp::instance() {
 zApp::zApp(int argc, char** argv, std::string commandLine)
     : joinedArguments(std::move(commandLine)), arguments(argv, argv + argc) {
   theApplication = this;
+  setDrawMessageSink([](const std::string& text) { zDebugOut("%s", text.c_str()); });
   ziDrawCache::create();
   idle = std::make_unique<zIdleList>();
   XSetErrorHandler(XErrorReporter);
@@ -55,6 +59,8 @@ zApp::~zApp() {
   joinedArguments.clear();
   ziDrawCache::destroy();
   accelerators.clear();
+  setDefaultResourceFile({});
+  closeResourceFile();
   theScreen().display = nullptr;
   fallbackTexts.clear();
   theApplication = nullptr;

@@ -5,6 +5,7 @@
 #include "framework/core/frame.h"
 #include "framework/core/messages.h"
 #include "framework/core/x_error_xm.h"
+#include "framework/draw/res_id.h"
 #include "resources/accelerators.h"
 
 #include <X11/Intrinsic.h>
@@ -93,11 +94,11 @@ void zApp::wake() {
 
 int zApp::loadAccelerators(int resourceId) {
   accelerators.clear();
-  const AcceleratorRow* rows = acceleratorResource(resourceId);
-  if (rows == nullptr) {
+  const ziResource table(zResId(static_cast<std::uint32_t>(resourceId)), kResourceAccelerators);
+  if (!table) {
     return 0;
   }
-  accelerators = makeAccelerators(rows);
+  accelerators = makeAccelerators(static_cast<const AcceleratorRow*>(table.data()));
   return 1;
 }
 

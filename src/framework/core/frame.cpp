@@ -16,6 +16,7 @@
 #include "framework/draw/icon.h"
 #include "framework/draw/screen.h"
 
+#include <X11/Xatom.h>
 #include <X11/Xmu/Editres.h>
 #include <Xm/MwmUtil.h>
 #include <Xm/Protocols.h>
@@ -167,11 +168,35 @@ void zFrameWin::setMenu(std::unique_ptr<ziFrameMenu> menu) {
 }
 
 void zFrameWin::setIcon(std::unique_ptr<zIcon> newIcon) {
-  icon = std::move(newIcon);
-  if (isMainWindow() && shellWidget != nullptr) {
-    const Pixmap pixmap = icon == nullptr ? None : icon->pixmap();
-    XtVaSetValues(shellWidget, XmNiconPixmap, pixmap, nullptr);
+  // The old one goes when nobody is told to show it any more.
+  const std::unique_ptr<zIcon> old = std::exchange(icon, std::move(newIcon));
+  publishIcon();
+}
+
+void zFrameWin::setIcon(const zResId& resource) {
+  setIcon(std::make_unique<zIcon>(resource));
+}
+
+void zFrameWin::publishIcon() {
+  if (!isMainWindow() || shellWidget == nullptr) {
+    return;
   }
+  XtVaSetValues(shellWidget, XmNiconPixmap, icon == nullptr ? None : icon->pixmap(), XmNiconMask,
+                icon == nullptr ? None : icon->mask(), nullptr);
+  if (!XtIsRealized(shellWidget)) {
+    return;
+  }
+  Display* display = XtDisplay(shellWidget);
+  const Atom property = XInternAtom(display, "_NET_WM_ICON", False);
+  if (icon == nullptr || icon->windowManagerPixels().empty()) {
+    XDeleteProperty(display, XtWindow(shellWidget), property);
+    return;
+  }
+  const std::vector<unsigned long>& pixels = icon->windowManagerPixels();
+  constexpr int kWordBits = 32;
+  XChangeProperty(display, XtWindow(shellWidget), property, XA_CARDINAL, kWordBits, PropModeReplace,
+                  reinterpret_cast<const unsigned char*>(pixels.data()),
+                  static_cast<int>(pixels.size()));
 }
 
 void zFrameWin::createWidgets() {

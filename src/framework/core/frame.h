@@ -7,6 +7,7 @@
 
 class ziFrameMenu;
 class zIcon;
+struct zResId;
 
 /// A top-level window: a shell, an XmMainWindow in it (the inner widget), and in that an
 /// XmBulletinBoard (the main widget), whose children are the frame's.
@@ -34,7 +35,9 @@ class zFrameWin : public zWindow {
   /// Keeps the first menu that it is given, and owns it.
   void setMenu(std::unique_ptr<ziFrameMenu> menu);
   ziFrameMenu* menu() const { return menuBar.get(); }
-  void setIcon(std::unique_ptr<zIcon> icon);
+  /// The main window's icon is the one that the window manager shows.
+  void setIcon(std::unique_ptr<zIcon> newIcon);
+  void setIcon(const zResId& resource);
   /// Makes the present outer size the smallest that the user can give.
   void lockMinSize();
   const zDimension& minSize() const { return smallest; }
@@ -45,6 +48,8 @@ class zFrameWin : public zWindow {
   void applyGeometry(int x, int y, int width, int height);
   void maximize();
   void setIconicHint();
+  /// Tells the window manager the icon; again once there is a window.
+  void publishIcon();
   /// Adds the handlers through which events of the shell and of the main widget arrive.
   void addEventHandlers();
   /// What the window manager's decoration adds to the client's size.

@@ -167,6 +167,7 @@ void zAppFrame::show(int state) {
     maximize();
   }
   XtRealizeWidget(shellWidget);
+  publishIcon();
   if (state == kShowMinimized || state == kShowMinimize || state == kShowMinNoActive) {
     setIconicHint();
   }

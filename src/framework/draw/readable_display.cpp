@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "framework/draw/bitmap.h"
 #include "framework/draw/draw_cache.h"
 #include "framework/draw/screen.h"
 
@@ -31,6 +32,8 @@ void ziInfoDisplay::lockAttach() {
 zBitmapDisplay::zBitmapDisplay(Pixmap pixmap, const zDimension& size) : extent(size) {
   use(pixmap);
 }
+
+zBitmapDisplay::zBitmapDisplay(zBitmap& bitmap) : zBitmapDisplay(bitmap.pixmap(), bitmap.size()) {}
 
 zBitmapDisplay::zBitmapDisplay(const zDimension& size) : extent(size) {
   Display* display = theScreen().display;

@@ -8,6 +8,8 @@ class zReadableDisplay : public zDisplay {
   int getPixel(int x, int y, zColor& colour) override;
 };
 
+class zBitmap;
+
 /// A display that only measures: it has no surface and is never ready.
 class ziInfoDisplay : public zReadableDisplay {
  public:
@@ -24,6 +26,8 @@ class zBitmapDisplay : public zReadableDisplay {
  public:
   /// Draws on a pixmap of the caller's.
   zBitmapDisplay(Pixmap pixmap, const zDimension& size);
+  /// Draws on a bitmap, which must outlive the display; never ready if that has no pixmap.
+  explicit zBitmapDisplay(zBitmap& bitmap);
   /// Makes its own pixmap, with undefined contents; owned.
   explicit zBitmapDisplay(const zDimension& size);
 

@@ -1,0 +1,65 @@
+#include "framework/draw/image/bmp.h"
+
+#include "framework/draw/image/dib.h"
+#include "framework/draw/image/rle.h"
+
+// A file header of 14 bytes, an info header, a colour table, pixels. Nothing of the file header is
+// checked, so that the offset of the pixels is a hint only.
+
+namespace {
+
+constexpr std::uint64_t kBeforePixelOffset = 10;
+
+enum Compression : std::uint32_t { kPlain = 0, kRunLength8 = 1 };
+enum Depth : int { kNibblePixels = 4, kBytePixels = 8 };
+
+bool isRunLengthCoded(const ziDibHeader& header) {
+  // Intended: any compression of four bits is taken for their run-length coding.
+  return header.bitsPerPixel == kNibblePixels
+             ? header.compression != kPlain
+             : header.bitsPerPixel == kBytePixels && header.compression == kRunLength8;
+}
+
+void readPixels(ziByteReader& in, const ziDibHeader& header, ziDecodedBitmap& result) {
+  ziPicture& picture = result.picture;
+  const int bits = header.bitsPerPixel;
+  if (!isReadableDepth(bits)) {
+    result.messages.emplace_back(kUnsupportedBitsPerPixel);
+    picture = {};
+  } else if (isRunLengthCoded(header)) {
+    readRunLengthRows(in, bits, picture);
+  } else if (bits == kBytePixels && header.compression != kPlain) {
+    // Intended: the picture is kept, blank.
+    result.messages.emplace_back("Unsupported compression: 8 bit RLE4");
+  } else {
+    readPlainRows(in, bits, picture);
+  }
+}
+
+}  // namespace
+
+ziDecodedBitmap decodeBmp(std::span<const std::uint8_t> bytes) {
+  ziDecodedBitmap result;
+  ziByteReader in(bytes);
+  in.skip(kBeforePixelOffset);
+  const std::size_t pixelOffset = in.u32();
+  const ziDibHeader header = readDibHeader(in);
+  if (header.length != ziDibHeader::kLength) {
+    result.messages.push_back(wrongDibHeader("bitmap", header));
+    return result;
+  }
+  std::vector<std::uint32_t> colours = readColourTable(in, header, result.messages);
+  result.picture = makePicture(header.width, header.height, in, result.messages);
+  if (result.picture.isEmpty()) {
+    return result;
+  }
+  // Pixels may start later than right behind the table, but not in it and not beyond the data.
+  if (pixelOffset > in.position() && pixelOffset < in.size()) {
+    in.seek(pixelOffset);
+  }
+  readPixels(in, header, result);
+  if (!result.picture.isEmpty()) {
+    result.picture.colours = std::move(colours);
+  }
+  return result;
+}

@@ -1,0 +1,104 @@
+#include "framework/draw/image/dib.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr unsigned kBitsPerByte = 8;
+constexpr std::size_t kRowAlignment = 4;
+constexpr std::uint64_t kBytesPerColour = 4;
+constexpr std::uint64_t kMaxColours = 256;
+constexpr unsigned kRedShift = 16;
+constexpr unsigned kGreenShift = 8;
+
+// Entries of the colour table; 0 for a depth that has none.
+std::uint64_t colourCount(const ziDibHeader& header) {
+  switch (header.bitsPerPixel) {
+    case 1:
+      // Intended: two, whatever the header says.
+      return 2;
+    case 4:
+    case 8:
+      return header.coloursUsed != 0 ? header.coloursUsed : std::uint64_t{1} << header.bitsPerPixel;
+    default:
+      return 0;
+  }
+}
+
+std::uint32_t readColour(ziByteReader& in) {
+  const std::uint32_t blue = in.u8();
+  const std::uint32_t green = in.u8();
+  const std::uint32_t red = in.u8();
+  in.skip(1);
+  return red << kRedShift | green << kGreenShift | blue;
+}
+
+}  // namespace
+
+ziDibHeader readDibHeader(ziByteReader& in) {
+  ziDibHeader header;
+  header.length = in.u32();
+  if (header.length != ziDibHeader::kLength) {
+    return header;
+  }
+  header.width = in.i32();
+  header.height = in.i32();
+  in.u16();  // planes
+  header.bitsPerPixel = in.u16();
+  header.compression = in.u32();
+  in.u32();  // image size
+  in.u32();  // horizontal and
+  in.u32();  // vertical resolution
+  header.coloursUsed = in.u32();
+  in.u32();  // important colours
+  return header;
+}
+
+std::string wrongDibHeader(const char* kind, const ziDibHeader& header) {
+  return std::string("Unsupported ") + kind +
+         " header type, length=" + std::to_string(static_cast<std::int32_t>(header.length));
+}
+
+std::vector<std::uint32_t> readColourTable(ziByteReader& in, const ziDibHeader& header,
+                                           ziMessages& messages) {
+  const std::uint64_t count = colourCount(header);
+  if (count == 0) {
+    messages.push_back("Unsupported color table type, num=" + std::to_string(header.bitsPerPixel));
+    return {};
+  }
+  std::vector<std::uint32_t> table(static_cast<std::size_t>(std::min(count, kMaxColours)));
+  std::generate(table.begin(), table.end(), [&in] { return readColour(in); });
+  in.skip((count - table.size()) * kBytesPerColour);
+  return table;
+}
+
+ziPicture makePicture(std::int64_t width, std::int64_t height, const ziByteReader& in,
+                      ziMessages& messages) {
+  if (!ziPicture::isAcceptable(width, height, in.size())) {
+    messages.emplace_back("Inable to create XImage");
+    return {};
+  }
+  return {static_cast<int>(width), static_cast<int>(height)};
+}
+
+bool isReadableDepth(int bitsPerPixel) {
+  return bitsPerPixel == 1 || bitsPerPixel == 4 || bitsPerPixel == 8;
+}
+
+void readPlainRows(ziByteReader& in, int bitsPerPixel, ziPicture& picture) {
+  const auto bits = static_cast<unsigned>(bitsPerPixel);
+  const auto width = static_cast<std::size_t>(picture.width());
+  const std::size_t rowBytes = (width * bits + kBitsPerByte - 1) / kBitsPerByte;
+  const std::size_t stride = (rowBytes + kRowAlignment - 1) / kRowAlignment * kRowAlignment;
+  const unsigned mask = (1U << bits) - 1;
+  for (int row = 0; row < picture.height() && !in.atEnd(); ++row) {
+    const auto bytes = in.take(stride);
+    const std::size_t present = std::min(width, bytes.size() * kBitsPerByte / bits);
+    for (std::size_t x = 0; x < present; ++x) {
+      const std::size_t bit = x * bits;
+      const auto shift = static_cast<unsigned>(kBitsPerByte - bits - bit % kBitsPerByte);
+      const unsigned index = static_cast<unsigned>(bytes[bit / kBitsPerByte]) >> shift & mask;
+      picture.put(static_cast<std::int64_t>(x), row, static_cast<std::uint16_t>(index));
+    }
+  }
+}
