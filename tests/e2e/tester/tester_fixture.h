@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <filesystem>
 #include <string>
 
 #include "tests/support/scripted_postmaster.h"
@@ -35,7 +36,9 @@ class TesterProcessTest : public testing::Test {
     EXPECT_THAT(text.text(), testing::HasSubstr("\"Pedestrian Crossing\""));
     EXPECT_THAT(text.text(), testing::HasSubstr("\"?\?\" lists the commands"));
     EXPECT_EQ(text.dest, NELKVUI);
-    postmaster.expectLater(MSG_T_TITLE);
+    const Message opened = postmaster.expect(MSG_T_SYSTEM_OPENED);
+    EXPECT_EQ(opened.text(), std::filesystem::current_path().string());
+    postmaster.expect(MSG_T_TITLE);
   }
 
   void connectWithUi() {

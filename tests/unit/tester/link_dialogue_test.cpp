@@ -23,11 +23,29 @@ class LinkDialogueTest : public testing::Test {
       }
       tags.push_back(message.tag);
       for (const OutgoingParameter& parameter : message.parameters) {
-        texts.push_back(std::get<std::string>(parameter));
+        std::visit([&](const auto& value) { texts.push_back(describe(value)); }, parameter);
       }
       return true;
     });
     return tags;
+  }
+
+  /// The one message that goes out now.
+  std::string pumpOne() {
+    texts.clear();
+    const std::vector<int> tags = pump();
+    EXPECT_THAT(tags, SizeIs(1));
+    return std::to_string(tags.front()) + '|' + describe(texts, "|");
+  }
+
+  static std::string describe(const std::string& text) { return text; }
+  static std::string describe(std::int32_t number) { return std::to_string(number); }
+  static std::string describe(const std::vector<std::string>& items, const char* between = ",") {
+    std::string all;
+    for (const std::string& item : items) {
+      all += (all.empty() ? "" : between) + item;
+    }
+    return all;
   }
 
   LinkDialogue dialogue;
@@ -123,6 +141,66 @@ TEST_F(LinkDialogueTest, SendsBoxesWithTheirCaptionsAfterTheTextBeforeThem) {
   dialogue.showWarning("C3", "lost");
   EXPECT_THAT(pump(), ElementsAre(MSG_T_ERROR_BOX, MSG_T_WARNING_BOX));
   EXPECT_THAT(texts, ElementsAre("list\n", "C1", "more?", "C2", "wrong", "C3", "lost"));
+}
+
+TEST_F(LinkDialogueTest, AsksEachQuestionByItsMessage) {
+  const std::pair<std::function<void()>, const char*> questions[] = {
+      {[&] { dialogue.askText("t"); }, "2003|Korvane Select|t"},
+      {[&] { dialogue.askNumber("t"); }, "2004|Korvane Select|t"},
+      {[&] {
+         dialogue.askNumberInRange("t", {2, 5, false});
+       },
+       "2019|Korvane Select|t|2|5"},
+      {[&] {
+         dialogue.askNumberInRange("t", {2, 5, true});
+       },
+       "2019|Korvane Select|t|-1|5"},
+      {[&] {
+         dialogue.askChoice("t", {"a", "b"});
+       },
+       "2005|Korvane Select|t|0|a,b"},
+      {[&] { dialogue.askChoice("t", {}); }, "2005|Korvane Select|t|0|"},
+      {[&] {
+         dialogue.askBits("t", {"a", "b"});
+       },
+       "2010|Korvane Select|t|a,b"},
+      {[&] {
+         dialogue.askParameters("t", {"a", "b"});
+       },
+       "2018|Korvane Select|t|0|a,b"},
+      {[&] {
+         dialogue.askFile({"T", "x", "X Files"}, "/d");
+       },
+       "2009|T|/d|x|X Files"},
+      {[&] { dialogue.askDirectory("/d"); }, "2011|Select Source Directory|/d"},
+      {[&] { dialogue.showSystem("/d", "S"); }, "2012|/d|S"},
+  };
+  for (const auto& [ask, message] : questions) {
+    ask();
+    EXPECT_EQ(pumpOne(), message);
+  }
+  dialogue.offerSearch({{"p", "q"}, {}, {"t"}});
+  texts.clear();
+  EXPECT_THAT(pump(), ElementsAre(MSG_T_FIND, MSG_T_FIND, MSG_T_FIND));
+  EXPECT_EQ(describe(texts, "|"), "1|1|p,q|1|2||0|3|t");
+}
+
+TEST_F(LinkDialogueTest, SendsALongListOverSeveralMessagesInItsOrder) {
+  constexpr std::size_t kLargestList = 10000;
+  std::vector<std::string> items(250);
+  for (std::size_t i = 0; i < items.size(); ++i) {
+    items[i] = std::to_string(i) + std::string(i < 150 ? 0 : 200, 'x');
+  }
+  dialogue.askChoice("t", items);
+  const std::size_t messages = pump().size();
+  ASSERT_EQ(messages, 4U);  // cut by number at first, by size then
+  std::string together;
+  for (std::size_t i = 0; i < messages; ++i) {
+    EXPECT_EQ(texts[4 * i + 2], i + 1 == messages ? "0" : "1");
+    EXPECT_LT(texts[4 * i + 3].size(), kLargestList);
+    together += (i == 0 ? "" : ",") + texts[4 * i + 3];
+  }
+  EXPECT_EQ(together, describe(items));
 }
 
 TEST(OutgoingRecordTest, HoldsTextsNumbersAndAListInTheirOrder) {

@@ -19,6 +19,7 @@ CommandEnd listHistory(Debugger& debugger, const Words& arguments);
 CommandEnd listReady(Debugger& debugger, const Words& arguments);
 CommandEnd listDefinitions(Debugger& debugger, const Words& arguments);
 CommandEnd showInstance(Debugger& debugger, const Words& arguments);
+CommandEnd selectEvent(Debugger& debugger, const Words& arguments);
 
 // control_commands.cpp
 CommandEnd listBreakpoints(Debugger& debugger, const Words& arguments);
@@ -26,6 +27,7 @@ CommandEnd setBreakpoint(Debugger& debugger, const Words& arguments);
 CommandEnd removeBreakpoint(Debugger& debugger, const Words& arguments);
 CommandEnd listTrace(Debugger& debugger, const Words& arguments);
 CommandEnd setTrace(Debugger& debugger, const Words& arguments);
+CommandEnd maskTrace(Debugger& debugger, const Words& arguments);
 CommandEnd setPageLength(Debugger& debugger, const Words& arguments);
 CommandEnd nextTransition(Debugger& debugger, const Words& arguments);
 CommandEnd go(Debugger& debugger, const Words& arguments);
@@ -35,6 +37,14 @@ CommandEnd restartSystem(Debugger& debugger, const Words& arguments);
 CommandEnd resetSystem(Debugger& debugger, const Words& arguments);
 CommandEnd showNow(Debugger& debugger, const Words& arguments);
 CommandEnd exitTester(Debugger& debugger, const Words& arguments);
+
+// session_commands.cpp
+CommandEnd addMark(Debugger& debugger, const Words& arguments);
+CommandEnd listMarks(Debugger& debugger, const Words& arguments);
+CommandEnd openLog(Debugger& debugger, const Words& arguments);
+CommandEnd closeLog(Debugger& debugger, const Words& arguments);
+CommandEnd openSystem(Debugger& debugger, const Words& arguments);
+CommandEnd changeDirectory(Debugger& debugger, const Words& arguments);
 
 // change_commands.cpp
 CommandEnd sendSignal(Debugger& debugger, const Words& arguments);

@@ -53,4 +53,20 @@ Lookup<const CommandRow*> CommandTable::find(std::string_view word) const {
   return {};
 }
 
+std::optional<CommandTable::LineCommand> CommandTable::findLineCommand(
+    const std::string& command) const {
+  const std::size_t blank = command.find_first_of(" \t");
+  const auto row = find(command.substr(0, blank));
+  if (!row || !(*row.value)->takesLine) {
+    return std::nullopt;
+  }
+  std::string rest = blank == std::string::npos ? "" : trimmed(command.substr(blank));
+  const bool isQuoted = rest.size() > 1 && rest.front() == rest.back() &&
+                        (rest.front() == '"' || rest.front() == '\'');
+  if (isQuoted) {
+    rest = rest.substr(1, rest.size() - 2);
+  }
+  return LineCommand{*row.value, rest.empty() ? Words{} : Words{rest}};
+}
+
 }  // namespace tester

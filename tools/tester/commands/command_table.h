@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -31,6 +32,7 @@ struct CommandRow {
   std::string_view summary;  ///< a few words for the list of commands
   std::string_view details;  ///< what "help" says besides, in lines without an end; may be empty
   CommandFunction function = nullptr;
+  bool takesLine = false;  ///< the rest of the line is one argument, as the name of a file is
 };
 
 /// Numbers of arguments that a row's description allows.
@@ -51,6 +53,14 @@ class CommandTable {
 
   /// The row that the word names or abbreviates, aliases included.
   Lookup<const CommandRow*> find(std::string_view word) const;
+
+  /// A command that takes the rest of its line, without blanks and one pair of quotes around it.
+  struct LineCommand {
+    const CommandRow* row = nullptr;
+    Words arguments;  ///< none or one
+  };
+  /// Nothing when `command` is none of these.
+  std::optional<LineCommand> findLineCommand(const std::string& command) const;
 
  private:
   std::span<const CommandRow> rows;

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <set>
 
 #include "tester/commands/columns.h"
 #include "tester/commands/command_functions.h"
@@ -11,6 +12,7 @@ namespace tester {
 namespace {
 
 constexpr char kResetCaption[] = "Korvane - Reset system";
+constexpr char kNoBreakpoint[] = "No breakpoint is set.";
 
 void addNames(std::vector<std::string>& names, const std::vector<std::string>& more) {
   for (const std::string& name : more) {
@@ -65,6 +67,26 @@ Lookup<Breakpoint> readBreakpoint(const Engine& engine, const Words& words) {
   return found(breakpoint);
 }
 
+/// Removes the breakpoint of that number, or all; what to say about it.
+Lookup<std::string> removeByWord(Breakpoints& breakpoints, const std::string& word) {
+  if (word == kAnyWord) {
+    breakpoints.clear();
+    return found<std::string>("All breakpoints are removed.");
+  }
+  const auto number = readCount(word, 1);
+  if (!number || *number.value > INT32_MAX ||
+      !breakpoints.remove(static_cast<int>(*number.value))) {
+    return notFound<std::string>("There is no breakpoint \"" + word + "\".");
+  }
+  return found("Breakpoint " + std::to_string(*number.value) + " is removed.");
+}
+
+CommandEnd traceOnly(Debugger& debugger, const Words& processes) {
+  debugger.trace().setMask(std::set<std::string>(processes.begin(), processes.end()));
+  return debugger.answer(processes.empty() ? "No process is traced."
+                                           : "Only traced: " + joinNames(processes));
+}
+
 /// What a reset loses, in lines; empty when that is nothing.
 std::string lossesOfReset(Debugger& debugger) {
   std::size_t signals = 0;
@@ -93,7 +115,7 @@ CommandEnd listBreakpoints(Debugger& debugger, const Words& /*arguments*/) {
     columns.add({std::to_string(breakpoint.number), breakpoint.text()});
   }
   if (columns.isEmpty()) {
-    return debugger.answer("No breakpoint is set.");
+    return debugger.answer(kNoBreakpoint);
   }
   return debugger.printList(columns.text());
 }
@@ -109,23 +131,28 @@ CommandEnd setBreakpoint(Debugger& debugger, const Words& arguments) {
 }
 
 CommandEnd removeBreakpoint(Debugger& debugger, const Words& arguments) {
-  if (arguments[0] == kAnyWord) {
-    debugger.breakpoints().clear();
-    return debugger.answer("All breakpoints are removed.");
+  if (!arguments.empty()) {
+    const auto result = removeByWord(debugger.breakpoints(), arguments[0]);
+    return debugger.answer(result ? *result.value : result.problem);
   }
-  const auto number = readCount(arguments[0], 1);
-  if (!number || *number.value > INT32_MAX ||
-      !debugger.breakpoints().remove(static_cast<int>(*number.value))) {
-    return debugger.answer("There is no breakpoint \"" + arguments[0] + "\".");
+  const auto& all = debugger.breakpoints().all();
+  if (all.empty()) {
+    return debugger.answer(kNoBreakpoint);
   }
-  return debugger.answer("Breakpoint " + std::to_string(*number.value) + " is removed.");
+  return debugger.askNumberInRange(
+      "Number of the breakpoint to remove:", {all.front().number, all.back().number, true},
+      [&debugger](const Answer& reply) {
+        const auto result = removeByWord(debugger.breakpoints(), reply.text);
+        return result ? debugger.answer(*result.value) : debugger.refuse(result.problem);
+      });
 }
 
 CommandEnd listTrace(Debugger& debugger, const Words& /*arguments*/) {
   Columns columns;
   columns.add({"system", levelText(debugger.trace().level())});
   for (const ProcessInfo& process : debugger.engine().processes()) {
-    columns.add({"  " + process.name, levelText(debugger.trace().level(process.name))});
+    columns.add({"  " + process.name, levelText(debugger.trace().level(process.name)),
+                 debugger.trace().isMasked(process.name) ? "masked" : ""});
   }
   return debugger.printList(columns.text());
 }
@@ -147,6 +174,30 @@ CommandEnd setTrace(Debugger& debugger, const Words& arguments) {
   }
   debugger.trace().setLevel(process.value->name, level);
   return debugger.answer("Trace level of " + process.value->name + ": " + levelText(level));
+}
+
+CommandEnd maskTrace(Debugger& debugger, const Words& arguments) {
+  Words processes;
+  if (arguments.empty()) {
+    for (const ProcessInfo& process : debugger.engine().processes()) {
+      processes.push_back(process.name);
+    }
+    return debugger.askBits("Processes to trace:", processes, [&debugger](const Answer& reply) {
+      return traceOnly(debugger, reply.items);
+    });
+  }
+  if (arguments == Words{kAnyWord}) {
+    debugger.trace().setMask({});
+    return debugger.answer("All processes are traced.");
+  }
+  for (const std::string& word : arguments) {
+    const auto process = findProcess(debugger.engine(), word);
+    if (!process) {
+      return debugger.answer(process.problem);
+    }
+    processes.push_back(process.value->name);
+  }
+  return traceOnly(debugger, processes);
 }
 
 CommandEnd setPageLength(Debugger& debugger, const Words& arguments) {
@@ -202,6 +253,7 @@ CommandEnd resetSystem(Debugger& debugger, const Words& /*arguments*/) {
   const std::string losses = lossesOfReset(debugger);
   debugger.breakpoints().clear();
   debugger.trace().setLevel(kUsualTraceLevel);
+  debugger.trace().setMask({});
   debugger.setPageLength(Debugger::kUsualPageLength);
   const CommandEnd end = debugger.restart();
   if (!losses.empty()) {

@@ -11,6 +11,7 @@ constexpr char kPrompt[] = "> ";
 /// By this caption the user interface knows the question that shows its milder icon.
 constexpr char kPageCaption[] = "Korvane - Page file";
 constexpr char kErrorCaption[] = "Korvane - Dynamic error";
+constexpr char kLogCaption[] = "Korvane - Log file";
 
 }  // namespace
 
@@ -21,6 +22,7 @@ void Debugger::greet() {
   print("Tester of the simulated SDL system \"" + system.systemName() + "\".");
   print(system.description());
   print("\"?\?\" lists the commands, \"help <command>\" explains one.");
+  user.showSystem(sessionData.directory.path(), system.systemName());
   updateTitle();
 }
 
@@ -35,6 +37,9 @@ void Debugger::carryOutWaiting() {
     waitingCommands.pop_front();
     carryOut(command);
   }
+  if (!question) {
+    offerDueSearch();
+  }
 }
 
 void Debugger::carryOut(const std::string& command) {
@@ -47,6 +52,9 @@ void Debugger::carryOut(const std::string& command) {
 }
 
 CommandEnd Debugger::dispatch(const std::string& command) {
+  if (const auto line = table.findLineCommand(command)) {
+    return line->row->function(*this, line->arguments);
+  }
   const auto words = splitWords(command);
   if (!words) {
     return answer(words.problem);
@@ -71,12 +79,17 @@ CommandEnd Debugger::answer(const std::string& line) {
 
 void Debugger::takeAnswer(const Answer& reply) {
   if (!question || !question->isAnsweredBy(reply)) {
+    if (reply.kind == AnswerKind::kCancelled) {
+      takeCancel();
+    }
     return;
   }
   // Closed before its handler runs, which may ask the next one.
   const OpenQuestion answered = std::move(*question);
   question.reset();
-  if (answered.answer(reply) == CommandEnd::kDone) {
+  const CommandEnd end =
+      reply.kind == AnswerKind::kCancelled ? answer("Cancelled.") : answered.answer(reply);
+  if (end == CommandEnd::kDone) {
     finish();
   }
   carryOutWaiting();
@@ -85,6 +98,8 @@ void Debugger::takeAnswer(const Answer& reply) {
 void Debugger::abandonQuestion() {
   question.reset();
   waitingCommands.clear();
+  searchIsDue = false;
+  searchIsOffered = false;
 }
 
 CommandEnd Debugger::askYesNo(const std::string& caption, const std::string& text,
@@ -126,6 +141,7 @@ CommandEnd Debugger::restart() {
   system.restart();
   stoppedAt.reset();
   firedTransitions.clear();
+  sessionData.marks.clear();
   return answer("The system stands at its start again.");
 }
 
@@ -163,11 +179,16 @@ void Debugger::finishRun() {
 
 void Debugger::finish() {
   updateTitle();
+  if (user.log().takeFailure()) {
+    user.showWarning(kLogCaption, user.log().name() + " takes no more and is closed.");
+  }
   user.confirm(openCommand);
 }
 
 void Debugger::updateTitle() {
-  user.showTitle(system.systemName() + ", now " + formatTime(system.now()));
+  const std::string& file = sessionData.symbolFile;
+  user.showTitle(system.systemName() + (file.empty() ? "" : " (" + file + ')') + ", now " +
+                 formatTime(system.now()));
 }
 
 }  // namespace tester

@@ -11,6 +11,7 @@
 #include "tester/commands/paged_list.h"
 #include "tester/commands/question.h"
 #include "tester/commands/run.h"
+#include "tester/commands/session.h"
 
 namespace tester {
 
@@ -41,11 +42,15 @@ class Debugger {
   /// Ends the run, if one is going on, and confirms its command.
   void interrupt();
 
-  /// Goes on with the command that asked. An answer that fits no open question is ignored.
+  /// Goes on with the command that asked; a cancelled question ends it. An answer that fits no
+  /// open question is ignored.
   void takeAnswer(const Answer& reply);
 
-  /// Forgets the open question, its command and the commands that wait for its end, without
-  /// confirming them: the user interface that sent them has gone.
+  /// Offers the user the names of the system to search for, at once or after the open question.
+  void offerSearch();
+
+  /// Forgets the open question, its command and what waits for its end, without confirming
+  /// commands: the user interface that sent them has gone.
   void abandonQuestion();
 
   // For the functions of the commands.
@@ -54,6 +59,7 @@ class Debugger {
   Breakpoints& breakpoints() { return breakpointList; }
   Trace& trace() { return traceLevels; }
   const History& history() const { return firedTransitions; }
+  Session& session() { return sessionData; }
   const CommandTable& commands() const { return table; }
   void print(const std::string& line) { user.print(line + '\n'); }
   /// Prints one line, a result or a problem, and ends the command.
@@ -65,6 +71,21 @@ class Debugger {
   CommandEnd askYesNo(const std::string& caption, const std::string& text, AnswerHandler handler);
   /// Shows an error; the command ends when the user has acknowledged it.
   CommandEnd showError(const std::string& caption, const std::string& text);
+  /// Refuses an answer: shows the problem as an error.
+  CommandEnd refuse(const std::string& problem);
+
+  // Questions (debugger_questions.cpp). The handler gets an answer of the kind that fits; a choice,
+  // bits and a number in a range have been checked. The user may cancel each of them.
+  CommandEnd askText(const std::string& text, AnswerHandler handler);
+  CommandEnd askNumber(const std::string& text, AnswerHandler handler);
+  CommandEnd askNumberInRange(const std::string& text, NumberRange range, AnswerHandler handler);
+  CommandEnd askChoice(const std::string& text, const Words& items, AnswerHandler handler);
+  CommandEnd askBits(const std::string& text, const Words& items, AnswerHandler handler);
+  CommandEnd askParameters(const std::string& text, const Words& definitions,
+                           AnswerHandler handler);
+  CommandEnd askFile(const FileFilter& filter, AnswerHandler handler);
+  CommandEnd askDirectory(AnswerHandler handler);
+
   CommandEnd startRun(RunGoal goal);
   CommandEnd restart();
   /// The present command ended a run.
@@ -75,6 +96,9 @@ class Debugger {
   void carryOut(const std::string& command);
   CommandEnd dispatch(const std::string& command);
   CommandEnd showPages(PagedList list);
+  CommandEnd await(AnswerKind kind, AnswerHandler handler);
+  void takeCancel();
+  void offerDueSearch();
   void finishRun();
   void finish();
   void updateTitle();
@@ -85,6 +109,7 @@ class Debugger {
   Breakpoints breakpointList;
   Trace traceLevels;
   History firedTransitions;
+  Session sessionData;
   std::optional<Run> run;
   std::optional<PendingTransition> stoppedAt;  ///< by the last run, at a breakpoint
   std::string openCommand;
@@ -92,6 +117,8 @@ class Debugger {
   std::deque<std::string> waitingCommands;  ///< for the answer to the question
   std::size_t pageLength = kUsualPageLength;
   bool interrupted = false;
+  bool searchIsDue = false;
+  bool searchIsOffered = false;  ///< and may still be cancelled
 };
 
 }  // namespace tester

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <deque>
 #include <string>
+#include <vector>
 
 #include "tester/engine/engine.h"
 
@@ -20,13 +21,21 @@ class History {
   /// The last `count` of them, or all if there are fewer, oldest first, a line each.
   std::string text(std::size_t count) const;
 
- private:
   struct Entry {
     Time time = 0;
     PendingTransition transition;
     std::string outcome;
   };
+  /// Oldest first.
+  const std::deque<Entry>& all() const { return entries; }
 
+  /// The transitions of one instance, oldest first, a line each.
+  std::string textOf(const InstanceId& id) const;
+
+  /// A line without an end for each, newest first.
+  std::vector<std::string> newestFirst() const;
+
+ private:
   std::deque<Entry> entries;
 };
 

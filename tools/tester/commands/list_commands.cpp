@@ -1,6 +1,7 @@
 #include "tester/commands/columns.h"
 #include "tester/commands/command_functions.h"
 #include "tester/commands/debugger.h"
+#include "tester/commands/instance_questions.h"
 #include "tester/commands/user_words.h"
 
 namespace tester {
@@ -8,6 +9,7 @@ namespace tester {
 namespace {
 
 constexpr char kIndent[] = "  ";
+constexpr char kNothingFired[] = "No transition was fired yet.";
 
 std::string senderText(const QueuedSignal& signal) {
   if (signal.isTimer) {
@@ -29,6 +31,10 @@ std::string queueText(const Engine& engine, const InstanceInfo& instance) {
   return formatInstance(instance.id) + " in " + instance.state + ":\n" + columns.text(kIndent);
 }
 
+std::string emptyQueueText(const InstanceId& id) {
+  return "The queue of " + formatInstance(id) + " is empty.\n";
+}
+
 void printVariables(Debugger& debugger, const std::vector<Variable>& variables) {
   Columns columns;
   for (const Variable& variable : variables) {
@@ -37,6 +43,35 @@ void printVariables(Debugger& debugger, const std::vector<Variable>& variables) 
   if (!columns.isEmpty()) {
     debugger.dialogue().print(columns.text(kIndent));
   }
+}
+
+void printTimers(Debugger& debugger, const InstanceId& owner) {
+  for (const TimerInfo& timer : debugger.engine().timers()) {
+    if (timer.owner == owner) {
+      debugger.print(kIndent + ("timer " + timer.name) + " at " + formatTime(timer.expiry));
+    }
+  }
+}
+
+void printInstance(Debugger& debugger, const InstanceInfo& instance) {
+  debugger.print("Instance " + formatInstance(instance.id) + " in " + instance.state);
+  debugger.print("  parent " + formatInstance(instance.parent) + ", offspring " +
+                 formatInstance(instance.offspring) + ", sender " +
+                 formatInstance(instance.sender) + ", queue " +
+                 std::to_string(instance.queueLength));
+  printTimers(debugger, instance.id);
+  printVariables(debugger, instance.variables);
+}
+
+/// False when the instance has no such variable, which is said.
+bool printVariable(Debugger& debugger, const InstanceInfo& instance, const std::string& word) {
+  const auto variable = findVariable(instance, word);
+  if (!variable) {
+    debugger.print(variable.problem);
+    return false;
+  }
+  printVariables(debugger, {*variable.value});
+  return true;
 }
 
 std::string orNone(const std::vector<std::string>& names) {
@@ -69,14 +104,16 @@ CommandEnd listProcesses(Debugger& debugger, const Words& arguments) {
 
 CommandEnd listQueues(Debugger& debugger, const Words& arguments) {
   if (!arguments.empty()) {
-    const auto id = findInstance(debugger.engine(), arguments[0]);
-    if (!id) {
-      return debugger.answer(id.problem);
-    }
-    const std::string lines = queueText(debugger.engine(), *debugger.engine().instance(*id.value));
-    return lines.empty()
-               ? debugger.answer("The queue of " + formatInstance(*id.value) + " is empty.")
-               : debugger.printList(lines);
+    return withInstances(debugger, arguments[0], NumberDefault::kAll,
+                         [&debugger](const std::vector<InstanceId>& ids) {
+                           std::string lines;
+                           for (const InstanceId& id : ids) {
+                             const std::string queue =
+                                 queueText(debugger.engine(), *debugger.engine().instance(id));
+                             lines += queue.empty() ? emptyQueueText(id) : queue;
+                           }
+                           return debugger.printList(lines);
+                         });
   }
   std::string lines;
   for (const InstanceInfo& instance : debugger.engine().instances()) {
@@ -118,8 +155,7 @@ CommandEnd listHistory(Debugger& debugger, const Words& arguments) {
     most = static_cast<std::size_t>(*count.value);
   }
   const std::string lines = debugger.history().text(most);
-  return lines.empty() ? debugger.answer("No transition was fired yet.")
-                       : debugger.printList(lines);
+  return lines.empty() ? debugger.answer(kNothingFired) : debugger.printList(lines);
 }
 
 CommandEnd listReady(Debugger& debugger, const Words& /*arguments*/) {
@@ -155,26 +191,33 @@ CommandEnd listDefinitions(Debugger& debugger, const Words& arguments) {
 }
 
 CommandEnd showInstance(Debugger& debugger, const Words& arguments) {
-  const auto id = findInstance(debugger.engine(), arguments[0]);
-  if (!id) {
-    return debugger.answer(id.problem);
+  return withInstances(debugger, arguments.empty() ? "" : arguments[0], NumberDefault::kNone,
+                       [&debugger, arguments](const std::vector<InstanceId>& ids) {
+                         for (const InstanceId& id : ids) {
+                           const InstanceInfo instance = *debugger.engine().instance(id);
+                           if (arguments.size() < 2) {
+                             printInstance(debugger, instance);
+                           } else if (!printVariable(debugger, instance, arguments[1])) {
+                             return CommandEnd::kDone;
+                           }
+                         }
+                         return CommandEnd::kDone;
+                       });
+}
+
+CommandEnd selectEvent(Debugger& debugger, const Words& /*arguments*/) {
+  if (debugger.history().all().empty()) {
+    return debugger.answer(kNothingFired);
   }
-  const InstanceInfo instance = *debugger.engine().instance(*id.value);
-  if (arguments.size() > 1) {
-    const auto variable = findVariable(instance, arguments[1]);
-    if (!variable) {
-      return debugger.answer(variable.problem);
-    }
-    printVariables(debugger, {*variable.value});
-    return CommandEnd::kDone;
-  }
-  debugger.print("Instance " + formatInstance(instance.id) + " in " + instance.state);
-  debugger.print("  parent " + formatInstance(instance.parent) + ", offspring " +
-                 formatInstance(instance.offspring) + ", sender " +
-                 formatInstance(instance.sender) + ", queue " +
-                 std::to_string(instance.queueLength));
-  printVariables(debugger, instance.variables);
-  return CommandEnd::kDone;
+  return debugger.askChoice("Transition, the last one first:", debugger.history().newestFirst(),
+                            [&debugger](const Answer& reply) {
+                              const auto& events = debugger.history().all();
+                              const InstanceId id =
+                                  events[events.size() - 1 - reply.index].transition.instance;
+                              debugger.print(reply.text);
+                              debugger.print("All of " + formatInstance(id) + ':');
+                              return debugger.printList(debugger.history().textOf(id));
+                            });
 }
 
 }  // namespace tester

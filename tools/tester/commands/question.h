@@ -1,7 +1,9 @@
 #pragma once
 
 #include <algorithm>
+#include <cstddef>
 #include <functional>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -13,11 +15,22 @@ enum class AnswerKind {
   kYes,
   kNo,
   kAcknowledged,  ///< an error box was read and closed
+  kText,
+  kNumber,  ///< digits, or kAllNumbers
+  kChoice,
+  kBits,
+  kParameters,
+  kFile,
+  kDirectory,
+  kCancelled,
 };
 
 /// What the user answered.
 struct Answer {
   AnswerKind kind = AnswerKind::kNo;
+  std::string text = {};                ///< of all kinds that have one; as the user gave it
+  std::vector<std::string> items = {};  ///< of kBits
+  std::size_t index = 0;                ///< of kChoice: of the item that was chosen
 };
 
 /// Goes on with the command that asked. It may ask again or begin a run: kOpen then; after kDone

@@ -28,7 +28,11 @@ TraceLevel Trace::level(const std::string& process) const {
 }
 
 bool Trace::wants(TraceLevel wanted, const std::string& process) const {
-  return wanted <= level(process);
+  return wanted <= level(process) && !isMasked(process);
+}
+
+bool Trace::isMasked(const std::string& process) const {
+  return mask && !mask->contains(process);
 }
 
 void Trace::trace(const std::string& line) {

@@ -3,7 +3,9 @@
 #include <cstdint>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
+#include <utility>
 
 #include "tester/commands/breakpoints.h"
 #include "tester/commands/dialogue.h"
@@ -26,12 +28,19 @@ class Trace : public TraceSink {
   TraceLevel level() const { return systemLevel; }
   TraceLevel level(const std::string& process) const;
 
+  /// Only transitions of these processes are traced, whatever the levels; nothing: of all.
+  void setMask(std::optional<std::set<std::string>> tracedProcesses) {
+    mask = std::move(tracedProcesses);
+  }
+  bool isMasked(const std::string& process) const;
+
   bool wants(TraceLevel wanted, const std::string& process) const override;
   void trace(const std::string& line) override;
 
  private:
   Dialogue& dialogue;
   TraceLevel systemLevel = kUsualTraceLevel;
+  std::optional<std::set<std::string>> mask;
   std::map<std::string, TraceLevel> levels;
 };
 

@@ -4,7 +4,7 @@
 
 namespace tester {
 
-void LinkDialogue::print(const std::string& lines) {
+void LinkDialogue::show(const std::string& lines) {
   if (!userPresent) {
     return;
   }

@@ -14,7 +14,8 @@ namespace tester {
 
 /// The dialogue over the link. Messages wait in a queue, in their order, until pump() sends them;
 /// nothing here blocks. While a run goes on its text is sent in batches at a bounded rate, and the
-/// run pauses while a batch waits, so the text is never lost and the queue never grows.
+/// run pauses while a batch waits, so the text is never lost and the queue never grows. A long
+/// list goes as a run of messages, all but the last of which say that more follow.
 class LinkDialogue : public Dialogue {
  public:
   using Clock = std::chrono::steady_clock;
@@ -25,14 +26,23 @@ class LinkDialogue : public Dialogue {
   /// Sends one message; false when the link takes none at the moment.
   using Sender = std::function<bool(const OutgoingMessage&)>;
 
-  void print(const std::string& lines) override;
   bool acceptsTrace() const override { return queue.empty(); }
   void confirm(const std::string& command) override;
   void showBusy(bool isBusy) override;
   void showTitle(const std::string& title) override;
+  void showSystem(const std::string& directory, const std::string& name) override;
   void askYesNo(const std::string& caption, const std::string& text) override;
   void showError(const std::string& caption, const std::string& text) override;
   void showWarning(const std::string& caption, const std::string& text) override;
+  void askText(const std::string& text) override;
+  void askNumber(const std::string& text) override;
+  void askNumberInRange(const std::string& text, const NumberRange& range) override;
+  void askChoice(const std::string& text, const std::vector<std::string>& items) override;
+  void askBits(const std::string& text, const std::vector<std::string>& items) override;
+  void askParameters(const std::string& text, const std::vector<std::string>& definitions) override;
+  void askFile(const FileFilter& filter, const std::string& directory) override;
+  void askDirectory(const std::string& directory) override;
+  void offerSearch(const SearchLists& lists) override;
   void askToExit() override { exitIsDue = true; }
 
   /// Without a user interface nothing is kept or sent. A new one knows no title yet.
@@ -52,8 +62,10 @@ class LinkDialogue : public Dialogue {
   bool isExitAsked() const { return exitAsked; }
 
  private:
+  void show(const std::string& lines) override;
   void enqueue(int tag, std::vector<OutgoingParameter> parameters = {});
   void enqueueAfterText(int tag, std::vector<OutgoingParameter> parameters);
+  void enqueueList(int tag, const std::string& text, const std::vector<std::string>& items);
   void closeBatch();
 
   TextBatch batch;

@@ -60,7 +60,34 @@ constexpr AnswerRow kAnswers[] = {
     {MSG_UI_OK, AnswerKind::kYes},
     {MSG_UI_NOT_OK, AnswerKind::kNo},
     {MSG_UI_ACK, AnswerKind::kAcknowledged},
+    {MSG_UI_CANCEL, AnswerKind::kCancelled},
+    {MSG_UI_STRING, AnswerKind::kText},
+    {MSG_UI_VALUE, AnswerKind::kNumber},
+    {MSG_UI_LIST_CHOICE, AnswerKind::kChoice},
+    {MSG_UI_FILE, AnswerKind::kFile},
+    {MSG_UI_BITS, AnswerKind::kBits},
+    {MSG_UI_DIRECTORY, AnswerKind::kDirectory},
+    {MSG_UI_SIGNAL_PARAM, AnswerKind::kParameters},
 };
+
+std::string textOf(const IncomingMessage& message) {
+  const char* text = message.parameters.text(0);
+  return text == nullptr ? "" : text;
+}
+
+/// The answer with what the message brings besides its kind.
+Answer readAnswer(AnswerKind kind, const IncomingMessage& message) {
+  Answer answer{kind};
+  const std::string_view shape = findMessage(message.tag, MessageDirection::kSentByUi)->shape;
+  if (shape.starts_with(kStringParameter)) {
+    answer.text = textOf(message);
+  } else if (shape.starts_with(kListParameter)) {
+    for (auto* node = message.parameters.list(0); node != nullptr; node = node->next) {
+      answer.items.emplace_back(node->text);
+    }
+  }
+  return answer;
+}
 
 MessageDirection directionOf(int tag) {
   return findMessage(tag, MessageDirection::kSentByUi) != nullptr ? MessageDirection::kSentByUi
@@ -69,8 +96,8 @@ MessageDirection directionOf(int tag) {
 
 }  // namespace
 
-/// What is done with a message. Messages without a row are ignored: answers to questions that
-/// this tester never asks, and news that do not concern it.
+/// What is done with a message. Messages without a row are ignored: news that do not concern the
+/// tester.
 struct TesterTool::Route {
   int tag;
   void (TesterTool::*function)(const IncomingMessage&);
@@ -81,6 +108,15 @@ const TesterTool::Route TesterTool::kRoutes[] = {
     {MSG_UI_OK, &TesterTool::onAnswer},
     {MSG_UI_NOT_OK, &TesterTool::onAnswer},
     {MSG_UI_ACK, &TesterTool::onAnswer},
+    {MSG_UI_CANCEL, &TesterTool::onAnswer},
+    {MSG_UI_STRING, &TesterTool::onAnswer},
+    {MSG_UI_VALUE, &TesterTool::onAnswer},
+    {MSG_UI_LIST_CHOICE, &TesterTool::onAnswer},
+    {MSG_UI_FILE, &TesterTool::onAnswer},
+    {MSG_UI_BITS, &TesterTool::onAnswer},
+    {MSG_UI_DIRECTORY, &TesterTool::onAnswer},
+    {MSG_UI_SIGNAL_PARAM, &TesterTool::onAnswer},
+    {MSG_UI_FIND, &TesterTool::onFind},
     {MSG_UI_EXIT, &TesterTool::onUiExit},
     {MSG_CONNECT_OK, &TesterTool::onConnected},
     {MSG_TOOL_LEFT, &TesterTool::onToolLeft},
@@ -195,16 +231,19 @@ void TesterTool::onCommand(const IncomingMessage& message) {
   if (!greeted) {
     greet();
   }
-  const char* command = message.parameters.text(0);
-  debugger.execute(command == nullptr ? "" : command);
+  debugger.execute(textOf(message));
 }
 
 void TesterTool::onAnswer(const IncomingMessage& message) {
   for (const AnswerRow& row : kAnswers) {
     if (row.tag == message.tag) {
-      debugger.takeAnswer({row.kind});
+      debugger.takeAnswer(readAnswer(row.kind, message));
     }
   }
+}
+
+void TesterTool::onFind(const IncomingMessage& /*message*/) {
+  debugger.offerSearch();
 }
 
 void TesterTool::onUiExit(const IncomingMessage& /*message*/) {

@@ -46,6 +46,7 @@ class TesterTool {
 
   void onCommand(const IncomingMessage& message);
   void onAnswer(const IncomingMessage& message);
+  void onFind(const IncomingMessage& message);
   void onUiExit(const IncomingMessage& message);
   void onConnected(const IncomingMessage& message);
   void onToolLeft(const IncomingMessage& message);
