@@ -1,0 +1,166 @@
+// The directory selection on the screen. A row of the list stands for the record of the same
+// number, so that no name is read back from a text that has marks of its own.
+
+#include "dialogs/ddirselec.h"
+
+#include <utility>
+
+#include "framework/controls/button.h"
+#include "framework/controls/edit.h"
+#include "framework/controls/list_box.h"
+#include "framework/controls/static_text.h"
+#include "framework/core/application.h"
+#include "framework/core/messages.h"
+#include "framework/draw/measure.h"
+#include "framework/layout/leaf_sizer.h"
+
+namespace {
+
+constexpr std::uint32_t kDialogStyle = 0x80C80080;
+constexpr std::uint32_t kTextStyle = kStyleChild | kStyleVisible;
+constexpr std::uint32_t kButtonStyle = kTextStyle | kStyleTabStop;
+constexpr std::uint32_t kEditStyle = 0x50010000;
+constexpr std::uint32_t kListStyle = 0x50310000;
+
+constexpr const char* kFace = "helv";
+constexpr zPoint kFontTenths = {50, 100};
+
+/// A place in dialog units.
+struct Place {
+  int x, y, width, height;
+};
+constexpr Place kWhole = {0, 0, 200, 150};
+constexpr Place kLabelPlace = {15, 4, 170, 10};
+constexpr Place kListPlace = {15, 16, 170, 70};
+constexpr Place kPathPlace = {15, 95, 170, 11};
+constexpr Place kSeparatorPlace = {8, 115, 184, 1};
+constexpr Place kOkPlace = {15, 125, 50, 15};
+constexpr Place kCurrentPlace = {75, 125, 50, 15};
+constexpr Place kCancelPlace = {135, 125, 50, 15};
+
+zRect toPixels(const Place& place, const zFont& font) {
+  const zDialogUnit pos(place.x, place.y, font);
+  const zDialogUnit size(place.width, place.height, font);
+  return {{pos.width(), pos.height()}, size.size()};
+}
+
+const char* errorText(ziDirectoryTree::Result result) {
+  return result == ziDirectoryTree::Result::cannotOpen ? "Error: Cannot open directory!"
+                                                       : "Error: Cannot close directory!";
+}
+
+}  // namespace
+
+Ddirselec::Ddirselec(zWindow* parent, const std::string& startDirectory)
+    : zFormDialog(parent, new zSizer(0, 0, 1, 1), kDialogStyle), startDir(startDirectory) {
+  setCaption(kTitle);
+  const zPrPoint size(kFontTenths.x, kFontTenths.y);
+  setFont(zRCFont(zFontSpec(kFace, size, kFontBold, kPitchVariable)), 0);
+  const zRect whole = toPixels(kWhole, *fontObject());
+  moveResize(0, 0, whole.width(), whole.height());
+  makeControls();
+  load(startDir.empty() ? "/" : startDir);
+  centre(true);
+}
+
+void Ddirselec::makeControls() {
+  const auto at = [this](const Place& place) {
+    const zRect rect = toPixels(place, *fontObject());
+    return new zLeafSizer(rect.left, rect.top, rect.width(), rect.height());
+  };
+  new zStaticText(this, at(kLabelPlace), kTextStyle, "Directories:");
+  dirList = new zListBox(this, at(kListPlace), kListStyle, kDirList);
+  pathEdit = new zEditLine(this, at(kPathPlace), kEditStyle, "", kPathEdit);
+  new zGroupBox(this, at(kSeparatorPlace), kTextStyle | kButtonGroup, "", -1);
+  auto* ok = new zDefPushButton(this, at(kOkPlace), kButtonStyle | kButtonDefault, "OK", kOk);
+  auto* startAgain =
+      new zPushButton(this, at(kCurrentPlace), kButtonStyle | kButtonPush, "Current", kCurrent);
+  auto* cancel =
+      new zPushButton(this, at(kCancelPlace), kButtonStyle | kButtonPush, "Cancel", kCancel);
+  ok->setNotify(this, toHandler(&Ddirselec::onOk), kNotifyClicked);
+  startAgain->setNotify(this, toHandler(&Ddirselec::onCurrent), kNotifyClicked);
+  cancel->setNotify(this, toHandler(&Ddirselec::onCancel), kNotifyClicked);
+  dirList->setNotify(this, toHandler(&Ddirselec::onDoubleClick), kListDoubleClick);
+  dirList->addHandler(this, toHandler(&Ddirselec::onListKey), kMsgKeyDown);
+  setFirstFocus(*pathEdit);
+}
+
+void Ddirselec::load(const std::string& name) {
+  const ziDirectoryTree::Result result = tree.loadDirectory(name);
+  showPath(result == ziDirectoryTree::Result::ok ? tree.current() : errorText(result));
+  fillList();
+}
+
+void Ddirselec::fillList() {
+  dirList->clear();
+  for (const std::string& line : tree.lines()) {
+    dirList->add(line.c_str());
+  }
+  selectCurrent();
+}
+
+void Ddirselec::selectCurrent() {
+  // With the way to it above, as far as there is room.
+  dirList->setCurSel(0);
+  dirList->setCurSel(tree.componentCount() - 1);
+}
+
+int Ddirselec::activate(zEvent* event) {
+  // Before it came up the list did not know how many rows it has room for.
+  if (!std::exchange(hasBeenActive, true)) {
+    selectCurrent();
+  }
+  return zFormDialog::activate(event);
+}
+
+void Ddirselec::showPath(const std::string& path) {
+  pathEdit->setText(path.c_str());
+  const int end = pathEdit->textLength();
+  pathEdit->setSelection(end, end);
+}
+
+int Ddirselec::openChosenRow() {
+  const auto row = static_cast<std::size_t>(dirList->selection());
+  if (row < tree.records().size()) {
+    load(std::string(tree.records()[row].name));
+  }
+  return 1;
+}
+
+int Ddirselec::onDoubleClick(zEvent* /*event*/) {
+  return openChosenRow();
+}
+
+int Ddirselec::onListKey(zEvent* event) {
+  return event->wparam == kKeyReturn ? openChosenRow() : 0;
+}
+
+int Ddirselec::onOk(zEvent* /*event*/) {
+  const std::string typed = pathEdit->text().c_str();
+  if (typed == tree.current() && tree.isLoaded()) {
+    status = 1;
+    endDialog();
+  } else if (const std::optional<std::string> directory = tree.resolve(typed)) {
+    load(*directory);
+  } else {
+    showPath("-- Invalid path --");
+    zApp::instance()->beep();
+  }
+  return 1;
+}
+
+int Ddirselec::onCurrent(zEvent* /*event*/) {
+  load(startDir.empty() ? "/" : startDir);
+  return 1;
+}
+
+int Ddirselec::onCancel(zEvent* event) {
+  return onCancelClicked(event);
+}
+
+std::optional<std::string> Ddirselec::chosen() const {
+  if (status == 0 || isSameDirectory(tree.current(), startDir)) {
+    return std::nullopt;
+  }
+  return tree.current();
+}

@@ -1,0 +1,170 @@
+// The file forms on Motif's file selection dialog. While a form waits everything may happen: other
+// dialogs, the end of the application, the end of the parent and with it of the dialog. Nothing
+// refers to the form's object once its constructor returns, although Motif may destroy the widgets
+// later.
+
+#include "dialogs/file_form.h"
+
+#include <sys/stat.h>
+
+#include "dialogs/directory_tree.h"
+#include "dialogs/file_preset.h"
+#include "framework/core/application.h"
+#include "framework/core/frame.h"
+
+#include "framework/core/connect_xm.h"
+#include "framework/core/xm_handles_xm.h"
+
+namespace {
+
+constexpr short kTextColumns = 50;
+constexpr int kVisibleFiles = 12;
+// What the window manager's decoration may need.
+constexpr int kScreenMargin = 40;
+
+Widget shellAbove(zWindow* parent) {
+  if (parent == nullptr || parent->widget() == nullptr) {
+    parent = zApp::instance()->mainWindow();
+  }
+  Widget widget = parent == nullptr ? nullptr : parent->widget();
+  while (widget != nullptr && !XtIsShell(widget)) {
+    widget = XtParent(widget);
+  }
+  return widget;
+}
+
+Atom closeProtocol(Widget box) {
+  return XInternAtom(XtDisplay(box), "WM_DELETE_WINDOW", False);
+}
+
+bool isDirectory(const std::string& path) {
+  struct stat about = {};
+  return stat(path.c_str(), &about) == 0 && S_ISDIR(about.st_mode);
+}
+
+}  // namespace
+
+/// The dialog of one form, from its creation to its end.
+class ziFileSelection {
+ public:
+  ziFileSelection(zFileForm& form, zFileForm::Target target, Widget shell, const char* title,
+                  const ziFilePreset& preset);
+  ziFileSelection(const ziFileSelection&) = delete;
+  ziFileSelection& operator=(const ziFileSelection&) = delete;
+  ~ziFileSelection();
+
+  void show();
+  bool isFinished() const { return form.isFinished; }
+
+ private:
+  using Data = XmAnyCallbackStruct;
+
+  void create(Widget shell, const ziFilePreset& preset);
+  void addName(const std::string& name);
+  void onOk(Data* data);
+  void onCancel(Data* /*data*/) { form.isFinished = true; }
+  void onDestroy(Data* data);
+  static void closeProc(Widget /*shell*/, XtPointer self, XtPointer /*data*/) noexcept {
+    static_cast<ziFileSelection*>(self)->onCancel(nullptr);
+  }
+  Widget selectionField() const { return XmFileSelectionBoxGetChild(box, XmDIALOG_TEXT); }
+
+  zFileForm& form;
+  zFileForm::Target target;
+  Widget box = nullptr;  ///< null once Motif has destroyed it
+};
+
+ziFileSelection::ziFileSelection(zFileForm& owner, zFileForm::Target wanted, Widget shell,
+                                 const char* title, const ziFilePreset& preset)
+    : form(owner), target(wanted) {
+  create(shell, preset);
+  // A long name in a list makes the whole dialog wide.
+  Screen* screen = XtScreen(shell);
+  XtVaSetValues(XtParent(box), XmNtitle, title == nullptr ? "" : title, XmNmaxWidth,
+                WidthOfScreen(screen) - kScreenMargin, XmNmaxHeight,
+                HeightOfScreen(screen) - kScreenMargin, nullptr);
+  XtUnmanageChild(XmFileSelectionBoxGetChild(box, XmDIALOG_HELP_BUTTON));
+  addName(preset.name);
+  connect<&ziFileSelection::onOk>(box, callback::ok, this);
+  connect<&ziFileSelection::onCancel>(box, callback::cancel, this);
+  connect<&ziFileSelection::onDestroy>(box, callback::destroy, this);
+  XmAddWMProtocolCallback(XtParent(box), closeProtocol(box), closeProc, this);
+}
+
+void ziFileSelection::create(Widget shell, const ziFilePreset& preset) {
+  const zXmString pattern(preset.pattern.c_str());
+  const std::string start =
+      preset.directory.empty() ? workingDirectory().value_or("") : preset.directory;
+  const zXmString directory(start.c_str());
+  Arg arguments[] = {
+      {const_cast<char*>(XmNdeleteResponse), XmDO_NOTHING},
+      {const_cast<char*>(XmNdialogStyle), XmDIALOG_FULL_APPLICATION_MODAL},
+      {const_cast<char*>(XmNautoUnmanage), False},
+      {const_cast<char*>(XmNtextColumns), kTextColumns},
+      {const_cast<char*>(XmNlistVisibleItemCount), kVisibleFiles},
+      {const_cast<char*>(XmNpattern), reinterpret_cast<XtArgVal>(pattern.get())},
+      {const_cast<char*>(XmNdirectory), reinterpret_cast<XtArgVal>(directory.get())},
+  };
+  const Cardinal count = XtNumber(arguments) - (start.empty() ? 1 : 0);
+  box = XmCreateFileSelectionDialog(shell, const_cast<char*>("FileSelectionBox"), arguments, count);
+}
+
+void ziFileSelection::addName(const std::string& name) {
+  Widget field = selectionField();
+  XmTextFieldInsert(field, XmTextFieldGetLastPosition(field), const_cast<char*>(name.c_str()));
+  XmTextFieldSetInsertionPosition(field, XmTextFieldGetLastPosition(field));
+}
+
+void ziFileSelection::onOk(Data* /*data*/) {
+  const std::string name = takeXtText(XmTextFieldGetString(selectionField()));
+  const bool mayBeDirectory = target == zFileForm::Target::anything;
+  if (name.empty() || (!mayBeDirectory && isDirectory(name))) {
+    return;
+  }
+  form.chosenPath = name;
+  form.isAccepted = true;
+  form.isFinished = true;
+}
+
+void ziFileSelection::onDestroy(Data* /*data*/) {
+  box = nullptr;
+  form.isFinished = true;
+}
+
+void ziFileSelection::show() {
+  XtManageChild(box);
+  XtPopup(XtParent(box), XtGrabNone);
+}
+
+ziFileSelection::~ziFileSelection() {
+  if (box == nullptr) {
+    return;
+  }
+  // Inside a callback the widgets are only marked and live on, with late events under way to them.
+  XmRemoveWMProtocolCallback(XtParent(box), closeProtocol(box), closeProc, this);
+  disconnect<&ziFileSelection::onOk>(box, callback::ok, this);
+  disconnect<&ziFileSelection::onCancel>(box, callback::cancel, this);
+  disconnect<&ziFileSelection::onDestroy>(box, callback::destroy, this);
+  XtUnmanageChild(box);
+  XtDestroyWidget(box);
+}
+
+zFileForm::zFileForm(zWindow* parent, const char* title, const char* preset,
+                     const char* const* filter, Target target) {
+  Widget shell = shellAbove(parent);
+  if (shell == nullptr) {
+    isFinished = true;
+    return;
+  }
+  zApp* app = zApp::instance();
+  {
+    const zApp::ModalScope scope;
+    ziFileSelection selection(*this, target, shell, title,
+                              makeFilePreset(preset == nullptr ? "" : preset, filter));
+    selection.show();
+    app->pumpWhile([this] { return !isFinished; });
+  }
+  isFinished = true;
+  // An outer loop may stand in an idle pass, which hides the end of this form from it.
+  app->wake();
+}

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <string>
+
+class zWindow;
+
+/// Base of the two modal forms that ask for a file name. Constructing one shows it and waits for
+/// the answer in a nested event loop; the answer is then read from it. Nothing is remembered from
+/// one form to the next. A form whose parent goes away, or that the end of the application ends, is
+/// not accepted.
+class zFileForm {
+ public:
+  zFileForm(const zFileForm&) = delete;
+  zFileForm& operator=(const zFileForm&) = delete;
+
+  /// 1 if the user confirmed a name, else 0.
+  int accepted() const { return isAccepted ? 1 : 0; }
+  /// The confirmed name as it stands in the form, of any length; empty if there is none.
+  const std::string& path() const { return chosenPath; }
+  operator const char*() const { return chosenPath.c_str(); }
+
+ protected:
+  /// What the name may be the name of.
+  enum class Target { anythingButDirectory, anything };
+
+  /// `parent` may be null; the form then belongs to the main window, and where there is none
+  /// either, nothing is shown. `preset` is a path or name, which may have wild cards, or null.
+  /// `filter` alternates descriptions and patterns and ends with two nulls; only its first pattern
+  /// counts. Null is "*".
+  zFileForm(zWindow* parent, const char* title, const char* preset, const char* const* filter,
+            Target target);
+  ~zFileForm() = default;
+
+ private:
+  friend class ziFileSelection;
+
+  std::string chosenPath;
+  bool isAccepted = false;
+  bool isFinished = false;
+};
+
+/// Asks for a file that is to exist. A directory keeps the form open; whether the file is there,
+/// and can be read, is for the caller to see.
+class zFileOpenForm : public zFileForm {
+ public:
+  zFileOpenForm(zWindow* parent, const char* title, const char* preset, const char* const* filter)
+      : zFileForm(parent, title, preset, filter, Target::anythingButDirectory) {}
+};
+
+/// Asks for a file to be written. A directory's name is accepted too: opening it fails later.
+class zFileSaveForm : public zFileForm {
+ public:
+  zFileSaveForm(zWindow* parent, const char* title, const char* preset, const char* const* filter)
+      : zFileForm(parent, title, preset, filter, Target::anything) {}
+};
