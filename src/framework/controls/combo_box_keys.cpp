@@ -46,6 +46,12 @@ unsigned altMask() {
   return known != 0 ? known : Mod1Mask;
 }
 
+bool isControl(std::intptr_t character) {
+  constexpr unsigned char kDelete = 0x7F;
+  const auto byte = static_cast<unsigned char>(character);
+  return byte < ' ' || byte == kDelete;
+}
+
 bool startsWith(const std::string& text, char letter) {
   const auto lower = [](char c) { return std::tolower(static_cast<unsigned char>(c)); };
   return !text.empty() && lower(text.front()) == lower(letter);
@@ -78,7 +84,8 @@ int zComboBoxBase::keyArrived(zEvent& event, bool typed) {
   if ((press.state & ShiftMask) == 0) {
     row = rowForKey(key, current);
   }
-  if (!row && typed && entryKind == Entry::fixed) {
+  // Tab, Return and Escape have a character too, but it begins no text: they go on.
+  if (!row && typed && entryKind == Entry::fixed && !isControl(event.wparam)) {
     row = rowForLetter(static_cast<char>(event.wparam), current);
   }
   if (!row) {

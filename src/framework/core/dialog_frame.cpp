@@ -20,17 +20,14 @@
 namespace {
 
 constexpr int kPointTenths = 10;
-constexpr std::uint32_t kButtonPushStyles = 1;  // 0 and 1 of the low four bits
 constexpr std::uint32_t kMultiLineEdit = 0x4;
-
-bool isPushButton(zWindow* window) {
-  return window->isA(kClassButton) && (window->style() & kStyleSubtypeMask) <= kButtonPushStyles;
-}
+constexpr std::uint32_t kReadOnlyEdit = 0x800;
 
 // What does something of its own on Return.
 bool usesReturn(zWindow* window) {
-  return isPushButton(window) ||
-         (window->isA(kClassEditBase) && (window->style() & kMultiLineEdit) != 0);
+  return window->isA(kClassPushButton) || window->isA(kClassDefPushButton) ||
+         (window->isA(kClassEditBase) &&
+          (window->style() & (kMultiLineEdit | kReadOnlyEdit)) == kMultiLineEdit);
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include "framework/core/dialog_frame.h"
 
 #include <algorithm>
+#include <span>
 
 #include "framework/core/application.h"
 #include "framework/core/connect_xm.h"
@@ -43,6 +44,23 @@ Widget createBoard(Widget parent, unsigned char resizePolicy) {
 
 bool canTakeFocus(zWindow* window) {
   return (window->style() & kStyleTabStop) != 0 && window->isEnabled();
+}
+
+// The entry of a combo box is an exclusive tab group, as its kind is to be; beside one Tab finds
+// only other groups of that kind and sticky ones. So the holders of the other controls are sticky.
+void makeTabStops(Widget board) {
+  WidgetList parts = nullptr;
+  Cardinal count = 0;
+  XtVaGetValues(board, XmNchildren, &parts, XmNnumChildren, &count, nullptr);
+  for (Widget part : std::span(parts, count)) {
+    if (XmIsForm(part)) {
+      XtVaSetValues(part, XmNnavigationType, XmSTICKY_TAB_GROUP, nullptr);
+    }
+    // A group box holds controls of its own.
+    if (XmIsForm(part) || XmIsFrame(part)) {
+      makeTabStops(part);
+    }
+  }
 }
 
 Atom closeProtocol(Widget shell) {
@@ -108,8 +126,8 @@ void zDialogFrame::focusFirst() {
 void zDialogFrame::moveResize(int x, int y, int width, int height) {
   zRect exterior;
   getExterior(exterior);
-  const bool isMapped = XtIsRealized(shellWidget);
-  const zDimension allowance = isMapped ? decorationAllowance(exterior) : zDimension{0, 0};
+  // The toolkit realizes a dialog shell as soon as it is made; the board comes with the first run.
+  const zDimension allowance = isRealized() ? decorationAllowance(exterior) : zDimension{0, 0};
   const int clientWidth = std::max(width - allowance.width, 1);
   const int clientHeight = std::max(height - allowance.height, 1);
   XtVaSetValues(mainWidget, XmNx, 0, XmNy, 0, XmNwidth, clientWidth, XmNheight, clientHeight,
@@ -128,6 +146,7 @@ void zDialogFrame::popUp(int fullModal) {
     XtVaSetValues(shellWidget, XmNmwmInputMode, inputMode, nullptr);
   }
   focusPending = true;
+  makeTabStops(mainWidget);
   XtManageChild(inner);
   XtPopup(shellWidget, XtGrabNone);
 }

@@ -1,0 +1,95 @@
+#include "prompts/pop_up_value_dlgs.h"
+
+#include <algorithm>
+
+#include "framework/controls/button.h"
+#include "framework/controls/formatted_edit.h"
+
+namespace {
+
+// Only the height counts, until the buttons are there.
+constexpr zDimension kStartSize = {350, 200};
+constexpr std::uint32_t kNumberStyle = 0x50810080;
+constexpr std::uint32_t kCheckStyle = 0x50010000;
+
+}  // namespace
+
+UIPopUpStringDlg::UIPopUpStringDlg(zWindow* parent, const RWCString& message)
+    : UIPopUpDlgBase(parent, kStartSize) {
+  int y = addMessageText(message, gapY) + gapY;
+  answerEdit = addEditLine(y, &answerText);
+  setFirstFocus(*answerEdit);
+  y += unitY * 3 + gapY;
+  finish(y);
+}
+
+const RWCString& UIPopUpStringDlg::answer() {
+  answerEdit->storeData();
+  return answerText;
+}
+
+ziPopUpNumberDlg::ziPopUpNumberDlg(zWindow* parent, const RWCString& message)
+    : UIPopUpDlgBase(parent, kStartSize) {
+  const int y = addMessageText(message, gapY) + gapY;
+  answerEdit =
+      new zLongEdit(this, rowAt(y, unitY * 3), kNumberStyle, nextId(), &answerValue, kNumShow);
+  answerEdit->setNotify(this, toHandler(&ziPopUpNumberDlg::onFocusGained), kEditFocusGained);
+  setFirstFocus(*answerEdit);
+  below = y + unitY * 3 + gapY;
+}
+
+int ziPopUpNumberDlg::onFocusGained(zEvent* /*event*/) {
+  // What is typed replaces the number that was there.
+  answerEdit->setSelection(0, answerEdit->textLength());
+  return 0;
+}
+
+RWCString ziPopUpNumberDlg::digits() const {
+  return answerEdit->formattedText(kNumRead);
+}
+
+int ziPopUpNumberDlg::onCancel(zEvent* /*event*/) {
+  return endWith(0);
+}
+
+UIPopUpIntegerDlg::UIPopUpIntegerDlg(zWindow* parent, const RWCString& message)
+    : ziPopUpNumberDlg(parent, message) {
+  finish(below);
+}
+
+int UIPopUpIntegerDlg::onOk(zEvent* /*event*/) {
+  answerEdit->storeData();
+  answerEdit->showData();
+  return endWith(1);
+}
+
+UIPopUpIntegerLimitDlg::UIPopUpIntegerLimitDlg(zWindow* parent, const RWCString& message, long low,
+                                               long high)
+    : ziPopUpNumberDlg(parent, message), lowLimit(std::max(low, 0L)), highLimit(high) {
+  if (low < 0) {
+    allCheck = new zCheckBox(this, rowAt(below, unitY * 3), kCheckStyle, "All", nextId());
+    below += unitY * 3 + gapY;
+  }
+  finish(below);
+}
+
+int UIPopUpIntegerLimitDlg::onOk(zEvent* /*event*/) {
+  answerEdit->storeData();
+  const bool isLegal = lowLimit <= answerValue && answerValue <= highLimit;
+  if (!isLegal) {
+    answerValue = 0;
+  }
+  answerEdit->showData();
+  return isLegal ? endWith(1) : 0;
+}
+
+// The form's OK comes here only for what onOk has not taken: the dialog is to stay open.
+int UIPopUpIntegerLimitDlg::storeData() {
+  zFormDialog::storeData();
+  status = accepted;
+  return status;
+}
+
+RWCString UIPopUpIntegerLimitDlg::answer() const {
+  return allCheck != nullptr && allCheck->checked() ? RWCString(kAll) : digits();
+}
