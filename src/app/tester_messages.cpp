@@ -10,6 +10,7 @@
 
 #include "app/app_main.h"
 #include "app/message_handler.h"
+#include "app/tester_questions.h"
 #include "app/wmain.h"
 #include "framework/core/application.h"
 #include "framework/core/message_box.h"
@@ -53,11 +54,6 @@ void onQuestion(const ToolMessage& message) {
 void onPrompt(const ToolMessage& message) {
   theCommandLine->addToHistory(message.text(0));
   releaseCommandQueue();
-}
-
-/// A question whose dialog this program does not have is answered as if the user had refused it.
-void onRefused(const ToolMessage& /*message*/) {
-  answer(MSG_UI_CANCEL);
 }
 
 void onExitConfirm(const ToolMessage& /*message*/) {
@@ -110,23 +106,23 @@ constexpr Row kRows[] = {
     {MSG_T_TEXT, onText},
     {MSG_T_QUESTION, onQuestion},
     {MSG_T_PROMPT, onPrompt},
-    {MSG_T_ASK_STRING, onRefused},
-    {MSG_T_ASK_INTEGER, onRefused},
-    {MSG_T_ASK_LIST, onRefused},
+    {MSG_T_ASK_STRING, askString},
+    {MSG_T_ASK_INTEGER, askInteger},
+    {MSG_T_ASK_LIST, askList},
     {MSG_T_EXIT_CONFIRM, onExitConfirm},
     {MSG_T_EXIT, onExit},
     {MSG_T_TITLE, onTitle},
-    {MSG_T_ASK_FILE, onRefused},
-    {MSG_T_ASK_BITS, onRefused},
-    {MSG_T_ASK_DIRECTORY, onRefused},
+    {MSG_T_ASK_FILE, askFile},
+    {MSG_T_ASK_BITS, askBits},
+    {MSG_T_ASK_DIRECTORY, askDirectory},
     {MSG_T_SYSTEM_OPENED, onSystemOpened},
     {MSG_T_ERROR_BOX, onErrorBox},
     {MSG_T_BUSY, onBusy},
     {MSG_T_IDLE, onIdle},
     {MSG_T_WARNING_BOX, onWarningBox},
-    {MSG_T_FIND, onRefused},
-    {MSG_T_ASK_SIGNAL_PARAM, onRefused},
-    {MSG_T_ASK_RANGE, onRefused},
+    {MSG_T_FIND, askFind},
+    {MSG_T_ASK_SIGNAL_PARAM, askSignalParameters},
+    {MSG_T_ASK_RANGE, askRange},
     {MSG_CONNECT_OK, onConnectOk},
     {MSG_LINK_IDENT, onLinkIdent},
     {MSG_LINK_WARNING_BOX, onWarningBox},

@@ -50,10 +50,10 @@ class AppTest : public testing::Test {
     awaitCommandLine();
   }
 
-  /// The program still reads, decodes and answers: a list without items is refused at once.
+  /// The program still reads, decodes and answers: a range of one number asks nobody.
   void expectAnswer(SourceLine where = SourceLine::current()) {
-    postmaster.send({MSG_T_ASK_LIST, where}, "title", "prompt", 0, Parameter::List{});
-    postmaster.expect({MSG_UI_CANCEL, where});
+    postmaster.send({MSG_T_ASK_RANGE, where}, "title", "prompt", 7, 7);
+    postmaster.expect({MSG_UI_VALUE, where}, "7");
   }
 
   /// A frame as bytes, with a payload that need not fit its tag.

@@ -83,23 +83,6 @@ TEST_F(AppTest, BringsBackConfirmedCommandsOnly) {
   postmaster.expect(MSG_UI_COMMAND, "xy");
 }
 
-TEST_F(AppTest, RefusesQuestionsWhoseDialogsItDoesNotHave) {
-  connect();
-  const Parameter::List items{"one", "two"};
-  postmaster.send(MSG_T_ASK_STRING, "title", "prompt");
-  postmaster.send(MSG_T_ASK_INTEGER, "title", "prompt");
-  postmaster.send(MSG_T_ASK_LIST, "title", "prompt", 0, items);
-  postmaster.send(MSG_T_ASK_FILE, "title", "/tmp", "sym", "label");
-  postmaster.send(MSG_T_ASK_BITS, "title", "prompt", items);
-  postmaster.send(MSG_T_ASK_DIRECTORY, "", "");
-  postmaster.send(MSG_T_FIND, 0, 0, items);
-  postmaster.send(MSG_T_ASK_SIGNAL_PARAM, "title", "prompt", 0, items);
-  postmaster.send(MSG_T_ASK_RANGE, "title", "prompt", 1, 9);
-  for (int question = 0; question < 9; ++question) {
-    postmaster.expect(MSG_UI_CANCEL);
-  }
-}
-
 TEST_F(AppTest, AnswersAQuestionBoxByTheButtonPressed) {
   connect();
   const auto ask = [this](const char* caption) {

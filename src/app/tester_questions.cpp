@@ -1,0 +1,238 @@
+// The dialogs behind the tester's questions, and their answers.
+//
+// Lists may come in several messages: the dialog is made by the first and run by the last. A
+// complete question that arrives while the same dialog runs adds its items and runs it a second
+// time inside; the one OK or Cancel then answers both, and the outer run destroys the dialog.
+
+#include "app/tester_questions.h"
+
+#include <array>
+#include <cstdio>
+#include <string_view>
+#include <utility>
+
+#include <unistd.h>
+
+#include "app/wmain.h"
+#include "dialogs/ddirselec.h"
+#include "dialogs/file_form.h"
+#include "link/message_numbers.h"
+#include "link/tool_interface.h"
+#include "link/typed_senders.h"
+#include "prompts/find_dlg.h"
+#include "prompts/pop_up_bit_dlg.h"
+#include "prompts/pop_up_list_dlg.h"
+#include "prompts/pop_up_sig_par_dlg.h"
+#include "prompts/pop_up_value_dlgs.h"
+#include "textarea/text_pane.h"
+
+UIPopUpListDlg* g_ListDialog = nullptr;
+UIPopUpSigParDlg* g_SigParDialog = nullptr;
+FindDlg* g_FindDialog = nullptr;
+std::string g_CurrentDirectory;
+
+namespace {
+
+void answerCancel() {
+  ToolSend(NELKV, MSG_UI_CANCEL, nullptr, 0);
+}
+
+/// Runs a dialog of this call's own, hands it to `reply` when the user has confirmed it, and
+/// destroys it; any other end is answered by Cancel.
+template <class Dialog, class Accepted, class Reply>
+void runQuestion(Dialog* dialog, Accepted accepted, Reply reply) {
+  if (dialog->run(0) == zDialogFrame::kDialogGone) {
+    answerCancel();
+    return;
+  }
+  if (accepted(*dialog)) {
+    reply(*dialog);
+  } else {
+    answerCancel();
+  }
+  delete dialog;
+}
+
+bool isAccepted(const UIPopUpDlgBase& dialog) {
+  return dialog.accepted == 1;
+}
+
+/// The same for a dialog that several messages have filled.
+template <class Dialog, class Reply>
+void runBuiltUp(Dialog*& kept, Reply reply) {
+  static int runs = 0;
+  ++runs;
+  const int result = kept->run(0);
+  --runs;
+  if (result == zDialogFrame::kDialogGone) {
+    kept = nullptr;
+    answerCancel();
+    return;
+  }
+  if (isAccepted(*kept)) {
+    reply(*kept);
+  } else {
+    answerCancel();
+  }
+  if (runs == 0) {
+    delete std::exchange(kept, nullptr);
+  }
+}
+
+/// The answer to a question for an instance that needs no dialog; null for any other question.
+const char* fixedAnswer(const ToolMessage& message) {
+  constexpr std::string_view kInstanceZero = "Instance number (0)";
+  constexpr std::string_view kInstanceAny = "Instance number (*)";
+  // The title counts without its last four characters. Intended.
+  constexpr std::string_view kTitle = "Korvane Select";
+  constexpr std::string_view kTitleStart = kTitle.substr(0, kTitle.size() - 4);
+  if (!std::string_view(message.text(0)).starts_with(kTitleStart)) {
+    return nullptr;
+  }
+  const std::string_view text = message.text(1);
+  if (text.starts_with(kInstanceZero)) {
+    return "0";
+  }
+  return text.starts_with(kInstanceAny) ? "*" : nullptr;
+}
+
+}  // namespace
+
+void askString(const ToolMessage& message) {
+  runQuestion(
+      new UIPopUpStringDlg(g_MainWindow, message.text(1)),
+      [](const UIPopUpStringDlg& dialog) { return dialog.status == 1; },
+      [](UIPopUpStringDlg& dialog) { sendStringAnswer(dialog.answer().c_str()); });
+}
+
+void askInteger(const ToolMessage& message) {
+  if (const char* fixed = fixedAnswer(message); fixed != nullptr) {
+    sendValueAnswer(fixed);
+    return;
+  }
+  runQuestion(new UIPopUpIntegerDlg(g_MainWindow, message.text(1)), isAccepted,
+              [](const UIPopUpIntegerDlg& dialog) { sendValueAnswer(dialog.answer().c_str()); });
+}
+
+void askRange(const ToolMessage& message) {
+  const int low = message.number(2);
+  const int high = message.number(3);
+  if (low == high) {
+    sendValueAnswer(std::to_string(low).c_str());
+    return;
+  }
+  runQuestion(new UIPopUpIntegerLimitDlg(g_MainWindow, message.text(1), low, high), isAccepted,
+              [](const UIPopUpIntegerLimitDlg& dialog) {
+                const RWCString answer = dialog.answer();
+                sendValueAnswer(answer == UIPopUpIntegerLimitDlg::kAll ? "*" : answer.c_str());
+              });
+}
+
+void askList(const ToolMessage& message) {
+  if (message.list(3) == nullptr) {
+    theTextPane->appendText("< No timer values available >\n");
+    answerCancel();
+    return;
+  }
+  const PromptItems items = promptItems(message.list(3));
+  if (g_ListDialog == nullptr) {
+    g_ListDialog = new UIPopUpListDlg(g_MainWindow, message.text(1), items, true);
+  } else {
+    g_ListDialog->addItems(items);
+  }
+  if (message.number(2) != 0) {
+    return;
+  }
+  runBuiltUp(g_ListDialog, [](UIPopUpListDlg& dialog) {
+    const RWCString& answer = dialog.answer();
+    sendListAnswer(answer.isEmpty() ? "-" : answer.c_str());
+  });
+}
+
+void askBits(const ToolMessage& message) {
+  runQuestion(new UIPopUpBitDlg(g_MainWindow, message.text(1), promptItems(message.list(2))),
+              isAccepted, [](const UIPopUpBitDlg& dialog) { sendBitsAnswer(dialog.answer()); });
+}
+
+void askSignalParameters(const ToolMessage& message) {
+  if (message.list(3) == nullptr) {
+    theTextPane->appendText("< Error: invalid Signalparameter-Definition >\n");
+    answerCancel();
+    return;
+  }
+  const PromptItems items = promptItems(message.list(3));
+  if (g_SigParDialog == nullptr) {
+    g_SigParDialog = new UIPopUpSigParDlg(g_MainWindow, message.text(1), items);
+  } else {
+    g_SigParDialog->addDefinitions(items, 0);
+  }
+  if (message.number(2) != 0) {
+    return;
+  }
+  runBuiltUp(g_SigParDialog,
+             [](UIPopUpSigParDlg& dialog) { sendSignalParameterAnswer(dialog.answer().c_str()); });
+}
+
+void askFile(const ToolMessage& message) {
+  const std::string pattern = std::string("*.") + message.text(2);
+  const std::array<const char*, 6> filter = {message.text(3), pattern.c_str(), "All Files (*.*)",
+                                             "*.*",           nullptr,         nullptr};
+  // The program stays in the directory; one that cannot be entered leaves it where it is. Intended.
+  static_cast<void>(!chdir(message.text(1)));
+  const zFileOpenForm form(g_MainWindow, message.text(0), nullptr, filter.data());
+  if (form.accepted() != 0) {
+    sendFileAnswer(form.path().c_str());
+  } else {
+    answerCancel();
+  }
+}
+
+void askDirectory(const ToolMessage& /*message*/) {
+  const std::string start = workingDirectory().value_or("");
+  g_CurrentDirectory = start;
+  auto* dialog = new Ddirselec(g_MainWindow, start);
+  const bool isGone = dialog->run(0) == zDialogFrame::kDialogGone;
+  const std::optional<std::string> chosen = isGone ? std::nullopt : dialog->chosen();
+  if (!isGone) {
+    delete dialog;
+  }
+  if (!chosen) {
+    answerCancel();
+    return;
+  }
+  g_CurrentDirectory = *chosen;
+  sendDirectoryAnswer(g_CurrentDirectory.c_str());
+  static_cast<void>(!chdir(g_CurrentDirectory.c_str()));
+}
+
+void askFind(const ToolMessage& message) {
+  const int list = message.number(1);
+  const PromptItems items = promptItems(message.list(2));
+  if (g_FindDialog == nullptr) {
+    g_FindDialog = new FindDlg(g_MainWindow, g_MainWindow->findSettings(), list, items);
+  } else {
+    g_FindDialog->addItems(list, items);
+  }
+  if (message.number(0) != 0) {
+    return;
+  }
+  RWCString wanted;
+  bool matchCase = false;
+  bool useRegexp = false;
+  runBuiltUp(g_FindDialog, [&](const FindDlg& dialog) {
+    wanted = dialog.searchString;
+    matchCase = dialog.matchCase != 0;
+    useRegexp = dialog.useRegexp != 0;
+  });
+  // The search may end in a box, which must not stand over a dialog that is done.
+  if (!wanted.isEmpty()) {
+    theTextPane->startFocusTimer();
+    g_MainWindow->findFirst(wanted, matchCase, useRegexp);
+  }
+}
+
+void dropUnfinishedQuestions() {
+  delete std::exchange(g_ListDialog, nullptr);
+  delete std::exchange(g_SigParDialog, nullptr);
+  delete std::exchange(g_FindDialog, nullptr);
+}
