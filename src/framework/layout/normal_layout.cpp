@@ -123,6 +123,10 @@ void zNormalLayout::getInfo(zLayoutInfo& info, zSizerDlist& children, int /*coun
       raiseTo(info.maxSize, own.maxSize);
     }
   }
+  raiseToFixedChildren(info, rightEdge);
+}
+
+void raiseToFixedChildren(zLayoutInfo& info, int rightEdge) {
   if (info.size.width < rightEdge) {
     info.size.width = rightEdge;
     info.maxSize.width = std::max(info.maxSize.width, rightEdge);

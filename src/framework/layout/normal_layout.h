@@ -14,3 +14,6 @@ class zNormalLayout : public zLayout {
   void apply(zRect& rect, zSizerDlist& children, int count) override;
   void getInfo(zLayoutInfo& info, zSizerDlist& children, int count) override;
 };
+
+/// Raises what is asked for to the right edge of the children at positions of their own.
+void raiseToFixedChildren(zLayoutInfo& info, int rightEdge);

@@ -1,0 +1,78 @@
+#include "framework/furniture/status_item.h"
+
+#include "framework/draw/display.h"
+#include "framework/furniture/bevel.h"
+#include "framework/furniture/status_line.h"
+#include "framework/layout/grav_sizer.h"
+
+namespace {
+
+constexpr int kFieldGap = 1;    // between fields
+constexpr int kTextIndent = 4;  // from the field's edge
+constexpr int kWidthMargin = 8;
+
+}  // namespace
+
+zStatusItem::zStatusItem(zStatusLine& line, zSizer* sizer, int id, std::uint32_t style)
+    : ziVisual(&line.visuals(), std::unique_ptr<zSizer>(sizer), style),
+      statusLine(line),
+      itemId(id) {
+  line.addItem(this);
+}
+
+zRect zStatusItem::field() const {
+  return insetRect(rect(), kFieldGap);
+}
+
+void zStatusItem::redraw() {
+  if (!statusLine.inMessageMode()) {
+    paint();
+  }
+}
+
+void zStatusItem::draw(zDisplay& display) {
+  fillArea(display, rect(), kFaceColour);
+  if ((style() & kStatusSunken) != 0) {
+    drawBevel(display, field(), zBevel::kSunken);
+  }
+}
+
+zStatusItemText::zStatusItemText(zStatusLine& line, zSizer* sizer, int id, std::uint32_t style)
+    : zStatusItem(line, sizer, id, style) {}
+
+void zStatusItemText::setText(const RWCString& newText) {
+  if (newText == string) {
+    return;
+  }
+  string = newText;
+  redraw();
+}
+
+void zStatusItemText::draw(zDisplay& display) {
+  zStatusItem::draw(display);
+  if (string.isEmpty()) {
+    return;
+  }
+  zDimension size;
+  display.textSize(size, string.c_str());
+  const zRect inner = insetRect(field(), 1);
+  const zPoint middle = centredIn(inner, size);
+  const bool isCentred = (style() & kStatusCentred) != 0 && size.width <= inner.width();
+  // A text that is too long is cut at the field's edge.
+  display.intersectClip(inner);
+  display.setTextMode(kTextTransparent);
+  display.text(isCentred ? middle.x : inner.left + kTextIndent, middle.y, string.c_str());
+  display.setTextMode(kTextOpaque);
+  display.setClipRegion(nullptr);
+}
+
+void zStatusItemText::fitWidth(const RWCString& widest) {
+  zDisplay* on = display();
+  zDimension size;
+  on->lock();
+  on->textSize(size, widest.c_str());
+  on->unlock();
+  if (sizer()->query(kSizerGrav) != nullptr) {
+    static_cast<zGravSizer*>(sizer())->setExtent({size.width + kWidthMargin, 0});
+  }
+}

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <memory>
+
+#include "framework/core/timer.h"
+#include "framework/furniture/status_item.h"
+
+/// A field that shows one of two words.
+class zStatusOnOffItem : public zStatusItemText {
+ public:
+  zStatusOnOffItem(zStatusLine& line, zSizer* sizer, int id, const RWCString& onText,
+                   const RWCString& offText, std::uint32_t style = kStatusSunken | kStatusCentred);
+
+  bool takesText() const override { return false; }
+  void setOn(bool on);
+
+ protected:
+  /// The word for on when none was given.
+  virtual const char* defaultOnText() const { return ""; }
+
+ private:
+  RWCString onText;
+  RWCString offText;
+};
+
+/// A word that shows while a key is held down. It is the key that is looked at, not the lock state
+/// that it switches; that is intended.
+class ziStatusKeyItem : public zStatusOnOffItem {
+ public:
+  /// Asks the keyboard; the timer calls it.
+  void tick();
+
+ protected:
+  ziStatusKeyItem(zStatusLine& line, zSizer* sizer, int id, const RWCString& onText,
+                  const RWCString& offText, unsigned long keysym);
+
+ private:
+  static int ticked(zEvH* item);
+
+  unsigned long keysym;
+  std::unique_ptr<zTimer> timer;
+};
+
+class zStatusNumLock : public ziStatusKeyItem {
+ public:
+  zStatusNumLock(zStatusLine& line, zSizer* sizer, int id, const RWCString& onText = "",
+                 const RWCString& offText = "");
+
+ protected:
+  const char* defaultOnText() const override { return "NUM"; }
+};
+
+class zStatusCapsLock : public ziStatusKeyItem {
+ public:
+  zStatusCapsLock(zStatusLine& line, zSizer* sizer, int id, const RWCString& onText = "",
+                  const RWCString& offText = "");
+
+ protected:
+  const char* defaultOnText() const override { return "CAP"; }
+};
