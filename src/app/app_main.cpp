@@ -9,6 +9,7 @@
 #include "app/poll_handlers.h"
 #include "app/version_text.h"
 #include "app/wmain.h"
+#include "framework/controls/record_controls.h"
 #include "framework/core/application.h"
 #include "framework/core/control_registry.h"
 #include "framework/core/message_box.h"
@@ -50,6 +51,7 @@ class AppTitle {
 };
 
 void registerControls() {
+  registerRecordControls();
   for (const char* name : {"zCheckBox3dClass", "zRadioBtn3dClass", "zStatTxt3dClass",
                            "zGroupBox3dClass", "zBmpBtnClass", "zPanel3dClass", "zTable",
                            "zTablePrintable", "zValueSet", "zTreeCtrl", "zProgressBar"}) {

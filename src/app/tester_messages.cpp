@@ -12,6 +12,7 @@
 #include "app/message_handler.h"
 #include "app/tester_questions.h"
 #include "app/wmain.h"
+#include "buttons/group_pane.h"
 #include "framework/core/application.h"
 #include "framework/core/message_box.h"
 #include "link/message_numbers.h"
@@ -74,6 +75,7 @@ void onSystemOpened(const ToolMessage& message) {
   g_SymbolName = message.text(1);
   // A directory that cannot be entered leaves the program where it is, without a word. Intended.
   static_cast<void>(!chdir(message.text(0)));
+  loadDefaultButtons(message.text(0));
 }
 
 void onErrorBox(const ToolMessage& message) {

@@ -4,8 +4,13 @@
 #include "app/wmain.h"
 
 #include "app/app_main.h"
+#include "app/main_toolbar.h"
+#include "app/tester_questions.h"
+#include "buttons/control_pane.h"
 #include "framework/core/application.h"
+#include "framework/draw/icon.h"
 #include "framework/draw/measure.h"
+#include "framework/draw/res_id.h"
 #include "framework/furniture/menu.h"
 #include "framework/layout/grav_sizer.h"
 #include "resources/command_ids.h"
@@ -21,7 +26,11 @@ int g_MainIconId = 0;
 namespace {
 
 constexpr std::uint32_t kMainWindowStyle = 0xCF0000;
-constexpr int kMarginUnits = 2;  // dialog units
+constexpr std::uint32_t kStatusLineStyle =
+    zStatusLineEZ::kClock | zStatusLineEZ::kNumLock | zStatusLineEZ::kCapsLock;
+// Dialog units.
+constexpr int kMarginUnits = 2;
+constexpr int kButtonAreaUnits = 160;
 
 }  // namespace
 
@@ -31,9 +40,11 @@ WMain::WMain(zWindow* parent, const char* title)
   createMenu();
   zApp::instance()->loadAccelerators(kAcceleratorsMain);
   g_MainIconId = kIconMain;
-  createStrips();
+  setIcon(zResId(kIconMain));
+  createToolBar();
+  createStatusLine();
   createMargins();
-  createRest();
+  createPanes();
   setCaption(g_AppTitle);
   theCommandLine->startFocusTimer();
   show();
@@ -43,25 +54,33 @@ void WMain::createMenu() {
   auto bar = std::make_unique<zMenu>(this);
   menuBar = bar.get();
   pulldowns = buildMainMenu(*menuBar);
-  // What has no binding stays greyed.
-  for (const MenuRow& row : mainMenuRows()) {
-    if (row.label != nullptr) {
-      menuBar->setGrayed(row.id, 1);
-    }
-  }
   bindCommands();
   pulldowns[kViewMenu]->addMenuInitHandler(this, toHandler(&WMain::onViewMenuShown));
-  menuBar->setGrayed(kCommandFindNext, 1);
+  for (const int initiallyOff : {kCommandFindNext, kCommandSaveButtons}) {
+    menuBar->setGrayed(initiallyOff, 1);
+  }
   setMenu(std::move(bar));
   menuBar->create();
 }
 
-// Nothing stands in the strips yet, so they take no room.
-void WMain::createStrips() {
-  toolBar.sizer = std::make_unique<zGravSizer>(kGravityTop, 0, sizer());
-  toolBar.size = toolBar.sizer->extent();
-  statusLine.sizer = std::make_unique<zGravSizer>(kGravityBottom, 0, sizer());
-  statusLine.size = statusLine.sizer->extent();
+void WMain::createToolBar() {
+  constexpr int kToolBarHeight = 30;
+  toolBarStrip.sizer = new zGravSizer(kGravityTop, kToolBarHeight, sizer());
+  toolBar = new ClMainToolBar(this, toolBarStrip.sizer, 0);
+  toolBarStrip.window = toolBar;
+  toolBarStrip.size = toolBarStrip.sizer->extent();
+  toolBar->show();
+}
+
+void WMain::createStatusLine() {
+  statusLineStrip.sizer = new zGravSizer(kGravityBottom, 0, sizer());
+  statusLine = new zStatusLineEZ(this, statusLineStrip.sizer, kStatusLineStyle);
+  statusLineStrip.window = statusLine;
+  // The line has asked for the height that its font needs.
+  statusLineStrip.size = statusLineStrip.sizer->extent();
+  new zStatusItemText(*statusLine, new zGravSizer(kGravityCentre, 0), kHelpItemId, kStatusSunken);
+  setMenuHelp({});
+  statusLine->show();
 }
 
 void WMain::createMargins() {
@@ -72,14 +91,19 @@ void WMain::createMargins() {
   rightSpacer = std::make_unique<zGravSizer>(kGravityRight, margin.width(), sizer());
 }
 
-void WMain::createRest() {
-  buttonArea = std::make_unique<zGravSizer>(kGravityLeft, 0, sizer());
+void WMain::createPanes() {
+  const zDialogUnit buttonArea(kButtonAreaUnits, 0);
+  ziButtonHost& host = *this;
+  controlPane = std::make_unique<ControlPane>(
+      this, new zGravSizer(kGravityLeft, buttonArea.width(), sizer()), host);
+  controlPane->show();
   myPane = std::make_unique<MyPane>(this, new zGravSizer(kGravityFill, zDimension{}, sizer()));
   theTextPane->setZoomListener(
-      [this](int command, bool possible) { menuBar->setGrayed(command, possible ? 0 : 1); });
+      [this](int command, bool possible) { toolBar->setPossible(command, possible); });
 }
 
 WMain::~WMain() {
+  dropUnfinishedQuestions();
   findHistory.clear();
   for (auto& pulldown : pulldowns) {
     pulldown.reset();
@@ -88,12 +112,9 @@ WMain::~WMain() {
   bottomSpacer.reset();
   leftSpacer.reset();
   rightSpacer.reset();
+  controlPane.reset();
   myPane.reset();
   g_MainWindow = nullptr;
-}
-
-void WMain::executeCommandLine(const RWCString& line) {
-  ::executeCommandLine(line.view());
 }
 
 int WMain::handle(zEvent* /*event*/) {

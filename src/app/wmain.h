@@ -1,18 +1,25 @@
 #pragma once
 
 #include <memory>
+#include <span>
 #include <vector>
 
 #include "app/main_menu.h"
+#include "buttons/button_host.h"
 #include "framework/core/frame.h"
+#include "framework/furniture/status_line.h"
+#include "prompts/find_dlg.h"
 
+class ClMainToolBar;
+class ControlPane;
 class MyPane;
 class zGravSizer;
 class zMenu;
+class zStatusLineEZ;
 
 /// The main window: it frames the log and the command line, binds every menu command and
 /// accelerator, and is the gate through which the program closes.
-class WMain : public zAppFrame {
+class WMain : public zAppFrame, private ziButtonHost {
  public:
   /// Builds everything and shows the window.
   WMain(zWindow* parent, const char* title);
@@ -22,11 +29,13 @@ class WMain : public zAppFrame {
   int canExit();
 
   /// Sends `line` to the tester, piece by piece; an empty one asks for the list of commands.
-  void executeCommandLine(const RWCString& line);
+  void executeCommandLine(const RWCString& line) override;
 
   /// Searches the log for `wanted` from its start, remembers it and how it was searched for, and
   /// lets the user go on with Find next.
   void findFirst(const RWCString& wanted, bool matchCase, bool regexp);
+  /// What the Find dialog is to start with.
+  FindSettings findSettings() const;
 
   int handle(zEvent* event) override;
   int activate(zEvent* event) override;
@@ -34,20 +43,37 @@ class WMain : public zAppFrame {
   int focus(zEvent* event) override;
 
  private:
-  /// A strip at an edge of the window that the user can hide.
+  static constexpr int kHelpItemId = 4711;
+
+  /// A strip at an edge of the window that the user can hide. The window tree owns both.
   struct Strip {
-    std::unique_ptr<zGravSizer> sizer;
+    zWindow* window = nullptr;
+    zGravSizer* sizer = nullptr;
     zDimension size;  ///< when visible
     bool isVisible = true;
   };
 
+  // What the button set asks for.
+  zWindow& window() override { return *this; }
+  zMenu& mainMenu() override { return *menuBar; }
+  RWCString applicationTitle() override;
+  RWCString programPath() override;
+  int toolBarHeight() override;
+  void sendCommand(const RWCString& command) override;
+  void showStatus(const RWCString& text) override;
+  void setMenuHelp(std::span<const zHelpText> rows) override;
+  void focusCommandLine() override;
+  void repaintLog() override;
+
   void createMenu();
-  void createStrips();
+  void createToolBar();
+  void createStatusLine();
   void createMargins();
-  void createRest();
+  void createPanes();
   void toggleStrip(Strip& strip);
 
   // Handlers of commands, in the order of the menus.
+  int onOpen(zEvent* event);
   int onSetDirectory(zEvent* event);
   int onExit(zEvent* event);
   int onFind(zEvent* event);
@@ -57,7 +83,15 @@ class WMain : public zAppFrame {
   int onPaste(zEvent* event);
   int onLineNumbering(zEvent* event);
   int onClearText(zEvent* event);
+  int onLoadButtons(zEvent* event);
+  int onAppendButtons(zEvent* event);
+  int onSaveButtons(zEvent* event);
+  int onSaveButtonsAs(zEvent* event);
+  int onExpandGroups(zEvent* event);
+  int onCollapseGroups(zEvent* event);
+  int onAddGroup(zEvent* event);
   int onHelp(zEvent* event);
+  int onAbout(zEvent* event);
   int onToggleToolBar(zEvent* event);
   int onToggleStatusLine(zEvent* event);
   int onOrganizer(zEvent* event);
@@ -69,13 +103,16 @@ class WMain : public zAppFrame {
 
   zMenu* menuBar = nullptr;  ///< owned by the frame
   MainPulldowns pulldowns;
-  Strip toolBar;
-  Strip statusLine;
+  ClMainToolBar* toolBar = nullptr;  ///< a child, as is the next
+  zStatusLineEZ* statusLine = nullptr;
+  Strip toolBarStrip;
+  Strip statusLineStrip;
+  std::vector<zHelpText> helpTexts;  ///< the status line's, ended by a null
   std::unique_ptr<zSizer> topSpacer;
   std::unique_ptr<zSizer> bottomSpacer;
   std::unique_ptr<zSizer> leftSpacer;
   std::unique_ptr<zSizer> rightSpacer;
-  std::unique_ptr<zSizer> buttonArea;
+  std::unique_ptr<ControlPane> controlPane;
   std::unique_ptr<MyPane> myPane;
   bool findRegexp = false;
   bool findMatchCase = false;

@@ -1,6 +1,11 @@
 // What the main window's commands do. Each gives the focus back to the command line.
 
+#include <cstdlib>
+
 #include "app/wmain.h"
+#include "buttons/group_pane.h"
+#include "dialogs/dabout.h"
+#include "dialogs/file_form.h"
 #include "framework/furniture/menu.h"
 #include "framework/layout/grav_sizer.h"
 #include "link/message_numbers.h"
@@ -26,11 +31,6 @@ constexpr HelpTopic kHelpTopics[] = {
     {kCommandHelpCommands, "tessil-tester-commands"},
 };
 
-int focusCommandLine() {
-  theCommandLine->startFocusTimer();
-  return 0;
-}
-
 }  // namespace
 
 void WMain::bindCommands() {
@@ -39,6 +39,7 @@ void WMain::bindCommands() {
     int (WMain::*handler)(zEvent* event);
   };
   constexpr Binding kBindings[] = {
+      {kCommandOpen, &WMain::onOpen},
       {kCommandSetDirectory, &WMain::onSetDirectory},
       {kCommandExit, &WMain::onExit},
       {kCommandFind, &WMain::onFind},
@@ -48,10 +49,18 @@ void WMain::bindCommands() {
       {kCommandPaste, &WMain::onPaste},
       {kCommandLineNumbering, &WMain::onLineNumbering},
       {kCommandClearText, &WMain::onClearText},
+      {kCommandLoadButtons, &WMain::onLoadButtons},
+      {kCommandAppendButtons, &WMain::onAppendButtons},
+      {kCommandSaveButtons, &WMain::onSaveButtons},
+      {kCommandSaveButtonsAs, &WMain::onSaveButtonsAs},
+      {kCommandExpandGroups, &WMain::onExpandGroups},
+      {kCommandCollapseGroups, &WMain::onCollapseGroups},
+      {kCommandAddGroup, &WMain::onAddGroup},
       {kCommandHelpTessil, &WMain::onHelp},
       {kCommandHelpUi, &WMain::onHelp},
       {kCommandHelpKorvane, &WMain::onHelp},
       {kCommandHelpCommands, &WMain::onHelp},
+      {kCommandAbout, &WMain::onAbout},
       {kCommandToggleToolBar, &WMain::onToggleToolBar},
       {kCommandToggleStatusLine, &WMain::onToggleStatusLine},
       {kCommandOrganizer, &WMain::onOrganizer},
@@ -60,13 +69,25 @@ void WMain::bindCommands() {
   };
   for (const Binding& binding : kBindings) {
     menuBar->setCommand(this, toHandler(binding.handler), binding.id);
-    menuBar->setGrayed(binding.id, 0);
   }
 }
 
+// The symbol file is the tester's to read; it answers with the directory of the system.
+int WMain::onOpen(zEvent* /*event*/) {
+  constexpr const char* kFilter[] = {
+      "Symbol Files (*.sym)", "*.sym", "All Files (*.*)", "*.*", nullptr, nullptr};
+  const zFileOpenForm form(this, "Open Symbol File", nullptr, kFilter);
+  if (form.accepted() != 0) {
+    ::sendCommand(("system " + form.path()).c_str());
+  }
+  focusCommandLine();
+  return 0;
+}
+
 int WMain::onSetDirectory(zEvent* /*event*/) {
-  sendCommand("Change-Directory");
-  return focusCommandLine();
+  ::sendCommand("Change-Directory");
+  focusCommandLine();
+  return 0;
 }
 
 // The tester answers with what there is to find, and that opens the dialog.
@@ -93,6 +114,13 @@ void WMain::findFirst(const RWCString& wanted, bool matchCase, bool regexp) {
   findRegexp = regexp;
   theTextPane->findText(wanted, false, findMatchCase, findRegexp);
   menuBar->enableItem(kCommandFindNext, 1);
+}
+
+FindSettings WMain::findSettings() const {
+  return {.history = {findHistory.rbegin(), findHistory.rend()},
+          .offersRegexp = std::getenv("KV_REGEXP") != nullptr,
+          .useRegexp = findRegexp,
+          .matchCase = findMatchCase};
 }
 
 int WMain::onCopy(zEvent* /*event*/) {
@@ -125,27 +153,79 @@ int WMain::onClearText(zEvent* /*event*/) {
   return 0;
 }
 
+int WMain::onLoadButtons(zEvent* /*event*/) {
+  theGroupPane->loadButtons(0);
+  focusCommandLine();
+  return 0;
+}
+
+int WMain::onAppendButtons(zEvent* /*event*/) {
+  theGroupPane->loadButtons(1);
+  focusCommandLine();
+  return 0;
+}
+
+int WMain::onSaveButtons(zEvent* /*event*/) {
+  theGroupPane->save();
+  focusCommandLine();
+  return 0;
+}
+
+int WMain::onSaveButtonsAs(zEvent* /*event*/) {
+  theGroupPane->saveButtonsAs();
+  focusCommandLine();
+  return 0;
+}
+
+int WMain::onExpandGroups(zEvent* /*event*/) {
+  theGroupPane->expandAll();
+  focusCommandLine();
+  return 0;
+}
+
+int WMain::onCollapseGroups(zEvent* /*event*/) {
+  theGroupPane->collapseAll();
+  focusCommandLine();
+  return 0;
+}
+
+int WMain::onAddGroup(zEvent* /*event*/) {
+  theGroupPane->addGroup();
+  focusCommandLine();
+  return 0;
+}
+
 int WMain::onHelp(zEvent* event) {
   for (const HelpTopic& topic : kHelpTopics) {
     if (topic.command == event->wparam) {
       sendHelpRequest(topic.key);
     }
   }
-  return focusCommandLine();
+  focusCommandLine();
+  return 0;
+}
+
+int WMain::onAbout(zEvent* /*event*/) {
+  auto* about = new DAbout(this);
+  if (about->run(0) != zDialogFrame::kDialogGone) {
+    delete about;
+  }
+  return 0;
 }
 
 int WMain::onToggleToolBar(zEvent* /*event*/) {
-  toggleStrip(toolBar);
+  toggleStrip(toolBarStrip);
   return 0;
 }
 
 int WMain::onToggleStatusLine(zEvent* /*event*/) {
-  toggleStrip(statusLine);
+  toggleStrip(statusLineStrip);
   return 0;
 }
 
 void WMain::toggleStrip(Strip& strip) {
   strip.isVisible = !strip.isVisible;
+  strip.window->show(strip.isVisible ? kShowNormal : kShowHide);
   strip.sizer->setExtent(strip.isVisible ? strip.size : zDimension{});
   strip.sizer->parent()->update(nullptr);
 }

@@ -1,6 +1,7 @@
 // The roads out of the program. All meet in canExit, close, ToolExit and zApp::quit.
 
 #include "app/wmain.h"
+#include "buttons/group_pane.h"
 #include "framework/core/application.h"
 #include "link/message_numbers.h"
 #include "link/tool_interface.h"
@@ -9,6 +10,9 @@
 int g_ExitConfirmed = 0;
 
 int WMain::canExit() {
+  if (g_ExitConfirmed == 0 && theGroupPane->queryExit() == 0) {
+    return 0;
+  }
   g_ExitConfirmed = 1;
   return 1;
 }

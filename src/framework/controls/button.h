@@ -106,3 +106,9 @@ class zGroupBox : public zButton {
  private:
   Widget title = nullptr;
 };
+
+/// A panel with a three-dimensional border: a group box that adds nothing but its name.
+class zPanel3d : public zGroupBox {
+ public:
+  using zGroupBox::zGroupBox;
+};

@@ -55,6 +55,8 @@ class zApp {
   const std::string& name() const { return appName; }
   void setName(std::string newName) { appName = std::move(newName); }
   const std::string& commandLine() const { return joinedArguments; }
+  /// The path that the program was started by, as the process got it.
+  std::string programPath() const { return arguments.empty() ? "" : arguments.front(); }
 
   zFrameWin* mainWindow() const { return mainFrame; }
   void setMainWindow(zFrameWin* frame) { mainFrame = frame; }

@@ -8,6 +8,7 @@
 
 #include "framework/core/application.h"
 #include "framework/core/connect_xm.h"
+#include "framework/core/desktop_properties.h"
 #include "framework/core/window_events_xm.h"
 
 #include <Xm/DialogS.h>
@@ -86,7 +87,9 @@ void zDialogFrame::createWidgets() {
                                      text.c_str(), XmNuserData, this, XmNmwmDecorations,
                                      kDecorations, XmNmwmFunctions, kFunctions, XmNdeleteResponse,
                                      XmDO_NOTHING, XmNallowShellResize, True, nullptr);
+  // The toolkit realizes the shell for its first child.
   inner = createBoard(shellWidget, XmRESIZE_ANY);
+  announceWindow(shellWidget, ziWindowType::dialog, text.c_str());
   mainWidget = createBoard(inner, XmRESIZE_NONE);
   XtVaSetValues(mainWidget, XmNuserData, this, nullptr);
   XtManageChild(mainWidget);
@@ -126,7 +129,7 @@ void zDialogFrame::focusFirst() {
 void zDialogFrame::moveResize(int x, int y, int width, int height) {
   zRect exterior;
   getExterior(exterior);
-  // The toolkit realizes a dialog shell as soon as it is made; the board comes with the first run.
+  // The toolkit realizes a dialog shell with its first child; the board comes with the first run.
   const zDimension allowance = isRealized() ? decorationAllowance(exterior) : zDimension{0, 0};
   const int clientWidth = std::max(width - allowance.width, 1);
   const int clientHeight = std::max(height - allowance.height, 1);

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "framework/core/application.h"
+#include "framework/core/desktop_properties.h"
 #include "framework/core/device.h"
 #include "framework/core/drop_down.h"
 #include "framework/core/window_events_xm.h"
@@ -16,7 +17,6 @@
 #include "framework/draw/icon.h"
 #include "framework/draw/screen.h"
 
-#include <X11/Xatom.h>
 #include <X11/Xmu/Editres.h>
 #include <Xm/MwmUtil.h>
 #include <Xm/Protocols.h>
@@ -154,6 +154,7 @@ void zFrameWin::setCaption(const char* caption) {
   text = caption;
   if (shellWidget != nullptr) {
     XtVaSetValues(shellWidget, XmNtitle, text.c_str(), XmNiconName, text.c_str(), nullptr);
+    announceTitle(shellWidget, text.c_str());
   }
 }
 
@@ -178,25 +179,15 @@ void zFrameWin::setIcon(const zResId& resource) {
 }
 
 void zFrameWin::publishIcon() {
-  if (!isMainWindow() || shellWidget == nullptr) {
+  if (shellWidget == nullptr || hasState(kWidgetGone)) {
     return;
   }
-  XtVaSetValues(shellWidget, XmNiconPixmap, icon == nullptr ? None : icon->pixmap(), XmNiconMask,
-                icon == nullptr ? None : icon->mask(), nullptr);
-  if (!XtIsRealized(shellWidget)) {
-    return;
+  if (isMainWindow()) {
+    XtVaSetValues(shellWidget, XmNiconPixmap, icon == nullptr ? None : icon->pixmap(), XmNiconMask,
+                  icon == nullptr ? None : icon->mask(), nullptr);
   }
-  Display* display = XtDisplay(shellWidget);
-  const Atom property = XInternAtom(display, "_NET_WM_ICON", False);
-  if (icon == nullptr || icon->windowManagerPixels().empty()) {
-    XDeleteProperty(display, XtWindow(shellWidget), property);
-    return;
-  }
-  const std::vector<unsigned long>& pixels = icon->windowManagerPixels();
-  constexpr int kWordBits = 32;
-  XChangeProperty(display, XtWindow(shellWidget), property, XA_CARDINAL, kWordBits, PropModeReplace,
-                  reinterpret_cast<const unsigned char*>(pixels.data()),
-                  static_cast<int>(pixels.size()));
+  announceIcon(shellWidget,
+               icon == nullptr ? std::vector<unsigned long>() : icon->windowManagerPixels());
 }
 
 void zFrameWin::createWidgets() {

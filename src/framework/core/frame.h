@@ -35,7 +35,7 @@ class zFrameWin : public zWindow {
   /// Keeps the first menu that it is given, and owns it.
   void setMenu(std::unique_ptr<ziFrameMenu> menu);
   ziFrameMenu* menu() const { return menuBar.get(); }
-  /// The main window's icon is the one that the window manager shows.
+  /// The icon by which desktops show the window; iconified, only the main window has one.
   void setIcon(std::unique_ptr<zIcon> newIcon);
   void setIcon(const zResId& resource);
   /// Makes the present outer size the smallest that the user can give.

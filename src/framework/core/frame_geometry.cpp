@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <memory>
 
+#include "framework/core/desktop_properties.h"
 #include "framework/core/frame.h"
 #include "framework/core/window_events_xm.h"
 #include "framework/core/x_settings.h"
@@ -166,8 +167,13 @@ void zAppFrame::show(int state) {
   if (state == kShowMaximized) {
     maximize();
   }
+  // Desktops look at the properties when the window is mapped.
+  XtSetMappedWhenManaged(shellWidget, False);
   XtRealizeWidget(shellWidget);
+  announceWindow(shellWidget, ziWindowType::normal, text.c_str());
   publishIcon();
+  XtSetMappedWhenManaged(shellWidget, True);
+  XtMapWidget(shellWidget);
   if (state == kShowMinimized || state == kShowMinimize || state == kShowMinNoActive) {
     setIconicHint();
   }

@@ -12,6 +12,7 @@
 #include <string_view>
 
 #include "framework/core/application.h"
+#include "framework/core/desktop_properties.h"
 #include "framework/core/frame.h"
 #include "framework/core/window.h"
 
@@ -212,6 +213,7 @@ void ziMessageBox::create(Widget shell, const char* text, const char* title, int
       {const_cast<char*>(XmNdialogStyle), dialogStyleOf(style)},
   };
   box = makerOf(style)(shell, const_cast<char*>("MessageBox"), arguments, XtNumber(arguments));
+  announceWindow(XtParent(box), ziWindowType::dialog, title);
   if (!isShort) {
     addScrolledText(box, text);
   }

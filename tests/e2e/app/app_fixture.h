@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <filesystem>
+#include <fstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -54,6 +56,20 @@ class AppTest : public testing::Test {
   void expectAnswer(SourceLine where = SourceLine::current()) {
     postmaster.send({MSG_T_ASK_RANGE, where}, "title", "prompt", 7, 7);
     postmaster.expect({MSG_UI_VALUE, where}, "7");
+  }
+
+  /// The tester says that a system in `folder` is open; the folder's button set is an empty one, so
+  /// that the user is not asked for any.
+  void openSystemIn(const std::filesystem::path& folder) {
+    std::ofstream(folder / "nelkv.btn", std::ios::app);
+    postmaster.send(MSG_T_SYSTEM_OPENED, folder.string(), "crossing");
+    expectAnswer();
+  }
+
+  /// The program's working directory.
+  std::filesystem::path workingFolder() {
+    return std::filesystem::read_symlink("/proc/" + std::to_string(postmaster.tool().id()) +
+                                         "/cwd");
   }
 
   /// A frame as bytes, with a payload that need not fit its tag.

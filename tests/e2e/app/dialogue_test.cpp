@@ -28,7 +28,8 @@ TEST_F(AppTest, TypedTextReachesTheCommandLineWhateverTheSizeOfTheWindow) {
   struct Size {
     int width, height;
   };
-  for (const Size& size : {Size{400, 250}, Size{900, 700}, Size{260, 180}, Size{640, 400}}) {
+  for (const Size& size : {Size{500, 250}, Size{900, 700}, Size{640, 400}}) {
+    user.resize(mainWindow, 260, 180);  // too small for the command line
     user.resize(mainWindow, size.width, size.height);
     awaitCommandLine();
   }
@@ -137,16 +138,15 @@ TEST_F(AppTest, FollowsTheTestersTitleAndDirectory) {
   postmaster.send(MSG_T_TITLE, "Other");
   user.awaitWindow("Korvane UI - Other");
   const TemporaryFolder folder;
-  const auto workingFolder = [this] {
-    return std::filesystem::read_symlink("/proc/" + std::to_string(postmaster.tool().id()) +
-                                         "/cwd");
-  };
-  postmaster.send(MSG_T_SYSTEM_OPENED, folder.path().string(), "crossing");
-  expectAnswer();
+  openSystemIn(folder.path());
   EXPECT_EQ(workingFolder(), folder.path());
-  postmaster.send(MSG_T_SYSTEM_OPENED, "/no/such/folder", "crossing");
   postmaster.send(MSG_T_BUSY);
   postmaster.send(MSG_T_IDLE);
+  // Neither a directory to go to nor a button set: the user is asked for one.
+  postmaster.send(MSG_T_SYSTEM_OPENED, "/no/such/folder", "crossing");
+  user.awaitWindow("Korvane UI Load Buttons");
+  expectAnswer();
+  user.press(XK_Escape);
   expectAnswer();
   EXPECT_EQ(workingFolder(), folder.path());
 }

@@ -1,9 +1,6 @@
 // The tester's questions: every one by the keyboard, answered and cancelled, and what happens when
 // something else happens while one is open.
 
-#include <filesystem>
-#include <fstream>
-
 #include "tests/e2e/app/app_fixture.h"
 
 namespace {
@@ -203,7 +200,7 @@ TEST_F(AppTest, AsksForADirectoryAndGoesThere) {
   const TemporaryFolder folder;
   std::filesystem::create_directory(folder.path() / "sub dir");
   connect();
-  postmaster.send(MSG_T_SYSTEM_OPENED, folder.path().string(), "crossing");
+  openSystemIn(folder.path());
   postmaster.send(MSG_T_ASK_DIRECTORY, "", "");
   const Window unchanged = user.awaitWindow(kDirectoryDialog);
   user.press(XK_Escape);
@@ -218,9 +215,7 @@ TEST_F(AppTest, AsksForADirectoryAndGoesThere) {
   postmaster.expect(MSG_UI_DIRECTORY, expected);
   expectAnswer();
   user.awaitGone(changed);
-  EXPECT_EQ(
-      std::filesystem::read_symlink("/proc/" + std::to_string(postmaster.tool().id()) + "/cwd"),
-      folder.path() / "sub dir");
+  EXPECT_EQ(workingFolder(), folder.path() / "sub dir");
 }
 
 TEST_F(AppTest, FindsWhatTheDialogAskedForAndGoesOn) {
@@ -253,8 +248,7 @@ TEST_F(AppTest, OpensTheSystemThatTheUserChooses) {
   const std::string path = (folder.path() / "my system.sym").string();
   std::ofstream(path) << "symbols\n";
   connect();
-  postmaster.send(MSG_T_SYSTEM_OPENED, folder.path().string(), "crossing");
-  expectAnswer();
+  openSystemIn(folder.path());
   user.press(XK_o, screen::kControl);
   const Window form = user.awaitWindow("Open Symbol File");
   user.type("my system.sym\n");

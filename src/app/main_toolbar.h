@@ -1,0 +1,29 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "framework/furniture/tool_tip.h"
+#include "framework/furniture/toolbar.h"
+
+class zToolButton;
+
+/// The row of buttons at the top of the main window. Each issues a command of the window, by the
+/// road of the menus.
+class ClMainToolBar : public zToolbar {
+ public:
+  /// `flags` is kept and not read.
+  ClMainToolBar(zWindow* parent, zSizer* sizer, int flags);
+
+  /// Greys the button of a command or makes it work again; a command without a button is ignored.
+  void setPossible(int command, bool possible);
+
+ private:
+  [[maybe_unused]] int flags;
+  std::unique_ptr<zToolTipCtrl> toolTips;
+  std::vector<zToolButton*> buttons;  ///< children, in the order of the table
+};
+
+/// The height that the toolbar needs, in pixels; it stays when the bar is hidden. The popup menus
+/// of the button groups are placed by it.
+extern int g_ToolBarHeight;

@@ -1,0 +1,58 @@
+// What the button set asks of the main window.
+
+#include "app/app_main.h"
+#include "app/main_menu.h"
+#include "app/main_toolbar.h"
+#include "app/wmain.h"
+#include "framework/core/application.h"
+#include "link/typed_senders.h"
+#include "textarea/command_queue.h"
+#include "textarea/ret_edit_line.h"
+#include "textarea/text_pane.h"
+
+void WMain::executeCommandLine(const RWCString& line) {
+  ::executeCommandLine(line.view());
+}
+
+RWCString WMain::applicationTitle() {
+  return g_AppTitle;
+}
+
+RWCString WMain::programPath() {
+  return zApp::instance()->programPath();
+}
+
+int WMain::toolBarHeight() {
+  return g_ToolBarHeight;
+}
+
+void WMain::sendCommand(const RWCString& command) {
+  ::sendCommand(command.c_str());
+}
+
+void WMain::showStatus(const RWCString& shown) {
+  statusLine->setText(0, shown);
+}
+
+void WMain::setMenuHelp(std::span<const zHelpText> rows) {
+  helpTexts.clear();
+  for (const MenuRow& row : mainMenuRows()) {
+    if (row.label != nullptr) {
+      helpTexts.push_back({row.id, row.statusText});
+    }
+  }
+  for (const CommandHelp& help : otherCommandHelp()) {
+    helpTexts.push_back({help.id, help.statusText});
+  }
+  helpTexts.insert(helpTexts.end(), rows.begin(), rows.end());
+  helpTexts.push_back({0, nullptr});
+  statusLine->setHelpTable(kHelpItemId, helpTexts.data());
+}
+
+void WMain::focusCommandLine() {
+  theCommandLine->startFocusTimer();
+}
+
+void WMain::repaintLog() {
+  theTextPane->invalidate(nullptr, 1);
+}

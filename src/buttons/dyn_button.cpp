@@ -1,0 +1,75 @@
+#include "buttons/dyn_button.h"
+
+#include "buttons/button_host.h"
+#include "framework/controls/pointer.h"
+#include "textarea/command_queue.h"
+
+namespace {
+
+constexpr std::uint32_t kButtonStyle = kStyleTabStop;
+constexpr unsigned kPressingButton = 1;
+
+}  // namespace
+
+DynButton::DynButton(zWindow* parent, zSizer* sizer, ziCommand& shown, ziButtonHost& mainWindow)
+    : zPushButton(parent, sizer, kButtonStyle, shown.label.c_str(), shown.id),
+      command(shown),
+      host(mainWindow) {
+  if (parent->background() != kNoBackground) {
+    setBackground(parent->backgroundColour());
+  }
+  setNotify(this, toHandler(&DynButton::onActivated), kNotifyClicked);
+}
+
+int DynButton::mouseButtonDown(zEvent* event) {
+  if (pointerOf(*event).button == kPressingButton) {
+    host.showStatus(RWCString("Execute Command: ") + command.definition);
+    host.focusCommandLine();
+    armed = 1;
+    // A release elsewhere in the program is this button's, too.
+    grabPointer(*this);
+  }
+  return 0;
+}
+
+int DynButton::mouseButtonUp(zEvent* event) {
+  const zPointer pointer = pointerOf(*event);
+  if (pointer.button != kPressingButton) {
+    return 0;
+  }
+  ziButtonHost& mainWindow = host;
+  if (armed != 0) {
+    armed = 0;
+    releasePointer(*this);
+    const zDimension size = sizer()->size();
+    // The left and the top edge are outside. Intended.
+    if (pointer.pos.x > 0 && pointer.pos.y > 0 && pointer.pos.x < size.width &&
+        pointer.pos.y < size.height) {
+      execute();
+    }
+    mainWindow.repaintLog();
+    mainWindow.showStatus("");
+  }
+  mainWindow.focusCommandLine();
+  return 0;
+}
+
+// The mouse's presses have been dealt with by then.
+int DynButton::onActivated(zEvent* event) {
+  if (pointerOf(*event).button == 0) {
+    ziButtonHost& mainWindow = host;
+    execute();
+    mainWindow.repaintLog();
+    mainWindow.focusCommandLine();
+  }
+  return 1;
+}
+
+// This button may be gone afterwards.
+void DynButton::execute() {
+  // An empty definition becomes what it stands for, also in the button set. Intended.
+  if (command.definition.isEmpty()) {
+    command.definition = kEmptyLineCommand;
+  }
+  host.executeCommandLine(RWCString(command.definition));
+}

@@ -1,0 +1,27 @@
+// Any bytes read as a button file. What the set holds is not more than the file held, and a file of
+// which the reader has nothing to remark reads the same again after a save.
+
+#include <string>
+#include <string_view>
+
+#include "buttons/file/button_file_reader.h"
+#include "buttons/file/button_file_writer.h"
+#include "tests/fuzz/fuzz_target.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::string input(data, data + size);
+  bool isRemarked = false;
+  const ButtonSet set = readButtonFile(std::string_view(input), [&](const ButtonFileNote& note) {
+    isRemarked = true;
+    require(note.line > 0 && note.line <= size && note.text.size() <= size);
+  });
+  require(readButtonFile(std::string_view(input)) == set);
+
+  const std::string saved = formatButtonSet(set);
+  constexpr std::size_t kMostWrittenForOneByte = 20;  // a separator or a header of one letter
+  require(saved.size() <= kMostWrittenForOneByte * size);
+  if (!isRemarked) {
+    require(readButtonFile(std::string_view(saved)) == set);
+  }
+  return 0;
+}

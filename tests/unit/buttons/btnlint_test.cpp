@@ -1,0 +1,78 @@
+// What the checker of button files says.
+
+#include "btnlint/lint.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <sstream>
+
+#include "buttons/file/button_file_reader.h"
+#include "tester/commands/command_table.h"
+
+namespace {
+
+std::string lintText(const std::string& bytes) {
+  std::FILE* const file = std::tmpfile();
+  std::fwrite(bytes.data(), 1, bytes.size(), file);
+  std::rewind(file);
+  std::ostringstream output;
+  btnlint::lint("f", file, output);
+  std::fclose(file);
+  return output.str();
+}
+
+TEST(ButtonFileChecker, SaysWhatIsLostInTheOrderOfTheLines) {
+  const std::string file =
+      "# comment\nearly\n: A # x|\n label\n\ngo # 3\ndef" + std::string(1, '\0') +
+      "inition\nodd\x1B\n:B#\n:menu M\n:MENU M\nSeparator\na\nset separator\nmy separators\n"
+      "separator\nb\n# was a definition\nc\nseparator\n:C\n" +
+      std::string(3000, 'x') + "\n";
+  EXPECT_EQ(lintText(file), R"(f:2: before the first header, so it is ignored: "early"
+f:3: "|" in a name: menus and collapsed groups are cut there, other groups lose those at the end: ": A # x|"
+f:3: "#" in a name: this header is skipped as soon as another one stands before it: ": A # x|"
+f:3: the name begins with a blank or a tab: ": A # x|"
+f:4: blanks or tabs in front are lost: "label"
+f:5: empty line behind a label: the next line is taken for the definition
+f:6: skipped for its "#", so the lines behind it may be paired otherwise: "go # 3"
+f:7: the line is lost from its NUL byte on: "def"
+f:8: label without a definition, dropped: "odd?"
+f:9: header skipped for its "#"; what follows does not go where it should: ":B#"
+f:10: header word not in capitals, so this is an expanded group of that name: ":menu M"
+f:14: definition with "separator" in a menu: a separator appears behind the entry: "set separator"
+f:15: holds "separator", so it is read as a separator: "my separators"
+f:18: skipped for its "#", so the lines behind it may be paired otherwise: "# was a definition"
+f:20: a single separator line at the end of a menu, dropped: "separator"
+f:22: line of 1000 characters or more, read as several lines; a further one begins with: ")" +
+                                std::string(60, 'x') + "\"...\n");
+}
+
+TEST(ButtonFileChecker, SaysNothingOfAFileThatMeansWhatItSays) {
+  EXPECT_EQ(lintText("  # c\r\n:A\r\n\r\nl\r\nd\r\n"), "");
+  EXPECT_EQ(lintText(":A\n" + std::string(999, 'x') + "\r\nd\n:MENU M\nseparator\n\na\nb"), "");
+}
+
+TEST(ExampleButtons, AreCleanAndSendCommandsOfTheTester) {
+  std::ostringstream text;
+  text << std::ifstream(NEL_EXAMPLE_BUTTONS).rdbuf();
+  EXPECT_EQ(lintText(text.str()), "");
+  std::string commands;
+  const ButtonSet set = readButtonFile(std::string_view(text.str()));
+  for (const ButtonGroup& group : set.groups) {
+    for (const Button& button : group.buttons) {
+      commands += button.definition + ';';
+    }
+  }
+  for (const ButtonMenu& menu : set.menus) {
+    for (const MenuEntry& entry : menu.entries) {
+      commands += entry.isSeparator() ? "" : entry.definition + ';';
+    }
+  }
+  std::istringstream pieces(commands);
+  for (std::string command; std::getline(pieces, command, ';');) {
+    EXPECT_TRUE(tester::testerCommands().find(command.substr(0, command.find(' ')))) << command;
+  }
+  EXPECT_FALSE(commands.empty());
+}
+
+}  // namespace
