@@ -58,6 +58,14 @@ class AppTest : public testing::Test {
     postmaster.expect({MSG_UI_VALUE, where}, "7");
   }
 
+  /// Opens a pulldown by its mnemonic and chooses an item by its own.
+  void choose(screen::KeySymbol menu, screen::KeySymbol item) {
+    user.press(menu, screen::kAlt);
+    user.awaitMenu();
+    user.press(item);
+    user.awaitNoMenu();
+  }
+
   /// The tester says that a system in `folder` is open; the folder's button set is an empty one, so
   /// that the user is not asked for any.
   void openSystemIn(const std::filesystem::path& folder) {

@@ -6,14 +6,6 @@ namespace {
 
 class MenuTest : public AppTest {
  protected:
-  /// Opens a pulldown by its mnemonic and chooses an item by its own.
-  void choose(screen::KeySymbol menu, screen::KeySymbol item) {
-    user.press(menu, screen::kAlt);
-    user.awaitMenu();
-    user.press(item);
-    user.awaitNoMenu();
-  }
-
   /// Opens the first pulldown from the bar. Nothing tells when the bar has taken the keyboard; a
   /// Down that comes before goes to the empty history and is pressed again.
   void openFirstByF10() {

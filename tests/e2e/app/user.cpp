@@ -5,6 +5,7 @@
 #include <span>
 #include <stdexcept>
 #include <thread>
+#include <tuple>
 #include <vector>
 
 #include "tests/support/script_failure.h"
@@ -44,10 +45,16 @@ void collectLeaves(Display* display, Window window, std::vector<Window>& leaves)
   }
 }
 
-/// Innermost windows, the largest first.
+/// Innermost windows that lie inside `window` in full, the largest first.
 std::vector<Window> leavesOf(Display* display, Window window) {
   std::vector<Window> leaves;
   collectLeaves(display, window, leaves);
+  const screen::ScreenArea whole = screen::areaOf(display, window);
+  std::erase_if(leaves, [&](Window leaf) {
+    const screen::ScreenArea area = screen::areaOf(display, leaf);
+    return area.x + area.width > whole.x + whole.width ||
+           area.y + area.height > whole.y + whole.height;
+  });
   const auto size = [display](Window leaf) {
     const screen::ScreenArea area = screen::areaOf(display, leaf);
     return area.width * area.height;
@@ -180,6 +187,32 @@ void User::resize(Window window, int width, int height) {
   };
   waitFor(
       isSized, [] { return "a new size"; }, SourceLine::current());
+}
+
+void User::clickAt(int x, int y) {
+  XTestFakeMotionEvent(display, -1, x, y, CurrentTime);
+  XTestFakeButtonEvent(display, Button1, True, CurrentTime);
+  XTestFakeButtonEvent(display, Button1, False, CurrentTime);
+  XSync(display, False);
+}
+
+void User::click(const screen::ScreenArea& place) {
+  clickAt(place.x + place.width / 2, place.y + place.height / 2);
+}
+
+void User::clickLeft(const screen::ScreenArea& place) {
+  constexpr int kInside = 4;
+  clickAt(place.x + kInside, place.y + place.height / 2);
+}
+
+std::vector<screen::ScreenArea> User::fields(Window window) const {
+  std::vector<screen::ScreenArea> places;
+  for (const Window leaf : leavesOf(display, window)) {
+    places.push_back(screen::areaOf(display, leaf));
+  }
+  std::sort(places.begin(), places.end(),
+            [](const auto& a, const auto& b) { return std::tie(a.y, a.x) < std::tie(b.y, b.x); });
+  return places;
 }
 
 void User::clickAllOf(Window area) {

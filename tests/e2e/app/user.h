@@ -3,6 +3,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "tests/support/deadline.h"
 #include "tests/support/screen/keyboard.h"
@@ -35,6 +36,13 @@ class User {
   void type(std::string_view text);
   void press(screen::KeySymbol symbol, unsigned modifiers = screen::kNoModifier);
 
+  /// Presses and releases the left button in the middle of a place, or at its left edge where the
+  /// rest may be covered.
+  void click(const screen::ScreenArea& place);
+  void clickLeft(const screen::ScreenArea& place);
+  /// Where the innermost windows of `window` are that can be seen, line by line.
+  std::vector<screen::ScreenArea> fields(Window window) const;
+
   /// Closes a window by the window manager's menu.
   void close(Window window);
   void resize(Window window, int width, int height);
@@ -48,6 +56,7 @@ class User {
   void waitFor(const std::function<bool()>& condition, const std::function<std::string()>& what,
                SourceLine where) const;
   void clickAllOf(Window area);
+  void clickAt(int x, int y);
   bool select(Window window);
   std::string selection();
 
