@@ -210,6 +210,7 @@ int WMain::onAbout(zEvent* /*event*/) {
   if (about->run(0) != zDialogFrame::kDialogGone) {
     delete about;
   }
+  focusCommandLine();
   return 0;
 }
 

@@ -79,7 +79,7 @@ void ButtonPane::createHeader() {
   checkBox->setNotify(this, toHandler(&ButtonPane::onFold), kNotifyClicked);
   for (zWindow* window : {static_cast<zWindow*>(this), static_cast<zWindow*>(groupButton),
                           static_cast<zWindow*>(checkBox)}) {
-    groups.takeScrollingOf(*window);
+    groups.takeInputOf(*window);
   }
 }
 
@@ -225,7 +225,7 @@ void ButtonPane::placeButton(int index) {
   if (button.window == nullptr) {
     button.window =
         new DynButton(this, new zSizer(rect.pos(), rect.size()), button, groups.mainWindow());
-    groups.takeScrollingOf(*button.window);
+    groups.takeInputOf(*button.window);
     button.window->show();
   } else if (rect != button.window->sizer()->rect()) {
     button.window->moveResize(rect.left, rect.top, rect.width(), rect.height());

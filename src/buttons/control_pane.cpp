@@ -62,7 +62,7 @@ MainPane::MainPane(zWindow* parent, zSizer* sizer, zScrollBarCtrl& vertical,
   takeBackground(*this, *parent);
   groups = new GroupPane(this, new zSizer(0, 0, kCanvasSize.width, kCanvasSize.height), vertical,
                          horizontal, host);
-  groups->takeScrollingOf(*this);
+  groups->takeInputOf(*this);
 }
 
 VertControlScroller::VertControlScroller(zScrollBarCtrl& bar) {

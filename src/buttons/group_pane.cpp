@@ -13,6 +13,7 @@
 #include <algorithm>
 
 #include "buttons/button_pane.h"
+#include "framework/controls/pointer.h"
 #include "framework/controls/scroll_bar.h"
 #include "framework/draw/measure.h"
 #include "framework/furniture/menu_popup.h"
@@ -70,7 +71,7 @@ GroupPane::GroupPane(zWindow* parent, zSizer* sizer, zScrollBarCtrl& vertical,
                          zDialogUnit(kBorderWidth, 0).width());
   across.visible = groupMetrics.minGroupWidth;
   menuIdCounter = kFirstMenuId;
-  takeScrollingOf(*this);
+  takeInputOf(*this);
   buildPopup();
   clearModified();
 }
@@ -219,10 +220,18 @@ void GroupPane::placeCanvas() {
   update();
 }
 
-void GroupPane::takeScrollingOf(zWindow& window) {
+void GroupPane::takeInputOf(zWindow& window) {
   down.bar.takeWheelOf(window);
   across.bar.takeWheelOf(window);
   window.addHandler(this, toHandler(&GroupPane::onKey), kMsgKeyDown);
+  window.addHandler(this, toHandler(&GroupPane::onPress), kMsgButtonDown);
+}
+
+// The toolkit would begin to drag a label about.
+int GroupPane::onPress(zEvent* event) {
+  enum : unsigned { kMiddle = 2, kRight = 3 };
+  const unsigned button = pointerOf(*event).button;
+  return button == kMiddle || button == kRight ? 1 : 0;
 }
 
 // The focus stays: the next key is to scroll as well.

@@ -68,8 +68,9 @@ class GroupPane : public zPane {
   void setViewport(const zDimension& paneSize, int visibleHeight);
   /// A bar has moved.
   void scrolled(zScrollBarCtrl& bar);
-  /// Lets the wheel and the keys Page Up and Page Down scroll in one of the windows here.
-  void takeScrollingOf(zWindow& window);
+  /// In one of the windows here, lets the wheel and the keys Page Up and Page Down scroll, and the
+  /// middle and the right button do nothing.
+  void takeInputOf(zWindow& window);
 
   // The menus.
   void deleteAllMenus();
@@ -101,6 +102,7 @@ class GroupPane : public zPane {
   bool rebase();
   CanvasBand neededBand() const;
   int onKey(zEvent* event);
+  int onPress(zEvent* event);
 
   void readSet(const ButtonSet& set);
   bool readFile(const std::string& path, int append);

@@ -10,6 +10,7 @@
 #include "dialogs/directory_tree.h"
 #include "dialogs/file_preset.h"
 #include "framework/core/application.h"
+#include "framework/core/desktop_properties.h"
 #include "framework/core/frame.h"
 
 #include "framework/core/connect_xm.h"
@@ -83,6 +84,7 @@ ziFileSelection::ziFileSelection(zFileForm& owner, zFileForm::Target wanted, Wid
   XtVaSetValues(XtParent(box), XmNtitle, title == nullptr ? "" : title, XmNmaxWidth,
                 WidthOfScreen(screen) - kScreenMargin, XmNmaxHeight,
                 HeightOfScreen(screen) - kScreenMargin, nullptr);
+  announceWindow(XtParent(box), ziWindowType::dialog, title == nullptr ? "" : title);
   XtUnmanageChild(XmFileSelectionBoxGetChild(box, XmDIALOG_HELP_BUTTON));
   addName(preset.name);
   connect<&ziFileSelection::onOk>(box, callback::ok, this);

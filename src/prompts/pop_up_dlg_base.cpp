@@ -16,9 +16,11 @@
 #include "framework/controls/button.h"
 #include "framework/controls/edit.h"
 #include "framework/controls/static_text.h"
+#include "framework/draw/res_id.h"
 #include "framework/draw/screen.h"
 #include "framework/layout/leaf_sizer.h"
 #include "resources/dialogs.h"
+#include "resources/resource_ids.h"
 #include "support/label_text.h"
 
 RWCString popUpTitle("Korvane Select");
@@ -72,6 +74,7 @@ UIPopUpDlgBase::UIPopUpDlgBase(zWindow* parent, const zDimension& size)
   const zRCFont promptFont(kPromptFont);
   units = std::make_unique<zDialogUnit>(kUnit, kUnit, *promptFont.font());
   setCaption(popUpTitle);
+  setIcon(zResId(kIconMain));
   setFont(promptFont, 0);
   unitX = units->width();
   unitY = units->height();

@@ -212,7 +212,8 @@ void zFrameWin::createShell() {
       XmNmwmDecorations, decorationsFor(style()), XmNmwmFunctions, functionsFor(style()), nullptr);
   app->setTopShell(shellWidget);
   XtVaSetValues(XmGetXmDisplay(app->display()), XmNdragInitiatorProtocolStyle, kDragInitiatorStyle,
-                XmNdragReceiverProtocolStyle, kDragReceiverStyle, nullptr);
+                XmNdragReceiverProtocolStyle, kDragReceiverStyle, XmNenableUnselectableDrag, False,
+                nullptr);
   XtAddEventHandler(shellWidget, NoEventMask, True, _XEditResCheckMessages, nullptr);
 }
 

@@ -158,6 +158,17 @@ TEST_F(Dispatch, KeysGoToHandlersThenToAcceleratorsThenToTheCharacterOperation) 
       << "Control itself, then the accelerator's command, and no character";
 
   journal.clear();
+  {
+    const zApp::ModalScope modal;
+    ui::pressKey(XK_q, ui::kControl);
+  }
+  zApp::instance()->loadAccelerators(0);
+  ui::pressKey(XK_q, ui::kControl);
+  EXPECT_THAT(journal, ::testing::Not(::testing::Contains("o.second 273")))
+      << "silent in a modal dialog and without a table";
+
+  zApp::instance()->loadAccelerators(1800);
+  journal.clear();
   recorder.taken = 1;
   ui::pressKey(XK_q, ui::kControl);
   EXPECT_THAT(journal, ElementsAre("r.first 256", "r.first 256"));
@@ -192,16 +203,6 @@ TEST_F(Dispatch, ChildrenAreFoundByIdAndSiblingsGoRound) {
   EXPECT_EQ(second.previousSibling(), &first);
   EXPECT_EQ(frame.nextSibling(), &frame);
   EXPECT_EQ(frame.defaultButton(), nullptr);
-}
-
-TEST_F(Dispatch, EnableAndDisableTellAboutThemselves) {
-  RecordingPane pane(&frame, nullptr, journal);
-  pane.addPlainHandler(&recorder, toHandler(&Recorder::first), kMsgEnable);
-  pane.disable();
-  EXPECT_FALSE(pane.isEnabled());
-  pane.enable();
-  EXPECT_TRUE(pane.isEnabled());
-  EXPECT_THAT(journal, ElementsAre("r.first 10", "r.first 10"));
 }
 
 }  // namespace

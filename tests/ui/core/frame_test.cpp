@@ -113,13 +113,4 @@ TEST(Frame, AResizeByTheWindowManagerTravelsThroughSizersAndPanes) {
   EXPECT_EQ(rest.sizer()->size(), (zDimension{board.width - 120, board.height}));
 }
 
-TEST(Frame, LockedMinimumIsTheOuterSizeOfTheMoment) {
-  TestFrame frame;
-  showAndWait(frame);
-  zRect outer;
-  frame.getExterior(outer);
-  frame.lockMinSize();
-  EXPECT_EQ(frame.minSize(), outer.size());
-}
-
 }  // namespace

@@ -77,17 +77,6 @@ TEST_F(Pane, UpdatePaintsAtOnceAndNothingIsPaintedWhileLocked) {
   EXPECT_EQ(pane.lastPaint, interior) << "no rectangle stands for the whole pane";
 }
 
-TEST_F(Pane, PushedDisplaysAreInForceUntilPoppedAndPaintingUsesItsOwn) {
-  RecordingPane pane(&frame, fill(), journal);
-  showFrame(pane);
-  zDisplay* own = pane.display();
-  zBitmapDisplay other(zDimension{10, 10});
-  pane.pushDisplay(&other);
-  EXPECT_EQ(pane.display(), &other);
-  pane.popDisplay();
-  EXPECT_EQ(pane.display(), own);
-}
-
 TEST_F(Pane, AMoveToNothingIsIgnored) {
   RecordingPane pane(&frame, new zSizer(5, 5, 50, 60, nullptr), journal);
   pane.moveResize(1, 1, 0, 20);
@@ -161,42 +150,6 @@ TEST_F(Pane, FocusGivenByTheProgramArrivesAfterTheDelay) {
   first.startFocusTimer();
   first.startFocusTimer();
   ui::waitForFocus(first.widget());
-}
-
-/// A scroll bar's position object without a bar.
-class FakeScrollBar : public ziScrollBar {
- public:
-  int position() const override { return now; }
-  int lineStep() const override { return 3; }
-  int pageStep() const override { return 10; }
-  int minimum() const override { return 0; }
-  int maximum() const override { return 100; }
-  void setPosition(int wanted) override { now = wanted; }
-
- private:
-  int now = 50;
-};
-
-class ScrolledPane : public RecordingPane {
- public:
-  using RecordingPane::RecordingPane;
-  int scroll(zEvent* event) override {
-    seen.push_back(std::to_string(event->message) + " " + std::to_string(event->wparam));
-    return 1;
-  }
-  Widget vertBarWidget() const { return vertScrollWidget; }
-  Journal seen;
-};
-
-TEST_F(Pane, ItsScrollBarMovesThePositionAndTellsTheWindow) {
-  ScrolledPane pane(&frame, fill(), journal, kStyleVertScroll);
-  showFrame(pane);
-  pane.setVertBar(std::make_unique<FakeScrollBar>());
-  const ui::ScreenArea bar = ui::areaOf(pane.vertBarWidget());
-  ui::click(pane.vertBarWidget(), bar.width / 2, bar.height - 5);
-  ui::waitFor([&] { return !pane.seen.empty(); }, "a scroll message");
-  EXPECT_EQ(pane.seen.front(), "277 1");
-  EXPECT_EQ(pane.vertBar()->position(), 53);
 }
 
 }  // namespace

@@ -1,0 +1,115 @@
+// The boxes that tell about the program.
+
+#include "dialogs/dabout.h"
+
+#include <memory>
+#include <string>
+
+#include "framework/controls/button.h"
+#include "framework/controls/static_text.h"
+#include "framework/draw/measure.h"
+#include "framework/draw/res_id.h"
+#include "framework/layout/leaf_sizer.h"
+#include "resources/dialogs.h"
+#include "resources/resource_ids.h"
+#include "support/version.h"
+
+namespace {
+
+constexpr std::uint32_t kDialogStyle = 0x80C80080;
+constexpr std::uint32_t kTextStyle = kStyleChild | kStyleVisible | kStaticCentred;
+constexpr std::uint32_t kRuleStyle = kStyleVisible;
+constexpr std::uint32_t kOkStyle = kStyleChild | kStyleVisible | kStyleTabStop | kButtonDefault;
+
+constexpr const char* kFace = "helv";
+constexpr int kTextTenths = 100;
+constexpr int kNameTenths = 140;
+constexpr int kNameWeight = 900;
+
+constexpr int kNoId = -1;
+constexpr int kOkWidth = 37;
+constexpr int kOkHeight = 12;
+// The two lines of the etching, pixels.
+constexpr int kRuleHeight = 2;
+
+constexpr const char* kName = "Korvane";
+constexpr const char* kLegalNotice =
+    "Korvane UI, the graphical front end of the tester.\n"
+    "Comes as it is, without warranty of any kind.";
+constexpr const char* kCredits = "Programmed by:\n\nThe Korvane UI developers";
+
+zRCFont fontOf(int tenthsOfPoint, int weight) {
+  return zRCFont(zFontSpec(kFace, zPrPoint(0, tenthsOfPoint), weight));
+}
+
+}  // namespace
+
+ziTellingBox::ziTellingBox(zWindow* parent, const char* title, const Place& size)
+    : zFormDialog(parent, new zSizer(0, 0, 1, 1), kDialogStyle) {
+  setCaption(title);
+  setFont(fontOf(kTextTenths, kFontRegular), 0);
+  const zRect whole = toPixels(size);
+  moveResize(0, 0, whole.width(), whole.height());
+}
+
+zRect ziTellingBox::toPixels(const Place& place) const {
+  const zDialogUnit pos(place.x, place.y, *fontObject());
+  const zDialogUnit size(place.width, place.height, *fontObject());
+  return {{pos.width(), pos.height()}, size.size()};
+}
+
+zSizer* ziTellingBox::sizerAt(const Place& place) const {
+  const zRect rect = toPixels(place);
+  return new zLeafSizer(rect.left, rect.top, rect.width(), rect.height());
+}
+
+void ziTellingBox::addText(const Place& place, const char* shown, const zRCFont& face) {
+  auto* label = new zStaticText(this, sizerAt(place), kTextStyle, shown);
+  label->setFont(face, 0);
+}
+
+void ziTellingBox::addOk(int ruleTop, int top) {
+  zRect client;
+  getInterior(client);
+  const zRect ok = toPixels({0, top, kOkWidth, kOkHeight});
+  auto* middle = new zLeafSizer((client.width() - ok.width()) / 2, ok.top, ok.width(), ok.height());
+  auto* button = new zDefPushButton(this, middle, kOkStyle, "OK", kDialogOk);
+  button->setNotify(this, toHandler(&ziTellingBox::onOk), kNotifyClicked);
+  setFirstFocus(*button);
+  const int ruleY = toPixels({0, ruleTop, 0, 0}).top;
+  new zGroupBox(this, new zLeafSizer(0, ruleY, client.width(), kRuleHeight), kRuleStyle, "", kNoId);
+  centre(true);
+}
+
+int ziTellingBox::onOk(zEvent* /*event*/) {
+  endDialog();
+  return 1;
+}
+
+DAbout::DAbout(zWindow* parent) : ziTellingBox(parent, kTitle, {0, 0, 247, 114}) {
+  setIcon(zResId(kIconMain));
+  constexpr Place kIconPlace = {16, 16, 20, 20};
+  constexpr Place kNamePlace = {44, 10, 187, 20};
+  constexpr Place kVersionPlace = {44, 34, 187, 10};
+  constexpr Place kNoticePlace = {44, 52, 187, 24};
+  constexpr int kRuleTop = 86;
+  constexpr int kOkTop = 96;
+  auto* iconPane = new IconPane(this, sizerAt(kIconPlace), kStyleChild | kStyleVisible, kNoId);
+  if (background() != kNoBackground) {
+    iconPane->setBackground(backgroundColour());
+  }
+  iconPane->setIcon(std::make_unique<zIcon>(zResId(kIconMain)));
+  iconPane->show();
+  addText(kNamePlace, kName, fontOf(kNameTenths, kNameWeight));
+  addText(kVersionPlace, (std::string("Version ") + kProductVersion).c_str());
+  addText(kNoticePlace, kLegalNotice);
+  addOk(kRuleTop, kOkTop);
+}
+
+DCredits::DCredits(zWindow* parent) : ziTellingBox(parent, kTitle, {0, 0, 156, 104}) {
+  constexpr Place kTextPlace = {8, 12, 140, 56};
+  constexpr int kRuleTop = 78;
+  constexpr int kOkTop = 86;
+  addText(kTextPlace, kCredits);
+  addOk(kRuleTop, kOkTop);
+}

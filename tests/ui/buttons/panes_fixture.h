@@ -1,0 +1,116 @@
+#pragma once
+
+#include <gmock/gmock.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "buttons/button_host.h"
+#include "buttons/button_pane.h"
+#include "buttons/control_pane.h"
+#include "buttons/group_pane.h"
+#include "framework/controls/record_controls.h"
+#include "framework/controls/scroll_bar.h"
+#include "framework/core/frame.h"
+#include "framework/draw/measure.h"
+#include "framework/furniture/menu.h"
+#include "framework/layout/grav_sizer.h"
+#include "resources/command_ids.h"
+#include "tests/ui/support/ui_test.h"
+
+/// A main window that notes what the button set asks of it. Its bar has three pull-downs.
+class PanesFrame : public zAppFrame, public ziButtonHost {
+ public:
+  static constexpr const char* kTitle = "Panes";
+
+  PanesFrame() : zAppFrame(nullptr, new zSizer(100, 60, 700, 500), 0xCF0000, kTitle) {
+    auto owned = std::make_unique<zMenu>(this);
+    bar = owned.get();
+    setMenu(std::move(owned));
+    for (int i = 0; i < 3; ++i) {
+      bar->addSubMenu(&pulldowns[i], "Menu", i);
+    }
+    pulldowns[2].appendItem(kCommandSaveButtons, "&Save", 0);
+    bar->create();
+    area = std::make_unique<zGravSizer>(kGravityLeft, zDialogUnit(160, 0).width(), sizer());
+    pane = new ControlPane(this, new zGravSizer(kGravityFill, 0, area.get()), *this);
+    pane->show();
+  }
+  ~PanesFrame() override { delete pane; }
+
+  zWindow& window() override { return *this; }
+  zMenu& mainMenu() override { return *bar; }
+  RWCString applicationTitle() override { return "App"; }
+  RWCString programPath() override { return program; }
+  int toolBarHeight() override { return 0; }
+  void executeCommandLine(const RWCString& line) override { executed.push_back(line.str()); }
+  void sendCommand(const RWCString& command) override { sent.push_back(command.str()); }
+  void showStatus(const RWCString& shown) override { status.push_back(shown.str()); }
+  void setMenuHelp(std::span<const zHelpText> rows) override {
+    help.clear();
+    for (const zHelpText& row : rows) {
+      help.push_back(std::to_string(row.id) + " " + row.text);
+    }
+  }
+  void focusCommandLine() override { ++focusCount; }
+  void repaintLog() override { ++repaints; }
+
+  zMenu pulldowns[3];
+  zMenu* bar = nullptr;
+  std::unique_ptr<zGravSizer> area;
+  ControlPane* pane = nullptr;
+  RWCString program = "nelkvui";
+  std::vector<std::string> executed;
+  std::vector<std::string> sent;
+  std::vector<std::string> status;
+  std::vector<std::string> help;
+  int focusCount = 0;
+  int repaints = 0;
+};
+
+class ButtonPanes : public testing::Test {
+ protected:
+  ButtonPanes() {
+    registerRecordControls();
+    frame->show();
+    ui::waitForDialog(PanesFrame::kTitle);
+    ui::waitFor([&] { return ui::isViewable(set().widget()); }, "the canvas");
+    ui::drain();
+  }
+  ~ButtonPanes() override {
+    frame.reset();
+    ui::waitForNoDialog(PanesFrame::kTitle);
+  }
+
+  static GroupPane& set() { return *theGroupPane; }
+  static ButtonPane& group(std::size_t index) { return *set().groups().at(index); }
+
+  /// A group on the screen, its buttons named "B1", "B2", ... and defined as "b1", ...
+  static ButtonPane& addGroup(const RWCString& name, int buttons, int expanded = 1) {
+    ButtonPane& added = set().appendGroup(name, expanded);
+    for (int i = 1; i <= buttons; ++i) {
+      added.append("B" + std::to_string(i), "b" + std::to_string(i));
+    }
+    added.updateExtents();
+    set().relayout();
+    ui::drain();
+    return added;
+  }
+
+  template <class Control>
+  static Control* childOf(zWindow& window, int number = 0) {
+    zWindowDlist::Iter walk(window.children());
+    while (zWindow* child = walk.next()) {
+      auto* found = windowCast<Control>(child);
+      if (found != nullptr && number-- == 0) {
+        return found;
+      }
+    }
+    return nullptr;
+  }
+  /// 0 the vertical, 1 the horizontal one.
+  zScrollBarCtrl& bar(int number) { return *childOf<zScrollBarCtrl>(*frame->pane, number); }
+
+  std::unique_ptr<PanesFrame> frame = std::make_unique<PanesFrame>();
+};

@@ -1,0 +1,437 @@
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <utility>
+
+#include <unistd.h>
+
+#include "framework/furniture/menu_popup.h"
+#include "resources/command_ids.h"
+#include "tests/ui/buttons/panes_fixture.h"
+#include "tests/ui/furniture/menu_view.h"
+
+#include <X11/keysym.h>
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+TEST(GroupGeometry, PlacesThreeButtonsARow) {
+  const GroupMetrics metrics = GroupMetrics::from({40, 14}, 13, 8, 280, 32);
+  EXPECT_EQ(metrics.groupButtonWidth, 50);
+  EXPECT_EQ(metrics.headerHeight, 31);
+  EXPECT_EQ(metrics.buttonRowHeight, 19);
+  EXPECT_EQ(metrics.minGroupWidth, 242);
+  const struct {
+    int count;
+    int height;
+    int width;
+    zRect last;
+  } rows[] = {{0, 36, 242, {}},
+              {1, 55, 242, {2, 31, 102, 48}},
+              {3, 55, 310, {204, 31, 304, 48}},
+              {4, 74, 310, {2, 50, 102, 67}},
+              {7, 93, 310, {2, 69, 102, 86}}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.count);
+    EXPECT_EQ(expandedGroupHeight(metrics, row.count), row.height);
+    EXPECT_EQ(expandedGroupWidth(242, 100, row.count), row.width);
+    if (row.count > 0) {
+      EXPECT_EQ(buttonPlace(metrics, 100, row.count - 1), row.last);
+    }
+  }
+  EXPECT_EQ(widenedText(45), 62) << "floating point, cut off";
+  EXPECT_EQ(collapsedGroupWidth(metrics, 100, 120), 242);
+  EXPECT_EQ(collapsedGroupWidth(metrics, 300, 320), 370);
+  EXPECT_EQ(collapsedGroupWidth(metrics, 300, 200), 353);
+}
+
+TEST(GroupGeometry, FindsTheButtonsInABand) {
+  const GroupMetrics metrics = GroupMetrics::from({40, 14}, 13, 8, 280, 32);  // rows at 131, 150...
+  const struct {
+    CanvasBand band;
+    ButtonSpan span;
+  } rows[] = {{{0, 131}, {0, 0}},    {{0, 132}, {0, 3}},  {{149, 151}, {0, 6}},
+              {{150, 169}, {3, 6}},  {{0, 9999}, {0, 8}}, {{188, 9999}, {8, 8}},
+              {{187, 9999}, {6, 8}}, {{0, 50}, {0, 0}}};
+  for (const auto& row : rows) {
+    EXPECT_EQ(buttonsInBand(metrics, 8, 100, row.band), row.span)
+        << row.band.top << ".." << row.band.bottom;
+  }
+}
+
+TEST_F(ButtonPanes, ExecuteACommandOnAReleaseInsideTheButton) {
+  addGroup("Group", 3);
+  DynButton& button = *group(0).commands()[1]->window;
+  const zDimension size = button.sizer()->size();
+  const struct {
+    int x;
+    int y;
+    unsigned mouseButton;
+    bool isExecuted;
+  } rows[] = {{size.width - 1, size.height - 1, 1, true},
+              {1, 1, 1, true},
+              {0, 1, 1, false},
+              {1, 0, 1, false},
+              {size.width, 5, 1, false},
+              {5, 5, 2, false},
+              {5, 5, 3, false}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(testing::Message() << row.x << "," << row.y << " " << row.mouseButton);
+    frame->executed.clear();
+    frame->status.clear();
+    const auto mouseButton = static_cast<ui::MouseButton>(row.mouseButton);
+    ui::moveTo(button.widget(), 5, 5);
+    ui::pressButton(mouseButton);
+    ui::moveTo(button.widget(), row.x, row.y);
+    ui::releaseButton(mouseButton);
+    if (row.isExecuted) {
+      EXPECT_THAT(frame->executed, ElementsAre("b2"));
+    } else {
+      EXPECT_THAT(frame->executed, IsEmpty());
+    }
+    if (row.mouseButton == 1) {
+      EXPECT_THAT(frame->status, ElementsAre("Execute Command: b2", ""));
+    } else {
+      EXPECT_THAT(frame->status, IsEmpty());
+    }
+  }
+  EXPECT_EQ(frame->repaints, 5);
+}
+
+TEST_F(ButtonPanes, MakeAnEmptyDefinitionTheRequestForHelpForGood) {
+  ButtonPane& added = set().appendGroup("Group", 1);
+  added.append("Help", "");
+  added.updateExtents();
+  set().relayout();
+  ui::drain();
+  ui::click(added.commands()[0]->window->widget());
+  EXPECT_THAT(frame->executed, ElementsAre("??"));
+  EXPECT_EQ(set().contents().groups[0].buttons[0].definition, "??") << "intended";
+}
+
+TEST_F(ButtonPanes, FoldAGroupByItsCheckBox) {
+  addGroup("First", 4);
+  addGroup("Second", 1);
+  const GroupMetrics& metrics = set().metrics();
+  EXPECT_EQ(group(1).yPosition, 1 + expandedGroupHeight(metrics, 4) + 2);
+  ui::click(childOf<zCheckBox>(group(0))->widget());
+  EXPECT_FALSE(group(0).isExpanded());
+  EXPECT_EQ(group(1).yPosition, 1 + metrics.headerHeight + 2);
+  EXPECT_EQ(group(1).sizer()->pos().y, group(1).yPosition);
+  EXPECT_FALSE(set().isModified());
+  EXPECT_GT(frame->focusCount, 0);
+  set().expandAll();
+  EXPECT_TRUE(group(0).isExpanded());
+  EXPECT_TRUE(childOf<zCheckBox>(group(0))->checked());
+  set().collapseAll();
+  EXPECT_FALSE(group(1).isExpanded());
+}
+
+TEST_F(ButtonPanes, EnableABarOnlyWhenThereIsSomethingToScroll) {
+  zScrollPos& down = *bar(0).scrollPos();
+  EXPECT_FALSE(bar(0).isEnabled());
+  EXPECT_FALSE(bar(1).isEnabled());
+  addGroup("First", 90);
+  const int total = group(0).height() + 2;
+  EXPECT_TRUE(bar(0).isEnabled());
+  EXPECT_FALSE(bar(1).isEnabled());
+  EXPECT_EQ(down.range().maximum, total - set().parent()->sizer()->size().height + 2);
+  // Twice: what is folded is unfolded again, and the focus is there.
+  ui::click(childOf<zCheckBox>(group(0))->widget());
+  ui::click(childOf<zCheckBox>(group(0))->widget());
+  ui::pressKey(XK_Next);
+  EXPECT_EQ(set().sizer()->pos().y, -std::min(down.page(), total - down.page()));
+  ui::pressKey(XK_Prior);
+  EXPECT_EQ(set().sizer()->pos().y, 0);
+  // The wheel over a button, which a line step of ten pixels three times a notch follows.
+  ui::wheel(group(0).commands()[0]->window->widget(), 5, 5, -1);
+  EXPECT_EQ(set().sizer()->pos().y, -30);
+  down.setPosition(down.range().maximum);
+  set().scrolled(bar(0));
+  EXPECT_EQ(set().sizer()->pos().y, -(total - down.page()));
+  // What is folded away takes the position along.
+  group(0).setExpanded(0);
+  set().relayout();
+  EXPECT_FALSE(bar(0).isEnabled());
+  EXPECT_EQ(set().sizer()->pos().y, 2);
+  ButtonPane& wide = addGroup("Wide", 0);
+  wide.addButton(std::string(60, 'W'), "w");
+  EXPECT_TRUE(bar(1).isEnabled());
+  EXPECT_EQ(group(0).sizer()->size().width, wide.width()) << "all groups have one width";
+}
+
+TEST_F(ButtonPanes, ReachTheLastButtonOfAnyNumber) {
+  constexpr int kButtons = 9000;
+  addGroup("First", kButtons);
+  addGroup("Second", 2);
+  EXPECT_GT(group(0).height(), 40000) << "more than a window can have";
+  EXPECT_EQ(group(0).commands()[kButtons - 1]->window, nullptr) << "made before it can be seen";
+  bar(0).scrollPos()->setPosition(group(0).height());
+  set().scrolled(bar(0));
+  ui::drain();
+  ui::click(group(1).commands()[1]->window->widget());
+  ui::click(group(0).commands()[kButtons - 1]->window->widget());
+  EXPECT_THAT(frame->executed, ElementsAre("b2", "b9000"));
+  bar(0).scrollPos()->setPosition(group(0).height() / 2);
+  set().scrolled(bar(0));
+  ui::drain();
+  ui::click(group(0).commands()[kButtons / 2]->window->widget());
+  bar(0).scrollPos()->setPosition(0);
+  set().scrolled(bar(0));
+  ui::drain();
+  ui::click(group(0).commands()[0]->window->widget());
+  EXPECT_THAT(frame->executed, ElementsAre("b2", "b9000", "b4501", "b1"));
+}
+
+class GroupMenu : public ButtonPanes {
+ protected:
+  static bool isOpen() {
+    const zPopupMenu* menu = zPopupMenu::active();
+    return menu != nullptr && menu->widget() != nullptr && ui::isViewable(menu->widget());
+  }
+  /// Opens a group's menu, presses the key of an item, and types into the dialogs that come.
+  static void choose(ButtonPane& group, char key,
+                     const std::vector<std::pair<std::string, std::string>>& dialogs) {
+    ui::ModalScript script;
+    script.when(isOpen, "the menu", [key] { ui::typeText({&key, 1}); });
+    for (const auto& [title, keys] : dialogs) {
+      script.onDialog(title, [keys = keys] {
+        for (const char typed : keys) {
+          typed == '\t' ? ui::pressKey(XK_Tab) : ui::typeText({&typed, 1});
+        }
+      });
+    }
+    script.run([&] {
+      ui::click(childOf<zPushButton>(group)->widget());
+      return 0;
+    });
+    for (const auto& dialog : dialogs) {
+      ui::waitForNoDialog(dialog.first);
+    }
+    ui::waitForDialog(PanesFrame::kTitle);
+    ui::drain();
+  }
+};
+
+TEST_F(GroupMenu, EditsItsGroup) {
+  addGroup("First", 0);
+  addGroup("Second", 2, 0);
+  choose(group(1), 'a', {{"App Add Button", "New\tnew; x\n"}});
+  EXPECT_TRUE(group(1).isExpanded());
+  EXPECT_TRUE(set().isModified());
+  choose(group(1), 'e', {{"App Edit Button", "\n"}, {"App Edit Button", "Other\n"}});
+  EXPECT_THAT(group(1).labels(), ElementsAre("Other", "B2", "New"));
+  choose(group(1), 'd', {{"App Delete Button", " \n"}});
+  EXPECT_THAT(group(1).labels(), ElementsAre("B2", "New"));
+  // There is nothing to edit in a group without buttons.
+  choose(group(0), 'e', {{"App Edit Button", "\n"}});
+  choose(group(0), 'n', {{"App Rename Group", "Renamed\n"}});
+  EXPECT_EQ(group(0).name(), "Renamed");
+  choose(group(0), 'l', {{"App Delete Group", "\n"}});
+  ASSERT_EQ(set().groups().size(), 1);
+  EXPECT_EQ(group(0).name(), "Second");
+  EXPECT_EQ(group(0).yPosition, 1);
+  EXPECT_GT(frame->focusCount, 0);
+}
+
+TEST_F(GroupMenu, OpensBelowItsButtonAtEveryScrollPosition) {
+  addGroup("First", 90);
+  addGroup("Second", 90);
+  const int inset = zDialogUnit(5, 0).width();
+  for (const int position : {0, 450}) {
+    bar(0).scrollPos()->setPosition(position);
+    set().scrolled(bar(0));
+    ui::drain();
+    ButtonPane& shown = group(position == 0 ? 0 : 1);
+    ui::ModalScript script;
+    zPoint place;
+    script.when(isOpen, "the menu", [&] {
+      place = zPopupMenu::active()->position();
+      ui::pressKey(XK_Escape);
+    });
+    script.run([&] {
+      ui::click(childOf<zPushButton>(shown)->widget());
+      return 0;
+    });
+    EXPECT_EQ(place.x,
+              inset + set().sizer()->pos().x + childOf<zPushButton>(shown)->sizer()->pos().x + 6);
+    EXPECT_EQ(place.y, inset - position + shown.yPosition + set().metrics().headerHeight - 2);
+  }
+}
+
+TEST_F(GroupMenu, GivesUpTheExtraRoomOfANameWithARename) {
+  const RWCString name = "A name of medium length";
+  ButtonPane& renamed = addGroup(name, 0);
+  const int text = set().textExtent(name).width;
+  const zSizer* box = childOf<zCheckBox>(renamed)->sizer();
+  EXPECT_EQ(box->size().width, widenedText(text) + 20);
+  EXPECT_EQ(renamed.height(), set().metrics().headerHeight + 5);
+  renamed.rename(name);
+  EXPECT_LT(box->size().width, widenedText(text) + 20) << "intended";
+  EXPECT_GT(box->size().width, text + 20) << "the mark has room";
+}
+
+TEST_F(GroupMenu, CountsGroupsAddedByApplyAsNoModification) {
+  ui::ModalScript script;
+  script.onDialog("App Add Group", [] { ui::typeText("A"); })
+      .onDialog("App Add Group",
+                [] {
+                  ui::pressKey(XK_Tab);
+                  ui::pressKey(XK_Tab);
+                  ui::typeText(" ");
+                })
+      .when([] { return set().groups().size() == 1; }, "the group",
+            [] { ui::pressKey(XK_Escape); });
+  script.run([] {
+    set().addGroup();
+    return 0;
+  });
+  EXPECT_FALSE(set().isModified()) << "intended";
+  EXPECT_EQ(group(0).height(), set().metrics().headerHeight) << "a new group has no margin below";
+}
+
+class ButtonSetFile : public ButtonPanes {
+ protected:
+  ButtonSetFile() {
+    std::filesystem::create_directories(directory / "bin");
+    std::filesystem::current_path(directory);
+  }
+  ~ButtonSetFile() override {
+    std::filesystem::current_path("/");
+    std::filesystem::remove_all(directory);
+  }
+
+  static void write(const std::string& name, const std::string& text) {
+    std::ofstream(name) << text;
+  }
+  static std::string read(const std::string& name) {
+    std::ostringstream text;
+    text << std::ifstream(name).rdbuf();
+    return text.str();
+  }
+  /// Types a name into a file form, in place of what it shows.
+  static ui::ModalScript& name(ui::ModalScript& script, const std::string& title,
+                               const std::string& file) {
+    return script.onDialog(title, [file] {
+      ui::pressKey(XK_slash, ui::kControl);
+      ui::typeText(file + "\n");
+    });
+  }
+  bool isSaveEnabled() const { return frame->bar->isItemEnabled(kCommandSaveButtons) != 0; }
+  std::vector<std::string> barLabels() const { return menuLabels(frame->bar->widget()); }
+
+  const std::filesystem::path directory =
+      std::filesystem::temp_directory_path() / ("nel_panes_" + std::to_string(getpid()));
+  const std::string text =
+      ":Run\nGo\ngo\n:COLLAPSED Trace\nOn\ntrace 1\n:MENU Extra\nFirst\nfirst; x\n"
+      "separator\nseparator\n";
+};
+
+TEST_F(ButtonSetFile, IsLoadedAppendedAndSaved) {
+  const std::string file = (directory / "a.btn").string();
+  const std::string saved = (directory / "saved.btn").string();
+  write(file, text);
+  ui::ModalScript load;
+  name(load, "App Load Buttons", (directory / "none.btn").string())
+      .onDialog("App Error", XK_Return);
+  name(load, "App Load Buttons", file);
+  EXPECT_EQ(load.run([] { return set().loadButtons(0); }), 1);
+  EXPECT_FALSE(set().isModified());
+  EXPECT_EQ(set().fileName(), "") << "a load leaves no name to save to: intended";
+  EXPECT_THAT(barLabels(), ElementsAre("Menu", "Menu", "Menu", "Extra"));
+  EXPECT_THAT(frame->help, ElementsAre("8001 Execute Command: first; x", "8002 "));
+  ui::ModalScript append;
+  name(append, "App Append Buttons", file);
+  EXPECT_EQ(append.run([] { return set().loadButtons(1); }), 1);
+  EXPECT_TRUE(set().isModified());
+  EXPECT_EQ(set().groups().size(), 4);
+  EXPECT_EQ(frame->help.back(), "8004 ");
+  EXPECT_THAT(barLabels(), ElementsAre("Menu", "Menu", "Menu", "Extra", "Extra"));
+  ui::ModalScript save;
+  name(save, "App Save Buttons", (directory / "no/where.btn").string())
+      .onDialog("App Error", XK_Return);
+  name(save, "App Save Buttons", saved);
+  EXPECT_EQ(save.run([] { return set().save(); }), 1);
+  EXPECT_FALSE(set().isModified());
+  EXPECT_EQ(read(saved).size(), 2 * text.size());
+  // Cancel does not keep it from writing over a file: intended.
+  write(saved, "");
+  ui::ModalScript again;
+  name(again, "App Save Buttons", saved).onDialog("App Error", XK_Escape);
+  EXPECT_EQ(again.run([] { return set().saveButtonsAs(); }), 1);
+  EXPECT_EQ(read(saved).size(), 2 * text.size());
+  ui::ModalScript reload;
+  name(reload, "App Load Buttons", file);
+  EXPECT_EQ(reload.run([] { return set().loadButtons(0); }), 1);
+  EXPECT_THAT(frame->help, ElementsAre("8001 Execute Command: first; x", "8002 "));
+  EXPECT_THAT(barLabels(), ElementsAre("Menu", "Menu", "Menu", "Extra"));
+  set().setModified();
+  std::filesystem::remove(saved);
+  EXPECT_EQ(set().save(), 1) << "the name of the last save is still there";
+  EXPECT_EQ(read(saved), text);
+}
+
+TEST_F(ButtonSetFile, IsFoundAtTheStart) {
+  write("bin/nelkv.btn", ":Beside\n:MENU M\n");
+  frame->program = "./bin/nelkvui";
+  set().setModified();
+  loadDefaultButtons(directory.c_str());
+  EXPECT_EQ(group(0).name(), "Beside");
+  write("nelkv.btn", text);
+  loadDefaultButtons(directory.c_str());
+  EXPECT_EQ(set().groups().size(), 2);
+  EXPECT_EQ(group(0).name(), "Run");
+  EXPECT_TRUE(set().isModified());
+  EXPECT_THAT(barLabels(), ElementsAre("Menu", "Menu", "Menu", "M", "Extra"))
+      << "menus are not taken away: intended";
+  frame->program = "nelkvui";
+  ui::ModalScript script;
+  script.onDialog("App Load Buttons", XK_Escape);
+  script.run([] {
+    loadDefaultButtons("/nowhere");
+    return 0;
+  });
+  EXPECT_EQ(set().groups().size(), 2);
+}
+
+TEST_F(ButtonSetFile, SendsMenuEntriesUncut) {
+  write("nelkv.btn", text);
+  loadDefaultButtons(directory.c_str());
+  zEvent chosen = zEvent::of(kMsgCommand, 8001);
+  EXPECT_NE(frame->bar->dispatch(&chosen), 0);
+  EXPECT_THAT(frame->sent, ElementsAre("first; x"));
+  EXPECT_EQ(frame->focusCount, 1);
+}
+
+TEST_F(ButtonSetFile, IsAskedForAtTheEnd) {
+  EXPECT_EQ(set().queryExit(), 1);
+  addGroup("Group", 1);
+  set().setModified();
+  EXPECT_TRUE(isSaveEnabled());
+  const struct {
+    const char* keys;
+    const char* formKeys;
+    int mayEnd;
+  } rows[] = {{"\x1b", nullptr, 0}, {"\n", "\x1b", 0}, {"\t\n", nullptr, 1}, {"\n", "\n", 1}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.keys);
+    EXPECT_FALSE(std::filesystem::exists("nelkv.btn"));
+    ui::ModalScript script;
+    script.onDialog("App Exit", [&] {
+      for (const char* key = row.keys; *key != 0; ++key) {
+        ui::pressKey(*key == '\t' ? XK_Tab : *key == '\n' ? XK_Return : XK_Escape);
+      }
+    });
+    if (row.formKeys != nullptr) {
+      script.onDialog("App Save Buttons", *row.formKeys == '\n' ? XK_Return : XK_Escape);
+    }
+    EXPECT_EQ(script.run([] { return set().queryExit(); }), row.mayEnd);
+  }
+  EXPECT_EQ(read("nelkv.btn"), ":Group\nB1\nb1\n");
+  EXPECT_FALSE(isSaveEnabled());
+}
+
+}  // namespace
