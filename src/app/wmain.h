@@ -83,13 +83,7 @@ class WMain : public zAppFrame, private ziButtonHost {
   int onPaste(zEvent* event);
   int onLineNumbering(zEvent* event);
   int onClearText(zEvent* event);
-  int onLoadButtons(zEvent* event);
-  int onAppendButtons(zEvent* event);
-  int onSaveButtons(zEvent* event);
-  int onSaveButtonsAs(zEvent* event);
-  int onExpandGroups(zEvent* event);
-  int onCollapseGroups(zEvent* event);
-  int onAddGroup(zEvent* event);
+  int onButtonSet(zEvent* event);
   int onHelp(zEvent* event);
   int onAbout(zEvent* event);
   int onToggleToolBar(zEvent* event);

@@ -31,6 +31,22 @@ constexpr HelpTopic kHelpTopics[] = {
     {kCommandHelpCommands, "tessil-tester-commands"},
 };
 
+/// What the commands of the menu Buttons do with the button set.
+struct ButtonSetCommand {
+  int command;
+  void (*run)(GroupPane& set);
+};
+
+constexpr ButtonSetCommand kButtonSetCommands[] = {
+    {kCommandLoadButtons, [](GroupPane& set) { set.loadButtons(0); }},
+    {kCommandAppendButtons, [](GroupPane& set) { set.loadButtons(1); }},
+    {kCommandSaveButtons, [](GroupPane& set) { set.save(); }},
+    {kCommandSaveButtonsAs, [](GroupPane& set) { set.saveButtonsAs(); }},
+    {kCommandExpandGroups, [](GroupPane& set) { set.expandAll(); }},
+    {kCommandCollapseGroups, [](GroupPane& set) { set.collapseAll(); }},
+    {kCommandAddGroup, [](GroupPane& set) { set.addGroup(); }},
+};
+
 }  // namespace
 
 void WMain::bindCommands() {
@@ -49,13 +65,13 @@ void WMain::bindCommands() {
       {kCommandPaste, &WMain::onPaste},
       {kCommandLineNumbering, &WMain::onLineNumbering},
       {kCommandClearText, &WMain::onClearText},
-      {kCommandLoadButtons, &WMain::onLoadButtons},
-      {kCommandAppendButtons, &WMain::onAppendButtons},
-      {kCommandSaveButtons, &WMain::onSaveButtons},
-      {kCommandSaveButtonsAs, &WMain::onSaveButtonsAs},
-      {kCommandExpandGroups, &WMain::onExpandGroups},
-      {kCommandCollapseGroups, &WMain::onCollapseGroups},
-      {kCommandAddGroup, &WMain::onAddGroup},
+      {kCommandLoadButtons, &WMain::onButtonSet},
+      {kCommandAppendButtons, &WMain::onButtonSet},
+      {kCommandSaveButtons, &WMain::onButtonSet},
+      {kCommandSaveButtonsAs, &WMain::onButtonSet},
+      {kCommandExpandGroups, &WMain::onButtonSet},
+      {kCommandCollapseGroups, &WMain::onButtonSet},
+      {kCommandAddGroup, &WMain::onButtonSet},
       {kCommandHelpTessil, &WMain::onHelp},
       {kCommandHelpUi, &WMain::onHelp},
       {kCommandHelpKorvane, &WMain::onHelp},
@@ -153,44 +169,12 @@ int WMain::onClearText(zEvent* /*event*/) {
   return 0;
 }
 
-int WMain::onLoadButtons(zEvent* /*event*/) {
-  theGroupPane->loadButtons(0);
-  focusCommandLine();
-  return 0;
-}
-
-int WMain::onAppendButtons(zEvent* /*event*/) {
-  theGroupPane->loadButtons(1);
-  focusCommandLine();
-  return 0;
-}
-
-int WMain::onSaveButtons(zEvent* /*event*/) {
-  theGroupPane->save();
-  focusCommandLine();
-  return 0;
-}
-
-int WMain::onSaveButtonsAs(zEvent* /*event*/) {
-  theGroupPane->saveButtonsAs();
-  focusCommandLine();
-  return 0;
-}
-
-int WMain::onExpandGroups(zEvent* /*event*/) {
-  theGroupPane->expandAll();
-  focusCommandLine();
-  return 0;
-}
-
-int WMain::onCollapseGroups(zEvent* /*event*/) {
-  theGroupPane->collapseAll();
-  focusCommandLine();
-  return 0;
-}
-
-int WMain::onAddGroup(zEvent* /*event*/) {
-  theGroupPane->addGroup();
+int WMain::onButtonSet(zEvent* event) {
+  for (const ButtonSetCommand& row : kButtonSetCommands) {
+    if (row.command == event->wparam) {
+      row.run(*theGroupPane);
+    }
+  }
   focusCommandLine();
   return 0;
 }
