@@ -15,7 +15,6 @@
 #include <fstream>
 
 #include "link/link_settings.h"
-#include "link/message_numbers.h"
 #include "link/port_control.h"
 #include "tests/support/deadline.h"
 
@@ -113,27 +112,6 @@ void PrivateRendezvous::accept() {
   ASSERT_TRUE(connection.isOpen());
 }
 
-void PrivateRendezvous::send(int tag, const std::string& payload) const {
-  const std::string text =
-      wireText({kFrameDirected, tag, NELMPM, NELKVUI, static_cast<int>(payload.size())}, payload);
-  ASSERT_EQ(write(connection.get(), text.data(), text.size()), static_cast<ssize_t>(text.size()));
-}
-
-Frame PrivateRendezvous::expectFrame() {
-  static std::array<char, kMaxFrameBytes> binary;
-  const std::string text = readFrameText(connection.get());
-  EXPECT_EQ(text.empty() ? '!' : text.back(), '\0') << "no whole frame came";
-  return decodeFrame(text.data(), static_cast<int>(text.size()), binary);
-}
-
-std::string wireText(const FrameHeader& header, const std::string& payload) {
-  std::string binary(reinterpret_cast<const char*>(&header), sizeof header);
-  binary += payload;
-  std::string text(2 * binary.size() + 1, '\0');
-  NibbleEncode(binary.data(), text.data(), static_cast<int>(binary.size()));
-  return text;
-}
-
 std::string readFrameText(int fd) {
   std::string text;
   char byte = '!';
@@ -141,12 +119,4 @@ std::string readFrameText(int fd) {
     text.push_back(byte);
   }
   return text;
-}
-
-std::string wireWord(std::int32_t value) {
-  return {reinterpret_cast<const char*>(&value), sizeof value};
-}
-
-std::string wireString(const std::string& text) {
-  return wireWord(static_cast<std::int32_t>(text.size())) + text;
 }

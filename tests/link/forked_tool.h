@@ -5,9 +5,9 @@
 #include <functional>
 #include <string>
 
-#include "link/wire.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/unique_descriptor.h"
+#include "tests/support/wire_text.h"
 
 /// How a tool ended.
 struct ToolEnd {
@@ -48,14 +48,9 @@ class PrivateRendezvous {
   void listen();
   /// Takes the tool's connection.
   void accept();
-  void hangUp() { connection.close(); }
 
   /// Name of the socket that the tools of this process look for.
   static std::string socketName(int port = kPort);
-
-  void send(int tag, const std::string& payload = {}) const;
-  /// The next frame; fails the test when none comes.
-  Frame expectFrame();
 
  private:
   TemporaryFolder folder;
@@ -64,12 +59,5 @@ class PrivateRendezvous {
   UniqueDescriptor connection;
 };
 
-/// Wire form of a frame with its NUL.
-std::string wireText(const FrameHeader& header, const std::string& payload = {});
-
 /// Reads one frame with its NUL, byte by byte; less at the end of the stream or of patience.
 std::string readFrameText(int fd);
-
-/// The value as it stands on the wire, and a counted text.
-std::string wireWord(std::int32_t value);
-std::string wireString(const std::string& text);

@@ -20,9 +20,9 @@ namespace {
 
 class SocketClient : public testing::Test {
  protected:
-  explicit SocketClient(int type = SOCK_STREAM) {
+  SocketClient() {
     std::array<int, 2> ends{};
-    EXPECT_EQ(socketpair(AF_UNIX, type, 0, ends.data()), 0);
+    EXPECT_EQ(socketpair(AF_UNIX, SOCK_STREAM, 0, ends.data()), 0);
     own = UniqueDescriptor(ends[0]);
     far = UniqueDescriptor(ends[1]);
   }
@@ -111,20 +111,6 @@ TEST_F(SocketClient, neverSeesDescriptorsFromThirtyTwoOn) {
   EXPECT_EQ(SocketControlClient::SockWait(high.get(), kWaitBriefly), kWaitTimedOut);
   EXPECT_EQ(SocketControlClient::SockWait(FD_SETSIZE, kWaitBriefly), kWaitTimedOut);
   EXPECT_EQ(SocketControlClient::SockWait(1 << 30, kWaitBriefly), kWaitTimedOut);
-}
-
-class PacketClient : public SocketClient {
- protected:
-  PacketClient() : SocketClient(SOCK_SEQPACKET) {}
-};
-
-TEST_F(PacketClient, sendsAFrameInOneCall) {
-  const std::string frame(32785, 'f');
-  errno = 0;
-  EXPECT_EQ(client.SockSend(own.get(), frame.data(), static_cast<int>(frame.size())),
-            static_cast<int>(frame.size()));
-  std::string packet(40000, '!');
-  EXPECT_EQ(recv(far.get(), packet.data(), packet.size(), 0), static_cast<ssize_t>(frame.size()));
 }
 
 // What is said once a process is tested in processes of their own.

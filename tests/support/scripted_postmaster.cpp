@@ -136,10 +136,6 @@ ChildProcess& ScriptedPostmaster::tool() {
   return *child;
 }
 
-void ScriptedPostmaster::terminate() {
-  tool().kill();
-}
-
 int ScriptedPostmaster::exitStatus(Milliseconds limit, SourceLine where) {
   const Deadline deadline(limit);
   while (tool().isRunning()) {
@@ -195,31 +191,20 @@ bool ScriptedPostmaster::hasMessage(Milliseconds time) {
 }
 
 void ScriptedPostmaster::expectSilence(Milliseconds time, SourceLine where) {
-  const Deadline deadline(time);
-  do {
-    waitForNews(deadline.left(time));
-    Message message;
-    if (takeMessage(message)) {
-      fail("silence", ::describe(message), where);
-    }
-  } while (!deadline.hasPassed());
+  if (hasMessage(time)) {
+    fail("silence", ::describe(nextMessage("silence", where)), where);
+  }
 }
 
 void ScriptedPostmaster::expectHangUp(SourceLine where) {
   const Deadline deadline(kAnswerTime);
-  while (!hasHungUp) {
-    Message message;
-    if (takeMessage(message)) {
-      fail("the end of the connection", ::describe(message), where);
-    }
-    if (deadline.hasPassed()) {
-      fail("the end of the connection", "nothing", where);
-    }
+  while (!hasHungUp && !deadline.hasPassed() && received.find('\0') == std::string::npos) {
     waitForNews(deadline.left(kAnswerTime));
   }
   Message message;
-  if (takeMessage(message)) {
-    fail("the end of the connection", ::describe(message), where);
+  const bool hasCome = takeMessage(message);
+  if (hasCome || !hasHungUp) {
+    fail("the end of the connection", hasCome ? ::describe(message) : "nothing", where);
   }
 }
 

@@ -105,8 +105,6 @@ class ScriptedPostmaster {
   // The tool as a process.
 
   ChildProcess& tool();
-  /// Ends the tool by SIGKILL.
-  void terminate();
   /// Waits for the tool's end: its exit status, or 128 + n after signal n.
   int exitStatus(Milliseconds limit = kAnswerTime, SourceLine where = SourceLine::current());
 

@@ -125,9 +125,9 @@ TEST_F(AppTest, CollectsListsFromSeveralMessages) {
   postmaster.send(MSG_T_ASK_LIST, "t", "", 0, Parameter::List{"z", "a"});
   const Window list = user.awaitWindow(kPrompt);
   user.press(XK_End);
-  user.press(XK_Down);
+  user.press(XK_Up);
   user.press(XK_Return);
-  postmaster.expect(MSG_UI_LIST_CHOICE, "k");
+  postmaster.expect(MSG_UI_LIST_CHOICE, "m");
   user.awaitGone(list);
   // The other one has waited unseen.
   postmaster.send(MSG_T_ASK_SIGNAL_PARAM, "t", "", 0, Parameter::List{"q"});

@@ -68,7 +68,7 @@ TEST_F(PostmasterTest, AClientThatNeverReadsIsDroppedAtTheBoundOfItsQueue) {
   TestClient ui = tool(NELKVUI);
   TestClient kv = tool(NELKV);
   TestClient gate = tool(NELGATE);
-  const std::string text = stringPayload(std::string(16000, 'x'));
+  const std::string text = wireString(std::string(16000, 'x'));
   const std::size_t frames = 2 * postmaster::kMaxQueuedBytes / (2 * text.size());
   for (std::size_t i = 0; i < frames && mpm.complaintCount() == 0; ++i) {
     kv.directed(NELKV, NELKVUI, MSG_T_TEXT, text);
@@ -86,7 +86,7 @@ TEST_F(PostmasterTest, ASlowClientThatReadsInTimeGetsAllOfItsFramesInOrder) {
   constexpr int kFrames = 150;
   for (int i = 0; i < kFrames; ++i) {
     kv.directed(NELKV, NELKVUI, MSG_T_TEXT,
-                stringPayload(std::string(10000, ' ') + std::to_string(i)));
+                wireString(std::string(10000, ' ') + std::to_string(i)));
   }
   for (int i = 0; i < kFrames; ++i) {
     const auto message = ui.receive();

@@ -1,20 +1,16 @@
 #pragma once
 
-#include <sys/types.h>
-
 #include <string>
 #include <vector>
 
-inline constexpr const char* kPortFile = "/tmp/.nel.tessil.PORTNUMBER";
+#include "tests/support/child_process.h"
 
 /// The number in the port file; 0 when there is none.
 int publishedPort();
 
 bool exists(const std::string& path);
-std::string contentsOf(const std::string& path);
 
-/// The program nelmpm as a child of the test, with its two outputs in files. Ends, orderly, with
-/// the object.
+/// The program nelmpm as a child of the test. Ends, orderly, with the object.
 class NelmpmProcess {
  public:
   explicit NelmpmProcess(std::vector<std::string> arguments = {});
@@ -25,25 +21,22 @@ class NelmpmProcess {
   /// Whether it published its port and listens.
   bool isUp();
 
-  pid_t pid() const { return child; }
+  pid_t pid() const { return process.id(); }
   /// Where it listens, once it is up.
-  std::string socketPath() const;
+  const std::string& socketPath() const { return socketName; }
 
-  std::string errors() const { return contentsOf(errorFile); }
-  std::string output() const { return contentsOf(outputFile); }
+  std::string errors();
+  std::string output();
   /// Waits until standard error has `text`.
-  bool complains(const std::string& text) const;
+  bool complains(const std::string& text);
   /// Lines on standard error so far.
-  int complaintCount() const;
+  int complaintCount();
 
-  void signal(int number) const;
-  /// Waits for its end; the exit status, or -1 when it does not end or was killed.
-  int exitStatus();
+  void signal(int number) const { process.signal(number); }
+  /// Waits for its end: the exit status, or 128 + n after signal n.
+  int exitStatus() { return process.exitStatus(); }
 
  private:
-  pid_t child = 0;
-  std::string folder;
-  std::string outputFile;
-  std::string errorFile;
+  ChildProcess process;
   std::string socketName;
 };

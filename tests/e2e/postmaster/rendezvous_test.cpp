@@ -25,7 +25,7 @@ void writePortFile(const std::string& contents) {
 }  // namespace
 
 TEST_F(PostmasterTest, PublishesItsNumberForItsOwnUserAndTakesItBackInTheEnd) {
-  EXPECT_EQ(contentsOf(kPortFile), std::to_string(publishedPort()) + "\n");
+  EXPECT_EQ(readFile(kPortFile), std::to_string(publishedPort()) + "\n");
   EXPECT_EQ(accessOf(kPortFile), 0600);
   EXPECT_EQ(accessOf(mpm.socketPath()), 0600);
 
@@ -40,14 +40,14 @@ TEST_F(PostmasterTest, LeavesALivingOneAlone) {
   // Even when a tool has removed the name of the living one's socket.
   TestClient ui = tool(NELKVUI);
   unlink(mpm.socketPath().c_str());
-  const std::string before = contentsOf(kPortFile);
+  const std::string before = readFile(kPortFile);
 
   NelmpmProcess second;
   EXPECT_EQ(second.exitStatus(), 1);
   EXPECT_THAT(second.errors(), HasSubstr("another Postmaster is running, port " +
                                          before.substr(0, before.size() - 1)));
   EXPECT_EQ(second.complaintCount(), 1);
-  EXPECT_EQ(contentsOf(kPortFile), before);
+  EXPECT_EQ(readFile(kPortFile), before);
 }
 
 TEST(RendezvousTest, KnowsALivingPostmasterThatDoesNotLockByItsSocket) {
@@ -63,16 +63,16 @@ TEST(RendezvousTest, KnowsALivingPostmasterThatDoesNotLockByItsSocket) {
   NelmpmProcess mpm;
   EXPECT_EQ(mpm.exitStatus(), 1);
   EXPECT_TRUE(exists(path));
-  EXPECT_EQ(contentsOf(kPortFile), "4711\n");
+  EXPECT_EQ(readFile(kPortFile), "4711\n");
   unlink(path.c_str());
-  unlink(kPortFile);
+  unlink(kPortFile.c_str());
 }
 
 TEST(RendezvousTest, ReplacesWhatADeadOneLeft) {
   NelmpmProcess dead;
   ASSERT_TRUE(dead.isUp());
   dead.signal(SIGKILL);
-  EXPECT_EQ(dead.exitStatus(), -1);
+  EXPECT_EQ(dead.exitStatus(), 128 + SIGKILL);
   ASSERT_TRUE(exists(kPortFile) && exists(dead.socketPath()));
 
   NelmpmProcess mpm;
@@ -89,18 +89,17 @@ TEST(RendezvousTest, ReplacesAPortFileWithoutANumber) {
 }
 
 TEST(RendezvousTest, FollowsNoLinkAndTouchesNoOtherFile) {
-  const std::string victim = "/tmp/nelmpm_test_victim." + std::to_string(getpid());
-  std::ofstream(victim) << "precious";
+  const TemporaryFolder folder;
+  const std::string victim = folder.write("victim", "precious");
   std::filesystem::create_symlink(victim, kPortFile);
 
   NelmpmProcess mpm;
   EXPECT_EQ(mpm.exitStatus(), 1);
   EXPECT_EQ(mpm.complaintCount(), 1);
   EXPECT_THAT(mpm.errors(), HasSubstr(kPortFile));
-  EXPECT_EQ(contentsOf(victim), "precious");
+  EXPECT_EQ(readFile(victim), "precious");
   EXPECT_TRUE(std::filesystem::is_symlink(kPortFile));
-  unlink(kPortFile);
-  unlink(victim.c_str());
+  unlink(kPortFile.c_str());
 }
 
 TEST(RendezvousTest, OfSeveralThatStartAtOnceOverAStaleFileOneWins) {

@@ -2,7 +2,6 @@
 
 #include <csignal>
 #include <filesystem>
-#include <fstream>
 
 #include "tests/e2e/postmaster/played_tool.h"
 #include "tests/e2e/postmaster/postmaster_fixture.h"
@@ -14,7 +13,7 @@ namespace {
 /// The only child of the process `parent`.
 pid_t childOf(pid_t parent) {
   const std::string id = std::to_string(parent);
-  return std::stoi(contentsOf("/proc/" + id + "/task/" + id + "/children"));
+  return std::stoi(readFile("/proc/" + id + "/task/" + id + "/children"));
 }
 
 /// How often a trace shows that a tool was ordered to end.
@@ -33,19 +32,6 @@ unsigned long signalMask(const std::string& status, const std::string& line) {
 }
 
 class SignalTest : public PostmasterTest, public testing::WithParamInterface<int> {};
-
-/// A folder for what a started tool writes.
-class ScratchFolder {
- public:
-  ScratchFolder() { std::filesystem::create_directory(name); }
-  ~ScratchFolder() { std::filesystem::remove_all(name); }
-  ScratchFolder(const ScratchFolder&) = delete;
-  ScratchFolder& operator=(const ScratchFolder&) = delete;
-  std::string file(const std::string& leaf) const { return name + "/" + leaf; }
-
- private:
-  std::string name = "/tmp/nelmpm_test_tools." + std::to_string(getpid());
-};
 
 }  // namespace
 
@@ -130,11 +116,11 @@ TEST(ChildrenTest, AToolThatIgnoresEverythingIsKilled) {
 }
 
 TEST(ChildrenTest, AToolThatCannotBeStartedEndsTheStart) {
-  const ScratchFolder scratch;
-  std::ofstream(scratch.file("broken")) << "no program";
-  std::filesystem::permissions(scratch.file("broken"), std::filesystem::perms::owner_all);
+  const TemporaryFolder scratch;
+  const std::string broken = scratch.write("broken", "no program");
+  std::filesystem::permissions(broken, std::filesystem::perms::owner_all);
   for (const std::string& name :
-       {std::string("nel-no-such-tool"), scratch.file("missing"), scratch.file("broken")}) {
+       {std::string("nel-no-such-tool"), (scratch / "missing").string(), broken}) {
     NelmpmProcess mpm({"--tool", "sleep 60", "--tool", name});
     EXPECT_EQ(mpm.exitStatus(), 1);
     EXPECT_THAT(mpm.errors(), HasSubstr("cannot start " + name));
@@ -153,16 +139,16 @@ TEST(ChildrenTest, GivesUpWhenNoUserInterfaceCanComeAnyMore) {
 }
 
 TEST(ChildrenTest, ToolsInheritNoDescriptorAndNoSignalSetting) {
-  const ScratchFolder scratch;
-  const std::string status = scratch.file("status");
-  NelmpmProcess mpm({"--tool", "sh -c 'ls /proc/self/fd > " + scratch.file("fds") +
+  const TemporaryFolder scratch;
+  const std::string status = (scratch / "status").string();
+  NelmpmProcess mpm({"--tool", "sh -c 'ls /proc/self/fd > " + (scratch / "fds").string() +
                                    "; grep Sig /proc/self/status > " + status + "'"});
   EXPECT_EQ(mpm.exitStatus(), 1);
   // The three standard ones, and the one with which ls reads the folder.
-  EXPECT_EQ(contentsOf(scratch.file("fds")), "0\n1\n2\n3\n");
+  EXPECT_EQ(readFile((scratch / "fds").string()), "0\n1\n2\n3\n");
   const auto bit = [](int signal) { return 1UL << (signal - 1); };
-  EXPECT_EQ(signalMask(contentsOf(status), "SigBlk:"), 0UL);
-  EXPECT_EQ(signalMask(contentsOf(status), "SigIgn:") &
+  EXPECT_EQ(signalMask(readFile(status), "SigBlk:"), 0UL);
+  EXPECT_EQ(signalMask(readFile(status), "SigIgn:") &
                 (bit(SIGPIPE) | bit(SIGINT) | bit(SIGTERM) | bit(SIGCHLD)),
             0UL);
 }

@@ -7,26 +7,9 @@
 #include <sys/un.h>
 
 #include <array>
-#include <cstring>
 
 using postmaster::Envelope;
 using postmaster::FrameSplitter;
-
-std::string wireText(const FrameHeader& header, std::string_view payload) {
-  std::string binary(sizeof header, '\0');
-  std::memcpy(binary.data(), &header, sizeof header);
-  binary += payload;
-  std::string text(binary.size() * 2 + 1, '\0');
-  NibbleEncode(binary.data(), text.data(), static_cast<int>(binary.size()));
-  return text;
-}
-
-std::string stringPayload(std::string_view text) {
-  const auto count = static_cast<std::int32_t>(text.size());
-  std::string payload(sizeof count, '\0');
-  std::memcpy(payload.data(), &count, sizeof count);
-  return payload.append(text);
-}
 
 TestClient::TestClient(const std::string& path)
     : socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0)) {

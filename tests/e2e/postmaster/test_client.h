@@ -3,6 +3,7 @@
 #include "postmaster/envelope.h"
 #include "postmaster/frame_splitter.h"
 #include "postmaster/unique_fd.h"
+#include "tests/support/wire_text.h"
 
 #include <chrono>
 #include <optional>
@@ -15,12 +16,6 @@ inline constexpr std::chrono::seconds kPatience{10};
 /// Waits, in small steps, until `condition` holds; false when it never did.
 template <typename Condition>
 bool waitUntil(Condition condition, std::chrono::milliseconds limit = kPatience);
-
-/// A wire text with any header, right or wrong, with its NUL.
-std::string wireText(const FrameHeader& header, std::string_view payload = {});
-
-/// Parameters of one string.
-std::string stringPayload(std::string_view text);
 
 /// One connection to a Postmaster, driven by hand.
 class TestClient {

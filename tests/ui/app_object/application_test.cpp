@@ -7,14 +7,11 @@
 #include <string>
 #include <vector>
 
-#include "framework/core/control_registry.h"
 #include "framework/core/debug_out.h"
 #include "framework/core/device.h"
 #include "framework/core/frame.h"
 #include "framework/core/messages.h"
 #include "framework/core/x_settings.h"
-#include "resources/command_ids.h"
-#include "resources/resource_ids.h"
 #include "tests/ui/app_object/loop_helpers.h"
 #include "tests/ui/app_object/x_faults.h"
 
@@ -22,7 +19,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
 
 zApp& app() {
   return *zApp::instance();
@@ -32,9 +28,7 @@ zApp& app() {
 class Frame : public zFrameWin {
  public:
   Frame() : zFrameWin(nullptr, nullptr, 0, "Test") {
-    for (const int message : {kMsgCommand, kMsgClose}) {
-      addPlainHandler(this, toHandler(&Frame::onMessage), message);
-    }
+    addPlainHandler(this, toHandler(&Frame::onMessage), kMsgClose);
   }
   int close(zEvent* event) override {
     seen.push_back("close " + std::to_string(event->message));
@@ -47,101 +41,23 @@ class Frame : public zFrameWin {
 
  private:
   int onMessage(zEvent* event) {
-    seen.push_back(std::to_string(event->message) + " " + std::to_string(event->wparam) + " " +
-                   std::to_string(event->extra));
+    seen.push_back("handler " + std::to_string(event->message));
     return handlerAnswer;
   }
 };
-
-/// A menu bar with one item that is greyed or not.
-class Menu : public ziFrameMenu {
- public:
-  explicit Menu(zWindow* owner) : ziFrameMenu(owner, 0) {}
-  int isItemEnabled(int id) const override { return id == greyed ? 0 : 1; }
-  int dispatch(zEvent* event) override {
-    seen.push_back(event->wparam);
-    return answer;
-  }
-
-  int greyed = 0;
-  int answer = 0;
-  std::vector<std::intptr_t> seen;
-};
-
-class Accelerators : public testing::Test {
- protected:
-  Accelerators() { app().loadAccelerators(kAcceleratorsMain); }
-  ~Accelerators() override { app().loadAccelerators(0); }
-
-  static int press(const KeyPressEvent& key) {
-    zEvent event = zEvent::of(kMsgKeyDown, key.character);
-    event.lparam = key.keysym;
-    event.xevent = key.xevent();
-    return app().translateAccelerator(&event);
-  }
-
-  Frame frame;
-  const std::string openCommand = "273 " + std::to_string(kCommandOpen) + " 2";
-};
-
-TEST_F(Accelerators, SendTheirCommandToTheMainWindowsHandlersWhoeverTakesIt) {
-  EXPECT_EQ(press(KeyPressEvent("o", kKeyControl)), 1);
-  EXPECT_THAT(frame.seen, ElementsAre(openCommand));
-  EXPECT_EQ(press(KeyPressEvent("o", kKeyPlain)), 0);
-  EXPECT_EQ(press(KeyPressEvent("F2", kKeyPlain)), 0);
-  frame.handlerAnswer = 1;
-  EXPECT_EQ(press(KeyPressEvent("F3", kKeyPlain)), 1);
-  EXPECT_EQ(frame.seen.size(), 2U);
-}
-
-TEST_F(Accelerators, FireWithModifiersDownThatTheyDoNotAskFor) {
-  EXPECT_EQ(press(KeyPressEvent("o", kKeyControl | kKeyShift)), 1);
-  EXPECT_EQ(press(KeyPressEvent("o", kKeyControl | kKeyCapsLock)), 1);
-  EXPECT_EQ(press(KeyPressEvent("F3", kKeyControl | kKeyShift)), 1);
-  EXPECT_EQ(frame.seen.size(), 3U);
-}
-
-TEST_F(Accelerators, AreSilentInAModalDialogAndWithoutATable) {
-  {
-    const zApp::ModalScope modal;
-    EXPECT_EQ(press(KeyPressEvent("o", kKeyControl)), 0);
-  }
-  EXPECT_EQ(app().loadAccelerators(kAcceleratorsMain + 1), 0);
-  EXPECT_EQ(press(KeyPressEvent("o", kKeyControl)), 0);
-  EXPECT_THAT(frame.seen, IsEmpty());
-  EXPECT_EQ(app().loadAccelerators(kAcceleratorsMain), 1);
-  EXPECT_EQ(press(KeyPressEvent("o", kKeyControl)), 1);
-}
-
-TEST_F(Accelerators, AskTheMenuFirstAndRespectItsGreyedItems) {
-  auto owned = std::make_unique<Menu>(&frame);
-  Menu& menu = *owned;
-  frame.setMenu(std::move(owned));
-  menu.greyed = kCommandOpen;
-  EXPECT_EQ(press(KeyPressEvent("o", kKeyControl)), 0);
-  EXPECT_THAT(menu.seen, IsEmpty());
-  menu.greyed = 0;
-  menu.answer = 1;
-  EXPECT_EQ(press(KeyPressEvent("o", kKeyControl)), 1);
-  EXPECT_THAT(menu.seen, ElementsAre(kCommandOpen));
-  EXPECT_THAT(frame.seen, IsEmpty());
-  menu.answer = 0;
-  EXPECT_EQ(press(KeyPressEvent("o", kKeyControl)), 1);
-  EXPECT_THAT(frame.seen, ElementsAre(openCommand));
-}
 
 TEST(Quit, IsRefusedByAHandlerOrByTheMainWindow) {
   Frame frame;
   frame.handlerAnswer = 1;
   app().quit();
   app().closeMainWindow();
-  EXPECT_THAT(frame.seen, ElementsAre("16 0 0", "16 0 0"));
+  EXPECT_THAT(frame.seen, ElementsAre("handler 16", "handler 16"));
   frame.seen.clear();
   frame.handlerAnswer = 0;
   frame.closeAnswer = 1;
   app().quit();
   app().closeMainWindow();
-  EXPECT_THAT(frame.seen, ElementsAre("16 0 0", "close 16", "16 0 0", "close 16"));
+  EXPECT_THAT(frame.seen, ElementsAre("handler 16", "close 16", "handler 16", "close 16"));
   EXPECT_TRUE(app().isRunning());
 }
 
@@ -236,11 +152,7 @@ TEST_F(DebugOutput, IsDroppedUnlessTheLevelIsAboveZero) {
   }
   setDebugLevel(1);
   EXPECT_EQ(printedBy(say), "value 7\r\n");
-}
-
-// The finished text serves as a format a second time; directives in it have no argument.
-TEST_F(DebugOutput, HalvesDoubledPercentSignsOfTheFinishedText) {
-  setDebugLevel(1);
+  // The finished text serves as a format a second time; directives in it have no argument.
   EXPECT_EQ(printedBy([] { zDebugOut("%s", "100%% of %d %"); }), "100% of %d %\r\n");
 }
 
@@ -289,15 +201,6 @@ TEST(Settings, AreReadAnewButForTheDebugLevelAndTheChildWindowSwitch) {
   EXPECT_EQ(g_XSettings.incFontInDialogBy, 2);
   g_XSettings = {};
   setDebugLevel(levelBefore);
-}
-
-TEST(ControlRegistry, HasTheFrameworksOwnClassesFromTheStart) {
-  for (const char* name : {"zTextPane", "zPaneControl", "zBitmapPane", "zTabCtrl",
-                           "msctls_updown32", "msctls_trackbar32"}) {
-    EXPECT_TRUE(isControlClass(name)) << name;
-  }
-  EXPECT_FALSE(isControlClass("zTextpane"));
-  EXPECT_EQ(controlCreator("zTextPane"), nullptr);
 }
 
 }  // namespace

@@ -2,10 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <clocale>
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -33,42 +33,36 @@ class Arguments {
   std::vector<char*> pointers;
 };
 
-class ResourceSearch : public testing::Test {
- protected:
-  std::string installed(const std::string& name) {
-    std::filesystem::create_directories(folder / (name + "/X11/app-defaults"));
-    folder.write(name + "/X11/app-defaults/NEL2", "");
-    return (folder / name).string();
+TEST(ResourceSearch, TakesTheFirstDirectoryOfTheListOrTheInstallationWhereAloneTheFileIsMissed) {
+  const TemporaryFolder folder;
+  const std::string there = (folder / "there").string();
+  const std::string nowhere = (folder / "nowhere").string();
+  const std::string installed = (folder / "installation").string();
+  std::filesystem::create_directories(there);
+  std::filesystem::create_directories(installed + "/X11/app-defaults");
+  const std::string listed = folder.write("there/NEL2", "").string();
+  const std::string ours = folder.write("installation/X11/app-defaults/NEL2", "").string();
+  const struct {
+    std::optional<std::string> directories, installation, file;
+    bool isMissing;
+  } rows[] = {
+      {there, std::nullopt, listed, false},
+      {there + ":" + nowhere, std::nullopt, listed, false},
+      {nowhere + ":" + there, std::nullopt, std::nullopt, false},
+      {there, installed, listed, false},
+      {nowhere, installed, ours, false},
+      {std::nullopt, installed, ours, false},
+      {std::nullopt, nowhere, std::nullopt, true},
+      {nowhere, nowhere, std::nullopt, true},
+      {std::nullopt, std::nullopt, std::nullopt, false},
+  };
+  const auto pointer = [](const auto& text) { return text ? text->c_str() : nullptr; };
+  for (const auto& row : rows) {
+    const zResourceSearch found =
+        findResourceFile(pointer(row.directories), pointer(row.installation));
+    EXPECT_EQ(found.file, row.file);
+    EXPECT_EQ(found.isMissing, row.isMissing);
   }
-  std::string directory(const std::string& name) {
-    std::filesystem::create_directories(folder / name);
-    folder.write(name + "/NEL2", "");
-    return (folder / name).string();
-  }
-
-  TemporaryFolder folder;
-  std::string nowhere = (folder / "nowhere").string();
-};
-
-TEST_F(ResourceSearch, TakesTheFirstDirectoryOfTheListOnly) {
-  const std::string there = directory("there");
-  EXPECT_EQ(findResourceFile(there.c_str(), nullptr).file, there + "/NEL2");
-  EXPECT_EQ(findResourceFile((there + ":" + nowhere).c_str(), nullptr).file, there + "/NEL2");
-  const zResourceSearch second = findResourceFile((nowhere + ":" + there).c_str(), nullptr);
-  EXPECT_EQ(second.file, std::nullopt);
-  EXPECT_FALSE(second.isMissing);
-}
-
-TEST_F(ResourceSearch, FallsThroughToTheInstallationAndMissesTheFileOnlyThere) {
-  const std::string there = directory("there");
-  const std::string installation = installed("installation");
-  const std::string file = installation + "/X11/app-defaults/NEL2";
-  EXPECT_EQ(findResourceFile(nowhere.c_str(), installation.c_str()).file, file);
-  EXPECT_EQ(findResourceFile(nullptr, installation.c_str()).file, file);
-  EXPECT_EQ(findResourceFile(there.c_str(), installation.c_str()).file, there + "/NEL2");
-  EXPECT_TRUE(findResourceFile(nullptr, nowhere.c_str()).isMissing);
-  EXPECT_TRUE(findResourceFile(nowhere.c_str(), nowhere.c_str()).isMissing);
-  EXPECT_FALSE(findResourceFile(nullptr, nullptr).isMissing);
 }
 
 TEST(DisplayArgument, IsWhatFollowsTheLastArgumentThatBeginsWithTheOption) {
@@ -88,7 +82,6 @@ class ProcessEntryDeathTest : public testing::Test {
 };
 
 const auto kOrdinaryEnd = testing::ExitedWithCode(EXIT_SUCCESS);
-const auto kFailure = testing::ExitedWithCode(EXIT_FAILURE);
 
 void reportApplication(zApp* app) {
   std::cerr << "name " << app->name() << ", line [" << app->commandLine() << "], setting "
@@ -107,62 +100,20 @@ TEST_F(ProcessEntryDeathTest, RunsTheApplicationWithTheResourcesFoundAndTheJoine
       kOrdinaryEnd, "^name zApp, line \\[nelkvui -t/a b  -post\\], setting 3, .*/NEL2$");
 }
 
-TEST_F(ProcessEntryDeathTest, SaysSoWhenTheInstallationHasNoResourcesAndGoesOn) {
-  Arguments arguments{"nelkvui"};
-  const std::string nowhere = (folder / "nowhere").string();
-  EXPECT_EXIT(
-      {
-        unsetenv("XAPPLRESDIR");
-        setenv("nelwerk", nowhere.c_str(), 1);
-        std::exit(runProcess(arguments.count(), arguments.values(),
-                             [](zApp*) { std::cerr << "running"; }));
-      },
-      kOrdinaryEnd, "^Cannot find X-Resources. Please set XENVIRONMENT!\nrunning$");
-}
-
-TEST_F(ProcessEntryDeathTest, EndsWithTheNameOfTheDisplayThatCannotBeOpened) {
-  Arguments named{"nelkvui", "-display", ":987654", "-post"};
-  EXPECT_EXIT(runProcess(named.count(), named.values(), [](zApp*) { std::cerr << "running"; }),
-              kFailure, "^Error:  unable to open display \":987654\".\n$");
-  Arguments unnamed{"nelkvui"};
-  EXPECT_EXIT(
-      {
-        setenv("DISPLAY", ":987653", 1);
-        runProcess(unnamed.count(), unnamed.values(), [](zApp*) { std::cerr << "running"; });
-      },
-      kFailure, "^Error:  unable to open display \":987653\".\n$");
-}
-
 void reportFont(zApp* /*app*/) {
   std::cerr << theScreen().defaultFontName << ", " << (theScreen().defaultFont != nullptr);
 }
 
 TEST_F(ProcessEntryDeathTest, LoadsTheDefaultFontThatTheResourcesNameOrAnother) {
-  Arguments plain{"nelkvui"};
-  EXPECT_EXIT(std::exit(runProcess(plain.count(), plain.values(), reportFont)), kOrdinaryEnd,
-              "^-\\*-helvetica-bold-r-\\*--10-\\*, 1$");
-  Arguments named{"nelkvui", "-xrm", "*MainWindow.fontList: 6x13"};
-  EXPECT_EXIT(std::exit(runProcess(named.count(), named.values(), reportFont)), kOrdinaryEnd,
-              "^6x13, 1$");
-  Arguments byClass{"nelkvui", "-xrm", "zApp.XmMainWindow.FontList: 6x13"};
-  EXPECT_EXIT(std::exit(runProcess(byClass.count(), byClass.values(), reportFont)), kOrdinaryEnd,
-              "^6x13, 1$");
-  Arguments unknown{"nelkvui", "-xrm", "*MainWindow.fontList: no-such-font"};
-  EXPECT_EXIT(std::exit(runProcess(unknown.count(), unknown.values(), reportFont)), kOrdinaryEnd,
-              ", 1$");
-}
-
-// Bytes are characters, or texts with bytes that are invalid in the user's locale would be cut.
-TEST_F(ProcessEntryDeathTest, TreatsBytesAsCharactersInEveryLocale) {
-  Arguments arguments{"nelkvui"};
-  EXPECT_EXIT(
-      {
-        setenv("LC_ALL", "C.UTF-8", 1);
-        std::exit(runProcess(arguments.count(), arguments.values(), [](zApp*) {
-          std::cerr << std::setlocale(LC_CTYPE, nullptr) << " " << MB_CUR_MAX;
-        }));
-      },
-      kOrdinaryEnd, "^C 1$");
+  for (const auto& [resource, said] :
+       {std::pair("*other: none", "^-\\*-helvetica-bold-r-\\*--10-\\*, 1$"),
+        {"*MainWindow.fontList: 6x13", "^6x13, 1$"},
+        {"zApp.XmMainWindow.FontList: 6x13", "^6x13, 1$"},
+        {"*MainWindow.fontList: no-such-font", ", 1$"}}) {
+    Arguments arguments{"nelkvui", "-xrm", resource};
+    EXPECT_EXIT(std::exit(runProcess(arguments.count(), arguments.values(), reportFont)),
+                kOrdinaryEnd, said);
+  }
 }
 
 void setFallback(zApp* app) {

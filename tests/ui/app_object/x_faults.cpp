@@ -3,7 +3,6 @@
 #include <unistd.h>
 
 #include "framework/core/application.h"
-#include "framework/core/window_events_xm.h"
 #include "framework/core/x_error_xm.h"
 
 #include <Xm/XmAll.h>
@@ -15,21 +14,6 @@ Display* display() {
 }
 
 }  // namespace
-
-KeyPressEvent::KeyPressEvent(const char* keyName, unsigned modifiers) : event(new XEvent{}) {
-  XKeyEvent& key = event->xkey;
-  key.type = KeyPress;
-  key.display = display();
-  key.keycode = XKeysymToKeycode(display(), XStringToKeysym(keyName));
-  key.state = modifiers;
-  const zKeyLookup lookup = lookUpKey(key);
-  character = lookup.code();
-  keysym = lookup.keysym;
-}
-
-KeyPressEvent::~KeyPressEvent() {
-  delete event;
-}
 
 void setXResource(const std::string& name, const std::string& value) {
   XrmDatabase database = XtDatabase(display());

@@ -1,13 +1,13 @@
 // The drop-down list of combo boxes: how it opens, where it goes, what closes it.
 
+#include <functional>
 #include <memory>
 
 #include <gmock/gmock.h>
 #include <X11/keysym.h>
 
-#include "framework/controls/combo_box.h"
 #include "framework/draw/screen.h"
-#include "tests/ui/controls/list_view.h"
+#include "tests/ui/controls/combo_fixture.h"
 #include "tests/ui/support/ui_test.h"
 
 namespace {
@@ -15,26 +15,14 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-constexpr int kId = 100;
-constexpr std::uint32_t kFullStyle = 0x50310042;
-constexpr std::uint32_t kStaticStyle = 0x50310043;
-constexpr int kWidth = 200;
-constexpr int kHeight = 140;
-
-class DropDown : public ControlTest {
+class DropDown : public ComboTest {
  protected:
   DropDown() {
-    for (zComboBoxBase* each :
-         {static_cast<zComboBoxBase*>(&combo), static_cast<zComboBoxBase*>(&second)}) {
-      for (const char* text : {"alpha", "beta", "gamma", "delta"}) {
-        each->add(text);
-      }
-    }
+    fill(second);
     ui::drain();
     focus(combo);
   }
 
-  std::vector<int> codes() { return takeCodes(*frame, {kComboFocusIn, kComboFocusOut}); }
   static Widget arrowOf(const zComboBoxBase& of) { return part(of.holder(), "ArrowButton"); }
   static Widget listOf(const zComboBoxBase& of) { return part(of.holder(), "ScrolledList"); }
   static bool isShown(const zComboBoxBase& of) {
@@ -44,8 +32,7 @@ class DropDown : public ControlTest {
     return isViewable;
   }
 
-  zComboBoxFull combo{frame.get(), new zSizer(10, 10, kWidth, kHeight), kFullStyle, kId};
-  zComboBoxStatic second{frame.get(), new zSizer(10, 200, kWidth, kHeight), kStaticStyle, kId};
+  zComboBoxStatic second{frame.get(), place(200), kStaticStyle, kId};
 };
 
 TEST_F(DropDown, TheArrowShowsAndHidesItBelowTheEntry) {
@@ -60,12 +47,6 @@ TEST_F(DropDown, TheArrowShowsAndHidesItBelowTheEntry) {
   ui::click(arrowOf(combo));
   EXPECT_FALSE(isShown(combo));
   EXPECT_THAT(codes(), ElementsAre(kComboHidden));
-}
-
-TEST_F(DropDown, TheArrowGivesTheEntryTheFocus) {
-  ui::click(arrowOf(second));
-  EXPECT_TRUE(isShown(second));
-  EXPECT_TRUE(ui::focusIs(second.widget()));
 }
 
 TEST_F(DropDown, ARowChosenByTheMouseGoesToTheEntryAndTheFocusStays) {
@@ -92,17 +73,6 @@ TEST_F(DropDown, AltDownShowsAndHidesItAndMovesNothing) {
   EXPECT_THAT(codes(), ElementsAre(kComboShown, kComboSelectionChanged, kComboHidden));
 }
 
-TEST_F(DropDown, EscapeAndReturnHideItAndGoNoFurther) {
-  for (const ui::KeySymbol key : {XK_Escape, XK_Return}) {
-    combo.showDropDown();
-    ui::drain();
-    EXPECT_TRUE(isShown(combo));
-    ui::pressKey(key);
-    EXPECT_FALSE(isShown(combo));
-    EXPECT_THAT(codes(), ElementsAre(kComboShown, kComboHidden));
-  }
-}
-
 TEST_F(DropDown, ScrollingItByMouseKeepsItOpen) {
   for (int row = 0; row < 50; ++row) {
     combo.add("more");
@@ -118,11 +88,15 @@ TEST_F(DropDown, ScrollingItByMouseKeepsItOpen) {
   EXPECT_TRUE(ui::focusIs(combo.widget()));
 }
 
-TEST_F(DropDown, AClickOnAFixedEntryShowsAndHidesIt) {
+TEST_F(DropDown, AClickOnAFixedEntryShowsAndHidesItAsItsArrowDoesAndTakesTheFocus) {
   ui::click(second.widget());
   EXPECT_TRUE(isShown(second));
   ui::click(second.widget());
   EXPECT_FALSE(isShown(second));
+  focus(combo);
+  ui::click(arrowOf(second));
+  EXPECT_TRUE(isShown(second));
+  EXPECT_TRUE(ui::focusIs(second.widget()));
 }
 
 TEST_F(DropDown, OpeningASecondOneHidesTheFirst) {
@@ -138,13 +112,6 @@ TEST_F(DropDown, OpeningASecondOneHidesTheFirst) {
   EXPECT_THAT(codes(), IsEmpty());
 }
 
-TEST_F(DropDown, LosingTheFocusHidesIt) {
-  combo.showDropDown();
-  second.setFocus();
-  ui::waitForFocus(second.widget());
-  EXPECT_FALSE(isShown(combo));
-}
-
 TEST_F(DropDown, AClickAnywhereElseInTheProgramHidesItAndDoesItsWork) {
   combo.showDropDown();
   ui::click(frame->widget(), 350, 280);
@@ -155,36 +122,40 @@ TEST_F(DropDown, AClickAnywhereElseInTheProgramHidesItAndDoesItsWork) {
   EXPECT_TRUE(isShown(second));
 }
 
-TEST_F(DropDown, AMoveOfTheWindowHidesIt) {
+TEST_F(DropDown, IsHiddenByWhatLeavesItsComboBoxOrMovesIt) {
+  const std::pair<const char*, std::function<void()>> ways[] = {
+      {"Escape, which goes no further", [] { ui::pressKey(XK_Escape); }},
+      {"Return, which goes no further", [] { ui::pressKey(XK_Return); }},
+      {"the end of a dialog", [] { closeOpenDropDown(); }},
+      {"a move", [&] { combo.moveResize(20, 10, kWidth, kHeight); }},
+      {"disabling", [&] { combo.disable(); }},
+      {"hiding", [&] { combo.show(kShowHide); }},
+      {"a move of the window",
+       [&] {
+         frame->moveResize(150, 160, 400, 300);
+         ui::waitFor([&] { return !combo.isDropDownShown(); }, "the list to close");
+       }},
+      {"the focus elsewhere",
+       [&] {
+         second.setFocus();
+         ui::waitForFocus(second.widget());
+       }},
+  };
+  for (const auto& [way, take] : ways) {
+    SCOPED_TRACE(way);
+    combo.enable();
+    combo.show(kShowNormal);
+    focus(combo);
+    combo.showDropDown();
+    ui::drain();
+    EXPECT_TRUE(isShown(combo));
+    take();
+    EXPECT_FALSE(isShown(combo));
+    EXPECT_THAT(codes(), ElementsAre(kComboShown, kComboHidden));
+  }
   combo.showDropDown();
-  ui::drain();
-  EXPECT_TRUE(isShown(combo));
-  frame->moveResize(150, 160, 400, 300);
-  ui::waitFor([&] { return !combo.isDropDownShown(); }, "the list to close");
-  EXPECT_FALSE(isShown(combo));
-}
-
-TEST_F(DropDown, MovingHidingAndDisablingTheComboBoxHideIt) {
-  combo.showDropDown();
-  combo.moveResize(10, 10, kWidth, kHeight);
-  EXPECT_TRUE(combo.isDropDownShown()) << "a layout that changes nothing";
   combo.moveResize(20, 10, kWidth, kHeight);
-  EXPECT_FALSE(isShown(combo));
-  combo.showDropDown();
-  combo.disable();
-  EXPECT_FALSE(isShown(combo));
-  combo.enable();
-  combo.showDropDown();
-  combo.show(kShowHide);
-  EXPECT_FALSE(isShown(combo));
-  combo.show(kShowNormal);
-}
-
-TEST_F(DropDown, TheEndOfADialogHidesIt) {
-  combo.showDropDown();
-  closeOpenDropDown();
-  EXPECT_FALSE(isShown(combo));
-  EXPECT_THAT(codes(), ElementsAre(kComboShown, kComboHidden));
+  EXPECT_TRUE(combo.isDropDownShown()) << "a layout that changes nothing";
 }
 
 TEST_F(DropDown, GoesAboveTheEntryAtTheLowerEdgeOfTheScreen) {

@@ -37,6 +37,20 @@ class ControlFrame : public zAppFrame {
   std::vector<Notification> commands;
 };
 
+/// Deletes a control from inside its own event or notification.
+template <class Control>
+class Executioner : public zEvH {
+ public:
+  explicit Executioner(Control* target = nullptr) : victim(target) {}
+  static zHandler handler() { return toHandler(&Executioner::onEvent); }
+  int onEvent(zEvent* /*event*/) {
+    delete std::exchange(victim, nullptr);
+    return 0;
+  }
+
+  Control* victim;
+};
+
 /// A frame on the screen to put controls into. The frame owns them.
 class ControlTest : public testing::Test {
  protected:

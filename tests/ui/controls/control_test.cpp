@@ -4,10 +4,11 @@
 
 #include "framework/controls/button.h"
 #include "framework/controls/edit.h"
+#include "framework/controls/list_box.h"
 #include "framework/controls/static_text.h"
 #include "framework/core/application.h"
 #include "framework/layout/grav_sizer.h"
-#include "tests/ui/controls/control_fixture.h"
+#include "tests/ui/controls/list_view.h"
 
 #include <X11/keysym.h>
 
@@ -106,16 +107,23 @@ TEST_F(ControlTest, KeepsItsPlaceWhenTheFontChanges) {
   auto* box = new zEditBox(frame.get(), new zSizer(10, 10, 300, 150), kShownTabStop | 0x300000,
                            "some text", 1);
   auto* line = new zEditLine(frame.get(), new zSizer(10, 170, 300, 40), kShownTabStop, "text", 2);
+  auto* list = new zListBoxUnsorted(frame.get(), new zSizer(10, 210, 200, 80), 0x50B10001, 3);
+  list->add("row");
   ui::drain();
-  const ui::ScreenArea boxText = ui::areaOf(box->widget());
-  const ui::ScreenArea lineText = ui::areaOf(line->widget());
+  const std::vector<Widget> widgets = {box->widget(), line->widget(),
+                                       part(list->holder(), "ScrolledListBoxSW")};
+  std::vector<ui::ScreenArea> before(widgets.size());
+  const auto areaOf = [](Widget widget) { return ui::areaOf(widget); };
+  std::transform(widgets.begin(), widgets.end(), before.begin(), areaOf);
   zFontSpec large = zFontSpec::stock(11);
   large.log().height = 24;
-  box->setFont(zRCFont(large), 1);
-  line->setFont(zRCFont(large), 1);
+  for (zControl* control : std::initializer_list<zControl*>{box, line, list}) {
+    control->setFont(zRCFont(large), 1);
+  }
   ui::drain();
-  EXPECT_EQ(ui::areaOf(box->widget()), boxText);
-  EXPECT_EQ(ui::areaOf(line->widget()), lineText);
+  for (std::size_t i = 0; i < widgets.size(); ++i) {
+    EXPECT_EQ(ui::areaOf(widgets[i]), before[i]) << i;
+  }
 }
 
 TEST_F(ControlTest, KeysGoToHandlersThenAcceleratorsThenTheOperation) {
@@ -176,9 +184,10 @@ TEST_F(ControlTest, MouseEventsReachHandlersThenOperationsAndCanBeKeptFromTheWid
   auto* button = new ProbeButton(frame.get(), kShownTabStop);
   Listener handler;
   button->addHandler(&handler, kOnEvent, kMsgButtonDown);
-  ui::drain();
-  ui::moveTo(button->widget(), 5, 5);
+  ui::moveTo(frame->widget(), 300, 200);
   button->take();
+  ui::moveTo(button->widget(), 5, 5);
+  EXPECT_THAT(button->take(), testing::Contains("handle 0")) << "the crossing";
   ui::moveTo(button->widget(), 9, 9);
   EXPECT_THAT(button->take(), testing::Contains("move 512"));
 
@@ -191,16 +200,6 @@ TEST_F(ControlTest, MouseEventsReachHandlersThenOperationsAndCanBeKeptFromTheWid
   ui::click(button->widget());
   EXPECT_THAT(button->take(), testing::Not(testing::Contains("down 513")));
   EXPECT_THAT(frame->takeCommands(), IsEmpty());
-}
-
-TEST_F(ControlTest, CrossingsComeToTheGenericHookWithMessage0) {
-  auto* button = new ProbeButton(frame.get(), kShownTabStop);
-  ui::moveTo(frame->widget(), 300, 200);
-  button->take();
-  ui::moveTo(button->widget(), 5, 5);
-  EXPECT_THAT(button->take(), testing::Contains("handle 0"));
-  ui::moveTo(frame->widget(), 300, 200);
-  EXPECT_THAT(button->take(), testing::Contains("handle 0"));
 }
 
 TEST_F(ControlTest, FocusChangesReachHandlersAndTheOperation) {
@@ -249,48 +248,35 @@ TEST_F(ControlTest, NotificationsReachTheHandlerOfTheirCodeFirst) {
   EXPECT_THAT(frame->takeCommands(), ElementsAre(Notification{5, kNotifyClicked}));
 }
 
-/// Deletes a control from inside its own event or notification.
-class Executioner : public zEvH {
- public:
-  explicit Executioner(zControl* target) : victim(target) {}
-  int onEvent(zEvent* /*event*/) {
-    delete std::exchange(victim, nullptr);
-    return 0;
-  }
-  zControl* victim;
-};
-
 TEST_F(ControlTest, MayBeDestroyedByAnyOfItsHandlers) {
-  const zHandler execute = toHandler(&Executioner::onEvent);
+  const zHandler execute = Executioner<zControl>::handler();
   const auto place = [] { return new zSizer(10, 10, 100, 30); };
+  Executioner<zControl> doer;
 
-  Executioner onKey(new ProbeButton(frame.get(), kShownTabStop));
-  focus(*onKey.victim);
-  onKey.victim->addPlainHandler(&onKey, execute, kMsgKeyDown);
+  doer.victim = new ProbeButton(frame.get(), kShownTabStop);
+  focus(*doer.victim);
+  doer.victim->addPlainHandler(&doer, execute, kMsgKeyDown);
   ui::pressKey('x');
-  EXPECT_EQ(onKey.victim, nullptr);
+  EXPECT_EQ(doer.victim, nullptr) << "a key";
 
-  Executioner onPress(new ProbeButton(frame.get(), kShownTabStop));
-  onPress.victim->addHandler(&onPress, execute, kMsgButtonDown);
+  doer.victim = new ProbeButton(frame.get(), kShownTabStop);
+  doer.victim->addHandler(&doer, execute, kMsgButtonDown);
   ui::click(frame->widget(), 30, 30);
-  EXPECT_EQ(onPress.victim, nullptr);
+  EXPECT_EQ(doer.victim, nullptr) << "a press";
 
-  Executioner onClick(new zPushButton(frame.get(), place(), kShownTabStop, "x", 1));
-  onClick.victim->setNotify(&onClick, execute, kNotifyClicked);
-  ui::click(onClick.victim->widget());
-  EXPECT_EQ(onClick.victim, nullptr);
+  doer.victim = new zPushButton(frame.get(), place(), kShownTabStop, "x", 1);
+  doer.victim->setNotify(&doer, execute, kNotifyClicked);
+  ui::click(doer.victim->widget());
+  EXPECT_EQ(doer.victim, nullptr) << "a click";
 
-  Executioner onChange(new zEditLine(frame.get(), place(), kShownTabStop, "", 1));
-  focus(*onChange.victim);
-  onChange.victim->setNotify(&onChange, execute, kEditChanged);
-  ui::typeText("x");
-  EXPECT_EQ(onChange.victim, nullptr);
-
-  auto* edit = new zEditLine(frame.get(), place(), kShownTabStop, "", 1);
-  Executioner onSet(edit);
-  edit->setNotify(&onSet, execute, kEditChanged);
-  edit->setText("gone");
-  EXPECT_EQ(onSet.victim, nullptr);
+  for (const bool typed : {true, false}) {
+    auto* edit = new zEditLine(frame.get(), place(), kShownTabStop, "", 1);
+    doer.victim = edit;
+    focus(*edit);
+    edit->setNotify(&doer, execute, kEditChanged);
+    typed ? ui::typeText("x") : edit->setText("gone");
+    EXPECT_EQ(doer.victim, nullptr) << "a change";
+  }
   ui::drain();
 }
 

@@ -4,7 +4,6 @@
 
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "framework/controls/button.h"
 #include "framework/controls/edit.h"
@@ -124,7 +123,7 @@ TEST_F(Dialogs, TheWindowManagersCloseIsCancelUnlessTheDialogRefuses) {
   EXPECT_EQ(run(script), 0);
 }
 
-TEST_F(Dialogs, KeepClicksFromTheMainWindowAndAcceleratorsSilent) {
+TEST_F(Dialogs, KeepClicksFromTheMainWindow) {
   make(kDialogRenameGroup);
   zPushButton behind(frame.get(), new zSizer(0, 0, 60, 30), 0x50010000, "Behind", 9);
   ui::ModalScript script;

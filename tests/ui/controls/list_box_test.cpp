@@ -2,9 +2,6 @@
 
 #include "framework/controls/list_box.h"
 
-#include <ctime>
-#include <memory>
-
 #include <gmock/gmock.h>
 #include <X11/keysym.h>
 
@@ -23,20 +20,8 @@ constexpr std::uint32_t kUnsortedStyle = 0x50B10001;
 constexpr std::uint32_t kMultipleStyle = 0x50B10109;
 constexpr std::uint32_t kExtendedStyle = 0x50B10909;
 
-enum SelectionPolicy { kMultipleSelect = 1, kExtendedSelect = 2, kBrowseSelect = 3 };
-
 zSizer* place(int height = 200) {
   return new zSizer(10, 10, 200, height);
-}
-
-std::vector<std::string> textsOf(const zListBoxBase& list) {
-  std::vector<std::string> texts;
-  for (int row = 0; row < list.count(); ++row) {
-    RWCString text;
-    list.itemText(text, row);
-    texts.push_back(text.str());
-  }
-  return texts;
 }
 
 class ListBox : public ControlTest {
@@ -47,15 +32,6 @@ class ListBox : public ControlTest {
     }
   }
 };
-
-TEST_F(ListBox, TheStyleChoosesTheSelectionPolicy) {
-  const zListBox single(frame.get(), place(), kSortedStyle, kId);
-  const zMultiList multiple(frame.get(), place(), kMultipleStyle, kId);
-  const zMultiList extended(frame.get(), place(), kExtendedStyle, kId);
-  EXPECT_EQ(selectionPolicy(single.widget()), kBrowseSelect);
-  EXPECT_EQ(selectionPolicy(multiple.widget()), kMultipleSelect);
-  EXPECT_EQ(selectionPolicy(extended.widget()), kExtendedSelect);
-}
 
 TEST_F(ListBox, SortsIfStyleAndClassSaySo) {
   zListBox sorted(frame.get(), place(), kSortedStyle, kId);
@@ -176,69 +152,16 @@ TEST_F(ListBox, AnExtendedListTakesOneRowByAClickAndMoreWithControl) {
   EXPECT_THAT(takeCodes(*frame), ElementsAre(kListSelectionChanged));
 }
 
-TEST_F(ListBox, KeepsItsSizeWithAnotherFont) {
-  zListBoxUnsorted list(frame.get(), place(), kUnsortedStyle, kId);
-  fill(list);
-  const ui::ScreenArea before = ui::areaOf(part(list.holder(), "ScrolledListBoxSW"));
-  list.setFontSpec(zFontSpec("courier", {0, 24}), 1);
-  ui::drain();
-  EXPECT_EQ(ui::areaOf(part(list.holder(), "ScrolledListBoxSW")), before);
-}
-
-/// Deletes the list in the middle of its notification.
-class Deleter : public zEvH {
- public:
-  explicit Deleter(std::unique_ptr<zListBoxUnsorted>& victim) : list(victim) {}
-  int onNotify(zEvent* /*event*/) {
-    list.reset();
-    return 1;
-  }
-
- private:
-  std::unique_ptr<zListBoxUnsorted>& list;
-};
-
 TEST_F(ListBox, MayBeDeletedByEitherNotification) {
-  std::unique_ptr<zListBoxUnsorted> list;
-  Deleter deleter(list);
   for (const int code : {kListSelectionChanged, kListDoubleClick}) {
-    list = std::make_unique<zListBoxUnsorted>(frame.get(), place(), kUnsortedStyle, kId + code);
+    auto* list = new zListBoxUnsorted(frame.get(), place(), kUnsortedStyle, kId + code);
+    Executioner<zListBoxUnsorted> deleter(list);
     fill(*list);
-    list->setNotify(&deleter, toHandler(&Deleter::onNotify), code);
-    if (code == kListDoubleClick) {
-      doubleClickRow(list->widget(), 1);
-    } else {
-      clickRow(list->widget(), 1);
-    }
-    EXPECT_EQ(list, nullptr) << "code " << code;
+    list->setNotify(&deleter, deleter.handler(), code);
+    (code == kListDoubleClick ? doubleClickRow : clickRow)(list->widget(), 1);
+    EXPECT_EQ(deleter.victim, nullptr) << "code " << code;
     ui::drain();
   }
-}
-
-std::clock_t timeToAdd(zListBoxBase& list, int rows) {
-  constexpr int kStep = 7919;
-  const std::clock_t start = std::clock();
-  for (int row = 0; row < rows; ++row) {
-    list.add(("signal " + std::to_string(row * kStep % rows)).c_str());
-  }
-  ui::drain();
-  return std::clock() - start;
-}
-
-TEST_F(ListBox, SortingLooksAtFewRowsForEachAddition) {
-  constexpr int kRows = 2000;
-  constexpr int kMostTimesLonger = 20;
-  zListBox sorted(frame.get(), place(), kSortedStyle, kId);
-  zListBoxUnsorted unsorted(frame.get(), place(), kUnsortedStyle, kId);
-  zListBoxUnsorted other(frame.get(), place(), kUnsortedStyle, kId);
-  // The widget looks for its visibility on every addition while it has the focus.
-  focus(other);
-  const std::clock_t plain = timeToAdd(unsorted, kRows);
-  // Less than ten times as long, but a hundred times if every row were looked at.
-  EXPECT_LT(timeToAdd(sorted, kRows), kMostTimesLonger * plain);
-  EXPECT_EQ(sorted.count(), kRows);
-  const std::vector<std::string> texts = textsOf(sorted);
-  EXPECT_TRUE(std::is_sorted(texts.begin(), texts.end()));
 }
 
 }  // namespace

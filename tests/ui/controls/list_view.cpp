@@ -50,12 +50,6 @@ bool isRowInView(Widget list, int row) {
   return row + 1 >= top && row + 1 < top + visible;
 }
 
-int selectionPolicy(Widget list) {
-  unsigned char policy = 0;
-  XtVaGetValues(list, XmNselectionPolicy, &policy, nullptr);
-  return policy;
-}
-
 void clickRow(Widget list, int row) {
   waitOutDoubleClick();
   clickAt(list, row);
@@ -72,10 +66,6 @@ std::string selectedText(Widget text) {
 
 int caretPosition(Widget text) {
   return static_cast<int>(XmTextGetInsertionPosition(text));
-}
-
-void setCaret(Widget text, int position) {
-  XmTextSetInsertionPosition(text, position);
 }
 
 std::vector<int> takeCodes(ControlFrame& frame, const std::vector<int>& ignored) {

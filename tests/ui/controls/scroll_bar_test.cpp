@@ -158,19 +158,6 @@ TEST_F(ScrollBar, TakesTheWheelOfTheWindowsThatItScrolls) {
   EXPECT_THAT(scroller.take(), IsEmpty());
 }
 
-TEST_F(ScrollBar, FillsItsPlaceAndComesToTheTopWhenItIsShown) {
-  zScrollBarCtrl* bar = makeBar(true);
-  bar->moveResize(30, 20, 16, 150);
-  bar->show(kShowHide);
-  auto* cover = new zStaticText(frame.get(), new zSizer(0, 0, 200, 200), 0x50000000, "cover");
-  ui::waitFor([&] { return ui::isViewable(cover->widget()); }, "the cover");
-  bar->show();
-  ui::drain();
-  EXPECT_EQ(ui::areaOf(bar->widget()).height, 150);
-  clickAlong(*bar, 150 - kInArrow);
-  EXPECT_EQ(bar->scrollPos()->position(), 1);
-}
-
 TEST_F(ScrollBar, MayBeDestroyedByWhatItScrolls) {
   struct Destroyer : zControlScroller {
     int vertThumbPosition(zEvent* /*event*/) override {

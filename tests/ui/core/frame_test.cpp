@@ -69,16 +69,6 @@ TEST(Frame, AMoveBeforeItIsShownTakesEffectWhenItIs) {
   EXPECT_EQ(outer.pos(), (zPoint{320, 240}));
 }
 
-TEST(Frame, ARefusedCloseKeepsTheProgramRunning) {
-  TestFrame frame;
-  showAndWait(frame);
-  ui::closeByWindowManager(ui::windowOf(frame.shell()));
-  ui::waitFor([&] { return frame.closes == 1; }, "close to be asked");
-  ui::drain();
-  EXPECT_TRUE(zApp::instance()->isRunning());
-  EXPECT_TRUE(ui::isViewable(frame.shell()));
-}
-
 TEST(Frame, TellsWhenTheWindowManagerActivatesIt) {
   TestFrame first;
   showAndWait(first);

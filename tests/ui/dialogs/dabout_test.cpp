@@ -2,9 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include <map>
 #include <memory>
-#include <span>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -15,9 +13,6 @@
 #include "tests/ui/support/ui_test.h"
 
 #include <X11/keysym.h>
-#include <X11/Xlib.h>
-
-#include <X11/extensions/XRes.h>  // needs Xlib.h before it
 
 namespace {
 
@@ -66,21 +61,6 @@ std::vector<std::string> textsOf(zWindow& box) {
   return texts;
 }
 
-// What the X server keeps for this process, by kind, such as "PIXMAP".
-std::map<std::string, unsigned> serverResources(XID anyOwn) {
-  int count = 0;
-  XResType* types = nullptr;
-  std::map<std::string, unsigned> counts;
-  XResQueryClientResources(ui::display(), anyOwn, &count, &types);
-  for (const XResType& type : std::span(types, static_cast<std::size_t>(count))) {
-    char* name = XGetAtomName(ui::display(), type.resource_type);
-    counts[name] = type.count;
-    XFree(name);
-  }
-  XFree(types);
-  return counts;
-}
-
 TEST_F(AboutBox, ClosesByEachOfTheFourRoads) {
   run([](DAbout& box) { ui::click(box.childById(kDialogOk)->widget()); });
   run([](DAbout&) { ui::pressKey(XK_Return); });
@@ -108,8 +88,7 @@ TEST_F(AboutBox, LeavesNothingBehindInTheServer) {
       script.when([&] { return ui::isViewable(box.shell()); }, "the box", [&] { box.endDialog(); });
       script.run([&] { return box.run(0); });
     }
-    ui::drain();
-    return serverResources(ui::windowOf(frame.shell()));
+    return ui::serverResources();
   };
   constexpr int kWarmUp = 3;  // fonts and the like stay
   constexpr int kManyTimes = 200;

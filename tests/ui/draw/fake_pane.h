@@ -19,6 +19,7 @@ class FakePane : public ziDisplayOwner {
     int capStyle = 0;
     int joinStyle = 0;
     std::uint32_t colour = 0;
+    bool operator==(const PenState&) const = default;
   };
 
   static constexpr std::uint32_t kBackground = 0xC0C0C0;

@@ -7,7 +7,6 @@ namespace {
 constexpr std::uint32_t kRed = 0xFF0000;
 constexpr std::uint32_t kBlue = 0x0000FF;
 constexpr std::uint32_t kGround = FakePane::kBackground;
-constexpr int kMiter = 0;
 constexpr int kRoundJoin = 1;
 constexpr int kRoundCap = 2;
 constexpr int kSolidLine = 0;
@@ -113,27 +112,15 @@ TEST_F(Shapes, HugeCoordinatesDoNotComeRoundOnTheOtherSide) {
   EXPECT_EQ(pane.count({0, 0, 100, 80}, kBlue), 1000);
 }
 
-TEST_F(Shapes, TheFirstPenIsSentWithRoundCapsAndJoins) {
-  const FakePane::PenState state = FakePane::penState(display);
-  EXPECT_EQ(state.width, 0);
-  EXPECT_EQ(state.lineStyle, kSolidLine);
-  EXPECT_EQ(state.capStyle, kRoundCap);
-  EXPECT_EQ(state.joinStyle, kRoundJoin);
-  EXPECT_NE(state.joinStyle, kMiter) << "X's own default";
-  EXPECT_EQ(state.colour, 0U);
-}
-
-TEST_F(Shapes, PoppingAPenBringsBackTheOneBelow) {
+TEST_F(Shapes, ThePenIsSentToTheServerFromTheFirstOneOnAndComesBackWhenItIsPoppedTo) {
+  using State = FakePane::PenState;
+  EXPECT_EQ(FakePane::penState(display), (State{0, kSolidLine, kRoundCap, kRoundJoin, 0}));
   zPen wide(zColor(kBlue), kPenDash, 3);
   display.pushPen(&redPen);
   display.pushPen(&wide);
-  EXPECT_EQ(FakePane::penState(display).width, 3);
-  EXPECT_EQ(FakePane::penState(display).lineStyle, kOnOffDash);
-  EXPECT_EQ(FakePane::penState(display).colour, kBlue);
+  EXPECT_EQ(FakePane::penState(display), (State{3, kOnOffDash, kRoundCap, kRoundJoin, kBlue}));
   display.popPen();
-  EXPECT_EQ(FakePane::penState(display).width, 0);
-  EXPECT_EQ(FakePane::penState(display).lineStyle, kSolidLine);
-  EXPECT_EQ(FakePane::penState(display).colour, kRed);
+  EXPECT_EQ(FakePane::penState(display), (State{0, kSolidLine, kRoundCap, kRoundJoin, kRed}));
 }
 
 // Intended: a popped pen leaves its dashes behind.

@@ -58,6 +58,7 @@ TEST_F(Text, FillsItsExtentWithTheWindowsBackgroundUnlessTransparent) {
 
 TEST_F(Text, ALengthOfZeroOrAllMeansUpToTheEnd) {
   display.lock();
+  EXPECT_EQ(display.fontObject()->stockNumber(), 14) << "that of a window without a font";
   EXPECT_EQ(sizeOf("abc", 0), sizeOf("abc", 3));
   EXPECT_EQ(sizeOf("abc"), sizeOf("abc", 3));
   EXPECT_LT(sizeOf("abc", 1).width, sizeOf("abc", 2).width);
@@ -92,12 +93,6 @@ TEST_F(Text, TheWindowsFontIsTheBaseOfThePushedOnes) {
   EXPECT_EQ(sizeOf("iM"), before);
   display.popFont();
   EXPECT_EQ(sizeOf("iM"), before) << "there is always a font";
-}
-
-TEST_F(Text, WithoutAWindowsFontItIsStockFontFourteen) {
-  display.lock();
-  EXPECT_EQ(display.fontObject()->stockNumber(), 14);
-  EXPECT_NE(display.fontObject()->xFont(), nullptr);
 }
 
 TEST(ServerFonts, StockFontsAreElevenPointsAndShared) {
@@ -138,18 +133,6 @@ TEST(DefaultFont, DialogUnitsFollowItAndKeepItsMeasure) {
   ziInfoDisplay measuring;
   measuring.setFont(zRCFont(large.spec()));
   EXPECT_EQ(zDialogUnit(160, 8, measuring).size(), zDialogUnit(160, 8, large).size());
-}
-
-TEST(ServerColours, AreAskedForOnce) {
-  zColorCache& colours = ziDrawCache::instance().colours();
-  zColor colour(0x0A0B0C);
-  const unsigned long pixel = colours.pixel(colour);
-  const std::size_t count = colours.count();
-  zColor again(0x0A0B0C);
-  EXPECT_EQ(colours.pixel(again), pixel);
-  EXPECT_EQ(colours.count(), count);
-  EXPECT_EQ(colours.colourOf(pixel), colour);
-  EXPECT_EQ(colours.colourOf(0x0D0E0F), zColor(0x0D0E0F)) << "unknown pixels are asked for";
 }
 
 }  // namespace

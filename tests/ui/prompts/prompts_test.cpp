@@ -178,6 +178,8 @@ TEST_F(Prompt, ForAnItemShowsTheFirstAndAnswersTheOneChosen) {
   for (const Row& row : {Row{items, {XK_Return}, "a", 1},
                          {items, {XK_Down, XK_Tab, XK_space}, "b", 1},
                          {items, {XK_Down, XK_Escape}, "b", 0},
+                         {items, {XK_End, XK_Return}, "c", 1},
+                         {items, {XK_End, XK_Home, XK_Return}, "a", 1},
                          {{}, {XK_Return}, "", 1}}) {
     UIPopUpListDlg dialog(frame.get(), "Timer:", row.items, true);
     run(dialog, row.keys);
@@ -228,6 +230,14 @@ TEST_F(Prompt, ForItemsAnswersTheChosenOnesInTheirOrder) {
   });
   EXPECT_EQ(dialog.accepted, 1);
   EXPECT_THAT(promptItems(dialog.answer()), ElementsAre("c", "a"));
+
+  UIPopUpBitDlg all(frame.get(), "Traces:", {"c", "a", "b"});
+  run(all, [] {
+    ui::pressKey(XK_Home);
+    ui::pressKey(XK_End, ui::kShift);
+    ui::pressKey(XK_Return);
+  });
+  EXPECT_THAT(promptItems(all.answer()), ElementsAre("c", "a", "b"));
 
   UIPopUpBitDlg nothing(frame.get(), "Traces:", {"c", "a"});
   run(nothing, {XK_Return});

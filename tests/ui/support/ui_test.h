@@ -9,6 +9,7 @@
 #include "tests/ui/support/input.h"
 #include "tests/ui/support/modal_script.h"
 #include "tests/ui/support/screenshot.h"
+#include "tests/ui/support/server_resources.h"
 #include "tests/ui/support/test_application.h"
 #include "tests/ui/support/wait.h"
 #include "tests/ui/support/windows.h"

@@ -7,19 +7,12 @@
 #include "link/message_numbers.h"
 #include "link/tool_interface.h"
 #include "link/wire.h"
+#include "tests/support/wire_text.h"
 
 using testing::internal::CaptureStderr;
 using testing::internal::GetCapturedStderr;
 
 namespace {
-
-std::string wireText(const FrameHeader& header, const std::string& payload) {
-  std::string binary(reinterpret_cast<const char*>(&header), sizeof header);
-  binary += payload;
-  std::string text(2 * binary.size() + 1, '\0');
-  NibbleEncode(binary.data(), text.data(), static_cast<int>(binary.size()));
-  return text;
-}
 
 struct Split {
   int tag = -9;
@@ -137,11 +130,6 @@ TEST(FormatToolName, keepsTheFirstKnownNameAndMakesUnknownOnesAnew) {
               "^-Unknown toolname-\\(PID=[0-9]+,TOOLID=6\\);"
               "-Unknown toolname-\\(PID=[0-9]+,TOOLID=-1\\);"
               "(NELMPM\\(PID=[0-9]+,TOOLID=4\\);){2}$");
-  for (const auto& [type, name] : {std::pair(1, "NELKV"), std::pair(3, "NELGATE"),
-                                   std::pair(5, "NELLINK"), std::pair(7, "EXTERNAL")}) {
-    EXPECT_EXIT(printNames({type}), testing::ExitedWithCode(0),
-                std::string("^") + name + "\\(PID=[0-9]+,TOOLID=" + std::to_string(type) + "\\);$");
-  }
 }
 
 }  // namespace

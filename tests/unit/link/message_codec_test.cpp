@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "link/message_numbers.h"
+#include "tests/support/wire_text.h"
 #include "tests/unit/link/allocation_control.h"
 
-using testing::Each;
 using testing::ElementsAre;
 using testing::internal::CaptureStderr;
 using testing::internal::GetCapturedStderr;
@@ -17,14 +17,6 @@ namespace {
 
 constexpr auto kToUi = MessageDirection::kReceivedByUi;
 constexpr auto kFromUi = MessageDirection::kSentByUi;
-
-std::string word(std::int32_t value) {
-  return {reinterpret_cast<const char*>(&value), sizeof value};
-}
-
-std::string counted(const std::string& text) {
-  return word(static_cast<std::int32_t>(text.size())) + text;
-}
 
 std::string encode(MessageDirection direction, int tag, const ToolMessage& message) {
   const int length = encodeMessage(direction, tag, message, g_EncodeBuffer);
@@ -51,8 +43,6 @@ TEST(MessageTable, findsRowsByDirectionAndKnowsNoOthers) {
   EXPECT_EQ(findMessage(MSG_T_ASK_LIST, kToUi)->shape, "SSIL");
   EXPECT_EQ(findMessage(MSG_T_ASK_LIST, kFromUi), nullptr);
   EXPECT_EQ(findMessage(MSG_UI_COMMAND, kToUi), nullptr);
-  EXPECT_EQ(findMessage(MSG_TOOL_READY, kToUi)->name, "MSG_TOOL_READY");
-  EXPECT_EQ(findMessage(MSG_TOOL_READY, kFromUi)->name, "MSG_TOOL_READY");
   for (const int tag : {std::numeric_limits<int>::min(), -1, 0, 999, 1014, 2020, 13002,
                         std::numeric_limits<int>::max()}) {
     EXPECT_EQ(findMessage(tag, kToUi), nullptr) << tag;
@@ -69,7 +59,9 @@ TEST(MessageTable, givesOnlyTheAgreedSentMessagesAParameter) {
                       tag == 1013 || tag == 10004;
     ToolMessage message;
     list ? message.setList(0, bits.head()) : message.setText(0, "ab");
-    const std::string expected = list ? word(1) + counted("1") : text ? counted("ab") : "";
+    const std::string expected = list   ? wireWord(1) + wireString("1")
+                                 : text ? wireString("ab")
+                                        : "";
     ASSERT_EQ(encode(kFromUi, tag, message), expected) << tag;
   }
 }
@@ -84,16 +76,16 @@ TEST(EncodeMessage, laysParametersEndToEnd) {
                                   .setText(1, nullptr)
                                   .setNumber(2, -2)
                                   .setList(3, items.head());
-  EXPECT_EQ(encode(kToUi, MSG_T_ASK_LIST, message), counted("Title") + word(0) + word(-2) +
-                                                        word(3) + counted("one") + word(0) +
-                                                        counted("three"));
+  EXPECT_EQ(encode(kToUi, MSG_T_ASK_LIST, message),
+            wireString("Title") + wireWord(0) + wireWord(-2) + wireWord(3) + wireString("one") +
+                wireWord(0) + wireString("three"));
 }
 
 TEST(EncodeMessage, takesListLengthsFromTheTexts) {
   std::string text = "abc";
   StringListNode node{nullptr, 77, text.data()};
   EXPECT_EQ(encode(kFromUi, MSG_UI_BITS, ToolMessage().setList(0, &node)),
-            word(1) + counted("abc"));
+            wireWord(1) + wireString("abc"));
 }
 
 TEST(EncodeMessage, doesNotConsultTheLimitAndNeedsArgumentsOnlyForParameters) {
@@ -163,7 +155,8 @@ TEST(DecodeMessage, givesBackWhatAnyRowEncodes) {
 
 TEST(DecodeMessage, decodesAnEmptyListAsNullAndAnEmptyTextAsEmpty) {
   ToolMessage message{1, 1, 1, 1, 1};
-  EXPECT_EQ(decode(MSG_T_ASK_BITS, word(0) + counted("x") + word(0), message), kDecodeOk);
+  EXPECT_EQ(decode(MSG_T_ASK_BITS, wireWord(0) + wireString("x") + wireWord(0), message),
+            kDecodeOk);
   EXPECT_STREQ(message.text(0), "");
   EXPECT_EQ(message.list(2), nullptr);
   FreeMessage(MSG_T_ASK_BITS, &message);
@@ -182,18 +175,19 @@ TEST(DecodeMessage, reportsPositionAndLengthWhenTheyDiffer) {
   const std::vector<LengthCase> cases = {
       {"payload of a message without parameters", MSG_T_EXIT_CONFIRM, "abcd", 0},
       {"payload of an unknown message", 4711, "a", 0},
-      {"bytes left over", MSG_T_TEXT, counted("text") + "!", 8},
+      {"bytes left over", MSG_T_TEXT, wireString("text") + "!", 8},
       {"no payload", MSG_T_TEXT, "", 4},
       {"cut count", MSG_T_TEXT, "abc", 4},
-      {"count past the end", MSG_T_TEXT, word(100) + "abc", 104},
-      {"largest count", MSG_T_TEXT, word(std::numeric_limits<int>::max()) + "abc", 2147483651},
-      {"negative count", MSG_T_TEXT, word(-4) + "abc", 0},
-      {"negative count in the second text", MSG_T_QUESTION, counted("ab") + word(-1), 9},
-      {"cut integer", MSG_T_ASK_RANGE, word(0) + word(0) + word(1) + "ab", 16},
-      {"list longer than its elements", MSG_T_ASK_BITS, word(0) + word(0) + word(9) + counted("a"),
-       21},
-      {"negative list", MSG_T_ASK_BITS, word(0) + word(0) + word(-1), 11},
-      {"element past the end", MSG_T_ASK_BITS, word(0) + word(0) + word(1) + word(50), 66},
+      {"count past the end", MSG_T_TEXT, wireWord(100) + "abc", 104},
+      {"largest count", MSG_T_TEXT, wireWord(std::numeric_limits<int>::max()) + "abc", 2147483651},
+      {"negative count", MSG_T_TEXT, wireWord(-4) + "abc", 0},
+      {"negative count in the second text", MSG_T_QUESTION, wireString("ab") + wireWord(-1), 9},
+      {"cut integer", MSG_T_ASK_RANGE, wireWord(0) + wireWord(0) + wireWord(1) + "ab", 16},
+      {"list longer than its elements", MSG_T_ASK_BITS,
+       wireWord(0) + wireWord(0) + wireWord(9) + wireString("a"), 21},
+      {"negative list", MSG_T_ASK_BITS, wireWord(0) + wireWord(0) + wireWord(-1), 11},
+      {"element past the end", MSG_T_ASK_BITS,
+       wireWord(0) + wireWord(0) + wireWord(1) + wireWord(50), 66},
   };
   for (const LengthCase& item : cases) {
     ToolMessage message{1, 1, 1, 1, 1};
@@ -208,8 +202,8 @@ TEST(DecodeMessage, reportsPositionAndLengthWhenTheyDiffer) {
 }
 
 TEST(DecodeMessage, refusesEveryCutOfAPayload) {
-  const std::string payload =
-      counted("title") + counted("text") + word(1) + word(2) + counted("one") + counted("two");
+  const std::string payload = wireString("title") + wireString("text") + wireWord(1) + wireWord(2) +
+                              wireString("one") + wireString("two");
   for (std::size_t length = 0; length < payload.size(); ++length) {
     ToolMessage message;
     CaptureStderr();
@@ -236,7 +230,8 @@ TEST(DecodeMessage, neverReadsMoreThanAPayloadBufferWhateverTheLength) {
 }
 
 TEST(DecodeMessage, leavesWhatItHasWhenMemoryRunsOut) {
-  const std::string payload = counted("a") + counted("b") + word(2) + counted("c") + counted("d");
+  const std::string payload =
+      wireString("a") + wireString("b") + wireWord(2) + wireString("c") + wireString("d");
   constexpr long kBlocks = 6;
   for (long successes = 0; successes < kBlocks; ++successes) {
     ToolMessage message{1, 1, 1, 1, 1};
@@ -252,12 +247,6 @@ TEST(DecodeMessage, leavesWhatItHasWhenMemoryRunsOut) {
     EXPECT_EQ(texts(message.list(2)).size(), successes >= 4 ? 1U : 0U);
     FreeMessage(MSG_T_ASK_BITS, &message);
   }
-}
-
-TEST(ToolMessage, refusesAWordThatIsNone) {
-  ToolMessage message;
-  EXPECT_DEATH(message.word(5), "");
-  EXPECT_DEATH(message.word(-1), "");
 }
 
 }  // namespace

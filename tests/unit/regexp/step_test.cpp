@@ -135,14 +135,6 @@ TEST(RegexpStep, BackReferencesRepeatWhatTheirGroupMatched) {
   EXPECT_EQ(std::string(regexp::braslist[1], regexp::braelist[1]), "b");
 }
 
-TEST(RegexpStep, AdvanceMatchesAtTheStartAlone) {
-  compileGood("a*b");
-  const std::string subject = "aabc";
-  EXPECT_EQ(regexp::advance(subject.c_str(), form.data()), 1);
-  EXPECT_EQ(regexp::loc2 - subject.c_str(), 3);
-  EXPECT_EQ(regexp::advance("caab", form.data()), 0);
-}
-
 TEST(RegexpStep, RepetitionsGiveBackNoFurtherThanTheLowerBound) {
   compileGood("a*ab");
   const std::string subject = "aaab";

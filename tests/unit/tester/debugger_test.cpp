@@ -7,40 +7,33 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
-using testing::Not;
 
 class ToyDebuggerTest : public DebuggerTest {
  protected:
   ToyDebuggerTest() : DebuggerTest(toyModel()) {}
 };
 
-TEST_F(DebuggerTest, ConfirmsEveryCommandAsTypedWithoutTheBlanksAround) {
-  run("  now \t");
-  EXPECT_EQ(dialogue.text, "> now\nnow = 0.000\n");
-  run("");
-  EXPECT_EQ(dialogue.text, "> \n");
-  run("nonsense  word");
-  EXPECT_THAT(dialogue.confirmed, ElementsAre("now", "", "nonsense  word"));
-}
-
 TEST_F(DebuggerTest, NamesWhatItDoesNotUnderstand) {
-  EXPECT_THAT(run("fly"), HasSubstr("Unknown command \"fly\". \"?\?\" lists the commands."));
-  EXPECT_THAT(run("list"), HasSubstr("Ambiguous command \"list\", it may be: list-process, "));
-  EXPECT_THAT(run("set-trace"), HasSubstr("Too few arguments. Usage: set-trace <level>"));
-  EXPECT_THAT(run("now then"), HasSubstr("Too many arguments. Usage: now\n"));
-  EXPECT_THAT(run("send \"Press Button"), HasSubstr("A quoted text is not closed."));
-  EXPECT_THAT(run("send Press Button:3"), HasSubstr("There is no instance Button:3."));
-  EXPECT_THAT(run("send Press Button:x"), HasSubstr("No instance number in \"Button:x\"."));
-  EXPECT_THAT(run("send Zzz Button:1"), HasSubstr("Unknown signal \"Zzz\"."));
-  EXPECT_THAT(run("send Arrive Button:1 1 2"), HasSubstr("Arrive(Integer) takes 1 parameters"));
-  EXPECT_THAT(run("send Arrive Button:1 many"),
-              HasSubstr("Parameter 1 of Arrive(Integer) must be a whole number, not \"many\"."));
-  EXPECT_THAT(run("send SetAspect TrafficLight:1 Blue"), HasSubstr("one of Red, RedAmber, Green"));
-  EXPECT_THAT(run("set-timer Controller Phase -1"), HasSubstr("\"-1\" is no time in seconds"));
-  EXPECT_THAT(run("next-transition 0"), HasSubstr("\"0\" is no whole number from 1 up."));
-  EXPECT_THAT(run("set-trace 4"), HasSubstr("from 0 to 3"));
-  EXPECT_THAT(run("remove-breakpoint 1"), HasSubstr("no breakpoint \"1\""));
-  EXPECT_THAT(run("help fly"), HasSubstr("Unknown command"));
+  const std::pair<const char*, const char*> rows[] = {
+      {"list", "Ambiguous command \"list\", it may be: list-process, "},
+      {"set-trace", "Too few arguments. Usage: set-trace <level>"},
+      {"now then", "Too many arguments. Usage: now\n"},
+      {"send \"Press Button", "A quoted text is not closed."},
+      {"send Press Button:3", "There is no instance Button:3."},
+      {"send Press Button:x", "No instance number in \"Button:x\"."},
+      {"send Zzz Button:1", "Unknown signal \"Zzz\"."},
+      {"send Arrive Button:1 1 2", "Arrive(Integer) takes 1 parameters"},
+      {"send Arrive Button:1 many", "Parameter 1 of Arrive(Integer) must be a whole number"},
+      {"send SetAspect TrafficLight:1 Blue", "one of Red, RedAmber, Green"},
+      {"set-timer Controller Phase -1", "\"-1\" is no time in seconds"},
+      {"next-transition 0", "\"0\" is no whole number from 1 up."},
+      {"set-trace 4", "from 0 to 3"},
+      {"remove-breakpoint 1", "no breakpoint \"1\""},
+      {"help fly", "Unknown command"},
+  };
+  for (const auto& [command, answer] : rows) {
+    EXPECT_THAT(run(command), HasSubstr(answer));
+  }
 }
 
 TEST_F(DebuggerTest, TakesAbbreviationsInAnyCase) {
@@ -99,26 +92,6 @@ TEST_F(DebuggerTest, StopsBeforeATransitionThatABreakpointDescribesAndGoesOnFrom
   EXPECT_THAT(run("proceed-until 100"), HasSubstr("now: 100.000."));
 }
 
-TEST_F(DebuggerTest, EndsAnEndlessRunAtTheNextCommand) {
-  run("set-trace 0");
-  debugger.execute("go");
-  for (int slice = 0; slice < 20; ++slice) {
-    debugger.runSlice();
-  }
-  EXPECT_TRUE(debugger.isRunning());
-  EXPECT_TRUE(dialogue.busy);
-  dialogue.confirmed.clear();
-  dialogue.text.clear();
-  debugger.execute("stop");
-  EXPECT_FALSE(debugger.isRunning());
-  EXPECT_FALSE(dialogue.busy);
-  EXPECT_THAT(dialogue.text, HasSubstr("Interrupted; transitions: 10000, "));
-  EXPECT_THAT(dialogue.text, Not(HasSubstr("No run")));
-  EXPECT_THAT(dialogue.confirmed, ElementsAre("go", "stop"));
-  EXPECT_EQ(run("stop"), "No run is going on.\n");
-  EXPECT_EQ(dialogue.title, "Pedestrian Crossing, now " + formatTime(system.now()));
-}
-
 TEST_F(DebuggerTest, PausesARunWhileItsTextIsNotTaken) {
   dialogue.takesTrace = false;
   debugger.execute("next-transition 3");
@@ -153,11 +126,6 @@ TEST_F(DebuggerTest, BeginsAnewOnRestartAndKeepsBreakpoints) {
   EXPECT_EQ(system.now(), 0);
   EXPECT_THAT(run("go"), HasSubstr("Breakpoint 1 (Supervisor in start at *) at Supervisor:1; "
                                    "transitions: 0"));
-}
-
-TEST_F(DebuggerTest, AsksTheUserInterfaceToLeaveOnExit) {
-  run("exit");
-  EXPECT_TRUE(dialogue.exitAsked);
 }
 
 TEST_F(ToyDebuggerTest, SaysWhenNothingIsLeftToDo) {

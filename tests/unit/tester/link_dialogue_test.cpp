@@ -54,34 +54,6 @@ class LinkDialogueTest : public testing::Test {
   bool linkTakes = true;
 };
 
-TEST_F(LinkDialogueTest, SendsTheTextOfACommandBeforeItsConfirmation) {
-  dialogue.print("> now\n");
-  dialogue.print("now = 1.000\n");
-  dialogue.showTitle("T");
-  dialogue.confirm("now");
-  dialogue.showTitle("T");
-  EXPECT_THAT(pump(), ElementsAre(MSG_T_TEXT, MSG_T_TITLE, MSG_T_PROMPT));
-  EXPECT_THAT(texts, ElementsAre("> now\nnow = 1.000\n", "T", "now"));
-}
-
-TEST_F(LinkDialogueTest, CutsLongTextAtLineEndsOnly) {
-  const std::string line = std::string(98, 'x') + "\n";
-  std::string all;
-  for (int i = 0; i < 500; ++i) {
-    dialogue.print(line);
-    all += line;
-  }
-  pump();
-  std::string together;
-  for (const std::string& text : texts) {
-    EXPECT_LE(text.size(), TextBatch::kMaxPiece);
-    EXPECT_EQ(text.back(), '\n');
-    together += text;
-  }
-  EXPECT_EQ(together, all);
-  EXPECT_THAT(texts, SizeIs(13));
-}
-
 TEST_F(LinkDialogueTest, CutsALineThatIsTooLongBetweenCharacters) {
   // The byte before the limit begins a character of two.
   const std::string text = std::string(TextBatch::kMaxPiece - 1, 'x') + "\xC3\xA4\n";
@@ -124,15 +96,6 @@ TEST_F(LinkDialogueTest, KeepsMessagesInOrderWhileTheLinkTakesNone) {
   EXPECT_FALSE(dialogue.isBlocked());
 }
 
-TEST_F(LinkDialogueTest, AsksToExitAfterTheConfirmationAndForgetsItWithTheNextCommand) {
-  dialogue.askToExit();
-  dialogue.confirm("exit");
-  EXPECT_THAT(pump(), ElementsAre(MSG_T_PROMPT, MSG_T_EXIT_CONFIRM));
-  EXPECT_TRUE(dialogue.isExitAsked());
-  dialogue.confirm("now");
-  EXPECT_FALSE(dialogue.isExitAsked());
-}
-
 TEST_F(LinkDialogueTest, SendsBoxesWithTheirCaptionsAfterTheTextBeforeThem) {
   dialogue.print("list\n");
   dialogue.askYesNo("C1", "more?");
@@ -144,41 +107,22 @@ TEST_F(LinkDialogueTest, SendsBoxesWithTheirCaptionsAfterTheTextBeforeThem) {
 }
 
 TEST_F(LinkDialogueTest, AsksEachQuestionByItsMessage) {
-  const std::pair<std::function<void()>, const char*> questions[] = {
-      {[&] { dialogue.askText("t"); }, "2003|Korvane Select|t"},
-      {[&] { dialogue.askNumber("t"); }, "2004|Korvane Select|t"},
-      {[&] {
-         dialogue.askNumberInRange("t", {2, 5, false});
-       },
-       "2019|Korvane Select|t|2|5"},
-      {[&] {
-         dialogue.askNumberInRange("t", {2, 5, true});
-       },
-       "2019|Korvane Select|t|-1|5"},
-      {[&] {
-         dialogue.askChoice("t", {"a", "b"});
-       },
-       "2005|Korvane Select|t|0|a,b"},
-      {[&] { dialogue.askChoice("t", {}); }, "2005|Korvane Select|t|0|"},
-      {[&] {
-         dialogue.askBits("t", {"a", "b"});
-       },
-       "2010|Korvane Select|t|a,b"},
-      {[&] {
-         dialogue.askParameters("t", {"a", "b"});
-       },
-       "2018|Korvane Select|t|0|a,b"},
-      {[&] {
-         dialogue.askFile({"T", "x", "X Files"}, "/d");
-       },
-       "2009|T|/d|x|X Files"},
-      {[&] { dialogue.askDirectory("/d"); }, "2011|Select Source Directory|/d"},
-      {[&] { dialogue.showSystem("/d", "S"); }, "2012|/d|S"},
-  };
-  for (const auto& [ask, message] : questions) {
-    ask();
-    EXPECT_EQ(pumpOne(), message);
-  }
+  dialogue.askNumber("t");
+  EXPECT_EQ(pumpOne(), "2004|Korvane Select|t");
+  dialogue.askNumberInRange("t", {2, 5, false});
+  EXPECT_EQ(pumpOne(), "2019|Korvane Select|t|2|5");
+  dialogue.askNumberInRange("t", {2, 5, true});
+  EXPECT_EQ(pumpOne(), "2019|Korvane Select|t|-1|5");
+  dialogue.askChoice("t", {});
+  EXPECT_EQ(pumpOne(), "2005|Korvane Select|t|0|");
+  dialogue.askBits("t", {"a", "b"});
+  EXPECT_EQ(pumpOne(), "2010|Korvane Select|t|a,b");
+  dialogue.askParameters("t", {"a", "b"});
+  EXPECT_EQ(pumpOne(), "2018|Korvane Select|t|0|a,b");
+  dialogue.askFile({"T", "x", "X Files"}, "/d");
+  EXPECT_EQ(pumpOne(), "2009|T|/d|x|X Files");
+  dialogue.askDirectory("/d");
+  EXPECT_EQ(pumpOne(), "2011|Select Source Directory|/d");
   dialogue.offerSearch({{"p", "q"}, {}, {"t"}});
   texts.clear();
   EXPECT_THAT(pump(), ElementsAre(MSG_T_FIND, MSG_T_FIND, MSG_T_FIND));
@@ -201,21 +145,6 @@ TEST_F(LinkDialogueTest, SendsALongListOverSeveralMessagesInItsOrder) {
     together += (i == 0 ? "" : ",") + texts[4 * i + 3];
   }
   EXPECT_EQ(together, describe(items));
-}
-
-TEST(OutgoingRecordTest, HoldsTextsNumbersAndAListInTheirOrder) {
-  const std::vector<std::string> items{"a", "b"};
-  const OutgoingMessage message{MSG_T_ASK_LIST, {"caption", "text", 1, items}};
-  const OutgoingRecord record(message);
-  EXPECT_STREQ(record.words().text(0), "caption");
-  EXPECT_STREQ(record.words().text(1), "text");
-  EXPECT_EQ(record.words().number(2), 1);
-  const StringListNode* first = record.words().list(3);
-  ASSERT_NE(first, nullptr);
-  EXPECT_STREQ(first->text, "a");
-  ASSERT_NE(first->next, nullptr);
-  EXPECT_STREQ(first->next->text, "b");
-  EXPECT_EQ(first->next->next, nullptr);
 }
 
 TEST_F(LinkDialogueTest, DropsEverythingWhileThereIsNoUserInterface) {

@@ -94,7 +94,6 @@ INSTANTIATE_TEST_SUITE_P(
                  "range Instance number of Button:|1|2",
                  {kNumber, "2"},
                  "Button:2 in Idle"},
-        Exchange{"print Button", "range", {kNumber, "*"}, "Instance Button:2 in Idle"},
         Exchange{"print Button", "range", {kNumber, "0"}, "\"0\" is no number from 1 to 2.", true},
         Exchange{"list-queue Button",
                  "number Instance number (*) of Button",
@@ -123,7 +122,6 @@ INSTANTIATE_TEST_SUITE_P(
                  "bits Processes to trace:|Supervisor|Controller",
                  {kBits, "", {"Button", "Pedestrian"}},
                  "Only traced: Button, Pedestrian"},
-        Exchange{"mask-trace", "bits", {kBits, "", {"Clerk"}}, "\"Clerk\" is none", true},
         Exchange{"add-mark",
                  "text Name of the mark at 1.000:",
                  {kText, " there "},
@@ -160,24 +158,6 @@ TEST_F(PromptTest, TracesOnlyTheProcessesOfTheMask) {
   EXPECT_THAT(text, Not(HasSubstr("Controller:1  ")));
   run("mask-trace *");
   EXPECT_THAT(run("proceed-until 60"), HasSubstr("Controller:1  "));
-}
-
-TEST_F(PromptTest, CopiesItsOutputToALogFileInTheSourceDirectory) {
-  const TemporaryFolder folder;
-  folder.write("my log", "before\n");
-  ask("change-directory");
-  EXPECT_EQ(answer({AnswerKind::kDirectory, folder.path().string() + '/'}),
-            "Source directory: " + folder.path().string() + '\n');
-  run("open-log my log");
-  const std::string printed = dialogue.text.substr(dialogue.text.find('\n') + 1);
-  run("now");
-  run("close-log");
-  run("list-mark");
-  EXPECT_EQ(readFile(folder / "my log"),
-            "before\n" + printed + "> now\nnow = 1.000\n> close-log\n");
-  EXPECT_EQ(run("close-log"), "No log file is open.\n");
-  run("open-log /dev/full");
-  EXPECT_THAT(dialogue.boxes.back(), HasSubstr("/dev/full is no file."));
 }
 
 TEST_F(PromptTest, OpensASystemByItsSymbolFile) {

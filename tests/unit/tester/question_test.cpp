@@ -7,10 +7,8 @@ namespace tester {
 namespace {
 
 using testing::ElementsAre;
-using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
-using testing::StartsWith;
 
 constexpr Answer kYesAnswer{AnswerKind::kYes};
 constexpr Answer kNoAnswer{AnswerKind::kNo};
@@ -47,27 +45,6 @@ class QuestionTest : public DebuggerTest {
   std::string allSignals;
 };
 
-TEST_F(QuestionTest, ShowsALongListPageByPageAsFarAsTheUserWants) {
-  run("set-page-length 7");
-  dialogue.confirmed.clear();
-  std::string shown = run("list-signal");
-  EXPECT_EQ(lineCount(shown), 7);
-  EXPECT_THAT(dialogue.boxes, ElementsAre("? Korvane - Page file|7 of 18 lines shown.\n"
-                                          "Show the next page?"));
-  shown += answer(kYesAnswer);
-  EXPECT_EQ(lineCount(shown), 14);
-  EXPECT_THAT(dialogue.boxes.back(), HasSubstr("|14 of 18 lines shown."));
-  EXPECT_THAT(dialogue.confirmed, IsEmpty());
-  shown += answer(kYesAnswer);
-  EXPECT_EQ(shown, allSignals);
-  EXPECT_THAT(dialogue.confirmed, ElementsAre("list-signal"));
-  EXPECT_EQ(dialogue.boxes.size(), 2U);
-
-  run("list-signal");
-  EXPECT_EQ(answer(kNoAnswer), "Stopped; 11 of 18 lines not shown.\n");
-  EXPECT_THAT(dialogue.confirmed, ElementsAre("list-signal", "list-signal"));
-}
-
 TEST_F(QuestionTest, AsksOnlyWhenLinesAreLeft) {
   run("set-page-length 9");
   run("list-signal");
@@ -81,23 +58,6 @@ TEST_F(QuestionTest, AsksOnlyWhenLinesAreLeft) {
   EXPECT_THAT(run("set-page-length -1"), HasSubstr("no whole number from 0 up"));
 }
 
-TEST_F(QuestionTest, LetsFurtherCommandsWaitForTheAnswer) {
-  run("set-page-length 10");
-  dialogue.confirmed.clear();
-  run("list-signal");
-  dialogue.text.clear();
-  debugger.execute("now");
-  debugger.execute("list-signal");
-  debugger.execute("list-breakpoint");
-  EXPECT_EQ(dialogue.text, "");
-  // The second list asks again, and what is behind it waits on.
-  EXPECT_THAT(answer(kYesAnswer), HasSubstr("> now\nnow = 0.000\n> list-signal\n"));
-  EXPECT_THAT(dialogue.confirmed, ElementsAre("list-signal", "now"));
-  EXPECT_THAT(answer(kNoAnswer), EndsWith("> list-breakpoint\nNo breakpoint is set.\n"));
-  EXPECT_THAT(dialogue.confirmed,
-              ElementsAre("list-signal", "now", "list-signal", "list-breakpoint"));
-}
-
 TEST_F(QuestionTest, IgnoresAnswersThatFitNoOpenQuestion) {
   EXPECT_EQ(answer(kYesAnswer), "");
   run("set-page-length 10");
@@ -108,34 +68,6 @@ TEST_F(QuestionTest, IgnoresAnswersThatFitNoOpenQuestion) {
   answer(kYesAnswer);
   EXPECT_EQ(answer(kYesAnswer), "");
   EXPECT_THAT(dialogue.confirmed, ElementsAre("list-signal"));
-}
-
-TEST_F(QuestionTest, ForgetsTheQuestionAndWhatWaitsForItWithItsUser) {
-  run("set-page-length 10");
-  run("list-signal");
-  debugger.execute("set-breakpoint Button");
-  dialogue.confirmed.clear();
-  debugger.abandonQuestion();
-  EXPECT_EQ(answer(kYesAnswer), "");
-  EXPECT_EQ(run("list-breakpoint"), "No breakpoint is set.\n");
-  EXPECT_THAT(dialogue.confirmed, ElementsAre("list-breakpoint"));
-}
-
-TEST_F(QuestionTest, StopsARunAtADynamicErrorAndConfirmsItAfterTheAcknowledgement) {
-  prepareError();
-  const std::string text = run("go");
-  const std::string error =
-      "Dynamic error in Button:1 in Idle at Arrive, now 1.000:\n"
-      "Signal Join is sent to Pedestrian:7, which does not live.";
-  EXPECT_THAT(text, StartsWith(error + "\nStopped; transitions: "));
-  EXPECT_THAT(dialogue.boxes, ElementsAre("! Korvane - Dynamic error|" + error));
-  EXPECT_FALSE(dialogue.busy);
-  EXPECT_THAT(dialogue.confirmed, IsEmpty());
-  EXPECT_EQ(answer(kYesAnswer), "");
-  EXPECT_THAT(dialogue.confirmed, IsEmpty());
-  answer(kAcknowledgement);
-  EXPECT_THAT(dialogue.confirmed, ElementsAre("go"));
-  EXPECT_THAT(run("proceed-until 30"), StartsWith("Done; transitions: "));
 }
 
 TEST_F(QuestionTest, BeginsAWaitingRunAfterTheAcknowledgement) {

@@ -1,34 +1,20 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cstring>
-#include <sstream>
-
 #include "link/message_numbers.h"
-#include "postmaster/complaints.h"
 #include "postmaster/frame_splitter.h"
 #include "postmaster/options.h"
 #include "postmaster/shutdown_sequence.h"
 #include "postmaster/trace_format.h"
+#include "tests/support/wire_text.h"
 
 using namespace postmaster;
 using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::EndsWith;
-using testing::HasSubstr;
 using testing::Optional;
 
 namespace {
-
-std::string word(std::int32_t value) {
-  std::string bytes(sizeof value, '\0');
-  std::memcpy(bytes.data(), &value, sizeof value);
-  return bytes;
-}
-
-std::string text(std::string_view value) {
-  return word(static_cast<std::int32_t>(value.size())).append(value);
-}
 
 /// What the trace says of the parameters of `tag`, sent by the tester to the user interface.
 std::string parameters(int tag, const std::string& payload) {
@@ -45,42 +31,35 @@ std::optional<Options> options(std::vector<const char*> words) {
 }  // namespace
 
 TEST(TraceFormat, ShowsAllKindsOfParameters) {
-  EXPECT_EQ(
-      parameters(MSG_T_ASK_LIST, text("a") + text("") + word(-1) + word(2) + text("x") + text("y")),
-      " \"a\" \"\" -1 [\"x\", \"y\"]");
-  EXPECT_EQ(parameters(MSG_T_TEXT, text(std::string_view("a\"\\\n\t\r\0\x7f\xe4", 9))),
+  EXPECT_EQ(parameters(MSG_T_ASK_LIST, wireString("a") + wireString("") + wireWord(-1) +
+                                           wireWord(2) + wireString("x") + wireString("y")),
+            " \"a\" \"\" -1 [\"x\", \"y\"]");
+  EXPECT_EQ(parameters(MSG_T_TEXT, wireString(std::string_view("a\"\\\n\t\r\0\x7f\xe4", 9))),
             R"( "a\"\\\n\t\r\x00\x7f\xe4")");
   EXPECT_EQ(parameters(MSG_T_BUSY, ""), "");
 }
 
 TEST(TraceFormat, CutsLongTextAndLongListsAndTellsTheirSize) {
-  EXPECT_EQ(parameters(MSG_T_TEXT, text(std::string(5000, 'x'))),
+  EXPECT_EQ(parameters(MSG_T_TEXT, wireString(std::string(5000, 'x'))),
             " \"" + std::string(120, 'x') + "\"... 5000 bytes");
   std::string items;
   for (int i = 0; i < 1000; ++i) {
-    items += text("i");
+    items += wireString("i");
   }
-  EXPECT_THAT(parameters(MSG_T_FIND, word(0) + word(0) + word(1000) + items),
+  EXPECT_THAT(parameters(MSG_T_FIND, wireWord(0) + wireWord(0) + wireWord(1000) + items),
               EndsWith("\"i\"... 1000 items]"));
 }
 
 TEST(TraceFormat, ShowsAMalformedPayloadAsFarAsItGoes) {
-  EXPECT_EQ(parameters(MSG_T_QUESTION, text("a") + word(9) + "b"),
+  EXPECT_EQ(parameters(MSG_T_QUESTION, wireString("a") + wireWord(9) + "b"),
             " \"a\" <malformed, 10 bytes in all>");
-  EXPECT_EQ(parameters(MSG_T_QUESTION, text("a") + word(-9)), " \"a\" <malformed, 9 bytes in all>");
-  EXPECT_THAT(parameters(MSG_T_FIND, word(0) + word(1) + word(0x7fffffff) + text("x")),
-              EndsWith("[\"x\"]<malformed, 17 bytes in all>"));
+  EXPECT_EQ(parameters(MSG_T_QUESTION, wireString("a") + wireWord(-9)),
+            " \"a\" <malformed, 9 bytes in all>");
+  EXPECT_THAT(
+      parameters(MSG_T_FIND, wireWord(0) + wireWord(1) + wireWord(0x7fffffff) + wireString("x")),
+      EndsWith("[\"x\"]<malformed, 17 bytes in all>"));
   EXPECT_EQ(parameters(MSG_T_BUSY, "abc"), " <3 bytes more>");
-  EXPECT_EQ(parameters(4711, text("a")), " <5 bytes more>");
-}
-
-TEST(TraceFormat, TakesTheRowOfTheDirection) {
-  const auto label = [](int sender, int tag) {
-    return describeMessage({{kFrameUndirected, tag, sender, 0, 0}, {}, {}});
-  };
-  EXPECT_EQ(label(NELKV, MSG_CONNECT), "NELKV -> * MSG_CONNECT(7000)");
-  EXPECT_EQ(label(NELKVUI, MSG_TOOL_READY), "NELKVUI -> * MSG_TOOL_READY(9001)");
-  EXPECT_EQ(label(6, 4711), "tool type 6 -> * unknown(4711)");
+  EXPECT_EQ(parameters(4711, wireString("a")), " <5 bytes more>");
 }
 
 TEST(Splitter, FindsFramesWhereverTheStreamIsCut) {
@@ -123,22 +102,15 @@ TEST(CommandSplitting, FollowsQuotesAndBackslashes) {
   }
 }
 
-TEST(CommandLine, TakesSeveralToolsEachWithOneArgument) {
+TEST(CommandLine, TakesSeveralToolsEachWithOneArgumentAndRefusesWhatIsNoCommand) {
   const auto parsed = options({"--tool", "nelkv", "--trace", "-", "--tool", "nelkvui -post"});
   ASSERT_TRUE(parsed.has_value());
   EXPECT_THAT(parsed->tools, ElementsAre(ElementsAre("nelkv"), ElementsAre("nelkvui", "-post")));
   EXPECT_EQ(parsed->traceFile, "-");
-}
-
-TEST(CommandLine, RefusesWhatIsNoCommand) {
-  for (const std::vector<const char*>& wrong :
-       std::vector<std::vector<const char*>>{{"--tool", ""},
-                                             {"--tool", "'"},
-                                             {"--tool", "''"},
-                                             {"--tool"},
-                                             {"stray"},
-                                             {"--tool", "nelkv", "stray"}}) {
-    EXPECT_FALSE(options(wrong).has_value()) << wrong.back();
+  const std::vector<std::vector<const char*>> wrong = {
+      {"--tool", ""}, {"--tool", "'"}, {"--tool", "''"}, {"--tool"}, {"--tool", "nelkv", "stray"}};
+  for (const std::vector<const char*>& words : wrong) {
+    EXPECT_FALSE(options(words).has_value()) << words.back();
   }
 }
 
@@ -160,30 +132,4 @@ TEST(ShutdownSteps, ComeInOrderAndEndWithTheLastProcess) {
   EXPECT_EQ(sequence.advance(now, silent), Action::kKill);
   EXPECT_EQ(sequence.advance(now, {false, false, true}), Action::kFinish);
   EXPECT_EQ(sequence.deadline(), std::nullopt);
-}
-
-TEST(ShutdownSteps, WaitNoLongerThanForTheLastAnswer) {
-  using Action = ShutdownSequence::Action;
-  ShutdownSequence sequence;
-  sequence.begin({});
-  EXPECT_EQ(sequence.advance({}, {true, true, true}), Action::kOrderSilentTools);
-  EXPECT_EQ(sequence.advance({}, {true, false, true}), Action::kNone);
-  EXPECT_EQ(sequence.advance({}, {true, false, false}), Action::kFinish);
-}
-
-TEST(ComplaintLines, AreToldOnceASecondWithTheCountOfTheRest) {
-  std::ostringstream output;
-  Complaints::TimePoint now{};
-  Complaints complaints(output, [&] { return now; });
-  for (int i = 0; i < 3; ++i) {
-    complaints.say("bad");
-    complaints.say("worse " + std::to_string(i));
-  }
-  now += 1s;
-  complaints.say("bad");
-  complaints.say("bad");
-  complaints.flush();
-  EXPECT_EQ(output.str(),
-            "nelmpm: bad\nnelmpm: worse 0\nnelmpm: worse 1\nnelmpm: worse 2\n"
-            "nelmpm: bad [2 more since the last]\nnelmpm: bad [1 more since the last]\n");
 }

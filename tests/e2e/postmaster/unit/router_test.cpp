@@ -73,15 +73,6 @@ TEST_F(RouterTest, DeniesWithTheReason) {
               ElementsAre("12: NELMPM -> NELGATE MSG_CONNECT_DENIED(8001) 3 77 1234 3"));
 }
 
-TEST_F(RouterTest, ATypeIsFreeAgainOnceItsToolHasLeft) {
-  router.frameCame(kKv, message(NELKV, NELMPM, MSG_DISCONNECT));
-  EXPECT_THAT(refusal(kKv, message(NELKV, NELKVUI, MSG_T_BUSY)),
-              HasSubstr("before the connection"));
-  EXPECT_THAT(router.connectionLost(kKv, postmaster::LeaveReason::kHungUp).deliveries, IsEmpty());
-  EXPECT_THAT(shown(router.frameCame(kGate, message(NELKV, NELMPM, MSG_CONNECT))),
-              ElementsAre("12: NELMPM -> NELKV MSG_CONNECT_OK(8000) 1 77 1234 2 \"it\""));
-}
-
 TEST_F(RouterTest, NoToolSpeaksForAnotherOrForThePostmaster) {
   EXPECT_THAT(refusal(kKv, message(NELKVUI, NELKV, MSG_UI_COMMAND)),
               HasSubstr("in the name of NELKVUI"));
@@ -108,18 +99,4 @@ TEST_F(RouterTest, ReadinessIsAnsweredHoweverItIsSent) {
   EXPECT_THAT(shown(router.frameCame(kKv, message(NELKV, NELKVUI, MSG_TOOL_READY))),
               ElementsAre("10: NELKV -> NELKVUI MSG_TOOL_READY(9001)",
                           "11: NELMPM -> NELKV MSG_START_POLL_TIMER(9002)"));
-}
-
-TEST_F(RouterTest, ShutdownAsksAllAndOrdersTheSilent) {
-  EXPECT_THAT(shown(router.shutDown(postmaster::ShutdownReason::kSignal, 500)),
-              ElementsAre("10: NELMPM -> NELKVUI MSG_SHUTDOWN(13000) 2 77 1234 500",
-                          "11: NELMPM -> NELKV MSG_SHUTDOWN(13000) 2 77 1234 500"));
-  EXPECT_FALSE(router.allAnswered());
-  router.frameCame(kUi, message(NELKVUI, NELMPM, MSG_SHUTDOWN_ACK));
-  EXPECT_THAT(shown(router.shutDownNow(Router::Targets::kSilent)),
-              ElementsAre("11: NELMPM -> NELKV MSG_SHUTDOWN_NOW(13001)"));
-  EXPECT_EQ(router.shutDownNow(Router::Targets::kAll).deliveries.size(), 2U);
-  router.connectionLost(kKv, postmaster::LeaveReason::kHungUp);
-  EXPECT_TRUE(router.allAnswered());
-  EXPECT_FALSE(router.uiHasLeft());
 }
