@@ -25,7 +25,7 @@ class ziButtonHost {
   virtual RWCString applicationTitle() = 0;
   /// The path that the program was started by, as the process got it.
   virtual RWCString programPath() = 0;
-  /// Pixels; 0 while the toolbar is hidden.
+  /// Pixels; the same while the toolbar is hidden.
   virtual int toolBarHeight() = 0;
 
   /// Cuts a line into commands and sends them.

@@ -34,7 +34,8 @@ class GroupPane : public zPane {
   /// Reads a file's groups in place of the present ones, and its menus in addition; 0 if it cannot
   /// be opened. Neither the name to save to nor whether the set counts as modified changes.
   int loadFile(const std::string& path);
-  /// Writes to the file that the set was saved to last; when that fails there is none any more.
+  /// Writes to the file that the set was saved to last; when that fails, the user is told, there is
+  /// no such file any more, and the set stays modified.
   int writeButtonFile();
   int saveButtonsAs();
   /// The command Save: asks for a file only if there is none.
@@ -107,12 +108,13 @@ class GroupPane : public zPane {
   void readSet(const ButtonSet& set);
   bool readFile(const std::string& path, int append);
   void showError(const std::string& message);
+  int failToWrite(const char* reason);
   RWCString title(const char* action);
   void deleteAllGroups();
   void deleteGroup(ButtonPane& group);
   template <class Dialog, class Accepted>
   bool runDialog(Dialog* dialog, const RWCString& caption, Accepted accepted);
-  bool selectButton(ButtonPane& group, const RWCString& caption);
+  int onMenuSelect(zEvent* event);
   int onAddButton(zEvent* event);
   int onEditButton(zEvent* event);
   int onDeleteButton(zEvent* event);

@@ -46,6 +46,12 @@ void GroupPane::buildPopup() {
     popupMenu->appendItem(row.id, row.text, 0);
     popupMenu->setCommand(this, row.handler, row.id);
   }
+  popupMenu->addHandler(this, toHandler(&GroupPane::onMenuSelect), kMsgMenuSelect);
+}
+
+// Help for the entries comes from where that for the menu bar does.
+int GroupPane::onMenuSelect(zEvent* event) {
+  return host.mainMenu().dispatch(event);
 }
 
 void GroupPane::openMenuOf(ButtonPane& group) {

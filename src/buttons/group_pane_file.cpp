@@ -146,17 +146,24 @@ ButtonSet GroupPane::contents() const {
 int GroupPane::writeButtonFile() {
   FileHandle file = openFile(saveName, "w");
   if (file == nullptr) {
-    const ziAlive alive(this);
-    showError("Permission denied!\nCannot write to file\n" + saveName + ".");
-    if (alive) {
-      saveName.clear();
-    }
-    return 0;
+    return failToWrite("Permission denied!\nCannot write to file\n");
   }
-  // Errors of the writing itself are not looked at; this is intended.
-  writeButtonSet(contents(), file.get());
+  // A full disk may show only when the file is closed.
+  const bool isWritten = writeButtonSet(contents(), file.get());
+  if (std::fclose(file.release()) != 0 || !isWritten) {
+    return failToWrite("Cannot write to file\n");
+  }
   clearModified();
   return 1;
+}
+
+int GroupPane::failToWrite(const char* reason) {
+  const ziAlive alive(this);
+  showError(reason + saveName + ".");
+  if (alive) {
+    saveName.clear();
+  }
+  return 0;
 }
 
 int GroupPane::saveButtonsAs() {

@@ -43,6 +43,7 @@ FindDlg::FindDlg(zWindow* parent, const FindSettings& settings, int list, const 
   for (const int code : {kComboSelectionChanged, kComboEditChanged}) {
     textCombo->setNotify(this, toHandler(&FindDlg::onTextChanged), code);
   }
+  textCombo->setNotify(this, toHandler(&FindDlg::onTextFocus), kComboFocusIn);
   addOptions(y, settings);
   addItems(list, items);
   y += unitY * 10;
@@ -118,6 +119,14 @@ void FindDlg::clearLists(const zWindow* except) {
 
 int FindDlg::onTextChanged(zEvent* /*event*/) {
   clearLists(nullptr);
+  return 0;
+}
+
+int FindDlg::onTextFocus(zEvent* /*event*/) {
+  // What is typed replaces an earlier search: choosing its row again marks the text.
+  if (textCombo->curSel() >= 0) {
+    textCombo->setCurSel(textCombo->curSel());
+  }
   return 0;
 }
 

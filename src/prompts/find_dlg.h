@@ -51,6 +51,7 @@ class FindDlg : public UIPopUpDlgBase {
   zGroupBox* addGroup(int y, int height, const char* label);
   void addOptions(int y, const FindSettings& settings);
   int onTextChanged(zEvent* event);
+  int onTextFocus(zEvent* event);
   int onListChoice(zEvent* event);
   void clearLists(const zWindow* except);
 

@@ -88,9 +88,9 @@ constexpr ControlRecord kDeleteButton[] = {
 constexpr ControlRecord kSaveChanges[] = {
     button(kDialogSave, "Save", kDefaultPush, 14, 41, 51),
     button(kDialogDiscard, "Discard", kPush, 78, 41),
+    button(kDialogCancel, "Cancel", kPush, 140, 41),
     {kControlStaticText, 0, kDialogText, "Save changes to command set?", kCentredLabel, 44, 9, 117,
      8},
-    button(kDialogCancel, "Cancel", kPush, 140, 41),
 };
 
 constexpr ControlRecord kMaximumLines[] = {

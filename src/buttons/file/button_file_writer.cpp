@@ -35,7 +35,8 @@ std::string formatButtonSet(const ButtonSet& set) {
   return text;
 }
 
-void writeButtonSet(const ButtonSet& set, std::FILE* file) {
+bool writeButtonSet(const ButtonSet& set, std::FILE* file) {
   const std::string text = formatButtonSet(set);
-  std::fwrite(text.data(), 1, text.size(), file);
+  const bool isTaken = std::fwrite(text.data(), 1, text.size(), file) == text.size();
+  return std::fflush(file) == 0 && isTaken;
 }

@@ -2,6 +2,20 @@
 
 #include "framework/core/connect_xm.h"
 
+namespace {
+
+// The toolkit moves the text sideways with these two keys, and through the rows with Control only.
+XtTranslations rowKeys() {
+  static const XtTranslations parsed = XtParseTranslationTable(
+      "~Shift ~Ctrl ~Meta ~Alt <Key>osfBeginLine: ListBeginData()\n"
+      "~Shift ~Ctrl ~Meta ~Alt <Key>osfEndLine: ListEndData()\n"
+      "Shift ~Ctrl ~Meta ~Alt <Key>osfBeginLine: ListBeginDataExtend()\n"
+      "Shift ~Ctrl ~Meta ~Alt <Key>osfEndLine: ListEndDataExtend()");
+  return parsed;
+}
+
+}  // namespace
+
 /// What the list widget reports. The control may be gone after each of these.
 class ziListCallbacks {
  public:
@@ -70,6 +84,7 @@ void zListBoxBase::createList() {
   };
   inner = XmCreateScrolledList(createHolder(), const_cast<char*>("ScrolledListBox"), settings,
                                XtNumber(settings));
+  XtOverrideTranslations(inner, rowKeys());
   rows.attach(inner);
   finishCreation(kKindList, inner, XtParent(inner));
   callbacks = std::make_unique<ziListCallbacks>(*this);

@@ -12,10 +12,20 @@
 
 namespace {
 
+// These kinds take part in keyboard traversal whether the record says so or not.
+bool isAlwaysTabStop(std::uint32_t kind) {
+  constexpr std::uint32_t kUnnamedKind = 13;
+  return kind == kButtonRadio || kind == kButtonAutoRadio || kind == kUnnamedKind;
+}
+
 zWindow* makeButton(zWindow* parent, const ControlRecord& record, zSizer* sizer,
                     std::uint32_t style) {
   const int id = static_cast<int>(record.id);
-  switch (style & kStyleSubtypeMask) {
+  const std::uint32_t kind = style & kStyleSubtypeMask;
+  if (isAlwaysTabStop(kind)) {
+    style |= kStyleTabStop;
+  }
+  switch (kind) {
     case kButtonDefault:
       return new zDefPushButton(parent, sizer, style, record.text, id);
     case kButtonCheck:
@@ -25,7 +35,7 @@ zWindow* makeButton(zWindow* parent, const ControlRecord& record, zSizer* sizer,
       return new zGroupBox(parent, sizer, style, record.text, id);
     case kButtonRadio:
     case kButtonAutoRadio:
-      return new zRadioButton(parent, sizer, style | kStyleTabStop, record.text, id);
+      return new zRadioButton(parent, sizer, style, record.text, id);
     default:
       return new zPushButton(parent, sizer, style, record.text, id);
   }

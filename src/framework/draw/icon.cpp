@@ -9,6 +9,22 @@
 namespace {
 
 constexpr const char* kReader = "zIcon::zIcon";
+constexpr std::uint32_t kUnderMask = 0xC0C0C0;
+
+// Some window managers show an icon without its mask: then what is left out is the face colour of
+// furniture, not the black that the data have there.
+void colourUnderMask(ziMaskedPicture& image) {
+  ziPicture& picture = image.picture;
+  const auto index = static_cast<std::uint16_t>(picture.colours.size());
+  picture.colours.push_back(kUnderMask);
+  for (int y = 0; y < picture.height(); ++y) {
+    for (int x = 0; x < picture.width(); ++x) {
+      if (image.isTransparent(x, y)) {
+        picture.put(x, picture.height() - 1 - y, index);
+      }
+    }
+  }
+}
 
 }  // namespace
 
@@ -29,8 +45,9 @@ zIcon::zIcon(const char* fileName) {
 }
 
 void zIcon::decode(std::span<const std::uint8_t> bytes) {
-  const ziMaskedPicture image = decodeIcon(bytes);
+  ziMaskedPicture image = decodeIcon(bytes);
   reportMessages(image.messages);
+  colourUnderMask(image);
   colourPixmap = pixmapOf(image.picture);
   if (!colourPixmap) {
     return;

@@ -135,7 +135,7 @@ void zToolTipCtrl::pointerOver(zWindow* window) {
   if (window == currentWindow || window == shownWindow || !enabled || !ownerAlive) {
     return;
   }
-  const bool isMovingOn = shownTip() != nullptr;
+  const bool isMovingOn = shownTip() != nullptr || isBetweenWindows();
   currentWindow = window;
   shownWindow = nullptr;
   if (isMovingOn) {
@@ -149,8 +149,13 @@ void zToolTipCtrl::pointerOver(zWindow* window) {
 }
 
 void zToolTipCtrl::pointerLeft() {
+  const bool hadTip = shownTip() != nullptr;
   shownWindow = nullptr;
   goAway();
+  if (hadTip) {
+    // The tip of a window that the pointer gets to before this is over comes at once.
+    showTimer = std::make_unique<zTimer>(this, &zToolTipCtrl::showTimerFired, delays.show);
+  }
 }
 
 void zToolTipCtrl::endTip() {

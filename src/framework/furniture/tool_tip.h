@@ -45,9 +45,9 @@ class ziToolHelper : public zPane {
   bool shown = false;
 };
 
-/// Shows tips for a set of windows: after the pointer has stayed on one for a moment, until it
-/// leaves, a button is pressed, or the tip's time is over. That window then has no tip again before
-/// the pointer has been on another one.
+/// Shows tips for a set of windows: after the pointer has stayed on one for a moment, or at once
+/// when it comes straight from one with a tip; until it leaves, a button is pressed, or the tip's
+/// time is over. That window then has no tip again before the pointer has been on another one.
 class zToolTipCtrl : public zEvH {
  public:
   /// Milliseconds.
@@ -80,6 +80,8 @@ class zToolTipCtrl : public zEvH {
   /// The window that is watched at `widget`; null when it has gone.
   zWindow* watchedAt(Widget widget) const;
   bool isAlive(const zWindow* window) const;
+  /// Whether the pointer has just left a window with a tip.
+  bool isBetweenWindows() const { return currentWindow == nullptr && showTimer != nullptr; }
   void pointerOver(zWindow* window);
   void pointerLeft();
   /// Ends the tip of the window that the pointer is on.

@@ -33,6 +33,7 @@ class PanesFrame : public zAppFrame, public ziButtonHost {
     }
     pulldowns[2].appendItem(kCommandSaveButtons, "&Save", 0);
     bar->create();
+    bar->addHandler(this, toHandler(&PanesFrame::onMenuSelect), kMsgMenuSelect);
     area = std::make_unique<zGravSizer>(kGravityLeft, zDialogUnit(160, 0).width(), sizer());
     pane = new ControlPane(this, new zGravSizer(kGravityFill, 0, area.get()), *this);
     pane->show();
@@ -55,6 +56,10 @@ class PanesFrame : public zAppFrame, public ziButtonHost {
   }
   void focusCommandLine() override { ++focusCount; }
   void repaintLog() override { ++repaints; }
+  int onMenuSelect(zEvent* event) {
+    explained.push_back(event->lparam == kMenuClosed ? 0 : static_cast<int>(event->wparam));
+    return 0;
+  }
 
   zMenu pulldowns[3];
   zMenu* bar = nullptr;
@@ -65,6 +70,7 @@ class PanesFrame : public zAppFrame, public ziButtonHost {
   std::vector<std::string> sent;
   std::vector<std::string> status;
   std::vector<std::string> help;
+  std::vector<int> explained;  ///< entries of menus, 0 when one closed
   int focusCount = 0;
   int repaints = 0;
 };

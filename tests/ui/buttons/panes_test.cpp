@@ -15,6 +15,7 @@
 
 namespace {
 
+using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -222,6 +223,8 @@ TEST_F(GroupMenu, EditsItsGroup) {
   choose(group(1), 'a', {{"App Add Button", "New\tnew; x\n"}});
   EXPECT_TRUE(group(1).isExpanded());
   EXPECT_TRUE(set().isModified());
+  EXPECT_THAT(frame->explained, Contains(kCommandAddButton)) << "the status line hears of it";
+  EXPECT_EQ(frame->explained.back(), 0);
   choose(group(1), 'e', {{"App Edit Button", "\n"}, {"App Edit Button", "Other\n"}});
   EXPECT_THAT(group(1).labels(), ElementsAre("Other", "B2", "New"));
   choose(group(1), 'd', {{"App Delete Button", " \n"}});
@@ -372,6 +375,21 @@ TEST_F(ButtonSetFile, IsLoadedAppendedAndSaved) {
   std::filesystem::remove(saved);
   EXPECT_EQ(set().save(), 1) << "the name of the last save is still there";
   EXPECT_EQ(read(saved), text);
+}
+
+TEST_F(ButtonSetFile, StaysModifiedWhenTheDiskIsFull) {
+  addGroup("Group", 1);
+  ui::ModalScript script;
+  name(script, "App Save Buttons", (directory / "a.btn").string());
+  EXPECT_EQ(script.run([] { return set().save(); }), 1);
+  std::filesystem::remove("a.btn");
+  std::filesystem::create_symlink("/dev/full", "a.btn");
+  set().setModified();
+  ui::ModalScript failure;
+  failure.onDialog("App Error", XK_Return);
+  EXPECT_EQ(failure.run([] { return set().save(); }), 0);
+  EXPECT_TRUE(isSaveEnabled());
+  EXPECT_EQ(set().fileName(), "") << "the next save asks where to";
 }
 
 TEST_F(ButtonSetFile, IsFoundAtTheStart) {

@@ -83,11 +83,11 @@ TEST_F(Prompt, ForATextAnswersWhatWasTypedAndTakesAnEmptyOne) {
 TEST_F(Prompt, ForANumberStartsWithZeroWhichTypingReplaces) {
   const std::map<std::string, std::string> rows = {
       {"", "0"}, {"17", "17"}, {"-4x2", "-42"}, {"007", "7"}, {"-", "0"}};
-  for (const auto& [typed, answer] : rows) {
+  for (const auto& row : rows) {
     UIPopUpIntegerDlg dialog(frame.get(), "Number:");
-    run(dialog, [&] { ui::typeText(typed + "\n"); });
+    run(dialog, [&] { ui::typeText(row.first + "\n"); });
     EXPECT_EQ(dialog.accepted, 1);
-    EXPECT_EQ(dialog.answer(), answer.c_str()) << typed;
+    EXPECT_EQ(dialog.answer(), row.second.c_str()) << row.first;
   }
   UIPopUpIntegerDlg dialog(frame.get(), "Number:");
   run(dialog, {XK_Escape});
@@ -294,8 +294,10 @@ class Find : public Prompt {
   }
   /// What the four fields show: text, process, signal, timer.
   static std::vector<std::string> fields(zWindow& dialog) {
+    constexpr int kFields = 4;
     std::vector<std::string> texts;
-    for (int i = 0; i < 4; ++i) {
+    texts.reserve(kFields);
+    for (int i = 0; i < kFields; ++i) {
       texts.push_back(find<zComboBoxBase>(dialog, i)->text().str());
     }
     return texts;
@@ -310,6 +312,10 @@ TEST_F(Find, StartsWithTheNewestSearchAndReturnsTextAndOptions) {
   EXPECT_EQ(dialog->searchString, "older");
   EXPECT_EQ(dialog->useRegexp, 1);
   EXPECT_EQ(dialog->matchCase, 1);
+
+  const auto typed = make({{"newest"}});
+  run(*typed, [] { ui::typeText("other\n"); });
+  EXPECT_EQ(typed->searchString, "other");
 }
 
 TEST_F(Find, AChoiceInOneFieldClearsTheOthersButFillingDoesNot) {
