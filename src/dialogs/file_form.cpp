@@ -14,6 +14,7 @@
 #include "framework/core/frame.h"
 
 #include "framework/core/connect_xm.h"
+#include "framework/core/shell_xm.h"
 #include "framework/core/xm_handles_xm.h"
 
 namespace {
@@ -22,21 +23,6 @@ constexpr short kTextColumns = 50;
 constexpr int kVisibleFiles = 12;
 // What the window manager's decoration may need.
 constexpr int kScreenMargin = 40;
-
-Widget shellAbove(zWindow* parent) {
-  if (parent == nullptr || parent->widget() == nullptr) {
-    parent = zApp::instance()->mainWindow();
-  }
-  Widget widget = parent == nullptr ? nullptr : parent->widget();
-  while (widget != nullptr && !XtIsShell(widget)) {
-    widget = XtParent(widget);
-  }
-  return widget;
-}
-
-Atom closeProtocol(Widget box) {
-  return XInternAtom(XtDisplay(box), "WM_DELETE_WINDOW", False);
-}
 
 bool isDirectory(const std::string& path) {
   struct stat about = {};

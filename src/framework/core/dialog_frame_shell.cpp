@@ -9,6 +9,7 @@
 #include "framework/core/application.h"
 #include "framework/core/connect_xm.h"
 #include "framework/core/desktop_properties.h"
+#include "framework/core/shell_xm.h"
 #include "framework/core/window_events_xm.h"
 
 #include <Xm/DialogS.h>
@@ -28,14 +29,6 @@ namespace {
 
 constexpr int kDecorations = MWM_DECOR_BORDER | MWM_DECOR_TITLE | MWM_DECOR_MENU;
 constexpr int kFunctions = MWM_FUNC_MOVE | MWM_FUNC_CLOSE;
-
-Widget shellOf(zWindow* window) {
-  Widget widget = window == nullptr ? nullptr : window->widget();
-  while (widget != nullptr && !XtIsShell(widget)) {
-    widget = XtParent(widget);
-  }
-  return widget;
-}
 
 Widget createBoard(Widget parent, unsigned char resizePolicy) {
   return XtVaCreateWidget("BulletinBoard", xmBulletinBoardWidgetClass, parent, XmNmarginWidth, 0,
@@ -64,10 +57,6 @@ void makeTabStops(Widget board) {
   }
 }
 
-Atom closeProtocol(Widget shell) {
-  return XInternAtom(XtDisplay(shell), "WM_DELETE_WINDOW", False);
-}
-
 }  // namespace
 
 void ziDialogEvents::shellProc(Widget /*shell*/, XtPointer client, XEvent* event,
@@ -81,7 +70,7 @@ void ziDialogEvents::shellProc(Widget /*shell*/, XtPointer client, XEvent* event
 }
 
 void zDialogFrame::createWidgets() {
-  Widget owner = shellOf(parent() != nullptr ? parent() : zApp::instance()->mainWindow());
+  Widget owner = shellAbove(parent());
   const zRect place = sizer()->rect();
   shellWidget = XtVaCreatePopupShell("DialogShell", xmDialogShellWidgetClass, owner, XmNtitle,
                                      text.c_str(), XmNuserData, this, XmNmwmDecorations,

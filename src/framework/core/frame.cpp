@@ -17,6 +17,8 @@
 #include "framework/draw/icon.h"
 #include "framework/draw/screen.h"
 
+#include "framework/core/shell_xm.h"
+
 #include <X11/Xmu/Editres.h>
 #include <Xm/MwmUtil.h>
 #include <Xm/Protocols.h>
@@ -263,15 +265,11 @@ zAppFrame::zAppFrame(zWindow* parent, zSizer* sizer, std::uint32_t style, const 
   markClass(kClassAppFrame);
   setClassName("AppFrameCL");
   zFrameWin::createWidgets();
-  const Atom deleteWindow =
-      XmInternAtom(XtDisplay(shellWidget), const_cast<char*>("WM_DELETE_WINDOW"), False);
-  XmAddWMProtocolCallback(shellWidget, deleteWindow, windowManagerCloses, this);
+  XmAddWMProtocolCallback(shellWidget, closeProtocol(shellWidget), windowManagerCloses, this);
 }
 
 zAppFrame::~zAppFrame() {
   if (!hasState(kWidgetGone)) {
-    const Atom deleteWindow =
-        XmInternAtom(XtDisplay(shellWidget), const_cast<char*>("WM_DELETE_WINDOW"), False);
-    XmRemoveWMProtocolCallback(shellWidget, deleteWindow, windowManagerCloses, this);
+    XmRemoveWMProtocolCallback(shellWidget, closeProtocol(shellWidget), windowManagerCloses, this);
   }
 }

@@ -17,6 +17,7 @@
 #include "framework/core/window.h"
 
 #include "framework/core/connect_xm.h"
+#include "framework/core/shell_xm.h"
 #include "framework/core/xm_handles_xm.h"
 
 namespace {
@@ -120,17 +121,6 @@ void addScrolledText(Widget box, const char* text) {
   XtManageChild(area);
 }
 
-Widget shellAbove(zWindow* parent) {
-  if (parent == nullptr || parent->widget() == nullptr) {
-    parent = zApp::instance()->mainWindow();
-  }
-  Widget widget = parent == nullptr ? nullptr : parent->widget();
-  while (widget != nullptr && !XtIsShell(widget)) {
-    widget = XtParent(widget);
-  }
-  return widget;
-}
-
 }  // namespace
 
 /// The dialog of one box, from its creation to its end.
@@ -177,10 +167,6 @@ constexpr const char* kLabelResources[] = {XmNokLabelString, XmNcancelLabelStrin
 
 Widget buttonWidget(Widget box, std::size_t index) {
   return XmMessageBoxGetChild(box, kButtonChildren[index]);
-}
-
-Atom closeProtocol(Widget box) {
-  return XInternAtom(XtDisplay(box), "WM_DELETE_WINDOW", False);
 }
 
 }  // namespace
