@@ -11,11 +11,13 @@
 #include "framework/core/connect_xm.h"
 #include "framework/core/window_events_xm.h"
 #include "framework/core/xm_handles_xm.h"
+#include "framework/draw/x_font_xm.h"
 
 namespace {
 
 constexpr Dimension kLineWidth = 100;
 constexpr Dimension kTextMargin = 1;
+constexpr int kLineHighlight = 2;
 constexpr Dimension kBorderShadow = 2;
 constexpr Dimension kPlainShadow = 1;
 constexpr Dimension kScrollSpacing = 1;
@@ -138,6 +140,33 @@ void zEditBase::createLine() {
   args.add(XmNwidth, kLineWidth);
   Widget line = XmCreateText(createHolder(), xmText("TextField"), args.list(), args.size());
   finishCreation(kKindEdit, line);
+}
+
+// Dialogs follow the size of their font, which at a low resolution leaves a line little height: the
+// letters go before the margin and the focus rectangle.
+void zEditBase::fitLine() {
+  const zFont* current = fontObject();
+  if ((style() & kEditMultiLine) != 0 || current == nullptr || current->xFont() == nullptr) {
+    return;
+  }
+  Dimension height = 0;
+  Dimension shadow = 0;
+  XtVaGetValues(holder(), XmNheight, &height, nullptr);
+  XtVaGetValues(widget(), XmNshadowThickness, &shadow, nullptr);
+  const int room = (height - current->xFont()->height()) / 2 - shadow;
+  const int highlight = std::clamp(room, 0, kLineHighlight);
+  const int margin = std::clamp(room - highlight, 0, static_cast<int>(kTextMargin));
+  XtVaSetValues(widget(), XmNhighlightThickness, highlight, XmNmarginHeight, margin, nullptr);
+}
+
+void zEditBase::applyFontToWidget() {
+  zControl::applyFontToWidget();
+  fitLine();
+}
+
+void zEditBase::moveResize(int x, int y, int width, int height) {
+  zControl::moveResize(x, y, width, height);
+  fitLine();
 }
 
 void zEditBase::createBox() {

@@ -33,6 +33,7 @@ class zEditBase : public zControl {
 
   void setText(const char* newText) override;
   RWCString text() const override;
+  void moveResize(int x, int y, int width, int height) override;
   int textLength() const;
   /// The text that the program set last in a single line; several lines don't keep it.
   const RWCString& lastSetText() const { return lastText; }
@@ -75,9 +76,12 @@ class zEditBase : public zControl {
   bool takesTyping() const override { return true; }
   int keyArrived(zEvent& event, bool typed) override;
   void applyBackground() override;
+  void applyFontToWidget() override;
 
  private:
   class Unverified;
+
+  void fitLine();
 
   void createLine();
   void createBox();
