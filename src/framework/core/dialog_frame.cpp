@@ -80,12 +80,13 @@ void zDialogFrame::fill(const DialogResource& resource) {
       continue;
     }
     static_cast<void>(sizer.release());
-    constexpr std::uint32_t kDefaultPush = 1;
-    const bool isDefault =
-        control->isA(kClassButton) && (record.style & kStyleSubtypeMask) == kDefaultPush;
-    defaultId = isDefault && defaultId == kNoDefaultButton ? control->id() : defaultId;
     control->show();
   }
+}
+
+int zDialogFrame::defaultButtonId() {
+  const zWindow* button = defaultButton();
+  return button == nullptr ? kNoDefaultButton : button->id();
 }
 
 void zDialogFrame::setup(int flags) {

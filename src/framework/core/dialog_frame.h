@@ -42,7 +42,7 @@ class zDialogFrame : public zFrameWin {
   int status = 0;
   /// Id of the default push button; kNoDefaultButton for none.
   static constexpr int kNoDefaultButton = 0xFFFF;
-  int defaultButtonId() const { return defaultId; }
+  int defaultButtonId();
   bool isRunning() const { return runDepth > 0; }
 
   void createWidgets() override;
@@ -62,7 +62,6 @@ class zDialogFrame : public zFrameWin {
   zWindow* buttonForReturn(zWindow* focused);
 
   std::uint32_t modality = 0;
-  int defaultId = kNoDefaultButton;
   zWindow* firstFocus = nullptr;
   bool focusPending = false;  ///< up, but the window manager's focus has not come yet
   int done = 0;

@@ -66,6 +66,8 @@ TEST_F(Dialogs, AllResourcesRunAndEndByKeyboardAlone) {
   for (const int id : {503, 504, 505, 506, 507, 517, 519, 2304}) {
     SCOPED_TRACE(id);
     make(static_cast<std::uint32_t>(id));
+    EXPECT_EQ(dialog->defaultButtonId(),
+              static_cast<int>(id == kDialogSaveChanges ? kDialogSave : kDialogOk));
     ui::ModalScript escape;
     escape.onDialog(kTitle, XK_Escape);
     EXPECT_EQ(run(escape), 0);
