@@ -22,7 +22,7 @@ void check(const ziMaskedPicture& image) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  check(decodeIcon({data, size}));
-  check(decodeCursor({data, size}));
+  check(decodeIcon({data, size}, {}));
+  check(decodeCursor({data, size}, {}));
   return 0;
 }

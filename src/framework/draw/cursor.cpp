@@ -40,12 +40,13 @@ zCursor::zCursor(Display* display, unsigned fontShape)
 
 zCursor::zCursor(const zResId& resource) {
   const ziResource found(resource, kResourceCursor);
+  const std::string notFound = "zCursor::zCursor Unable to find cursor with resId(" +
+                               std::to_string(static_cast<std::int32_t>(resource.id)) + ")";
   if (!found) {
-    drawMessage("zCursor::zCursor Unable to find cursor with resId(" +
-                std::to_string(static_cast<std::int32_t>(resource.id)) + ")");
+    drawMessage(notFound);
     return;
   }
-  const ziMaskedPicture image = decodeCursor(found.bytes());
+  const ziMaskedPicture image = decodeCursor(found.bytes(), notFound);
   reportMessages(image.messages);
   if (const Cursor made = makeCursor(image)) {
     cursor = std::make_shared<Shared>(theScreen().display, made);

@@ -9,6 +9,12 @@
 namespace {
 
 constexpr const char* kReader = "zIcon::zIcon";
+// What leads to no picture counts as not there.
+std::string unableToFind(const zResId& resource) {
+  return std::string(kReader) + " Unable to find icon with resId(" +
+         std::to_string(static_cast<std::int32_t>(resource.id)) + ")";
+}
+
 constexpr std::uint32_t kUnderMask = 0xC0C0C0;
 
 // Some window managers show an icon without its mask: then what is left out is the face colour of
@@ -31,21 +37,20 @@ void colourUnderMask(ziMaskedPicture& image) {
 zIcon::zIcon(const zResId& resource) {
   const ziResource found(resource, kResourceIcon);
   if (!found) {
-    drawMessage(std::string(kReader) + " Unable to find icon with resId(" +
-                std::to_string(static_cast<std::int32_t>(resource.id)) + ")");
+    drawMessage(unableToFind(resource));
     return;
   }
-  decode(found.bytes());
+  decode(found.bytes(), unableToFind(resource));
 }
 
 zIcon::zIcon(const char* fileName) {
   if (const auto bytes = readPictureFile(kReader, fileName)) {
-    decode(*bytes);
+    decode(*bytes, std::string(kReader) + " Unable to open file " + fileName);
   }
 }
 
-void zIcon::decode(std::span<const std::uint8_t> bytes) {
-  ziMaskedPicture image = decodeIcon(bytes);
+void zIcon::decode(std::span<const std::uint8_t> bytes, const std::string& noImage) {
+  ziMaskedPicture image = decodeIcon(bytes, noImage);
   reportMessages(image.messages);
   colourUnderMask(image);
   colourPixmap = pixmapOf(image.picture);
@@ -59,5 +64,5 @@ void zIcon::decode(std::span<const std::uint8_t> bytes) {
 
 std::vector<unsigned long> iconPixels(const zResId& resource) {
   const ziResource found(resource, kResourceIcon);
-  return found ? windowManagerIcon(decodeIcon(found.bytes())) : std::vector<unsigned long>();
+  return found ? windowManagerIcon(decodeIcon(found.bytes(), {})) : std::vector<unsigned long>();
 }

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <span>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -30,7 +31,7 @@ class zIcon {
   const std::vector<unsigned long>& windowManagerPixels() const { return pixels; }
 
  private:
-  void decode(std::span<const std::uint8_t> bytes);
+  void decode(std::span<const std::uint8_t> bytes, const std::string& noImage);
 
   ziPixmapHandle colourPixmap;
   ziPixmapHandle maskPixmap;

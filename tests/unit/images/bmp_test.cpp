@@ -105,6 +105,8 @@ INSTANTIATE_TEST_SUITE_P(
         Refusal{"AnAreaForWhichThereAreNoData", bmpOf(dib(4096, 4096, 8, 1, {})), {kNoImage}, 0}),
     [](const auto& row) { return row.param.name; });
 
+constexpr std::uint32_t kBehindTable = 14 + 40 + 1024;
+
 TEST(BmpColours, AreReadAsBlueGreenRed) {
   const auto colours = decodeBmp(bmpOf(dib(1, 1, 4, 0, {0}))).picture.colours;
   ASSERT_EQ(colours.size(), 16U) << "none used means all of them";
@@ -123,15 +125,20 @@ TEST(BmpColours, TheNumberUsedCountsForFourAndEightBitsOnly) {
   EXPECT_EQ(shown(decodeBmp(bmpOf(mono)).picture), "bbbbbbbb");
 }
 
-TEST(BmpColours, ATableBeyondTheDataLeavesThePictureBlank) {
-  Dib endless = dib(2, 1, 8, 0, {1, 2});
-  endless.coloursUsed = 0xFFFFFFFF;
-  EXPECT_EQ(shown(decodeBmp(bmpOf(endless)).picture), "..");
+TEST(BmpColours, ThatATableDoesNotHaveAreTold) {
+  Dib wrong = dib(2, 1, 8, 0, {0, 2});
+  wrong.coloursUsed = 0xFFFFFFFF;
+  EXPECT_EQ(shown(decodeBmp(bmpOf(wrong)).picture), "..");
+  const ziDecodedBitmap saved = decodeBmp(bmpOf(wrong, kBehindTable));
+  EXPECT_EQ(shown(saved.picture), "ac") << "the offset is right";
+  EXPECT_THAT(saved.messages, ElementsAre("Unsupported color table type, num=4294967295"));
+
+  wrong.coloursUsed = wrong.colours = 1;
+  EXPECT_THAT(decodeBmp(bmpOf(wrong)).messages, ElementsAre("Unsupported color table type, num=1"));
 }
 
 TEST(BmpPixels, StartAtTheOffsetWhereItPointsBehindTheTable) {
   const Dib gap = dib(1, 1, 8, 0, {9, 9, 9, 9, 3, 0, 0, 0});
-  constexpr std::uint32_t kBehindTable = 14 + 40 + 1024;
   EXPECT_EQ(shown(decodeBmp(bmpOf(gap, kBehindTable + 4)).picture), "d");
   EXPECT_EQ(shown(decodeBmp(bmpOf(gap, 20)).picture), "j");
   EXPECT_EQ(shown(decodeBmp(bmpOf(gap, 0xFFFFFF00)).picture), "j");

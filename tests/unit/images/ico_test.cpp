@@ -53,8 +53,15 @@ Bytes directoryOf(std::uint32_t type, const std::vector<Image>& images) {
   return out.append(data).bytes;
 }
 
+ziMaskedPicture iconOf(std::span<const std::uint8_t> data) {
+  return decodeIcon(data, "none");
+}
+ziMaskedPicture cursorOf(std::span<const std::uint8_t> data) {
+  return decodeCursor(data, "none");
+}
+
 TEST(Icon, HasHalfTheHeightOfItsHeaderAndAMaskBehindThePicture) {
-  const ziMaskedPicture icon = decodeIcon(directoryOf(kIcons, {{32, 32, 16, smallDib(4)}}));
+  const ziMaskedPicture icon = iconOf(directoryOf(kIcons, {{32, 32, 16, smallDib(4)}}));
   EXPECT_THAT(icon.messages, IsEmpty());
   EXPECT_EQ(shown(icon.picture), "cbb/bbb");
   EXPECT_EQ(shown(icon.mask), "aab/aaa");
@@ -65,28 +72,40 @@ TEST(Icon, HasHalfTheHeightOfItsHeaderAndAMaskBehindThePicture) {
 
 TEST(Icon, PrefersSixteenColoursAndACursorTwo) {
   const std::vector<Image> both{{32, 32, 2, smallDib(1)}, {32, 32, 16, smallDib(4)}};
-  EXPECT_EQ(decodeIcon(directoryOf(kIcons, both)).picture.colours.size(), 16U);
-  EXPECT_EQ(decodeCursor(directoryOf(kCursors, both)).picture.colours.size(), 2U);
-  EXPECT_EQ(decodeIcon(directoryOf(kIcons, {both[0]})).picture.colours.size(), 2U);
+  EXPECT_EQ(iconOf(directoryOf(kIcons, both)).picture.colours.size(), 16U);
+  EXPECT_EQ(cursorOf(directoryOf(kCursors, both)).picture.colours.size(), 2U);
+  EXPECT_EQ(iconOf(directoryOf(kIcons, {both[0]})).picture.colours.size(), 2U);
+  const Image uncounted{32, 32, 0, smallDib(4)};
+  EXPECT_EQ(iconOf(directoryOf(kIcons, {both[0], uncounted})).picture.colours.size(), 16U);
 }
 
-TEST(Icon, OfAnotherSizeNumberOfColoursOrTypeIsNotTaken) {
-  for (const Image& other : {Image{16, 16, 16, smallDib(4)}, Image{32, 16, 2, smallDib(1)},
-                             Image{32, 32, 0, smallDib(8)}}) {
-    const ziMaskedPicture icon = decodeIcon(directoryOf(kIcons, {other}));
+TEST(Icon, OfAnotherSizeNumberOfColoursOrTypeIsNotTakenAndSaysWhy) {
+  Dib packed = smallDib(8);
+  packed.length = 0x474E5089;
+  Dib deep = smallDib(8);
+  deep.bits = 32;
+  const ziMessages noDepth{"Unsupported bits per pixel"};
+  for (const auto& [image, messages] : std::vector<std::pair<Image, ziMessages>>{
+           {{16, 16, 16, smallDib(4)}, {"none"}},
+           {{32, 16, 2, smallDib(1)}, {"none"}},
+           {{32, 32, 0, smallDib(8)}, noDepth},
+           {{32, 32, 0, deep}, {"Unsupported color table type, num=32", noDepth[0]}},
+           {{32, 32, 0, packed}, {"Unsupported icon header type, length=1196314761"}}}) {
+    const ziMaskedPicture icon = iconOf(directoryOf(kIcons, {image}));
     EXPECT_TRUE(icon.picture.isEmpty());
+    EXPECT_EQ(icon.messages, messages);
     EXPECT_THAT(windowManagerIcon(icon), IsEmpty());
   }
   const Bytes cursors = directoryOf(kCursors, {{32, 32, 16, smallDib(4)}});
-  EXPECT_TRUE(decodeIcon(cursors).picture.isEmpty());
-  EXPECT_FALSE(decodeCursor(cursors).picture.isEmpty());
+  EXPECT_THAT(iconOf(cursors).messages, ElementsAre("none"));
+  EXPECT_FALSE(cursorOf(cursors).picture.isEmpty());
 }
 
 TEST(Icon, ThatCannotBeReadLeavesItsPlaceToTheOther) {
   Dib deep = smallDib(8);
   deep.bits = 24;
   const ziMaskedPicture icon =
-      decodeIcon(directoryOf(kIcons, {{32, 32, 16, deep}, {32, 32, 2, smallDib(1)}}));
+      iconOf(directoryOf(kIcons, {{32, 32, 16, deep}, {32, 32, 2, smallDib(1)}}));
   EXPECT_EQ(shown(icon.picture), "abb/bbb");
   EXPECT_THAT(icon.messages,
               ElementsAre("Unsupported color table type, num=24", "Unsupported bits per pixel"));
@@ -95,15 +114,15 @@ TEST(Icon, ThatCannotBeReadLeavesItsPlaceToTheOther) {
 TEST(Icon, WithAnOffsetBeyondTheDataIsRefusedByItsHeader) {
   Bytes data = directoryOf(kIcons, {{32, 32, 16, smallDib(4)}});
   data[6 + 15] = 0x7F;
-  EXPECT_THAT(decodeIcon(data).messages, ElementsAre("Unsupported icon header type, length=0"));
-  EXPECT_THAT(decodeCursor(data).messages, ElementsAre("Unsupported cursor header type, length=0"));
+  EXPECT_THAT(iconOf(data).messages, ElementsAre("Unsupported icon header type, length=0"));
+  EXPECT_THAT(cursorOf(data).messages, ElementsAre("Unsupported cursor header type, length=0"));
 }
 
 TEST(Icon, OfAnImpossibleSizeIsNone) {
   for (const std::uint32_t height : {0U, 1U, 0xFFFFFFFEU, 0x7FFFFFFFU}) {
     Dib dib = smallDib(4);
     dib.height = height;
-    const ziMaskedPicture icon = decodeIcon(directoryOf(kIcons, {{32, 32, 16, dib}}));
+    const ziMaskedPicture icon = iconOf(directoryOf(kIcons, {{32, 32, 16, dib}}));
     EXPECT_THAT(icon.messages, ElementsAre("Inable to create XImage")) << height;
     EXPECT_TRUE(icon.picture.isEmpty());
   }
@@ -112,7 +131,7 @@ TEST(Icon, OfAnImpossibleSizeIsNone) {
 TEST(CursorImage, KeepsItsHotSpotInsideAndShowsLightPixels) {
   Dib dib = smallDib(4);
   dib.colours = 1;
-  const ziMaskedPicture dark = decodeCursor(directoryOf(kCursors, {{32, 32, 16, dib}}));
+  const ziMaskedPicture dark = cursorOf(directoryOf(kCursors, {{32, 32, 16, dib}}));
   EXPECT_EQ(dark.hotSpot, (zPoint{1, 1}));
 
   ziMaskedPicture image;
@@ -142,7 +161,7 @@ TEST(BuiltInPictures, DecodeToTheirSizes) {
     const auto bytes = builtInPicture(wanted.type, wanted.id);
     ziPicture picture;
     if (wanted.type == kResourceIcon) {
-      picture = decodeIcon(bytes).picture;
+      picture = iconOf(bytes).picture;
       EXPECT_EQ(picture.colours.size(), 16U);
     } else {
       picture = decodeBmp(bytes).picture;

@@ -4,7 +4,7 @@
 #include "framework/draw/image/rle.h"
 
 // A file header of 14 bytes, an info header, a colour table, pixels. Nothing of the file header is
-// checked, so that the offset of the pixels is a hint only.
+// checked: an offset of the pixels that points into the headers or beyond the data is passed over.
 
 namespace {
 
@@ -48,18 +48,20 @@ ziDecodedBitmap decodeBmp(std::span<const std::uint8_t> bytes) {
     result.messages.push_back(wrongDibHeader("bitmap", header));
     return result;
   }
-  std::vector<std::uint32_t> colours = readColourTable(in, header, result.messages);
+  const bool isOffsetGood = pixelOffset >= in.position() && pixelOffset < in.size();
+  const std::size_t pixelsAt = isOffsetGood ? pixelOffset : in.size();
+  std::vector<std::uint32_t> colours = readColourTable(in, header, pixelsAt, result.messages);
   result.picture = makePicture(header.width, header.height, in, result.messages);
   if (result.picture.isEmpty()) {
     return result;
   }
-  // Pixels may start later than right behind the table, but not in it and not beyond the data.
-  if (pixelOffset > in.position() && pixelOffset < in.size()) {
+  if (isOffsetGood) {
     in.seek(pixelOffset);
   }
   readPixels(in, header, result);
   if (!result.picture.isEmpty()) {
     result.picture.colours = std::move(colours);
+    reportMissingColours(result.picture, result.messages);
   }
   return result;
 }

@@ -7,7 +7,6 @@ namespace {
 constexpr unsigned kBitsPerByte = 8;
 constexpr std::size_t kRowAlignment = 4;
 constexpr std::uint64_t kBytesPerColour = 4;
-constexpr std::uint64_t kMaxColours = 256;
 constexpr unsigned kRedShift = 16;
 constexpr unsigned kGreenShift = 8;
 
@@ -60,16 +59,33 @@ std::string wrongDibHeader(const char* kind, const ziDibHeader& header) {
 }
 
 std::vector<std::uint32_t> readColourTable(ziByteReader& in, const ziDibHeader& header,
-                                           ziMessages& messages) {
+                                           std::size_t pixelsAt, ziMessages& messages) {
   const std::uint64_t count = colourCount(header);
   if (count == 0) {
-    messages.push_back("Unsupported color table type, num=" + std::to_string(header.bitsPerPixel));
+    messages.push_back(kUnsupportedColourTable + std::to_string(header.bitsPerPixel));
     return {};
   }
-  std::vector<std::uint32_t> table(static_cast<std::size_t>(std::min(count, kMaxColours)));
+  const std::uint64_t most = std::uint64_t{1} << header.bitsPerPixel;
+  if (count > most) {
+    messages.push_back(kUnsupportedColourTable + std::to_string(count));
+  }
+  const std::uint64_t room = (pixelsAt - std::min(pixelsAt, in.position())) / kBytesPerColour;
+  std::vector<std::uint32_t> table(static_cast<std::size_t>(std::min({count, most, room})));
   std::generate(table.begin(), table.end(), [&in] { return readColour(in); });
   in.skip((count - table.size()) * kBytesPerColour);
   return table;
+}
+
+void reportMissingColours(const ziPicture& picture, ziMessages& messages) {
+  for (int y = 0; y < picture.height(); ++y) {
+    for (int x = 0; x < picture.width(); ++x) {
+      const std::uint16_t index = picture.at(x, y);
+      if (index != ziPicture::kBlank && index >= picture.colours.size()) {
+        messages.push_back(kUnsupportedColourTable + std::to_string(picture.colours.size()));
+        return;
+      }
+    }
+  }
 }
 
 ziPicture makePicture(std::int64_t width, std::int64_t height, const ziByteReader& in,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -26,9 +27,15 @@ ziDibHeader readDibHeader(ziByteReader& in);
 /// The message that refuses a header; `kind` is "bitmap", "icon" or "cursor".
 std::string wrongDibHeader(const char* kind, const ziDibHeader& header);
 
-/// Reads the colour table; empty, with a message, for a depth that has none.
+inline constexpr const char* kUnsupportedColourTable = "Unsupported color table type, num=";
+
+/// Reads the colour table; empty, with a message, for a depth that has none. It ends at `pixelsAt`
+/// at the latest; one that counts more colours than pixels can name is cut, with a message.
 std::vector<std::uint32_t> readColourTable(ziByteReader& in, const ziDibHeader& header,
-                                           ziMessages& messages);
+                                           std::size_t pixelsAt, ziMessages& messages);
+
+/// A message if pixels name colours that the picture's table does not have.
+void reportMissingColours(const ziPicture& picture, ziMessages& messages);
 
 /// A blank picture of this size; an empty one, with a message, if it cannot be.
 ziPicture makePicture(std::int64_t width, std::int64_t height, const ziByteReader& in,

@@ -34,7 +34,16 @@ struct Entry {
 struct Directory {
   std::optional<Entry> twoColours;
   std::optional<Entry> sixteenColours;
+  std::optional<Entry> other;  // of the right size
 };
+
+// A directory has room for 255 colours; 0 leaves the answer to the image.
+int colourCountOf(const ziByteReader& in, std::size_t imageOffset) {
+  ziByteReader image = in;
+  image.seek(imageOffset);
+  const int bits = readDibHeader(image).bitsPerPixel;
+  return bits == 1 || bits == 4 ? 1 << bits : 0;
+}
 
 Directory readDirectory(ziByteReader& in, const Kind& kind) {
   Directory directory;
@@ -47,19 +56,21 @@ Directory readDirectory(ziByteReader& in, const Kind& kind) {
   for (int i = 0; i < count && !in.atEnd(); ++i) {
     const int width = in.u8();
     const int height = in.u8();
-    const int colours = in.u8();
+    int colours = in.u8();
     in.u8();  // reserved
     Entry entry;
     entry.hotSpot.x = in.u16();
     entry.hotSpot.y = in.u16();
     in.u32();  // size
     entry.offset = in.u32();
-    const bool fits = width == kExtent && height == kExtent;
-    if (fits && colours == kTwoColours && !directory.twoColours) {
-      directory.twoColours = entry;
-    } else if (fits && colours == kSixteenColours && !directory.sixteenColours) {
-      directory.sixteenColours = entry;
+    if (width != kExtent || height != kExtent) {
+      continue;
     }
+    colours = colours != 0 ? colours : colourCountOf(in, entry.offset);
+    std::optional<Entry>& place = colours == kTwoColours       ? directory.twoColours
+                                  : colours == kSixteenColours ? directory.sixteenColours
+                                                               : directory.other;
+    place = place ? place : entry;
   }
   return directory;
 }
@@ -73,7 +84,7 @@ ziMaskedPicture decodeImage(ziByteReader& in, const Entry& entry, const Kind& ki
     image.messages.push_back(wrongDibHeader(kind.name, header));
     return image;
   }
-  std::vector<std::uint32_t> colours = readColourTable(in, header, image.messages);
+  std::vector<std::uint32_t> colours = readColourTable(in, header, in.size(), image.messages);
   ziPicture picture = makePicture(header.width, header.height / 2, in, image.messages);
   if (picture.isEmpty()) {
     return image;
@@ -84,6 +95,7 @@ ziMaskedPicture decodeImage(ziByteReader& in, const Entry& entry, const Kind& ki
   }
   readPlainRows(in, header.bitsPerPixel, picture);
   picture.colours = std::move(colours);
+  reportMissingColours(picture, image.messages);
   image.mask = ziPicture(picture.width(), picture.height());
   readPlainRows(in, 1, image.mask);
   image.hotSpot = {std::min(entry.hotSpot.x, picture.width() - 1),
@@ -92,7 +104,21 @@ ziMaskedPicture decodeImage(ziByteReader& in, const Entry& entry, const Kind& ki
   return image;
 }
 
-ziMaskedPicture decodeBest(std::span<const std::uint8_t> bytes, const Kind& kind) {
+// Why an image of the right size is not among those that are shown.
+ziMessages refusalOf(ziByteReader& in, const Entry& entry, const Kind& kind) {
+  in.seek(entry.offset);
+  const ziDibHeader header = readDibHeader(in);
+  if (header.length != ziDibHeader::kLength) {
+    return {wrongDibHeader(kind.name, header)};
+  }
+  ziMessages messages;
+  readColourTable(in, header, in.size(), messages);
+  messages.emplace_back(kUnsupportedBitsPerPixel);
+  return messages;
+}
+
+ziMaskedPicture decodeBest(std::span<const std::uint8_t> bytes, const Kind& kind,
+                           const std::string& noImage) {
   ziByteReader in(bytes);
   const Directory directory = readDirectory(in, kind);
   const bool prefersTwo = kind.preferredColours == kTwoColours;
@@ -106,6 +132,12 @@ ziMaskedPicture decodeBest(std::span<const std::uint8_t> bytes, const Kind& kind
     ziMessages before = std::move(best.messages);
     best = decodeImage(in, *other, kind);
     best.messages.insert(best.messages.begin(), before.begin(), before.end());
+  }
+  if (!preferred && !other) {
+    best.messages = {noImage};
+    if (directory.other) {
+      best.messages = refusalOf(in, *directory.other, kind);
+    }
   }
   return best;
 }
@@ -141,12 +173,12 @@ std::uint32_t ziMaskedPicture::colourAt(int x, int y) const {
   return index < picture.colours.size() ? picture.colours[index] : 0;
 }
 
-ziMaskedPicture decodeIcon(std::span<const std::uint8_t> bytes) {
-  return decodeBest(bytes, kIcon);
+ziMaskedPicture decodeIcon(std::span<const std::uint8_t> bytes, const std::string& noImage) {
+  return decodeBest(bytes, kIcon, noImage);
 }
 
-ziMaskedPicture decodeCursor(std::span<const std::uint8_t> bytes) {
-  return decodeBest(bytes, kCursor);
+ziMaskedPicture decodeCursor(std::span<const std::uint8_t> bytes, const std::string& noImage) {
+  return decodeBest(bytes, kCursor, noImage);
 }
 
 std::vector<unsigned long> windowManagerIcon(const ziMaskedPicture& icon) {

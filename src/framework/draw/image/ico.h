@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <span>
+#include <string>
 #include <vector>
 
 #include "framework/draw/image/picture.h"
@@ -19,11 +20,12 @@ struct ziMaskedPicture {
   std::uint32_t colourAt(int x, int y) const;
 };
 
-/// Decodes ICO data of any content: its image of 32 by 32 with 16 colours, or else with 2.
-ziMaskedPicture decodeIcon(std::span<const std::uint8_t> bytes);
+/// Decodes ICO data of any content: its image of 32 by 32 with 16 colours, or else with 2. Data
+/// without an image of this size get the message `noImage`.
+ziMaskedPicture decodeIcon(std::span<const std::uint8_t> bytes, const std::string& noImage);
 
 /// Decodes CUR data of any content: its image of 32 by 32 with 2 colours, or else with 16.
-ziMaskedPicture decodeCursor(std::span<const std::uint8_t> bytes);
+ziMaskedPicture decodeCursor(std::span<const std::uint8_t> bytes, const std::string& noImage);
 
 /// The picture as the property _NET_WM_ICON takes it: width, height, then ARGB words row by row.
 /// Empty for an empty picture.
