@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
 #include <sstream>
 
@@ -25,18 +26,16 @@ std::string lintText(const std::string& bytes) {
 TEST(ButtonFileChecker, SaysWhatIsLostInTheOrderOfTheLines) {
   const std::string file =
       "# comment\nearly\n: A # x|\n label\n\ngo # 3\ndef" + std::string(1, '\0') +
-      "inition\nodd\x1B\n:B#\n:menu M\n:MENU M\nSeparator\na\nset separator\nmy separators\n"
+      "inition\nodd\x1B\x9B\n:B#\n:menu M\n:MENU M\nSeparator\na\nset separator\nmy separators\n"
       "separator\nb\n# was a definition\nc\nseparator\n:C\n" +
       std::string(3000, 'x') + "\n";
   EXPECT_EQ(lintText(file), R"(f:2: before the first header, so it is ignored: "early"
 f:3: "|" in a name: menus and collapsed groups are cut there, other groups lose those at the end: ": A # x|"
-f:3: "#" in a name: this header is skipped as soon as another one stands before it: ": A # x|"
-f:3: the name begins with a blank or a tab: ": A # x|"
 f:4: blanks or tabs in front are lost: "label"
 f:5: empty line behind a label: the next line is taken for the definition
 f:6: skipped for its "#", so the lines behind it may be paired otherwise: "go # 3"
 f:7: the line is lost from its NUL byte on: "def"
-f:8: label without a definition, dropped: "odd?"
+f:8: label without a definition, dropped: "odd??"
 f:9: header skipped for its "#"; what follows does not go where it should: ":B#"
 f:10: header word not in capitals, so this is an expanded group of that name: ":menu M"
 f:14: definition with "separator" in a menu: a separator appears behind the entry: "set separator"
@@ -45,6 +44,34 @@ f:18: skipped for its "#", so the lines behind it may be paired otherwise: "# wa
 f:20: a single separator line at the end of a menu, dropped: "separator"
 f:22: line of 1000 characters or more, read as several lines; a further one begins with: ")" +
                                 std::string(60, 'x') + "\"...\n");
+}
+
+TEST(ButtonFileChecker, SaysOnceWhatIsWrongWithAWholeFile) {
+  const auto times = [](int count, const std::string& text) {
+    std::string all;
+    for (int i = 0; i < count; ++i) {
+      all += text;
+    }
+    return all;
+  };
+  const std::string longest(btnlint::kMaxFileBytes, '\n');
+  for (const auto& [bytes, remarks] : std::vector<std::pair<std::string, std::string>>{
+           {"", "f: holds no group and no menu\n"},
+           {"# c\n", "f: holds no group and no menu\n"},
+           {times(9, "l\nd\n"), "f: no header, so all of it is ignored\n"},
+           {std::string(":\0A\0\n\0", 6),
+            "f: in UTF-16; only text of 8 bits a character is read\n"},
+           {"\xFF\xFE", "f: in UTF-16; only text of 8 bits a character is read\n"},
+           {":A\rl\rd\r", "f: carriage returns without a line feed end no line\n"},
+           {":A\nl\rd\nx\r\r\n", "f: carriage returns without a line feed end no line\n"},
+           {"\xEF\xBB\xBF:A\n:B\n",
+            "f: begins with a byte order mark, which makes its first line another one\n"},
+           {":A\n" + longest, "f: longer than 1 MiB; only the beginning was checked\n"}}) {
+    EXPECT_EQ(lintText(bytes), remarks) << bytes.substr(0, 9);
+  }
+  const std::string many = lintText(":A\n" + times(1100, "#x\na#\n"));
+  EXPECT_EQ(std::count(many.begin(), many.end(), '\n'), btnlint::kMaxLineRemarks + 1);
+  EXPECT_NE(many.find("further remarks"), std::string::npos);
 }
 
 TEST(ButtonFileChecker, SaysNothingOfAFileThatMeansWhatItSays) {
