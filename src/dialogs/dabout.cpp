@@ -3,8 +3,8 @@
 #include "dialogs/dabout.h"
 
 #include <memory>
-#include <string>
 
+#include "dialogs/version_text.h"
 #include "framework/controls/button.h"
 #include "framework/controls/static_text.h"
 #include "framework/draw/measure.h"
@@ -12,7 +12,6 @@
 #include "framework/layout/leaf_sizer.h"
 #include "resources/dialogs.h"
 #include "resources/resource_ids.h"
-#include "support/version.h"
 
 namespace {
 
@@ -101,7 +100,7 @@ DAbout::DAbout(zWindow* parent) : ziTellingBox(parent, kTitle, {0, 0, 247, 114})
   iconPane->setIcon(std::make_unique<zIcon>(zResId(kIconMain)));
   iconPane->show();
   addText(kNamePlace, kName, fontOf(kNameTenths, kNameWeight));
-  addText(kVersionPlace, (std::string("Version ") + kProductVersion).c_str());
+  addText(kVersionPlace, VersionText());
   addText(kNoticePlace, kLegalNotice);
   addOk(kRuleTop, kOkTop);
 }

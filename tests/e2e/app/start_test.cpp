@@ -1,5 +1,7 @@
 // Options, the display, fonts and resources that the program finds at its start.
 
+#include <sys/stat.h>
+
 #include "support/version.h"
 #include "tests/e2e/app/app_fixture.h"
 
@@ -28,6 +30,12 @@ TEST_F(AppTest, PrintsItsVersionForAnyDashVAndEmptiesThePatchLevelFile) {
     EXPECT_EQ(readFile(file), "");
   }
   EXPECT_TRUE(postmaster.hasSocketName());
+
+  // A pipe that nobody reads or writes.
+  ASSERT_EQ(mkfifo((folder / "pipe\\patchlevel.txt").c_str(), 0600), 0);
+  ChildProcess piped({builtProgram("nelkvui"), {"-v"}, {"neldir=" + (folder / "pipe").string()}});
+  EXPECT_EQ(piped.exitStatus(), 0);
+  EXPECT_EQ(piped.output(), line);
 
   ChildProcess program({builtProgram("nelkvui"), {"-v"}, {"neldir"}, folder.path()});
   EXPECT_EQ(program.exitStatus(), 0);

@@ -10,6 +10,7 @@
 #include "framework/controls/static_text.h"
 #include "resources/dialogs.h"
 #include "support/version.h"
+#include "tests/support/temporary_folder.h"
 #include "tests/ui/support/ui_test.h"
 
 #include <X11/keysym.h>
@@ -69,9 +70,13 @@ TEST_F(AboutBox, ClosesByEachOfTheFourRoads) {
 }
 
 TEST_F(AboutBox, AndTheCreditsShowTheirTextsInFull) {
-  run([](DAbout& box) {
-    EXPECT_THAT(textsOf(box),
-                ElementsAre("Korvane", HasSubstr(kProductVersion), HasSubstr("Korvane UI")));
+  const TemporaryFolder folder;
+  setenv("neldir", (folder / "nel").c_str(), 1);
+  const auto patchLevel = folder.write("nel\\patchlevel.txt", "17");
+  run([&patchLevel](DAbout& box) {
+    EXPECT_THAT(textsOf(box), ElementsAre("Korvane", std::string(kProductVersion) + "  ",
+                                          HasSubstr("Korvane UI")));
+    EXPECT_EQ(readFile(patchLevel), "") << "asking for the version empties the file";
     ui::pressKey(XK_Return);
   });
   run<DCredits>([](DCredits& box) {

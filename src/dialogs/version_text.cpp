@@ -1,30 +1,29 @@
-#include "app/version_text.h"
+#include "dialogs/version_text.h"
 
-#include <array>
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <cstdio>
 #include <cstdlib>
-#include <memory>
 #include <string>
 
 #include "support/version.h"
 
 namespace {
 
-constexpr int kPatchLevelBytes = 128;
+constexpr mode_t kNewFileMode = 0666;
 
-struct FileCloser {
-  void operator()(std::FILE* file) const { std::fclose(file); }
-};
-
+// Makes or empties the file as mode "w+" does, but waits for nobody at a pipe or a device. What is
+// then to be read is always empty, and so is not read.
 std::string readPatchLevel() {
   const char* directory = std::getenv("neldir");
   const std::string path = std::string(directory == nullptr ? "" : directory) + "\\patchlevel.txt";
-  const std::unique_ptr<std::FILE, FileCloser> file(std::fopen(path.c_str(), "w+"));
-  std::array<char, kPatchLevelBytes> line{};
-  if (file == nullptr || std::fgets(line.data(), line.size(), file.get()) == nullptr) {
-    return {};
+  const int file = open(
+      path.c_str(), O_RDWR | O_CREAT | O_TRUNC | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, kNewFileMode);
+  if (file >= 0) {
+    close(file);
   }
-  return line.data();
+  return {};
 }
 
 }  // namespace
