@@ -35,6 +35,9 @@ class Children {
   /// Sends `signal` to all that live, with their process groups.
   void signalAll(int signal) const;
 
+  /// Name of the child `pid`, which lives.
+  const std::string& nameOf(pid_t pid) const { return names.at(pid); }
+
   /// Process ids of those that live.
   std::vector<pid_t> living() const;
   bool isEmpty() const { return names.empty(); }

@@ -38,7 +38,7 @@ Client::ReadResult Client::read() {
 }
 
 bool Client::send(std::string_view text) {
-  if (queue.size() - sent + text.size() > kMaxQueuedBytes) {
+  if (queuedBytes() + text.size() > kMaxQueuedBytes) {
     return false;
   }
   if (sent > queue.size() / 2) {

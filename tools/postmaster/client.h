@@ -11,7 +11,12 @@
 
 namespace postmaster {
 
-/// Bytes that may wait for a client that does not read; one that lets more pile up is dropped.
+/// With more bytes than this waiting for a client that does not read, those that send to it are
+/// not read either until the half of it is left.
+inline constexpr std::size_t kHoldBytes = std::size_t{256} * 1024;
+
+/// What may wait for a client all the same, as news of the Postmaster; one that lets more pile up
+/// is dropped.
 inline constexpr std::size_t kMaxQueuedBytes = std::size_t{4} * 1024 * 1024;
 
 /// One connection: its non-blocking socket and what is on its way in and out.
@@ -33,7 +38,14 @@ class Client {
 
   /// Writes from the queue. False when the connection is broken.
   bool flush();
-  bool hasQueued() const { return sent < queue.size(); }
+  bool hasQueued() const { return queuedBytes() > 0; }
+  std::size_t queuedBytes() const { return queue.size() - sent; }
+
+  /// Holds this client back: it is not read until the client `slow` has taken what waits for it.
+  void holdFor(int slow) { heldFor = slow; }
+  void release() { heldFor = kNotHeld; }
+  bool isHeld() const { return heldFor != kNotHeld; }
+  int slowOne() const { return heldFor; }
 
   /// The connection is to be closed once the queue is empty.
   void closeAfterFlush() { closing = true; }
@@ -44,11 +56,14 @@ class Client {
   void markDead() { dead = true; }
 
  private:
+  static constexpr int kNotHeld = -1;
+
   UniqueFd socket;
   pid_t peer = 0;
   FrameSplitter splitter;
   std::string queue;
   std::size_t sent = 0;  ///< bytes at the queue's front that are written
+  int heldFor = kNotHeld;
   bool closing = false;
   bool dead = false;
 };

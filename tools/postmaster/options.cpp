@@ -34,11 +34,11 @@ CommandLine usageError(const std::string& what) {
 CommandLine toOptions(const std::vector<std::string>& commands, std::string traceFile) {
   Options options{{}, std::move(traceFile)};
   for (const std::string& command : commands) {
-    std::optional<ToolCommand> words = splitCommand(command);
-    if (!words || words->empty() || words->front().empty()) {
-      return usageError("--tool '" + firstLine(command) + "' is no command");
+    SplitCommand split = splitCommand(command);
+    if (!split.fault.empty()) {
+      return usageError("--tool '" + firstLine(command) + "' is no command: " + split.fault);
     }
-    options.tools.push_back(std::move(*words));
+    options.tools.push_back(std::move(split.words));
   }
   return {std::move(options), kExitOrderly, {}};
 }
@@ -71,8 +71,8 @@ CommandLine parseCommandLine(int argc, const char* const* argv) {
   }
 }
 
-std::optional<std::vector<std::string>> splitCommand(std::string_view command) {
-  std::vector<std::string> words;
+SplitCommand splitCommand(std::string_view command) {
+  ToolCommand words;
   bool inWord = false;
   char quote = '\0';
   for (std::size_t i = 0; i < command.size(); ++i) {
@@ -94,13 +94,19 @@ std::optional<std::vector<std::string>> splitCommand(std::string_view command) {
     }
     if (c == '\\' && quote != '\'') {
       if (++i == command.size()) {
-        return std::nullopt;
+        return {{}, "nothing follows the \\ at its end"};
       }
       c = command[i];
     }
     words.back() += c;
   }
-  return quote == '\0' ? std::optional(std::move(words)) : std::nullopt;
+  if (quote != '\0') {
+    return {{}, std::string("a ") + quote + " is not closed"};
+  }
+  if (words.empty() || words.front().empty()) {
+    return {{}, "it names no program"};
+  }
+  return {std::move(words), {}};
 }
 
 }  // namespace postmaster

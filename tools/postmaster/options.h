@@ -27,8 +27,14 @@ struct CommandLine {
 
 CommandLine parseCommandLine(int argc, const char* const* argv);
 
+/// The words of a command, or what is wrong with it.
+struct SplitCommand {
+  ToolCommand words;
+  std::string fault;  ///< empty with words; such as "a \" is not closed"
+};
+
 /// Cuts a command at blanks. Single and double quotes keep blanks, a backslash keeps the character
-/// behind it (not within single quotes). Nothing for an unfinished quote or a lone backslash.
-std::optional<std::vector<std::string>> splitCommand(std::string_view command);
+/// behind it (not within single quotes).
+SplitCommand splitCommand(std::string_view command);
 
 }  // namespace postmaster

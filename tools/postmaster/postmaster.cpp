@@ -28,6 +28,23 @@ std::string searchPath() {
   return path != nullptr ? path : "/usr/local/bin:/usr/bin:/bin";
 }
 
+/// The X resource file of the user interface is found by itself, whether this program is installed
+/// or not, unless the user has said where his is.
+void offerResourceFile() {
+  std::error_code error;
+  const std::filesystem::path folder =
+      (std::filesystem::path(ownFolder()) / NEL_DATA_FROM_BIN).lexically_normal();
+  if (std::getenv("XAPPLRESDIR") == nullptr && std::getenv("nelwerk") == nullptr &&
+      std::filesystem::exists(folder / "NEL2", error)) {
+    setenv("XAPPLRESDIR", folder.c_str(), 0);
+  }
+}
+
+/// "nelkv (process 77)"
+std::string processText(const std::string& name, pid_t pid) {
+  return name + " (process " + std::to_string(pid) + ")";
+}
+
 ShutdownSequence::TimePoint now() {
   return std::chrono::steady_clock::now();
 }
@@ -58,15 +75,16 @@ bool Postmaster::prepare() {
     }
     programs.push_back(*program);
   }
+  if (const std::string why = rendezvous.open(); !why.empty()) {
+    complaints.say(why);
+    return false;
+  }
+  // Not before: the file may be that of another Postmaster, which is running.
   if (!options.traceFile.empty()) {
     if (const std::string why = trace.open(options.traceFile); !why.empty()) {
       complaints.say("cannot write the trace to " + why);
       return false;
     }
-  }
-  if (const std::string why = rendezvous.open(); !why.empty()) {
-    complaints.say(why);
-    return false;
   }
   const std::string pid = std::to_string(getpid());
   const Identity identity{getpid(), rendezvous.port(),
@@ -76,6 +94,7 @@ bool Postmaster::prepare() {
 }
 
 bool Postmaster::startTools() {
+  offerResourceFile();
   for (std::size_t i = 0; i < options.tools.size(); ++i) {
     const std::string why = children.start(programs[i], options.tools[i]);
     if (!why.empty()) {
@@ -97,6 +116,7 @@ void Postmaster::loop() {
       switchboard->acceptAll(rendezvous.listener());
     }
     takeSignals();
+    noteThatNoUiCanCome();
     if (!shutdown.isRunning() && switchboard->state().uiHasLeft()) {
       end(ShutdownReason::kUiLeft);
     }
@@ -146,11 +166,10 @@ void Postmaster::takeSignals() {
 void Postmaster::reapChildren() {
   for (const Children::Ended& child : children.reap()) {
     const bool wasUi = switchboard->toolTypeOf(child.pid) == NELKVUI;
-    if (child.waitStatus != 0 && !forcing) {
-      complaints.say(child.name + " (process " + std::to_string(child.pid) + ") " +
-                     describeEnd(child.waitStatus));
-    }
     switchboard->processEnded(child.pid);
+    if (child.waitStatus != 0 && !forcing) {
+      tellOfEnd(child);
+    }
     keepNameAlive();
     if (shutdown.isRunning()) {
       continue;
@@ -162,6 +181,37 @@ void Postmaster::reapChildren() {
       status = kExitFailure;
       end(ShutdownReason::kNoUiComing);
     }
+  }
+}
+
+/// To standard error and, unless it was the window or all is ending, in the window.
+void Postmaster::tellOfEnd(const Children::Ended& child) {
+  const std::string text = processText(child.name, child.pid) + " " + describeEnd(child.waitStatus);
+  complaints.say(text);
+  if (!shutdown.isRunning() && !switchboard->state().uiHasLeft()) {
+    switchboard->warnUser("Korvane - Tool ended", text + ".");
+  }
+}
+
+void Postmaster::noteThatNoUiCanCome() {
+  if (noUiTold || shutdown.isRunning() || options.tools.empty() ||
+      switchboard->state().uiHasLeft() || canUiStillCome() || children.isEmpty()) {
+    return;
+  }
+  noUiTold = true;
+  complaints.say("none of the tools is a user interface, so no window can come");
+}
+
+bool Postmaster::haveAllAnswered() const {
+  const std::vector<pid_t> living = children.living();
+  return std::all_of(living.begin(), living.end(),
+                     [this](pid_t pid) { return switchboard->hasAnswered(pid); });
+}
+
+void Postmaster::tellOfWaiting() {
+  for (const pid_t pid : children.living()) {
+    complaints.say("waits for " + processText(children.nameOf(pid), pid) +
+                   ", which ends by itself; a further signal ends it at once");
   }
 }
 
@@ -192,12 +242,16 @@ void Postmaster::end(ShutdownReason reason) {
 void Postmaster::advanceShutdown() {
   while (true) {
     const ShutdownSequence::Situation situation{switchboard->state().allAnswered(),
-                                                !children.isEmpty(), !switchboard->isEmpty()};
+                                                !children.isEmpty(), haveAllAnswered(),
+                                                !switchboard->isEmpty()};
     switch (shutdown.advance(now(), situation)) {
       case ShutdownSequence::Action::kNone:
         return;
       case ShutdownSequence::Action::kOrderSilentTools:
         forcing = switchboard->shutDownNow(Router::Targets::kSilent);
+        break;
+      case ShutdownSequence::Action::kTellOfWaiting:
+        tellOfWaiting();
         break;
       case ShutdownSequence::Action::kTerminate:
         forcing = true;

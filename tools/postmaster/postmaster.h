@@ -32,7 +32,11 @@ class Postmaster {
   int millisecondsToWait() const;
   void takeSignals();
   void reapChildren();
+  void tellOfEnd(const Children::Ended& child);
   bool canUiStillCome() const;
+  void noteThatNoUiCanCome();
+  bool haveAllAnswered() const;
+  void tellOfWaiting();
   void keepNameAlive();
   void end(ShutdownReason reason);
   void advanceShutdown();
@@ -47,6 +51,7 @@ class Postmaster {
   ShutdownSequence shutdown;
   std::vector<std::string> programs;  ///< paths of the tools, in their order
   int status = kExitOrderly;
+  bool noUiTold = false;
   bool forcing = false;  ///< tools were made to end: how they end is no news any more
   bool finished = false;
 };

@@ -65,6 +65,12 @@ Routing Router::frameCame(ClientId client, const Envelope& message) {
       isToPostmaster(header) ? toPostmaster(client, header) : forward(client, message);
   if (header.tag == MSG_TOOL_READY) {
     routing.deliveries.push_back({client, ownMessage(MSG_START_POLL_TIMER, header.sender)});
+    tools[client].ready = true;
+    if (header.sender == kUi) {
+      for (Envelope& warning : std::exchange(warnings, {})) {
+        routing.deliveries.push_back({client, std::move(warning)});
+      }
+    }
   }
   return routing;
 }
@@ -170,6 +176,19 @@ Routing Router::leave(ClientId client, LeaveReason reason) {
     routing.deliveries.push_back({other, ownMessage(MSG_TOOL_LEFT, tool.type, news)});
   }
   return routing;
+}
+
+Routing Router::warnUser(const std::string& caption, const std::string& text) {
+  ToolMessage box;
+  box.setText(0, caption.c_str());
+  box.setText(1, text.c_str());
+  Envelope warning = ownMessage(MSG_LINK_WARNING_BOX, kUi, box);
+  const ClientId* ui = clientOf(kUi);
+  if (ui != nullptr && tools[*ui].ready) {
+    return {{{*ui, std::move(warning)}}, {}};
+  }
+  warnings.push_back(std::move(warning));
+  return {};
 }
 
 Routing Router::shutDown(ShutdownReason reason, int graceMilliseconds) {

@@ -50,6 +50,7 @@ struct Routing {
 ///   the new one, identification.
 /// - 8001: tool type, process id, port number, DenyReason.
 /// - 8002: tool type that left, LeaveReason, its name.
+/// - 11006: caption and text of a warning box, to the user interface.
 /// - 13000: ShutdownReason, process id, port number, milliseconds until 13001.
 class Router {
  public:
@@ -60,6 +61,9 @@ class Router {
 
   /// The connection of `client` is gone; `reason` goes to the other tools if it was connected.
   Routing connectionLost(ClientId client, LeaveReason reason);
+
+  /// 11006 to the user interface, as soon as it is ready.
+  Routing warnUser(const std::string& caption, const std::string& text);
 
   /// 13000 to every connected tool. From now on connection requests are denied.
   Routing shutDown(ShutdownReason reason, int graceMilliseconds);
@@ -82,6 +86,7 @@ class Router {
   struct Tool {
     int type = 0;
     bool answered = false;  ///< 7002 came
+    bool ready = false;     ///< 9001 came
   };
 
   static const int kUi;
@@ -96,6 +101,7 @@ class Router {
 
   Identity self;
   std::map<ClientId, Tool> tools;
+  std::vector<Envelope> warnings;  ///< for a user interface that is not ready yet
   bool uiGone = false;
   bool shuttingDown = false;
 };

@@ -14,7 +14,7 @@ ShutdownSequence::Action ShutdownSequence::advance(TimePoint now, const Situatio
   if (phase == Phase::kIdle || phase == Phase::kFinished) {
     return Action::kNone;
   }
-  const bool connectionsMatter = phase == Phase::kAsked || phase == Phase::kOrdered;
+  const bool connectionsMatter = phase < Phase::kTerminated;
   if (!situation.processesLeft && !(connectionsMatter && situation.connectionsLeft)) {
     return enter(Phase::kFinished, now);
   }
@@ -22,7 +22,14 @@ ShutdownSequence::Action ShutdownSequence::advance(TimePoint now, const Situatio
     case Phase::kAsked:
       return late || situation.allAnswered ? enter(Phase::kOrdered, now) : Action::kNone;
     case Phase::kOrdered:
+      if (late && !hurried && situation.processesLeft && situation.allProcessesAnswered) {
+        return enter(Phase::kWaiting, now);
+      }
       return late ? enter(Phase::kTerminated, now) : Action::kNone;
+    case Phase::kWaiting:
+      return hurried || !situation.processesLeft || !situation.allProcessesAnswered
+                 ? enter(Phase::kTerminated, now)
+                 : Action::kNone;
     case Phase::kTerminated:
       return late ? enter(Phase::kKilled, now) : Action::kNone;
     default:
@@ -32,10 +39,14 @@ ShutdownSequence::Action ShutdownSequence::advance(TimePoint now, const Situatio
 
 ShutdownSequence::Action ShutdownSequence::enter(Phase next, TimePoint now) {
   phase = next;
+  hurried = false;
   switch (next) {
     case Phase::kOrdered:
       due = now + kLeaveTime;
       return Action::kOrderSilentTools;
+    case Phase::kWaiting:
+      due = TimePoint::max();
+      return Action::kTellOfWaiting;
     case Phase::kTerminated:
       due = now + kTerminateTime;
       return Action::kTerminate;
@@ -49,10 +60,12 @@ ShutdownSequence::Action ShutdownSequence::enter(Phase next, TimePoint now) {
 
 void ShutdownSequence::hasten(TimePoint now) {
   due = std::min(due, now);
+  hurried = true;
 }
 
 std::optional<ShutdownSequence::TimePoint> ShutdownSequence::deadline() const {
-  return phase == Phase::kIdle || phase == Phase::kFinished ? std::nullopt : std::optional(due);
+  const bool isTimed = phase != Phase::kIdle && phase != Phase::kFinished;
+  return isTimed && due != TimePoint::max() ? std::optional(due) : std::nullopt;
 }
 
 }  // namespace postmaster

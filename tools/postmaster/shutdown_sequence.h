@@ -8,7 +8,9 @@ namespace postmaster {
 /// The steps of an orderly end and when each is due, free of any clock: tools are asked to leave
 /// (13000), those that do not answer are ordered to (13001), and processes that stay are sent
 /// SIGTERM and in the end SIGKILL. It is over as soon as nothing is left; once processes are being
-/// terminated, a connection alone is nothing to wait for.
+/// terminated, a connection alone is nothing to wait for. Processes that have answered are not
+/// terminated: they may have a question for their user, and he has all the time he wants until
+/// someone is out of patience.
 class ShutdownSequence {
  public:
   using TimePoint = std::chrono::steady_clock::time_point;
@@ -21,11 +23,12 @@ class ShutdownSequence {
   static constexpr std::chrono::milliseconds kKillTime{2000};
 
   /// What is to be done now.
-  enum class Action { kNone, kOrderSilentTools, kTerminate, kKill, kFinish };
+  enum class Action { kNone, kOrderSilentTools, kTellOfWaiting, kTerminate, kKill, kFinish };
 
   struct Situation {
     bool allAnswered = false;
     bool processesLeft = false;
+    bool allProcessesAnswered = false;  ///< those that are left
     bool connectionsLeft = false;
   };
 
@@ -43,12 +46,13 @@ class ShutdownSequence {
   std::optional<TimePoint> deadline() const;
 
  private:
-  enum class Phase { kIdle, kAsked, kOrdered, kTerminated, kKilled, kFinished };
+  enum class Phase { kIdle, kAsked, kOrdered, kWaiting, kTerminated, kKilled, kFinished };
 
   Action enter(Phase next, TimePoint now);
 
   Phase phase = Phase::kIdle;
   TimePoint due{};
+  bool hurried = false;  ///< the present step is due since someone is out of patience
 };
 
 }  // namespace postmaster

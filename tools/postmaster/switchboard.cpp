@@ -43,8 +43,12 @@ void Switchboard::acceptAll(int listener) {
 
 void Switchboard::appendPollEntries(std::vector<pollfd>& entries) const {
   for (const auto& [id, client] : clients) {
+    const int reading = client->isHeld() ? 0 : POLLIN;
     const int writing = client->hasQueued() ? POLLOUT : 0;
-    entries.push_back({id, static_cast<short>(POLLIN | writing), 0});
+    // Without either, a client that has hung up would not let poll sleep.
+    if ((reading | writing) != 0) {
+      entries.push_back({id, static_cast<short>(reading | writing), 0});
+    }
   }
 }
 
@@ -55,11 +59,14 @@ void Switchboard::serve(const pollfd& entry) {
   }
   Client& client = *found->second;
   const bool broken = (entry.revents & POLLOUT) != 0 && !client.flush();
-  if ((entry.revents & (POLLIN | POLLHUP | POLLERR)) != 0) {
+  if (client.isHeld() && broken) {
+    readToEnd(client);
+  } else if (!client.isHeld() && (entry.revents & (POLLIN | POLLHUP | POLLERR)) != 0) {
     readFrom(client);
   } else if (broken) {
     hangUp(client);
   }
+  releaseHeld();
   bury();
 }
 
@@ -85,7 +92,7 @@ void Switchboard::hangUp(Client& client) {
 
 void Switchboard::takeFrames(Client& client) {
   std::string text;
-  while (!client.isDead()) {
+  while (!client.isDead() && !client.isHeld()) {
     switch (client.input().next(text)) {
       case FrameSplitter::Item::kNone:
         return;
@@ -112,10 +119,54 @@ void Switchboard::takeFrame(Client& client, const std::string& text) {
   const std::string sender = nameOf(client);
   const Routing routing = router.frameCame(client.fd(), *parsed.envelope);
   traceMessage(*parsed.envelope, routing.refusal);
+  if (parsed.envelope->header.tag == MSG_SHUTDOWN_ACK && routing.refusal.empty()) {
+    answeredProcesses.insert(client.pid());
+  }
   if (!routing.refusal.empty()) {
     complaints.say("frame from " + sender + " refused: " + routing.refusal);
   }
   deliver(routing.deliveries);
+  holdBack(client, routing.deliveries);
+}
+
+/// Not at the end: what a tool has to say then must be heard.
+void Switchboard::holdBack(Client& sender, const std::vector<Delivery>& deliveries) {
+  for (const Delivery& delivery : deliveries) {
+    const auto found = clients.find(delivery.client);
+    const bool isSlow = found != clients.end() && !found->second->isDead() &&
+                        found->second->queuedBytes() > kHoldBytes;
+    if (isSlow && !ending && delivery.client != sender.fd()) {
+      sender.holdFor(delivery.client);
+    }
+  }
+}
+
+bool Switchboard::isStillSlow(ClientId id) const {
+  const auto found = clients.find(id);
+  return found != clients.end() && !found->second->isDead() &&
+         found->second->queuedBytes() > kHoldBytes / 2;
+}
+
+void Switchboard::releaseHeld() {
+  for (const auto& [id, client] : clients) {
+    if (client->isHeld() && (ending || !isStillSlow(client->slowOne()))) {
+      client->release();
+      takeFrames(*client);
+    }
+  }
+}
+
+/// Reads all that a client has left, however slow others are, and hangs up.
+void Switchboard::readToEnd(Client& client) {
+  while (!client.isDead()) {
+    do {
+      client.release();
+      takeFrames(client);
+    } while (client.isHeld());
+    if (!client.isDead() && client.read() != Client::ReadResult::kSome) {
+      hangUp(client);
+    }
+  }
 }
 
 void Switchboard::deliver(const std::vector<Delivery>& deliveries) {
@@ -159,15 +210,11 @@ void Switchboard::bury() {
 
 void Switchboard::processEnded(pid_t pid) {
   for (const auto& [id, client] : clients) {
-    while (client->pid() == pid && !client->isDead()) {
-      const Client::ReadResult result = client->read();
-      if (result == Client::ReadResult::kSome) {
-        takeFrames(*client);
-      } else {
-        hangUp(*client);
-      }
+    if (client->pid() == pid) {
+      readToEnd(*client);
     }
   }
+  releaseHeld();
   bury();
 }
 
@@ -180,7 +227,14 @@ int Switchboard::toolTypeOf(pid_t pid) const {
   return 0;
 }
 
+void Switchboard::warnUser(const std::string& caption, const std::string& text) {
+  deliver(router.warnUser(caption, text).deliveries);
+  bury();
+}
+
 void Switchboard::shutDown(ShutdownReason reason, int graceMilliseconds) {
+  ending = true;
+  releaseHeld();
   deliver(router.shutDown(reason, graceMilliseconds).deliveries);
   bury();
 }

@@ -9,6 +9,7 @@
 
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -35,6 +36,12 @@ class Switchboard {
   /// Tool type that the process `pid` is connected as; 0 when it is not.
   int toolTypeOf(pid_t pid) const;
 
+  /// Whether the process `pid` has acknowledged 13000.
+  bool hasAnswered(pid_t pid) const { return answeredProcesses.contains(pid); }
+
+  /// Tells the user by a warning box of his interface, at once or when it is ready for it.
+  void warnUser(const std::string& caption, const std::string& text);
+
   /// Starts the end, with 13000 to all tools.
   void shutDown(ShutdownReason reason, int graceMilliseconds);
   /// Orders tools to end, with 13001; whether there were any.
@@ -48,9 +55,13 @@ class Switchboard {
 
  private:
   void readFrom(Client& client);
+  void readToEnd(Client& client);
   void takeFrames(Client& client);
   void takeFrame(Client& client, const std::string& text);
   void deliver(const std::vector<Delivery>& deliveries);
+  void holdBack(Client& sender, const std::vector<Delivery>& deliveries);
+  void releaseHeld();
+  bool isStillSlow(ClientId id) const;
   void writeTo(Client& client, const Delivery& delivery);
   void hangUp(Client& client);
   void drop(Client& client, LeaveReason reason);
@@ -62,7 +73,9 @@ class Switchboard {
   Complaints& complaints;
   TraceLog& trace;
   std::map<ClientId, std::unique_ptr<Client>> clients;
+  std::set<pid_t> answeredProcesses;
   bool departures = false;
+  bool ending = false;
   bool traceFailureTold = false;
 };
 

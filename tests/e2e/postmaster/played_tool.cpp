@@ -45,6 +45,9 @@ int playTool(int argc, char** argv) {
   switch (static_cast<ToolManner>(std::atoi(argv[3]))) {
     case ToolManner::kObedient:
       return obey(client, toolType);
+    case ToolManner::kDeciding:
+      obey(client, toolType);
+      return pause();
     case ToolManner::kCrashing:
       client.receive();
       return raise(SIGKILL);

@@ -8,6 +8,7 @@ inline constexpr std::string_view kPlayTool = "--play-tool";
 /// What a played tool does once it is connected.
 enum class ToolManner {
   kObedient,  ///< answers 13000 and ends with status 0
+  kDeciding,  ///< answers 13000 and stays until it is killed
   kCrashing,  ///< kills itself on the first message
   kDeaf,      ///< never reads again and ignores SIGTERM
 };

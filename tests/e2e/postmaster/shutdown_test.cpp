@@ -115,6 +115,33 @@ TEST(ChildrenTest, AToolThatIgnoresEverythingIsKilled) {
   EXPECT_EQ(kill(tool, 0), -1);
 }
 
+TEST(ChildrenTest, AToolThatHasAnsweredMayTakeItsTime) {
+  NelmpmProcess mpm({"--tool", playedTool(NELKVUI, ToolManner::kDeciding), "--trace", "-"});
+  ASSERT_TRUE(waitUntil([&] { return mpm.output().find("MSG_CONNECT_OK") != std::string::npos; }));
+  const pid_t tool = childOf(mpm.pid());
+  mpm.signal(SIGINT);
+  EXPECT_TRUE(mpm.complains("(process " + std::to_string(tool) +
+                            "), which ends by itself; a further signal ends it at once"));
+  EXPECT_EQ(kill(tool, 0), 0);
+  mpm.signal(SIGINT);
+  EXPECT_EQ(mpm.exitStatus(), 0);
+}
+
+TEST(ChildrenTest, TheUserIsToldOfAToolThatDies) {
+  NelmpmProcess mpm({"--tool", playedTool(NELKV, ToolManner::kCrashing)});
+  ASSERT_TRUE(mpm.complains("none of the tools is a user interface, so no window can come"));
+  ASSERT_TRUE(mpm.isUp());
+  TestClient window(mpm.socketPath());
+  ASSERT_EQ(window.connectAs(NELKVUI), MSG_CONNECT_OK);
+  window.broadcast(NELKVUI, MSG_TOOL_READY);
+  EXPECT_EQ(window.receiveTag(), MSG_START_POLL_TIMER);
+  EXPECT_EQ(window.receiveTag(), MSG_TOOL_LEFT);
+  const auto box = window.receive();
+  ASSERT_TRUE(box.has_value());
+  EXPECT_EQ(box->header.tag, MSG_LINK_WARNING_BOX);
+  EXPECT_THAT(box->payload, HasSubstr("was killed by signal 9."));
+}
+
 TEST(ChildrenTest, AToolThatCannotBeStartedEndsTheStart) {
   const TemporaryFolder scratch;
   const std::string broken = scratch.write("broken", "no program");
@@ -142,10 +169,14 @@ TEST(ChildrenTest, ToolsInheritNoDescriptorAndNoSignalSetting) {
   const TemporaryFolder scratch;
   const std::string status = (scratch / "status").string();
   NelmpmProcess mpm({"--tool", "sh -c 'ls /proc/self/fd > " + (scratch / "fds").string() +
-                                   "; grep Sig /proc/self/status > " + status + "'"});
+                                   "; grep Sig /proc/self/status > " + status +
+                                   "; ls $XAPPLRESDIR > " + (scratch / "resources").string() +
+                                   "'"});
   EXPECT_EQ(mpm.exitStatus(), 1);
   // The three standard ones, and the one with which ls reads the folder.
   EXPECT_EQ(readFile((scratch / "fds").string()), "0\n1\n2\n3\n");
+  // Apart from the way to the X resource file.
+  EXPECT_EQ(readFile((scratch / "resources").string()), "NEL2\n");
   const auto bit = [](int signal) { return 1UL << (signal - 1); };
   EXPECT_EQ(signalMask(readFile(status), "SigBlk:"), 0UL);
   EXPECT_EQ(signalMask(readFile(status), "SigIgn:") &

@@ -26,6 +26,8 @@ TEST(TraceTest, WritesEachFrameWithItsTimeAsItGoesThrough) {
   for (const std::string& line : lines) {
     pattern += time + line + "\n";
   }
+  // Another one that may not run leaves the file alone.
+  EXPECT_EQ(NelmpmProcess({"--trace", file}).exitStatus(), 1);
   EXPECT_TRUE(std::regex_match(readFile(file), std::regex(pattern))) << readFile(file);
 }
 

@@ -12,7 +12,6 @@ using namespace postmaster;
 using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::EndsWith;
-using testing::Optional;
 
 namespace {
 
@@ -92,13 +91,15 @@ TEST(Splitter, TakesTheLongestFrameAndSkipsOneThatIsLonger) {
 }
 
 TEST(CommandSplitting, FollowsQuotesAndBackslashes) {
-  EXPECT_THAT(splitCommand("  nelkvui\t-post  -t/tmp "),
-              Optional(ElementsAre("nelkvui", "-post", "-t/tmp")));
-  EXPECT_THAT(splitCommand(R"(a 'b "c\' "d 'e\"" f\ g '' x"y"z)"),
-              Optional(ElementsAre("a", "b \"c\\", "d 'e\"", "f g", "", "xyz")));
-  EXPECT_THAT(splitCommand(" "), Optional(testing::IsEmpty()));
-  for (const char* wrong : {"a 'b", "a \"b", "a\\"}) {
-    EXPECT_EQ(splitCommand(wrong), std::nullopt) << wrong;
+  EXPECT_THAT(splitCommand("  nelkvui\t-post  -t/tmp ").words,
+              ElementsAre("nelkvui", "-post", "-t/tmp"));
+  EXPECT_THAT(splitCommand(R"(a 'b "c\' "d 'e\"" f\ g '' x"y"z)").words,
+              ElementsAre("a", "b \"c\\", "d 'e\"", "f g", "", "xyz"));
+  for (const auto& [wrong, fault] : {std::pair{"a 'b", "a ' is not closed"},
+                                     {"a \"b", "a \" is not closed"},
+                                     {"a\\", "nothing follows the \\ at its end"},
+                                     {" ", "it names no program"}}) {
+    EXPECT_EQ(splitCommand(wrong).fault, fault) << wrong;
   }
 }
 
@@ -118,7 +119,7 @@ TEST(ShutdownSteps, ComeInOrderAndEndWithTheLastProcess) {
   using Action = ShutdownSequence::Action;
   ShutdownSequence sequence;
   ShutdownSequence::TimePoint now{};
-  const ShutdownSequence::Situation silent{false, true, true};
+  const ShutdownSequence::Situation silent{false, true, false, true};
   EXPECT_EQ(sequence.advance(now, silent), Action::kNone);
   sequence.begin(now);
   EXPECT_EQ(sequence.advance(now + 999ms, silent), Action::kNone);
@@ -130,6 +131,26 @@ TEST(ShutdownSteps, ComeInOrderAndEndWithTheLastProcess) {
   EXPECT_EQ(sequence.deadline(), now + ShutdownSequence::kTerminateTime);
   now += ShutdownSequence::kTerminateTime;
   EXPECT_EQ(sequence.advance(now, silent), Action::kKill);
-  EXPECT_EQ(sequence.advance(now, {false, false, true}), Action::kFinish);
+  EXPECT_EQ(sequence.advance(now, {false, false, false, true}), Action::kFinish);
   EXPECT_EQ(sequence.deadline(), std::nullopt);
+}
+
+TEST(ShutdownSteps, WaitForThoseThatHaveAnsweredUntilSomeoneIsOutOfPatience) {
+  using Action = ShutdownSequence::Action;
+  const ShutdownSequence::Situation deciding{true, true, true, false};
+  for (const bool hasEnded : {false, true}) {
+    ShutdownSequence sequence;
+    ShutdownSequence::TimePoint now{};
+    sequence.begin(now);
+    EXPECT_EQ(sequence.advance(now, deciding), Action::kOrderSilentTools);
+    now += ShutdownSequence::kLeaveTime;
+    EXPECT_EQ(sequence.advance(now, deciding), Action::kTellOfWaiting);
+    EXPECT_EQ(sequence.advance(now + 24h, deciding), Action::kNone);
+    EXPECT_EQ(sequence.deadline(), std::nullopt);
+    if (!hasEnded) {
+      sequence.hasten(now);
+    }
+    // A connection of a process that nobody started is nothing to wait for.
+    EXPECT_EQ(sequence.advance(now, {true, !hasEnded, true, hasEnded}), Action::kTerminate);
+  }
 }

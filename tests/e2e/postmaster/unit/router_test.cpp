@@ -93,6 +93,14 @@ TEST_F(RouterTest, MessagesToThePostmasterMustMakeSense) {
   EXPECT_THAT(refusal(kGate, undirected(NELGATE, MSG_CONNECT)), HasSubstr("before the connection"));
 }
 
+TEST_F(RouterTest, AWarningWaitsUntilTheUserInterfaceIsReady) {
+  EXPECT_THAT(shown(router.warnUser("C", "early")), IsEmpty());
+  EXPECT_THAT(shown(router.frameCame(kUi, undirected(NELKVUI, MSG_TOOL_READY))),
+              ElementsAre(HasSubstr("11: "), HasSubstr("MSG_START_POLL_TIMER"),
+                          "10: NELMPM -> NELKVUI MSG_LINK_WARNING_BOX(11006) \"C\" \"early\""));
+  EXPECT_THAT(shown(router.warnUser("C", "late")), ElementsAre(HasSubstr("\"late\"")));
+}
+
 TEST_F(RouterTest, ReadinessIsAnsweredHoweverItIsSent) {
   EXPECT_THAT(shown(router.frameCame(kKv, message(NELKV, NELMPM, MSG_TOOL_READY))),
               ElementsAre("11: NELMPM -> NELKV MSG_START_POLL_TIMER(9002)"));
