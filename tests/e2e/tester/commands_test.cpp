@@ -8,7 +8,7 @@ using testing::EndsWith;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-constexpr std::size_t kLargestText = 4096;
+constexpr std::size_t kLargestText = 16384;
 
 TEST_F(TesterProcessTest, AnswersWithTextAndThenConfirmsTheCommandAsTyped) {
   connectWithUi();
@@ -29,7 +29,7 @@ TEST_F(TesterProcessTest, ConfirmsAlsoWhatItCannotDo) {
 }
 
 TEST_F(TesterProcessTest, SplitsALongListAtLineEnds) {
-  constexpr int kSignals = 300;
+  constexpr int kSignals = 900;
   connectWithUi();
   run("set-page-length 0");
   for (int i = 0; i < kSignals; ++i) {
@@ -115,16 +115,18 @@ TEST_F(TesterProcessTest, FiresTransitionsAndShowsTheTimeInTheTitle) {
             "Supervisor:1  Watchdog  at 20.000\n");
 }
 
-TEST_F(TesterProcessTest, InterruptsAnEndlessRunWithTheNextCommand) {
+TEST_F(TesterProcessTest, InterruptsAnEndlessRunWithTheNextCommandThatDoesMoreThanLook) {
   connectWithUi();
   run("set-trace 0");
   startEndlessRun();
-  postmaster.send(MSG_UI_COMMAND, "list-breakpoint");
+  postmaster.send(MSG_UI_COMMAND, "list-timer");
+  postmaster.expectLater(MSG_T_PROMPT, "list-timer");
+  postmaster.send(MSG_UI_COMMAND, "set-page-length 7");
   EXPECT_THAT(postmaster.expect(MSG_T_TEXT).text(), StartsWith("Interrupted; transitions: "));
   postmaster.expect(MSG_T_IDLE);
   postmaster.expectLater(MSG_T_PROMPT, "go");
-  EXPECT_EQ(postmaster.expect(MSG_T_TEXT).text(), "> list-breakpoint\nNo breakpoint is set.\n");
-  postmaster.expect(MSG_T_PROMPT, "list-breakpoint");
+  EXPECT_EQ(postmaster.expect(MSG_T_TEXT).text(), "> set-page-length 7\nPage length: 7 lines\n");
+  postmaster.expect(MSG_T_PROMPT, "set-page-length 7");
 }
 
 TEST_F(TesterProcessTest, SendsTheTraceOfAnEndlessRunInBatches) {

@@ -54,6 +54,7 @@ TEST_F(TesterPromptTest, TakesAnswersOfEachShape) {
   expectEnd("mask-trace", "Only traced: Button, Controller\n");
   ask("print Button", MSG_T_ASK_RANGE);
   postmaster.send(MSG_UI_VALUE, "9");
+  postmaster.expect(MSG_T_TEXT, "\"9\" is no number from 1 to 2.\n");
   postmaster.expect(MSG_T_ERROR_BOX, "Korvane - Wrong answer", "\"9\" is no number from 1 to 2.");
 }
 

@@ -60,6 +60,7 @@ class TesterProcessTest : public testing::Test {
     postmaster.send(MSG_UI_COMMAND, "go");
     postmaster.expect(MSG_T_TEXT, "> go\n");
     postmaster.expect(MSG_T_BUSY);
+    postmaster.expectLater(MSG_T_TITLE, "Pedestrian Crossing, running");
   }
 
   void expectOrderlyEnd() {

@@ -41,7 +41,7 @@ TEST_F(DebuggerTest, TakesAbbreviationsInAnyCase) {
   EXPECT_EQ(run("LIST-PR Super"), "Supervisor:1  start  queue 0\n");
   EXPECT_EQ(run("output pr button:2"), "Press sent to Button:2\n");
   EXPECT_THAT(run("l-q button:2"), HasSubstr("Press  from env"));
-  EXPECT_THAT(run("n-t"), HasSubstr("Supervisor:1  start -> Watching"));
+  EXPECT_THAT(run("n-t"), HasSubstr("Supervisor:1       start                        -> Watching"));
   // A whole name is never ambiguous, though others begin with it.
   EXPECT_THAT(run("show TrafficL:1 aspect"), HasSubstr("aspect  Aspect  Dark"));
 }
@@ -79,10 +79,12 @@ TEST_F(DebuggerTest, StopsBeforeATransitionThatABreakpointDescribesAndGoesOnFrom
   run("proceed-until 1");
   // The breakpoint counts although the transition is the first of the run.
   run("send Press Button:2");
-  EXPECT_THAT(run("go"), HasSubstr("Breakpoint 1 (Button:2 in * at Press) at Button:2; "
-                                   "transitions: 0, now: 1.000."));
+  EXPECT_THAT(run("go"),
+              HasSubstr("Breakpoint 1 (Button:2 in * at Press) before Button:2 in Idle at "
+                        "Press; transitions: 0, now: 1.000."));
   EXPECT_EQ(system.instance({"Button", 2})->state, "Idle");
-  EXPECT_THAT(run("go"), HasSubstr("Breakpoint 2 (* in VehiclesAmber at *) at Controller:1"));
+  EXPECT_THAT(run("go"), HasSubstr("Breakpoint 2 (* in VehiclesAmber at *) before Controller:1 in "
+                                   "VehiclesAmber at Phase;"));
   EXPECT_EQ(system.instance({"Button", 2})->state, "Lit");
   EXPECT_EQ(system.now(), 18 * kSecond);
   EXPECT_EQ(run("next-transition"), "");
@@ -105,13 +107,41 @@ TEST_F(DebuggerTest, PausesARunWhileItsTextIsNotTaken) {
   EXPECT_THAT(dialogue.text, HasSubstr("Done; transitions: 3, now: 0.000."));
 }
 
+TEST_F(DebuggerTest, LooksAndSendsBesideARunWhichWaitsForAnswersOnly) {
+  run("set-trace 0");
+  debugger.execute("go");
+  debugger.runSlice();
+  EXPECT_EQ(dialogue.title, "Pedestrian Crossing, running");
+  for (const char* beside :
+       {"list-timer", "show-instance Controller", "now", "send Press Button:1"}) {
+    debugger.execute(beside);
+    EXPECT_TRUE(debugger.isRunning()) << beside;
+    EXPECT_EQ(dialogue.confirmed.back(), beside);
+  }
+  debugger.execute("send");
+  EXPECT_FALSE(debugger.isRunning()) << "while it asks";
+  debugger.takeAnswer({AnswerKind::kCancelled});
+  EXPECT_TRUE(debugger.isRunning());
+  debugger.execute("stop");
+  EXPECT_FALSE(debugger.isRunning());
+  EXPECT_THAT(dialogue.text, HasSubstr("Interrupted; transitions: 500"));
+  EXPECT_THAT(dialogue.confirmed, testing::Contains("go"));
+}
+
+TEST_F(DebuggerTest, EndsACommandWhoseQuestionCannotBeAsked) {
+  run("mask-trace");
+  debugger.dropQuestion();
+  EXPECT_THAT(dialogue.text, HasSubstr("too long for a message.\nThe command ends here"));
+  EXPECT_EQ(dialogue.confirmed.back(), "mask-trace");
+}
+
 TEST_F(DebuggerTest, TracesAsMuchAsAskedForEachProcess) {
   run("set-trace 0");
   run("set-trace 2 Pedestrian");
   EXPECT_THAT(run("list-trace"), HasSubstr("Pedestrian       2"));
   run("send Arrive Button:1 2");
   EXPECT_EQ(run("proceed-until 1"),
-            "      0.000  Pedestrian:1  start -> Waiting\n"
+            "      0.000  Pedestrian:1       start                        -> Waiting\n"
             "               output Press to Button:1\n"
             "Done; transitions: 14, now: 1.000.\n");
   run("set-trace 3");
@@ -124,8 +154,8 @@ TEST_F(DebuggerTest, BeginsAnewOnRestartAndKeepsBreakpoints) {
   run("next-transition 50");
   run("restart");
   EXPECT_EQ(system.now(), 0);
-  EXPECT_THAT(run("go"), HasSubstr("Breakpoint 1 (Supervisor in start at *) at Supervisor:1; "
-                                   "transitions: 0"));
+  EXPECT_THAT(run("go"), HasSubstr("Breakpoint 1 (Supervisor in start at *) before Supervisor:1 in "
+                                   "start; transitions: 0"));
 }
 
 TEST_F(ToyDebuggerTest, SaysWhenNothingIsLeftToDo) {

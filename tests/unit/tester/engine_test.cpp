@@ -56,8 +56,8 @@ TEST_F(ToyTest, ServesInstancesInTheOrderInWhichTheyBecameReady) {
   trace.lines.clear();
   runToRest();
   EXPECT_THAT(trace.lines,
-              ElementsAre(HasSubstr("Clerk:2  Closed: OpenUp"),
-                          HasSubstr("Clerk:1  Closed: OpenUp"), HasSubstr("Clerk:2  Open: Close")));
+              ElementsAre(HasSubstr("Clerk:2            Closed: OpenUp"),
+                          HasSubstr("Clerk:1            Closed: OpenUp"), HasSubstr("Clerk:2            Open: Close")));
 }
 
 TEST_F(ToyTest, LetsTimeStandWhileSomethingIsReadyAndDeliversTimersOfOneMomentAsTheyWereSet) {
@@ -65,7 +65,7 @@ TEST_F(ToyTest, LetsTimeStandWhileSomethingIsReadyAndDeliversTimersOfOneMomentAs
   runToRest();
   EXPECT_EQ(system.now(), 5 * kSecond);
   EXPECT_EQ(state(kFirst), "Open");  // Late came first, Later was discarded in Open
-  EXPECT_THAT(trace.lines.back(), HasSubstr("Open: Later discarded"));
+  EXPECT_THAT(trace.lines.back(), HasSubstr("Open: Later                  discarded"));
   ASSERT_EQ(system.setTimer(kFirst, "Later", 2 * kSecond), std::nullopt);
   ASSERT_EQ(system.setTimer(kSecondClerk, "Late", kSecond), std::nullopt);
   EXPECT_EQ(system.timers().front().owner, kSecondClerk);

@@ -19,13 +19,16 @@ class LinkDialogueTest : public testing::Test {
     now += later;
     dialogue.pump(now, [&](const OutgoingMessage& message) {
       if (!linkTakes) {
-        return false;
+        return LinkDialogue::SendResult::kLater;
+      }
+      if (message.tag == refusedTag) {
+        return LinkDialogue::SendResult::kRefused;
       }
       tags.push_back(message.tag);
       for (const OutgoingParameter& parameter : message.parameters) {
         std::visit([&](const auto& value) { texts.push_back(describe(value)); }, parameter);
       }
-      return true;
+      return LinkDialogue::SendResult::kSent;
     });
     return tags;
   }
@@ -52,6 +55,7 @@ class LinkDialogueTest : public testing::Test {
   LinkDialogue::Clock::time_point now{std::chrono::hours(1)};
   std::vector<std::string> texts;
   bool linkTakes = true;
+  int refusedTag = 0;
 };
 
 TEST_F(LinkDialogueTest, CutsALineThatIsTooLongBetweenCharacters) {
@@ -145,6 +149,19 @@ TEST_F(LinkDialogueTest, SendsALongListOverSeveralMessagesInItsOrder) {
     together += (i == 0 ? "" : ",") + texts[4 * i + 3];
   }
   EXPECT_EQ(together, describe(items));
+}
+
+TEST_F(LinkDialogueTest, LeavesOutAListThatTheLinkRefusesAndTells) {
+  refusedTag = MSG_T_ASK_LIST;
+  dialogue.askChoice("t", std::vector<std::string>(250, "x"));
+  dialogue.print("next\n");
+  EXPECT_THAT(pump(), ElementsAre(MSG_T_TEXT));
+  EXPECT_TRUE(dialogue.takeRefusal());
+  EXPECT_FALSE(dialogue.takeRefusal());
+  refusedTag = MSG_T_TITLE;
+  dialogue.showTitle("t");
+  EXPECT_THAT(pump(), IsEmpty());
+  EXPECT_FALSE(dialogue.takeRefusal()) << "nobody waits for a title";
 }
 
 TEST_F(LinkDialogueTest, DropsEverythingWhileThereIsNoUserInterface) {

@@ -133,7 +133,7 @@ INSTANTIATE_TEST_SUITE_P(
                  "All of Supervisor:1:\n"},
         Exchange{
             "change-directory", "directory /", {kDirectory, "/x/"}, "/x is no directory.", true},
-        Exchange{"open-log", "file Open Log", {kFile, "/x/y"}, "cannot be written", true}));
+        Exchange{"open-log", "file Open Log", {kFile, "/x/y"}, "cannot be opened: No such", true}));
 
 TEST_F(PromptTest, AsksOneQuestionAfterTheOtherForWhatACommandLeavesOut) {
   EXPECT_THAT(ask("send"), StartsWith("choice Signal to send:|Press|Arrive(Integer)"));
@@ -154,7 +154,7 @@ TEST_F(PromptTest, TracesOnlyTheProcessesOfTheMask) {
   run("mask-trace Superv");
   EXPECT_THAT(run("list-trace"), HasSubstr("Button           1  masked\n"));
   const std::string text = run("proceed-until 30");
-  EXPECT_THAT(text, HasSubstr("Supervisor:1  Watching"));
+  EXPECT_THAT(text, HasSubstr("Supervisor:1       Watching"));
   EXPECT_THAT(text, Not(HasSubstr("Controller:1  ")));
   run("mask-trace *");
   EXPECT_THAT(run("proceed-until 60"), HasSubstr("Controller:1  "));

@@ -53,6 +53,11 @@ Lookup<const CommandRow*> CommandTable::find(std::string_view word) const {
   return {};
 }
 
+bool CommandTable::keepsRun(const std::string& command) const {
+  const auto row = find(command.substr(0, command.find_first_of(" \t")));
+  return row && (*row.value)->keepsRun;
+}
+
 std::optional<CommandTable::LineCommand> CommandTable::findLineCommand(
     const std::string& command) const {
   const std::size_t blank = command.find_first_of(" \t");

@@ -33,6 +33,7 @@ struct CommandRow {
   std::string_view details;  ///< what "help" says besides, in lines without an end; may be empty
   CommandFunction function = nullptr;
   bool takesLine = false;  ///< the rest of the line is one argument, as the name of a file is
+  bool keepsRun = false;   ///< carried out beside a run, which others end
 };
 
 /// Numbers of arguments that a row's description allows.
@@ -53,6 +54,9 @@ class CommandTable {
 
   /// The row that the word names or abbreviates, aliases included.
   Lookup<const CommandRow*> find(std::string_view word) const;
+
+  /// Whether `command` may be carried out while a run goes on.
+  bool keepsRun(const std::string& command) const;
 
   /// A command that takes the rest of its line, without blanks and one pair of quotes around it.
   struct LineCommand {

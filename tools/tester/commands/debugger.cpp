@@ -43,7 +43,10 @@ void Debugger::carryOutWaiting() {
 }
 
 void Debugger::carryOut(const std::string& command) {
-  interrupt();
+  interrupted = false;
+  if (!table.keepsRun(trimmed(command))) {
+    interrupt();
+  }
   openCommand = trimmed(command);
   print(kPrompt + openCommand);
   if (openCommand.empty() || dispatch(openCommand) == CommandEnd::kDone) {
@@ -95,6 +98,17 @@ void Debugger::takeAnswer(const Answer& reply) {
   carryOutWaiting();
 }
 
+void Debugger::dropQuestion() {
+  print("What there is to ask or to tell is too long for a message.");
+  if (!question) {
+    return;
+  }
+  question.reset();
+  print("The command ends here; it may name what it would have asked for.");
+  finish();
+  carryOutWaiting();
+}
+
 void Debugger::abandonQuestion() {
   question.reset();
   waitingCommands.clear();
@@ -133,6 +147,7 @@ CommandEnd Debugger::showPages(PagedList list) {
 
 CommandEnd Debugger::startRun(RunGoal goal) {
   run.emplace(system, breakpointList, firedTransitions, goal, stoppedAt);
+  runCommand = openCommand;
   user.showBusy(true);
   return CommandEnd::kOpen;
 }
@@ -146,7 +161,12 @@ CommandEnd Debugger::restart() {
 }
 
 void Debugger::runSlice() {
-  if (run && !run->runSlice(traceLevels, user)) {
+  if (!isRunning()) {
+    return;
+  }
+  if (run->runSlice(traceLevels, user)) {
+    updateTitle();
+  } else {
     finishRun();
   }
 }
@@ -165,6 +185,7 @@ void Debugger::finishRun() {
   const std::string reason = run->endText();
   const std::string error = run->errorText();
   run.reset();
+  openCommand = runCommand;
   if (!reason.empty()) {
     user.print(reason);
   }
@@ -187,8 +208,8 @@ void Debugger::finish() {
 
 void Debugger::updateTitle() {
   const std::string& file = sessionData.symbolFile;
-  user.showTitle(system.systemName() + (file.empty() ? "" : " (" + file + ')') + ", now " +
-                 formatTime(system.now()));
+  user.showTitle(system.systemName() + (file.empty() ? "" : " (" + file + ')') + ", " +
+                 (run ? "running" : "now " + formatTime(system.now())));
 }
 
 }  // namespace tester

@@ -15,11 +15,12 @@
 
 namespace tester {
 
-/// Carries out the user's commands on an engine. At most one command is open at a time. The next
-/// one ends an open run first, but waits for the answer to an open question: the user interface
-/// may have sent it before the question came up there. Every command prints at least its own prompt
-/// line before it is confirmed: the user interface releases the waiting pieces of a command line
-/// only after some text.
+/// Carries out the user's commands on an engine. At most one command is open at a time, besides a
+/// run: a command that only looks or sends a signal goes with the run, which pauses while that
+/// command has a question open; every other ends the run first. A command waits for the answer to
+/// an open question: the user interface may have sent it before the question came up there. Every
+/// command prints at least its own prompt line before it is confirmed: the user interface releases
+/// the waiting pieces of a command line only after some text.
 class Debugger {
  public:
   static constexpr std::size_t kUsualPageLength = 200;
@@ -34,13 +35,17 @@ class Debugger {
   /// one does nothing but end a run.
   void execute(const std::string& command);
 
-  bool isRunning() const { return run.has_value(); }
+  /// Whether there is a run to go on with: one that waits for the answer to a question is none.
+  bool isRunning() const { return run.has_value() && !question; }
 
   /// Goes on with the run for a short time. Only while one is going on.
   void runSlice();
 
   /// Ends the run, if one is going on, and confirms its command.
   void interrupt();
+
+  /// The open question cannot reach the user: says so and ends its command.
+  void dropQuestion();
 
   /// Goes on with the command that asked; a cancelled question ends it. An answer that fits no
   /// open question is ignored.
@@ -113,6 +118,7 @@ class Debugger {
   std::optional<Run> run;
   std::optional<PendingTransition> stoppedAt;  ///< by the last run, at a breakpoint
   std::string openCommand;
+  std::string runCommand;  ///< the one that began the run
   std::optional<OpenQuestion> question;
   std::deque<std::string> waitingCommands;  ///< for the answer to the question
   std::size_t pageLength = kUsualPageLength;

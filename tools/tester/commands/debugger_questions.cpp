@@ -52,6 +52,7 @@ CommandEnd Debugger::await(AnswerKind kind, AnswerHandler handler) {
 }
 
 CommandEnd Debugger::refuse(const std::string& problem) {
+  print(problem);
   return showError(kAnswerCaption, problem);
 }
 

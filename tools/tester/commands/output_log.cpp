@@ -1,5 +1,7 @@
 #include "tester/commands/output_log.h"
 
+#include <cerrno>
+#include <cstring>
 #include <filesystem>
 #include <utility>
 
@@ -10,11 +12,12 @@ Problem OutputLog::open(const std::string& fileName) {
   // A pipe or a device could hold up the tester.
   if (std::filesystem::exists(fileName, error) &&
       !std::filesystem::is_regular_file(fileName, error)) {
-    return fileName + " is no file.";
+    return "The log file " + fileName + " cannot be opened: this is no regular file.";
   }
+  errno = 0;
   std::ofstream opened(fileName, std::ios::app);
   if (!opened) {
-    return "The file " + fileName + " cannot be written.";
+    return "The log file " + fileName + " cannot be opened: " + std::strerror(errno) + '.';
   }
   stream = std::move(opened);
   path = fileName;

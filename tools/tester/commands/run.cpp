@@ -67,7 +67,7 @@ bool Run::step(Trace& trace) {
   if (const Breakpoint* breakpoint = breakpointAt(*next)) {
     passed = next;
     return end("Breakpoint " + std::to_string(breakpoint->number) + " (" + breakpoint->text() +
-               ") at " + formatInstance(next->instance));
+               ") before " + describeTransition(*next));
   }
   passed.reset();
   FiredTransition result = engine.fire(trace);

@@ -35,6 +35,12 @@ CommandEnd askForDirectory(Debugger& debugger, AnswerHandler handler) {
   return debugger.askDirectory(std::move(handler));
 }
 
+/// The log keeps what the box says.
+CommandEnd refuseSystem(Debugger& debugger, const std::string& problem) {
+  debugger.print(problem);
+  return debugger.showError(kOpenCaption, problem);
+}
+
 std::string closedLogText(const OutputLog& log) {
   return "Log file " + log.name() + " is closed.";
 }
@@ -56,16 +62,15 @@ CommandEnd openSystemNamed(Debugger& debugger, const std::string& name) {
   const std::filesystem::path path = debugger.session().directory.resolve(name);
   const auto system = readSymbolFile(path.string());
   if (!system) {
-    return debugger.showError(kOpenCaption, system.problem);
+    return refuseSystem(debugger, system.problem);
   }
   const std::string simulated = debugger.engine().systemName();
   if (!equalIgnoringCase(*system.value, simulated)) {
-    return debugger.showError(kOpenCaption, path.string() + " describes the system \"" +
-                                                *system.value + "\".\nThis tester simulates \"" +
-                                                simulated + "\" alone.");
+    return refuseSystem(debugger, path.string() + " describes the system \"" + *system.value +
+                                      "\".\nThis tester simulates \"" + simulated + "\" alone.");
   }
   if (const Problem problem = debugger.session().directory.change(path.parent_path().string())) {
-    return debugger.showError(kOpenCaption, *problem);
+    return refuseSystem(debugger, *problem);
   }
   debugger.session().symbolFile = path.filename().string();
   debugger.print("System \"" + simulated + "\" opened from " + path.string() + '.');

@@ -6,47 +6,53 @@ namespace tester {
 
 namespace {
 
+/// A command that only looks, or speaks to the system as its environment does.
+constexpr CommandRow besideARun(CommandRow row) {
+  row.keepsRun = true;
+  return row;
+}
+
 // The order is that of the list that the user sees.
 constexpr std::array kRows = {
-    CommandRow{"?\?", "", "", "Lists all commands", "", listCommands},
-    CommandRow{"help", "", "[<command>]", "Explains a command", "", helpOnCommand},
-    CommandRow{"list-process", "", "[<process>]", "Lists the living process instances",
-               "Each with its state and the length of its input queue.", listProcesses},
-    CommandRow{"list-queue", "", "[<instance>]", "Lists the signals in the input queues",
-               "Of an instance, of all those of a process, or of all. Oldest first.\n"
-               "The state of the instance keeps \"saved\" ones for another state.",
-               listQueues},
-    CommandRow{"list-timer", "", "", "Lists the active timers",
-               "In the order in which they will expire.", listTimers},
-    CommandRow{"list-signal", "", "[<signal>]", "Lists the signals with their parameters", "",
-               listSignals},
-    CommandRow{"list-ready", "", "", "Lists the transitions that are ready now",
-               "In the order in which they will be fired.", listReady},
-    CommandRow{
-        "list-history", "", "[<count>]", "Lists the transitions fired last",
-        "Oldest first, up to 2,000 of them, whatever was traced: the time, the instance, its\n"
-        "state, the signal or timer and what became of it.",
-        listHistory},
-    CommandRow{"list-definition", "", "[<process>]", "Lists the process types",
-               "Each with the numbers of its instances: living, initial and at most. Of one\n"
-               "process: its states, its timers and the inputs it knows.",
-               listDefinitions},
+    besideARun({"?\?", "", "", "Lists all commands", "", listCommands}),
+    besideARun({"help", "", "[<command>]", "Explains a command", "", helpOnCommand}),
+    besideARun({"list-process", "", "[<process>]", "Lists the living process instances",
+                "Each with its state and the length of its input queue.", listProcesses}),
+    besideARun({"list-queue", "", "[<instance>]", "Lists the signals in the input queues",
+                "Of an instance, of all those of a process, or of all. Oldest first.\n"
+                "The state of the instance keeps \"saved\" ones for another state.",
+                listQueues}),
+    besideARun({"list-timer", "", "", "Lists the active timers",
+                "In the order in which they will expire.", listTimers}),
+    besideARun({"list-signal", "", "[<signal>]", "Lists the signals with their parameters", "",
+                listSignals}),
+    besideARun({"list-ready", "", "", "Lists the transitions that are ready now",
+                "In the order in which they will be fired.", listReady}),
+    besideARun(
+        {"list-history", "", "[<count>]", "Lists the transitions fired last",
+         "Oldest first, up to 2,000 of them, whatever was traced: the time, the instance, its\n"
+         "state, the signal or timer and what became of it.",
+         listHistory}),
+    besideARun({"list-definition", "", "[<process>]", "Lists the process types",
+                "Each with the numbers of its instances: living, initial and at most. Of one\n"
+                "process: its states, its timers and the inputs it knows.",
+                listDefinitions}),
     CommandRow{"select-event", "", "", "Asks for a transition and shows its instance's",
                "Of the last 2,000 transitions. Shows those of the same instance.", selectEvent},
-    CommandRow{"list-breakpoint", "", "", "Lists the breakpoints", "", listBreakpoints},
-    CommandRow{"list-trace", "", "", "Lists the trace levels", "", listTrace},
-    CommandRow{"show-instance", "print", "[<instance> [<variable>]]", "Shows an instance",
-               "Its state, its relations, timers and variables, or one variable alone. Asks\n"
-               "which instance, and of a process which number, or all.",
-               showInstance},
+    besideARun({"list-breakpoint", "", "", "Lists the breakpoints", "", listBreakpoints}),
+    besideARun({"list-trace", "", "", "Lists the trace levels", "", listTrace}),
+    besideARun({"show-instance", "print", "[<instance> [<variable>]]", "Shows an instance",
+                "Its state, its relations, timers and variables, or one variable alone. Asks\n"
+                "which instance, and of a process which number, or all.",
+                showInstance}),
     CommandRow{"assign-variable", "", "[<instance> [<variable> [<value>]]]", "Changes a variable",
                "Asks for what is left out.", assignVariable},
     CommandRow{"next-transition", "", "[<count>]", "Fires the next transition, or so many",
                "Breakpoints stop it before any transition but the first.", nextTransition},
     CommandRow{
         "go", "", "", "Runs until a breakpoint",
-        "Or until nothing is left to do or a dynamic error occurs. The next command, whatever it\n"
-        "is, ends the run.",
+        "Or until nothing is left to do or a dynamic error occurs. The next command ends the run,\n"
+        "unless it only lists, shows or sends.",
         go},
     CommandRow{"proceed-until", "", "<time>", "Runs until the time or a breakpoint",
                "The time is in seconds since the start of the system. Transitions of that very\n"
@@ -62,11 +68,11 @@ constexpr std::array kRows = {
                "As restart, and also drops the breakpoints and sets trace levels and page length\n"
                "back. Warns when breakpoints or signals in queues are lost.",
                resetSystem},
-    CommandRow{"now", "", "", "Shows the virtual time", "In seconds since the start.", showNow},
-    CommandRow{"send", "output", "[<signal> [<instance> [<parameter>...]]]", "Sends a signal",
-               "From the environment into the queue of an instance. Texts with blanks stand in\n"
-               "quotes. Asks for what is left out.",
-               sendSignal},
+    besideARun({"now", "", "", "Shows the virtual time", "In seconds since the start.", showNow}),
+    besideARun({"send", "output", "[<signal> [<instance> [<parameter>...]]]", "Sends a signal",
+                "From the environment into the queue of an instance. Texts with blanks stand in\n"
+                "quotes. Asks for what is left out.",
+                sendSignal}),
     CommandRow{"set-timer", "", "<instance> <timer> <seconds>", "Sets a timer",
                "It expires so many seconds from now.", setTimer},
     CommandRow{"reset-timer", "", "[<instance> [<timer>]]", "Stops a timer",
@@ -89,7 +95,7 @@ constexpr std::array kRows = {
                maskTrace},
     CommandRow{"add-mark", "", "[<name>]", "Gives the present time a name", "Asks for the name.",
                addMark, true},
-    CommandRow{"list-mark", "", "", "Lists the marks", "A restart drops them.", listMarks},
+    besideARun({"list-mark", "", "", "Lists the marks", "A restart drops them.", listMarks}),
     CommandRow{"open-log", "", "[<file>]", "Copies all output to a file",
                "At its end, when it exists. A relative name begins in the source directory. Asks\n"
                "for the file.",

@@ -9,7 +9,10 @@ namespace tester {
 namespace {
 
 /// Width of the time in a trace line; the lines of the actions are indented behind it.
+// Columns of the trace.
 constexpr std::size_t kTimeWidth = 11;
+constexpr std::size_t kInstanceWidth = 17;
+constexpr std::size_t kInputWidth = 28;
 
 constexpr char kDiscarded[] = "discarded";
 
@@ -89,7 +92,13 @@ Problem checkParameters(const SignalType& type, const std::vector<Value>& parame
   return std::nullopt;
 }
 
-/// "     12.500  Button:1      Idle: Press(1) -> Lit", and the actions indented below.
+std::string padded(std::string text, std::size_t width) {
+  text.resize(std::max(width, text.size()), ' ');
+  return text;
+}
+
+/// "     12.500  Button:1           Idle: Press(1)               -> Lit", and the actions indented
+/// below.
 void traceTransition(TraceSink& sink, Time time, const ProcessInstance& instance,
                      const QueuedSignal& input, const std::string& outcome,
                      const std::vector<std::string>& actions) {
@@ -100,8 +109,8 @@ void traceTransition(TraceSink& sink, Time time, const ProcessInstance& instance
   stamp.insert(0, kTimeWidth - std::min(kTimeWidth, stamp.size()), ' ');
   const std::string consumed =
       input.name.empty() ? "" : ": " + input.name + formatParameters(input.parameters);
-  sink.trace(stamp + "  " + formatInstance(instance.id) + "  " + instance.state + consumed + ' ' +
-             outcome);
+  sink.trace(stamp + "  " + padded(formatInstance(instance.id), kInstanceWidth) + "  " +
+             padded(instance.state + consumed, kInputWidth) + ' ' + outcome);
   for (const std::string& action : actions) {
     sink.trace(std::string(kTimeWidth + 4, ' ') + action);
   }

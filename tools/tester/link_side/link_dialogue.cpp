@@ -2,7 +2,21 @@
 
 #include "link/message_numbers.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace tester {
+
+namespace {
+
+/// Whether a command waits for the answer to this message, or a user for its dialog.
+bool isAwaited(int tag) {
+  static constexpr int kToldOnly[] = {MSG_T_TEXT, MSG_T_PROMPT,        MSG_T_TITLE,      MSG_T_BUSY,
+                                      MSG_T_IDLE, MSG_T_SYSTEM_OPENED, MSG_T_WARNING_BOX};
+  return std::find(std::begin(kToldOnly), std::end(kToldOnly), tag) == std::end(kToldOnly);
+}
+
+}  // namespace
 
 void LinkDialogue::show(const std::string& lines) {
   if (!userPresent) {
@@ -88,18 +102,34 @@ void LinkDialogue::pump(Clock::time_point now, const Sender& send) {
     if (isLimited && now < nextText) {
       return;
     }
-    blocked = !send(first);
+    const SendResult result = send(first);
+    blocked = result == SendResult::kLater;
     if (blocked) {
       return;
+    }
+    if (result == SendResult::kRefused) {
+      dropFirst();
+      continue;
     }
     if (isLimited) {
       nextText = now + kTextPeriod;
     }
-    if (unlimited > 0) {
-      --unlimited;
-    }
-    queue.pop_front();
+    popFirst();
   }
+}
+
+void LinkDialogue::popFirst() {
+  queue.pop_front();
+  unlimited -= unlimited > 0 ? 1 : 0;
+}
+
+/// Drops the first message and those that continue its list.
+void LinkDialogue::dropFirst() {
+  const int tag = queue.front().tag;
+  refused = refused || isAwaited(tag);
+  do {
+    popFirst();
+  } while (!queue.empty() && queue.front().tag == tag && tag != MSG_T_TEXT);
 }
 
 }  // namespace tester

@@ -4,6 +4,7 @@
 #include <deque>
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "tester/commands/dialogue.h"
@@ -20,11 +21,16 @@ class LinkDialogue : public Dialogue {
  public:
   using Clock = std::chrono::steady_clock;
 
-  /// Shortest time between two text messages of a run, so at most 16 kilobytes a second.
-  static constexpr Clock::duration kTextPeriod = std::chrono::milliseconds(250);
+  /// Shortest time between two text messages of a run, so at most 320 kilobytes a second: more
+  /// than anybody reads, less than would keep a log from its other work.
+  static constexpr Clock::duration kTextPeriod = std::chrono::milliseconds(50);
 
-  /// Sends one message; false when the link takes none at the moment.
-  using Sender = std::function<bool(const OutgoingMessage&)>;
+  enum class SendResult {
+    kSent,
+    kLater,    ///< the link takes none at the moment
+    kRefused,  ///< it will never take this one
+  };
+  using Sender = std::function<SendResult(const OutgoingMessage&)>;
 
   bool acceptsTrace() const override { return queue.empty(); }
   void confirm(const std::string& command) override;
@@ -49,8 +55,11 @@ class LinkDialogue : public Dialogue {
   void setUserPresent(bool isPresent);
   bool isUserPresent() const { return userPresent; }
 
-  /// Sends what is due at `now`.
+  /// Sends what is due at `now`. What the link refuses is left out, with the rest of its list.
   void pump(Clock::time_point now, const Sender& send);
+
+  /// Whether the link has refused something that is waited for; true once.
+  bool takeRefusal() { return std::exchange(refused, false); }
 
   /// Whether messages wait that only the link holds up.
   bool isBlocked() const { return blocked; }
@@ -67,6 +76,8 @@ class LinkDialogue : public Dialogue {
   void enqueueAfterText(int tag, std::vector<OutgoingParameter> parameters);
   void enqueueList(int tag, const std::string& text, const std::vector<std::string>& items);
   void closeBatch();
+  void popFirst();
+  void dropFirst();
 
   TextBatch batch;
   std::deque<OutgoingMessage> queue;
@@ -74,6 +85,7 @@ class LinkDialogue : public Dialogue {
   bool userPresent = true;
   bool busy = false;
   bool blocked = false;
+  bool refused = false;
   bool exitIsDue = false;
   bool exitAsked = false;
   std::size_t unlimited = 0;  ///< messages at the front from before the run, which do not wait

@@ -41,13 +41,14 @@ bool hasHungUp() {
   return count == 0 || (count < 0 && errno != EAGAIN && errno != EWOULDBLOCK && errno != EINTR);
 }
 
-bool sendToUser(const OutgoingMessage& message) {
+LinkDialogue::SendResult sendToUser(const OutgoingMessage& message) {
   if (!isSocketReady(POLLOUT)) {
-    return false;
+    return LinkDialogue::SendResult::kLater;
   }
   const OutgoingRecord record(message);
-  sendMessage(MessageDirection::kReceivedByUi, NELKVUI, message.tag, record.words());
-  return true;
+  const int result =
+      sendMessage(MessageDirection::kReceivedByUi, NELKVUI, message.tag, record.words());
+  return result < 0 ? LinkDialogue::SendResult::kRefused : LinkDialogue::SendResult::kSent;
 }
 
 /// What a message of the user interface answers.
@@ -175,6 +176,10 @@ void TesterTool::receive() {
 
 void TesterTool::pump() {
   dialogue.pump(LinkDialogue::Clock::now(), sendToUser);
+  if (dialogue.takeRefusal()) {
+    debugger.dropQuestion();
+    dialogue.pump(LinkDialogue::Clock::now(), sendToUser);
+  }
 }
 
 void TesterTool::sleep() {

@@ -10,8 +10,8 @@ namespace tester {
 /// as go in; only a line that is longer by itself is cut, never within a UTF-8 character.
 class TextBatch {
  public:
-  /// Bytes of one piece. With its header and encoding this is well below what a frame holds.
-  static constexpr std::size_t kMaxPiece = 4000;
+  /// Bytes of one piece: nearly what a frame holds, since the user interface takes frame by frame.
+  static constexpr std::size_t kMaxPiece = 16000;
 
   void append(const std::string& text) { pending += text; }
   bool isEmpty() const { return pending.empty(); }
