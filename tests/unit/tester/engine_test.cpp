@@ -55,9 +55,9 @@ TEST_F(ToyTest, ServesInstancesInTheOrderInWhichTheyBecameReady) {
   send(kSecondClerk, "Close");
   trace.lines.clear();
   runToRest();
-  EXPECT_THAT(trace.lines,
-              ElementsAre(HasSubstr("Clerk:2            Closed: OpenUp"),
-                          HasSubstr("Clerk:1            Closed: OpenUp"), HasSubstr("Clerk:2            Open: Close")));
+  EXPECT_THAT(trace.lines, ElementsAre(HasSubstr("Clerk:2            Closed: OpenUp"),
+                                       HasSubstr("Clerk:1            Closed: OpenUp"),
+                                       HasSubstr("Clerk:2            Open: Close")));
 }
 
 TEST_F(ToyTest, LetsTimeStandWhileSomethingIsReadyAndDeliversTimersOfOneMomentAsTheyWereSet) {
