@@ -44,6 +44,7 @@ constexpr auto kQuietTime = 300ms;  // shorter than a text cursor blinks
 constexpr auto kIdleTime = 2s;
 constexpr auto kPatience = 30s;
 constexpr auto kEndTime = 2s;
+constexpr auto kSignalEvery = 100ms;
 constexpr int kTitleDepth = 4;
 constexpr int kCannotStart = 127;
 
@@ -62,9 +63,10 @@ class Started {
   Started(const Started&) = delete;
   Started& operator=(const Started&) = delete;
   ~Started() {
-    kill(-processId, SIGTERM);
+    // A program that would ask its user first takes several signals for impatience.
     for (const auto end = Clock::now() + kEndTime; Clock::now() < end && isRunning();) {
-      std::this_thread::sleep_for(kLookEvery);
+      kill(-processId, SIGTERM);
+      std::this_thread::sleep_for(kSignalEvery);
     }
     kill(-processId, SIGKILL);
   }
