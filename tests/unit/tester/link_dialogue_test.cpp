@@ -22,6 +22,7 @@ class LinkDialogueTest : public testing::Test {
         return LinkDialogue::SendResult::kLater;
       }
       if (message.tag == refusedTag) {
+        refusedTag = 0;
         return LinkDialogue::SendResult::kRefused;
       }
       tags.push_back(message.tag);
@@ -55,7 +56,7 @@ class LinkDialogueTest : public testing::Test {
   LinkDialogue::Clock::time_point now{std::chrono::hours(1)};
   std::vector<std::string> texts;
   bool linkTakes = true;
-  int refusedTag = 0;
+  int refusedTag = 0;  ///< of the next message that the link refuses
 };
 
 TEST_F(LinkDialogueTest, CutsALineThatIsTooLongBetweenCharacters) {
