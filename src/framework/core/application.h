@@ -1,7 +1,9 @@
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -40,7 +42,8 @@ class zApp {
   /// its wait, so what an idle handler changes is not seen before the next event otherwise.
   void wake();
   bool isRunning() const { return running; }
-  /// Handles one event, timer, input or idle pass, waiting for it if there is none.
+  /// Handles one event, timer, input or idle pass, waiting for it if there is none. Events go
+  /// before timers and inputs, and let these through at least every 10 milliseconds.
   void processEvent();
   /// A nested event loop: runs while `condition` holds and the application has not been stopped.
   void pumpWhile(const std::function<bool()>& condition);
@@ -118,6 +121,7 @@ class zApp {
   unsigned altModifiers = 0;
   std::vector<zAccel> accelerators;
   Widget lastShell = nullptr;
+  std::optional<std::chrono::steady_clock::time_point> burstEnd;  ///< of the run of events
   bool running = true;
   bool menuPosted = false;
   int modalDialogs = 0;

@@ -12,6 +12,9 @@
 
 namespace {
 
+// The period of the shortest timer of the program.
+constexpr std::chrono::milliseconds kEventBurst{10};
+
 void ignoreTimeOut(XtPointer /*data*/, XtIntervalId* /*id*/) {}
 
 const XKeyEvent* keyEventOf(const zEvent& event) {
@@ -51,7 +54,21 @@ void zApp::go() {
   }
 }
 
+// Xt serves due timers and inputs first: a timer whose handler takes longer than its period would
+// keep keys, clicks and exposures waiting for good. So events come first here, and after a burst of
+// them whatever is due gets its turn, so that a flood of events starves nothing either.
 void zApp::processEvent() {
+  const auto now = std::chrono::steady_clock::now();
+  if ((XtAppPending(appContext) & XtIMXEvent) == 0) {
+    burstEnd.reset();
+  } else if (!burstEnd) {
+    burstEnd = now + kEventBurst;
+  }
+  if (burstEnd && now < *burstEnd) {
+    XtAppProcessEvent(appContext, XtIMXEvent);
+    return;
+  }
+  burstEnd.reset();
   XtAppProcessEvent(appContext, XtIMAll);
 }
 
