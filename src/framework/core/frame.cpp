@@ -28,6 +28,8 @@ namespace {
 constexpr EventMask kShellEventMask = StructureNotifyMask | FocusChangeMask;
 constexpr int kDragInitiatorStyle = 6;
 constexpr int kDragReceiverStyle = 5;
+// Room for what the window manager draws round a window.
+constexpr zDimension kDecoration = {16, 40};
 
 bool hasAll(std::uint32_t style, std::uint32_t bits) {
   return (style & bits) == bits;
@@ -49,6 +51,25 @@ int functionsFor(std::uint32_t style) {
   functions |= hasAll(style, kStyleMaximizeBox) ? MWM_FUNC_MAXIMIZE : 0;
   functions |= hasAll(style, kStyleResizeFrame) ? MWM_FUNC_RESIZE : 0;
   return functions;
+}
+
+// The size that a frame starts with when nobody gave one.
+zDimension startSize(const ziScreen& screen) {
+  const zDimension wanted = g_XSettings.startSize;
+  if (wanted.width <= 0 || wanted.height <= 0) {
+    return {screen.screenWidth / 2, screen.screenHeight / 3};
+  }
+  return {std::min(wanted.width, screen.screenWidth - kDecoration.width),
+          std::min(wanted.height, screen.screenHeight - kDecoration.height)};
+}
+
+// Somewhere in the upper left quarter, but all of it on the screen.
+zPoint startPlace(const ziScreen& screen, const zDimension& size) {
+  const auto random = [](int edge, int extent) {
+    return std::min(std::rand() % std::max(edge / 2, 1), std::max(edge - extent, 0));
+  };
+  return {random(screen.screenWidth, size.width + kDecoration.width),
+          random(screen.screenHeight, size.height + kDecoration.height)};
 }
 
 void windowManagerCloses(Widget /*shell*/, XtPointer /*frame*/, XtPointer /*data*/) {
@@ -243,12 +264,11 @@ void zFrameWin::chooseStartGeometry() {
   const ziScreen& screen = theScreen();
   zPoint pos = sizer()->pos();
   zDimension size = sizer()->size();
-  if (pos.x == kNotSet && pos.y == kNotSet) {
-    pos = {std::rand() % std::max(screen.screenWidth / 2, 1),
-           std::rand() % std::max(screen.screenHeight / 2, 1)};
-  }
   if (size.width == kNotSet && size.height == kNotSet) {
-    size = {screen.screenWidth / 2, screen.screenHeight / 3};
+    size = startSize(screen);
+  }
+  if (pos.x == kNotSet && pos.y == kNotSet) {
+    pos = startPlace(screen, size);
   }
   sizer()->setPos(pos);
   sizer()->setSize(size);

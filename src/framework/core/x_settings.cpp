@@ -21,6 +21,19 @@ int asNumber(const std::string& text) {
   return number;
 }
 
+// The form of a geometry string without a place; anything else is no size.
+zDimension asSize(const std::string& text) {
+  int x = 0;
+  int y = 0;
+  unsigned width = 0;
+  unsigned height = 0;
+  constexpr int kSizeOnly = WidthValue | HeightValue;
+  if (XParseGeometry(text.c_str(), &x, &y, &width, &height) != kSizeOnly) {
+    return {};
+  }
+  return {static_cast<int>(width), static_cast<int>(height)};
+}
+
 }  // namespace
 
 zXSettings g_XSettings;
@@ -54,4 +67,7 @@ void readXSettings(Display* display, const std::string& application) {
       readXSetting(display, application, "positionIsFrameWorkaround").value_or(0) != 0;
   g_XSettings.incFontInDialogBy =
       readXSetting(display, application, "incFontInDialogBy").value_or(0);
+  const std::string startSize = application + ".startSize";
+  g_XSettings.startSize =
+      asSize(readXResource(display, startSize.c_str(), startSize.c_str()).value_or(""));
 }

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "framework/draw/xtfwd.h"
+#include "support/geometry.h"
 
 /// The framework's settings in the X resource database.
 
@@ -19,6 +20,7 @@ struct zXSettings {
   int useChildMdi = -1;                    ///< "%s.useChildMDI"; -1 until read
   bool positionIsFrameWorkaround = false;  ///< "%s.positionIsFrameWorkaround"
   int incFontInDialogBy = 0;               ///< "%s.incFontInDialogBy": points added to dialog fonts
+  zDimension startSize;                    ///< "%s.startSize", as 1000x720 pixels; zero for none
 };
 
 extern zXSettings g_XSettings;

@@ -12,6 +12,7 @@
 #include "framework/core/frame.h"
 #include "framework/core/messages.h"
 #include "framework/core/x_settings.h"
+#include "framework/draw/screen.h"
 #include "tests/ui/app_object/loop_helpers.h"
 #include "tests/ui/app_object/x_faults.h"
 
@@ -201,6 +202,20 @@ TEST(Settings, AreReadAnewButForTheDebugLevelAndTheChildWindowSwitch) {
   EXPECT_EQ(g_XSettings.incFontInDialogBy, 2);
   g_XSettings = {};
   setDebugLevel(levelBefore);
+}
+
+TEST(Settings, GiveAFrameItsFirstSizeAsFarAsTheScreenAllows) {
+  const std::string key = app().name() + ".startSize";
+  const ziScreen& screen = theScreen();
+  for (const char* wanted : {"5000x300", "400x5000"}) {
+    setXResource(key, wanted);
+    const zAppFrame frame(nullptr, new zSizer(nullptr), 0, "Test");
+    const zRect place = frame.sizer()->rect();
+    EXPECT_EQ(wanted[0] == '5' ? place.height() : place.width(), wanted[0] == '5' ? 300 : 400);
+    EXPECT_LT(place.right, screen.screenWidth);
+    EXPECT_LT(place.bottom, screen.screenHeight);
+  }
+  setXResource(key, "");
 }
 
 }  // namespace
