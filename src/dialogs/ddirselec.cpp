@@ -93,9 +93,8 @@ void Ddirselec::load(const std::string& name) {
 
 void Ddirselec::fillList() {
   dirList->clear();
-  for (const std::string& line : tree.lines()) {
-    dirList->add(line.c_str());
-  }
+  const std::vector<std::string> lines = tree.lines();
+  dirList->addAll({lines.begin(), lines.end()});
   selectCurrent();
 }
 

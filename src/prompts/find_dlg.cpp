@@ -36,9 +36,7 @@ FindDlg::FindDlg(zWindow* parent, const FindSettings& settings, int list, const 
     *groups[i] = addGroup(y, unitY * 6, labels[i]);
     y += step;
   }
-  for (const RWCString& earlier : settings.history) {
-    textCombo->add(earlier.c_str());
-  }
+  textCombo->addAll(settings.history);
   textCombo->setCurSel(0);
   for (const int code : {kComboSelectionChanged, kComboEditChanged}) {
     textCombo->setNotify(this, toHandler(&FindDlg::onTextChanged), code);
@@ -101,9 +99,7 @@ void FindDlg::addItems(int list, const PromptItems& items) {
     combo.remove(0);
     combo.enable();
   }
-  for (const RWCString& item : items) {
-    combo.add(item.c_str());
-  }
+  combo.addAll(items);
   if (!isRunning()) {
     combo.selectString(items.front().c_str());
   }
@@ -139,7 +135,10 @@ int FindDlg::onListChoice(zEvent* event) {
 int FindDlg::onOk(zEvent* /*event*/) {
   useRegexp = regexpCheck->checked() ? 1 : 0;
   matchCase = caseCheck->checked() ? 1 : 0;
-  searchString = textCombo->text();
+  // A row may hold more than the one line that the entry shows of it.
+  if (textCombo->itemText(searchString, textCombo->curSel()) == 0) {
+    searchString = textCombo->text();
+  }
   for (const zComboBoxStatic* combo : {processCombo, signalCombo, timerCombo}) {
     if (searchString.isEmpty() && combo->isEnabled()) {
       combo->itemText(searchString, combo->curSel());

@@ -15,9 +15,7 @@ UIPopUpBitDlg::UIPopUpBitDlg(zWindow* parent, const RWCString& message, const Pr
   itemList = new zMultiList(this, rowAt(y, unitY * 20), kMultipleListStyle, nextId());
   itemList->setBoundList(&selection);
   itemList->setNotify(this, toHandler(&UIPopUpBitDlg::onDoubleClick), kListDoubleClick);
-  for (const RWCString& item : items) {
-    itemList->add(item.c_str());
-  }
+  itemList->addAll(items);
   setFirstFocus(*itemList);
   y += unitY * 20 + gapY;
   finish(y);

@@ -41,9 +41,7 @@ void UIPopUpListDlg::addField(int y, bool readOnlyField) {
 }
 
 void UIPopUpListDlg::addItems(const PromptItems& items) {
-  for (const RWCString& item : items) {
-    itemList->add(item.c_str());
-  }
+  itemList->addAll(items);
   if (!isRunning() || itemList->selection() < 0) {
     itemList->setCurSel(0);
   }

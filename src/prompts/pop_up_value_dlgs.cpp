@@ -40,7 +40,7 @@ ziPopUpNumberDlg::ziPopUpNumberDlg(zWindow* parent, const RWCString& message)
 
 int ziPopUpNumberDlg::onFocusGained(zEvent* /*event*/) {
   // What is typed replaces the number that was there.
-  answerEdit->setSelection(0, answerEdit->textLength());
+  answerEdit->selectForTyping();
   return 0;
 }
 

@@ -122,7 +122,7 @@ int zNumFormatter::editKey(std::string& text, long key, Edit edit, zTextRange& s
   const std::string typed = removes ? std::string() : std::string(1, static_cast<char>(key));
   changed.replace(static_cast<std::size_t>(range.from),
                   static_cast<std::size_t>(range.to - range.from), typed);
-  if (!fits(changed)) {
+  if (!removes && !fits(changed)) {
     return kNumKeySwallowed;
   }
   text = std::move(changed);

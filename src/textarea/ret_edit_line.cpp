@@ -2,6 +2,7 @@
 
 #include "framework/layout/sizer.h"
 #include "textarea/command_line_place.h"
+#include "textarea/command_lines.h"
 #include "textarea/command_queue.h"
 #include "textarea/text_pane.h"
 
@@ -33,11 +34,15 @@ void RetEditLine::followWidth() {
 void RetEditLine::addToHistory(const RWCString& newest) {
   RWCString first;
   itemText(first, 0);
-  if (first == newest) {
+  if (first.view() == joinCommandLines(newest.view())) {
     return;
   }
   // What the user has begun to type stands in front of the confirmed command. Intended.
-  insert((text() + newest).c_str(), 0);
+  insert(joinCommandLines((text() + newest).view()).c_str(), 0);
+}
+
+std::string RetEditLine::entryForm(std::string_view inserted, std::string_view before) const {
+  return joinCommandLines(inserted, before);
 }
 
 int RetEditLine::handle(zEvent* event) {

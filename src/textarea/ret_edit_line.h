@@ -3,7 +3,7 @@
 #include "framework/controls/combo_box.h"
 
 /// The command line: an entry whose drop-down list is the history of confirmed commands, newest
-/// first. It passes the keys that page the log on to the text pane.
+/// first. Lines that are pasted or set become pieces of one line. It passes the keys that page the log on to the text pane.
 class RetEditLine : public zComboBoxFull {
  public:
   RetEditLine(zWindow* parent, zSizer* sizer, int id);
@@ -17,6 +17,9 @@ class RetEditLine : public zComboBoxFull {
   void followWidth();
 
   int handle(zEvent* event) override;
+
+ protected:
+  std::string entryForm(std::string_view inserted, std::string_view before) const override;
 
  private:
   int handleKey(std::intptr_t code);

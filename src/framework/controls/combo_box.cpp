@@ -9,8 +9,10 @@
 #include <algorithm>
 
 #include "framework/controls/combo_box_callbacks_xm.h"
+#include "framework/controls/text_widget_xm.h"
 #include "framework/core/window_events_xm.h"
 #include "framework/core/xm_handles_xm.h"
+#include "support/line_text.h"
 
 zComboBoxBase::zComboBoxBase(zWindow* parent, zSizer* sizer, std::uint32_t style, int id,
                              Entry entry)
@@ -43,6 +45,10 @@ int zComboBoxBase::insert(const char* newText, int row) {
   const int place = rows.insert(newText, row);
   shiftCurrent(place);
   return place;
+}
+
+void zComboBoxBase::addAll(const std::vector<RWCString>& texts) {
+  currentItem = rows.addAll(texts, isSorted(), currentItem);
 }
 
 // The current row keeps its text when one is inserted above it.
@@ -109,17 +115,21 @@ void zComboBoxBase::setText(const char* newText) {
 
 void zComboBoxBase::setEntry(const char* newText) {
   settingEntry = true;
-  XmTextSetString(widget(), const_cast<char*>(newText));
+  XmTextSetString(widget(), const_cast<char*>(entryForm(newText, {}).c_str()));
   settingEntry = false;
   placeCaret();
 }
 
+std::string zComboBoxBase::entryForm(std::string_view inserted, std::string_view /*before*/) const {
+  return singleLine(inserted);
+}
+
 void zComboBoxBase::placeCaret() {
-  const XmTextPosition end = XmTextGetLastPosition(widget());
-  if (XmGetFocusWidget(widget()) == widget() && XtIsRealized(widget()) != False) {
-    XmTextSetSelection(widget(), 0, end, XtLastTimestampProcessed(XtDisplay(widget())));
+  if (XmGetFocusWidget(widget()) == widget()) {
+    selectForTyping(widget());
+  } else {
+    XmTextSetInsertionPosition(widget(), XmTextGetLastPosition(widget()));
   }
-  XmTextSetInsertionPosition(widget(), end);
 }
 
 // The user has changed the entry: it no longer shows a row of the list.

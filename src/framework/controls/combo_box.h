@@ -2,6 +2,9 @@
 
 #include <memory>
 #include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include "framework/controls/control.h"
 #include "framework/controls/list_box_rows.h"
@@ -34,7 +37,8 @@ class ziComboCallbacks;
 /// over other windows and without taking the focus. `widget()` and `innerWidget()` are the entry.
 ///
 /// The sizer's height is that of the entry and the list together; the holder on the screen is only
-/// as high as the entry, except in the simple kind. Rows count from 0; -1 is no row. The list holds
+/// as high as the entry, except in the simple kind. The entry is a single line whatever the text
+/// that it shows. Rows count from 0; -1 is no row. The list holds
 /// the texts of the rows, `curSel()` is the row that the entry shows.
 class zComboBoxBase : public zControl, public ziDropDown {
  public:
@@ -44,6 +48,8 @@ class zComboBoxBase : public zControl, public ziDropDown {
 
   /// Adds a text, in order where the list is sorted, else at the end; returns its row.
   int add(const char* newText);
+  /// The same for many texts at once, which is fast also where the list is on the screen.
+  void addAll(const std::vector<RWCString>& texts);
   /// Puts a text at a row, or at the end when there is no such row; returns its row.
   int insert(const char* newText, int row);
   /// Removes a row and selects its successor, or the new last row. 1, or 0 when there is no such
@@ -84,6 +90,8 @@ class zComboBoxBase : public zControl, public ziDropDown {
   /// Makes the widgets.
   zComboBoxBase(zWindow* parent, zSizer* sizer, std::uint32_t style, int id, Entry entry);
 
+  /// The form in which `inserted`, typed or set, goes into the entry behind `before`.
+  virtual std::string entryForm(std::string_view inserted, std::string_view before) const;
   int keyArrived(zEvent& event, bool typed) override;
   void applyFontToWidget() override;
   void applySensitivity(bool on) override;

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "framework/controls/combo_box.h"
+#include "framework/controls/text_widget_xm.h"
 #include "framework/core/connect_xm.h"
 
 namespace {
@@ -116,6 +117,12 @@ void ziComboCallbacks::entryChanging(XmTextVerifyCallbackStruct* data) {
   if (combo.settingEntry) {
     return;
   }
+  if (isStrayKey(*data)) {
+    data->doit = False;
+    return;
+  }
+  const std::string before = combo.text().str().substr(0, static_cast<std::size_t>(data->startPos));
+  replaceInserted(*data, combo.entryForm(insertedText(*data), before));
   const ziAlive alive(&combo);
   combo.notifyParent(kComboEditUpdate, data->event);
   if (!alive) {

@@ -39,7 +39,8 @@ void zComboBoxBase::showDropDown() {
   }
   const ziAlive alive(this);
   closeOpenDropDown();
-  if (alive) {
+  // What that notified may have shown another list, or this one.
+  if (alive && openCombo == nullptr) {
     popUp();
     notifyParent(kComboShown);
   }

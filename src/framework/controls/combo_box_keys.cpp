@@ -128,7 +128,7 @@ int zComboBoxBase::rowForLetter(char letter, int current) const {
   const int all = count();
   for (int step = 1; step <= all; ++step) {
     const int row = (current + step) % all;
-    if (startsWith(rows.text(row), letter)) {
+    if (startsWith(rows.text(row).str(), letter)) {
       return row;
     }
   }

@@ -7,11 +7,12 @@
 #include <algorithm>
 #include <utility>
 
-#include "framework/core/application.h"
+#include "framework/controls/text_widget_xm.h"
 #include "framework/core/connect_xm.h"
 #include "framework/core/window_events_xm.h"
 #include "framework/core/xm_handles_xm.h"
 #include "framework/draw/x_font_xm.h"
+#include "support/line_text.h"
 
 namespace {
 
@@ -60,17 +61,6 @@ class TextArgs {
   Arg args[kMaximum];
   Cardinal count = 0;
 };
-
-// The toolkit puts the control character of a command key that means nothing to it into the text.
-bool isStrayCommandKey(XEvent* event, std::string_view inserted) {
-  if (event == nullptr || event->type != KeyPress || inserted.size() != 1) {
-    return false;
-  }
-  const zApp* app = zApp::instance();
-  const unsigned commandKeys = ControlMask | (app != nullptr ? app->altMask() : 0U);
-  return (event->xkey.state & commandKeys) != 0 &&
-         lookUpKey(event->xkey).character == inserted.front();
-}
 
 }  // namespace
 
@@ -132,8 +122,11 @@ zEditBase::~zEditBase() {
 }
 
 void zEditBase::createLine() {
-  TextArgs args(style(), XmSINGLE_LINE_EDIT, zWindow::text);
-  args.add(XmNresizeHeight, True);
+  lastText = zWindow::text;
+  const RWCString shown = shownForm(zWindow::text.c_str());
+  TextArgs args(style(), XmSINGLE_LINE_EDIT, shown);
+  // A text that outgrows its holder in height would be resized without end.
+  args.add(XmNresizeHeight, False);
   args.add(XmNresizeWidth, False);
   args.add(XmNscrollHorizontal, False);
   args.add(XmNscrollVertical, False);
@@ -146,7 +139,7 @@ void zEditBase::createLine() {
 // letters go before the margin and the focus rectangle.
 void zEditBase::fitLine() {
   const zFont* current = fontObject();
-  if ((style() & kEditMultiLine) != 0 || current == nullptr || current->xFont() == nullptr) {
+  if (!isLine() || current == nullptr || current->xFont() == nullptr) {
     return;
   }
   Dimension height = 0;
@@ -202,13 +195,15 @@ void zEditBase::onVerify(Data* data) {
   if (!verifying) {
     return;
   }
-  std::string_view inserted;
-  if (data->text != nullptr && data->text->ptr != nullptr) {
-    inserted = {data->text->ptr, static_cast<std::size_t>(data->text->length)};
+  if (isStrayKey(*data)) {
+    data->doit = False;
+    return;
+  }
+  if (isLine()) {
+    replaceInserted(*data, singleLine(insertedText(*data)));
   }
   const zTextRange range{static_cast<int>(data->startPos), static_cast<int>(data->endPos)};
-  const bool isGood = !isStrayCommandKey(data->event, inserted) && verifyChange(range, inserted);
-  data->doit = isGood ? True : False;
+  data->doit = verifyChange(range, insertedText(*data)) ? True : False;
 }
 
 template <class Data>
@@ -242,21 +237,26 @@ int zEditBase::keyArrived(zEvent& /*event*/, bool /*typed*/) {
 void zEditBase::setText(const char* newText) {
   Widget edit = widget();
   // A second copy of a log is not kept.
-  const bool isLine = (style() & kEditMultiLine) == 0;
-  lastText = isLine ? RWCString(newText) : RWCString();
+  lastText = isLine() ? RWCString(newText) : RWCString();
+  const RWCString shown = shownForm(newText);
   if (edit == nullptr) {
     zWindow::text = newText;
     return;
   }
   const Unverified change(*this);
   if (!XtIsManaged(edit)) {
-    XtVaSetValues(edit, XmNvalue, newText, nullptr);
+    XtVaSetValues(edit, XmNvalue, shown.c_str(), nullptr);
     return;
   }
-  XmTextSetString(edit, xmText(newText));
+  XmTextSetString(edit, xmText(shown.c_str()));
   if (change.isAlive()) {
     XmTextSetInsertionPosition(edit, XmTextGetLastPosition(edit));
   }
+}
+
+RWCString zEditBase::shownForm(const char* newText) const {
+  RWCString form(newText);
+  return isLine() ? RWCString(singleLine(form.view())) : form;
 }
 
 RWCString zEditBase::text() const {
@@ -279,6 +279,10 @@ void zEditBase::setSelection(int from, int to) {
     XmTextSetSelection(widget(), first, last, lastTime(widget()));
   }
   XmTextSetInsertionPosition(widget(), to);
+}
+
+void zEditBase::selectForTyping() {
+  ::selectForTyping(widget());
 }
 
 std::optional<zTextRange> zEditBase::selectionRange() const {
@@ -319,7 +323,7 @@ void zEditBase::insertAt(int position, const char* newText) {
   const Unverified change(*this);
   const XmTextPosition before = XmTextGetLastPosition(edit);
   const XmTextPosition at = std::clamp<XmTextPosition>(position, 0, before);
-  XmTextInsert(edit, at, xmText(newText));
+  XmTextInsert(edit, at, xmText(shownForm(newText).c_str()));
   if (change.isAlive()) {
     XmTextSetInsertionPosition(edit, at + (XmTextGetLastPosition(edit) - before));
   }
@@ -349,7 +353,9 @@ int zEditBase::storeData() {
   if (boundString == nullptr) {
     return 0;
   }
-  *boundString = text();
+  RWCString current = text();
+  const bool isUntouched = isLine() && current == shownForm(lastText.c_str());
+  *boundString = isUntouched ? lastText : std::move(current);
   return 1;
 }
 

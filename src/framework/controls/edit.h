@@ -23,6 +23,8 @@ enum zEditCode : int {
 
 /// Base of the edit controls. One byte is one position. The operations on positions cost the same
 /// for a log of any length; only text() and setText() handle the whole text.
+///
+/// A single line shows every text that is put into it in the form of one line (singleLine).
 class zEditBase : public zControl {
  public:
   static constexpr int kClassNumber = kClassEditBase;
@@ -41,6 +43,8 @@ class zEditBase : public zControl {
   /// Selects [from, to), both cut to the text, and moves the insertion point to `to`. While the
   /// widget is not realized only the insertion point moves.
   void setSelection(int from, int to);
+  /// Selects the whole text, for the user to type over it, without taking the X selection.
+  void selectForTyping();
   /// The selected text, empty when there is none.
   RWCString selection() const;
   /// Where the selection lies; none, or an empty one, gives nothing.
@@ -65,13 +69,14 @@ class zEditBase : public zControl {
 
   /// Binds the text to `string`, which must outlive the binding; null unbinds.
   void setBoundString(RWCString* string) { boundString = string; }
+  /// A single line that shows what the program set last stores that as it was set.
   int storeData() override;
   int showData() override;
 
  protected:
   zEditBase(zWindow* parent, zSizer* sizer, std::uint32_t style, const char* text, int id);
 
-  /// Whether the user may replace `range` by `inserted`.
+  /// Whether the user may replace `range` by `inserted`, which has its shown form already.
   virtual bool verifyChange(zTextRange range, std::string_view inserted);
   bool takesTyping() const override { return true; }
   int keyArrived(zEvent& event, bool typed) override;
@@ -81,6 +86,8 @@ class zEditBase : public zControl {
  private:
   class Unverified;
 
+  bool isLine() const { return (style() & kEditMultiLine) == 0; }
+  RWCString shownForm(const char* newText) const;
   void fitLine();
 
   void createLine();

@@ -62,7 +62,8 @@ int zFormattedEdit::childrenValid() {
 }
 
 bool zFormattedEdit::verifyChange(zTextRange range, std::string_view inserted) {
-  return formatter->fits(replaced(text(), range, inserted));
+  // A text that is wrong can always be made shorter.
+  return inserted.empty() || formatter->fits(replaced(text(), range, inserted));
 }
 
 int zFormattedEdit::keyArrived(zEvent& event, bool typed) {
@@ -118,7 +119,7 @@ int zLongEdit::showData() {
   const ziAlive alive(this);
   setText((sign + std::to_string(*boundValue)).c_str());
   if (alive) {
-    setSelection(0, textLength());
+    selectForTyping();
   }
   return 1;
 }

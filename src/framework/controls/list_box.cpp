@@ -14,6 +14,14 @@ XtTranslations rowKeys() {
   return parsed;
 }
 
+// The toolkit's list needs both of its bars: one that is not wanted takes no room instead.
+void shrinkBar(Widget list, const char* name, const char* thickness) {
+  Widget bar = nullptr;
+  XtVaGetValues(XtParent(list), name, &bar, nullptr);
+  XtSetMappedWhenManaged(bar, False);
+  XtVaSetValues(bar, thickness, 1, nullptr);
+}
+
 }  // namespace
 
 /// What the list widget reports. The control may be gone after each of these.
@@ -85,6 +93,12 @@ void zListBoxBase::createList() {
   inner = XmCreateScrolledList(createHolder(), const_cast<char*>("ScrolledListBox"), settings,
                                XtNumber(settings));
   XtOverrideTranslations(inner, rowKeys());
+  if ((style() & kStyleVertScroll) == 0) {
+    shrinkBar(inner, XmNverticalScrollBar, XmNwidth);
+  }
+  if ((style() & kStyleHorzScroll) == 0) {
+    shrinkBar(inner, XmNhorizontalScrollBar, XmNheight);
+  }
   rows.attach(inner);
   finishCreation(kKindList, inner, XtParent(inner));
   callbacks = std::make_unique<ziListCallbacks>(*this);
@@ -96,6 +110,10 @@ int zListBoxBase::add(const char* text) {
     ++selected;
   }
   return row;
+}
+
+void zListBoxBase::addAll(const std::vector<RWCString>& texts) {
+  selected = rows.addAll(texts, isSorted, selected);
 }
 
 void zListBoxBase::clear() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <vector>
 
 #include "framework/controls/control.h"
 #include "framework/controls/list_box_rows.h"
@@ -20,7 +21,7 @@ enum zListCode : int {
 
 class ziListCallbacks;
 
-/// Base of the list boxes: a scrolled list of one-line texts. Rows count from 0; -1 is no row.
+/// Base of the list boxes: a scrolled list that shows the first line of each text. Rows count from 0; -1 is no row.
 class zListBoxBase : public zControl {
  public:
   static constexpr int kClassNumber = kClassListBoxBase;
@@ -29,6 +30,8 @@ class zListBoxBase : public zControl {
 
   /// Adds a text, in order where the list is sorted, else at the end; returns its row.
   virtual int add(const char* text);
+  /// The same for many texts at once, which is fast also when the list is on the screen.
+  void addAll(const std::vector<RWCString>& texts);
   void clear();
   /// 1, or 0 when there is no such row.
   int remove(int row);

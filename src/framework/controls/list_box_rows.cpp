@@ -1,29 +1,48 @@
 #include "framework/controls/list_box_rows.h"
 
 #include <algorithm>
-#include <memory>
+#include <iterator>
+#include <span>
+#include <string>
 
 #include "framework/controls/sort_position.h"
-#include "framework/core/xm_handles_xm.h"
+
+#include <Xm/XmAll.h>
 
 namespace {
 
-// The tag by which list texts are made and read.
-constexpr char kTag[] = "FONTLIST_DEFAULT_TAG_STRING";
+// What the widget shows of a text: its first line, and of that no more than fits into the 16 bits of
+// the toolkit's lengths and of the server's widths.
+std::string shownForm(std::string_view text) {
+  constexpr std::size_t kLongest = 1000;
+  const std::string_view line = text.substr(0, text.find_first_of("\r\n"));
+  std::string shown(line.substr(0, kLongest));
+  return line.size() > kLongest ? shown + "..." : shown;
+}
 
-// One segment: unlike zXmString, a line feed in the text doesn't end the first line.
-class RowString {
+// Rows in the widget's form.
+class RowStrings {
  public:
-  explicit RowString(const char* text)
-      : string(XmStringCreate(const_cast<char*>(text), const_cast<char*>(kTag))) {}
-  RowString(const RowString&) = delete;
-  RowString& operator=(const RowString&) = delete;
-  ~RowString() { XmStringFree(string); }
-  XmString get() const { return string; }
+  explicit RowStrings(std::span<const RWCString> texts) {
+    for (const RWCString& text : texts) {
+      std::string shown = shownForm(text.view());
+      // One segment, also for an empty text.
+      strings.push_back(
+          XmStringCreate(shown.data(), const_cast<char*>("FONTLIST_DEFAULT_TAG_STRING")));
+    }
+  }
+  RowStrings(const RowStrings&) = delete;
+  RowStrings& operator=(const RowStrings&) = delete;
+  ~RowStrings() { std::for_each(strings.begin(), strings.end(), XmStringFree); }
+  XmStringTable table() { return strings.data(); }
 
  private:
-  XmString string;
+  std::vector<XmString> strings;
 };
+
+bool sortsBeforeText(const RWCString& text, const RWCString& other) {
+  return sortsBefore(text.view(), other.view());
+}
 
 int intResource(Widget widget, const char* name) {
   int value = 0;
@@ -33,68 +52,103 @@ int intResource(Widget widget, const char* name) {
 
 }  // namespace
 
-int ziListRows::count() const {
-  return list == nullptr ? 0 : intResource(list, XmNitemCount);
+RWCString ziListRows::text(int row) const {
+  return row < 0 || row >= count() ? RWCString() : texts[static_cast<std::size_t>(row)];
 }
 
-std::string ziListRows::text(int row) const {
-  if (row < 0 || row >= count()) {
-    return {};
-  }
-  XmStringTable items = nullptr;
-  XtVaGetValues(list, XmNitems, &items, nullptr);
-  char* text = nullptr;
-  if (XmStringGetLtoR(items[row], const_cast<char*>(kTag), &text) == False) {
-    return {};
-  }
-  return takeXtText(text);
-}
-
-int ziListRows::find(const char* text) const {
-  return list == nullptr ? kNone : XmListItemPos(list, RowString(text).get()) - 1;
+int ziListRows::find(std::string_view text, int from) const {
+  const auto found = std::find_if(texts.begin() + from, texts.end(),
+                                  [&](const RWCString& row) { return row.view() == text; });
+  return found == texts.end() ? kNone : static_cast<int>(found - texts.begin());
 }
 
 int ziListRows::append(const char* text) {
-  const int row = count();
-  isSorted = false;
-  addAt(text, row);
-  return row;
+  return insert(text, count());
 }
 
 int ziListRows::addSorted(const char* text) {
-  const int rows = count();
-  const int row = sortedPosition(
-      text, rows, [this](int i) { return this->text(i); },
-      isSorted || rows == 0 ? ziRowOrder::kSorted : ziRowOrder::kUnknown);
-  isSorted = isSorted || rows == 0;
+  isSorted = isSorted || texts.empty();
+  const int row =
+      sortedPosition(text, texts, isSorted ? ziRowOrder::kSorted : ziRowOrder::kUnknown);
   addAt(text, row);
   return row;
 }
 
 int ziListRows::insert(const char* text, int row) {
-  const int rows = count();
-  const int place = row < 0 || row > rows ? rows : row;
+  const int place = row < 0 || row > count() ? count() : row;
   isSorted = false;
   addAt(text, place);
   return place;
 }
 
 void ziListRows::addAt(const char* text, int row) {
-  if (list != nullptr) {
-    // Never selected by itself, even if a selected row has the same text.
-    XmListAddItemUnselected(list, RowString(text).get(), row + 1);
+  texts.insert(texts.begin() + row, text);
+  showRows(row, 1);
+}
+
+int ziListRows::addAll(const std::vector<RWCString>& added, bool sorted, int followed) {
+  if (sorted && !isSorted && !texts.empty()) {
+    for (const RWCString& text : added) {
+      followed += addSorted(text.c_str()) <= followed ? 1 : 0;
+    }
+    return followed;
   }
+  isSorted = sorted;
+  const int before = count();
+  texts.insert(texts.end(), added.begin(), added.end());
+  if (sorted) {
+    return mergeFrom(before, followed);
+  }
+  showRows(before, count() - before);
+  return followed;
+}
+
+int ziListRows::mergeFrom(int firstNew, int followed) {
+  const auto middle = texts.begin() + firstNew;
+  std::sort(middle, texts.end(), sortsBeforeText);
+  const auto moved = [&](int row) {
+    if (row < 0 || row >= firstNew) {
+      return row;
+    }
+    const RWCString& text = texts[static_cast<std::size_t>(row)];
+    return row + static_cast<int>(
+                     std::lower_bound(middle, texts.end(), text, sortsBeforeText) - middle);
+  };
+  std::vector<int> chosen = selectedRows();
+  std::transform(chosen.begin(), chosen.end(), chosen.begin(), moved);
+  const int keyboard = moved(keyboardRow());
+  const int top = moved(intResource(list, XmNtopItemPosition) - 1);
+  followed = moved(followed);
+  std::inplace_merge(texts.begin(), middle, texts.end(), sortsBeforeText);
+  XmListDeleteAllItems(list);
+  showRows(0, count());
+  std::for_each(chosen.begin(), chosen.end(), [this](int row) { addToSelection(row); });
+  if (keyboard != kNone) {
+    XmListSetKbdItemPos(list, keyboard + 1);
+  }
+  XmListSetPos(list, top + 1);
+  return followed;
+}
+
+// Puts the texts of new rows into the widget.
+void ziListRows::showRows(int row, int number) {
+  const auto first = static_cast<std::size_t>(row);
+  RowStrings strings{std::span(texts).subspan(first, static_cast<std::size_t>(number))};
+  // Never selected by themselves, even if a selected row has the same text.
+  XmListAddItemsUnselected(list, strings.table(), number, row + 1);
 }
 
 bool ziListRows::remove(int row) {
   if (row < 0 || row >= count()) {
     return false;
   }
+  texts.erase(texts.begin() + row);
   XmListDeletePos(list, row + 1);
   return true;
 }
 
 void ziListRows::clear() {
+  texts.clear();
   if (list != nullptr) {
     XmListDeleteAllItems(list);
   }

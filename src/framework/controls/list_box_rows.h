@@ -1,27 +1,31 @@
 #pragma once
 
-#include <string>
+#include <string_view>
 #include <vector>
 
 #include "framework/draw/xtfwd.h"
+#include "support/rwc_string.h"
 
-/// The rows of a Motif list widget, counted from 0; -1 stands for no row. The widget is the only
-/// place where the texts are. A text is one row whatever it holds, line feeds included.
+/// The rows of a Motif list widget, counted from 0; -1 stands for no row. A text is one row whatever
+/// it holds and however long it is; the widget shows as much of it as makes sense in a row.
 class ziListRows {
  public:
   static constexpr int kNone = -1;
 
   void attach(Widget listWidget) { list = listWidget; }
 
-  int count() const;
+  int count() const { return static_cast<int>(texts.size()); }
   /// The text of a row; empty when there is no such row.
-  std::string text(int row) const;
-  /// The first row with exactly this text.
-  int find(const char* text) const;
+  RWCString text(int row) const;
+  /// The first row from `from` on with exactly this text.
+  int find(std::string_view text, int from = 0) const;
 
   /// Adds at the end, or in the order of sorted lists; returns the new row.
   int append(const char* text);
   int addSorted(const char* text);
+  /// Adds many at once, as if one by one; returns where row `followed`, which may be none, stands
+  /// then. The selection and the view stay with their rows.
+  int addAll(const std::vector<RWCString>& added, bool sorted, int followed);
   /// Puts `text` at `row`, or at the end when there is no such row; returns the new row.
   int insert(const char* text, int row);
   /// False when there is no such row.
@@ -42,7 +46,10 @@ class ziListRows {
 
  private:
   void addAt(const char* text, int row);
+  int mergeFrom(int firstNew, int followed);
+  void showRows(int row, int number);
 
   Widget list = nullptr;
-  bool isSorted = true;  ///< every row came by addSorted
+  std::vector<RWCString> texts;
+  bool isSorted = true;  ///< every row came in the order of sorted lists
 };

@@ -1,5 +1,7 @@
 #include "framework/controls/multi_list.h"
 
+#include <algorithm>
+
 zMultiList::zMultiList(zWindow* parent, zSizer* sizer, std::uint32_t style, int id)
     : zListBoxBase(parent, sizer, style | kListMultiple, id, Order::byStyle) {}
 
@@ -19,9 +21,16 @@ int zMultiList::showData() {
     return zListBoxBase::showData();
   }
   rows.deselectAll();
+  std::vector<int> chosen;
   for (const RWCString& text : *boundList) {
-    if (const int row = rows.find(text.c_str()); row != ziListRows::kNone) {
+    int row = rows.find(text.view());
+    // Equal texts mean as many rows.
+    while (std::find(chosen.begin(), chosen.end(), row) != chosen.end()) {
+      row = rows.find(text.view(), row + 1);
+    }
+    if (row != ziListRows::kNone) {
       rows.addToSelection(row);
+      chosen.push_back(row);
     }
   }
   return 1;

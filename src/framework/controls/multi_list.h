@@ -17,7 +17,8 @@ class zMultiList : public zListBoxBase {
   void setBoundList(std::vector<RWCString>* list) { boundList = list; }
   /// Replaces the bound list by the texts of the selected rows, in the order of the rows.
   int storeData() override;
-  /// Selects the first row of each text in the bound list and no others.
+  /// Selects a row for each text in the bound list, the first that is left of those with this text,
+  /// and no others.
   int showData() override;
 
  private:

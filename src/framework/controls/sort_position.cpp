@@ -19,21 +19,10 @@ bool sortsBefore(std::string_view text, std::string_view other) {
   return std::is_eq(order) ? text < other : std::is_lt(order);
 }
 
-int sortedPosition(std::string_view text, int count, const ziRowText& row, ziRowOrder order) {
-  int first = 0;
-  if (order == ziRowOrder::kUnknown) {
-    while (first < count && !sortsBefore(text, row(first))) {
-      ++first;
-    }
-    return first;
-  }
-  for (int end = count; first < end;) {
-    const int middle = first + (end - first) / 2;
-    if (sortsBefore(text, row(middle))) {
-      end = middle;
-    } else {
-      first = middle + 1;
-    }
-  }
-  return first;
+int sortedPosition(std::string_view text, const std::vector<RWCString>& rows, ziRowOrder order) {
+  const auto isNotGreater = [&](const RWCString& row) { return !sortsBefore(text, row.view()); };
+  const auto place = order == ziRowOrder::kSorted
+                         ? std::partition_point(rows.begin(), rows.end(), isNotGreater)
+                         : std::find_if_not(rows.begin(), rows.end(), isNotGreater);
+  return static_cast<int>(place - rows.begin());
 }

@@ -5,6 +5,5 @@ ziDropDown* openCombo = nullptr;
 void closeOpenDropDown() {
   if (openCombo != nullptr) {
     openCombo->hideDropDown();
-    openCombo = nullptr;
   }
 }

@@ -4,11 +4,12 @@
 class ziDropDown {
  public:
   virtual ~ziDropDown() = default;
+  /// Clears openCombo before it notifies anybody.
   virtual void hideDropDown() = 0;
 };
 
 /// The drop-down that is open now, or null. Whoever opens one closes the other first.
 extern ziDropDown* openCombo;
 
-/// Hides the open drop-down, if there is one.
+/// Hides the open drop-down, if there is one. Another may be open afterwards: its owner is told.
 void closeOpenDropDown();

@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <X11/keysym.h>
 
+#include "framework/controls/edit.h"
 #include "framework/core/messages.h"
 #include "tests/ui/controls/combo_fixture.h"
 #include "tests/ui/support/ui_test.h"
@@ -211,6 +212,27 @@ TEST_F(ComboBox, TypingReplacesTheShownRowAndDeselectsIt) {
   EXPECT_THAT(codes(), ElementsAre(kComboEditUpdate, kComboEditChanged));
   ui::pressKey(XK_Down);
   EXPECT_EQ(combo.curSel(), 0);
+}
+
+TEST_F(ComboBox, TheEntryIsOneLineAndTakesNoControlCharacters) {
+  const std::string longText = std::string(40000, 'x') + "\nend\n";
+  combo.insert(longText.c_str(), 0);
+  combo.setCurSel(0);
+  EXPECT_EQ(entryOf(combo), std::string(40000, 'x') + " end");
+  RWCString row;
+  combo.itemText(row, 0);
+  EXPECT_EQ(row, longText);
+
+  auto* source = new zEditBox(frame.get(), new zSizer(10, 200, 200, 60), 0x50010004, "a\nb\n", 1);
+  focus(combo);
+  combo.setText("");
+  source->setSelection(0, 4);
+  ui::click(combo.widget(), ui::kMiddleButton);
+  ui::waitFor([&] { return !entryOf(combo).empty(); }, "the pasted text");
+  ui::pressKey('a', ui::kControl);
+  ui::pressKey('x', ui::kAlt);
+  ui::typeText("y");
+  EXPECT_EQ(entryOf(combo), "a by");
 }
 
 TEST_F(ComboBox, AFixedEntryTakesNoTextButGoesToTheRowOfALetter) {

@@ -112,6 +112,32 @@ TEST_F(DropDown, OpeningASecondOneHidesTheFirst) {
   EXPECT_THAT(codes(), IsEmpty());
 }
 
+/// Shows a list when that of another combo box is hidden.
+struct Opener : zEvH {
+  int onHidden(zEvent* /*event*/) {
+    opened->showDropDown();
+    return 0;
+  }
+  zComboBoxBase* opened = nullptr;
+};
+
+TEST_F(DropDown, TheOneShownByTheHidingOfAnotherStaysAndIsKnown) {
+  Opener opener;
+  opener.opened = &second;
+  combo.setNotify(&opener, toHandler(&Opener::onHidden), kComboHidden);
+  combo.showDropDown();
+  closeOpenDropDown();
+  ui::drain();
+  EXPECT_TRUE(isShown(second));
+
+  zComboBoxStatic third(frame.get(), place(100), kStaticStyle, kId);
+  combo.showDropDown();
+  third.showDropDown();
+  ui::drain();
+  EXPECT_TRUE(isShown(second));
+  EXPECT_FALSE(isShown(third));
+}
+
 TEST_F(DropDown, AClickAnywhereElseInTheProgramHidesItAndDoesItsWork) {
   combo.showDropDown();
   ui::click(frame->widget(), 350, 280);

@@ -114,4 +114,31 @@ TEST_F(EditTest, ClipboardOperationsMoveText) {
   ui::waitFor([&] { return edit->text() == RWCString("defabcd"); }, "the copied text");
 }
 
+TEST_F(EditTest, ALineStaysOneLineAndTheUserCanTypeNoControlCharacters) {
+  zEditLine* edit = makeLine("one\n");
+  EXPECT_EQ(edit->text().str(), "one");
+  edit->setText("two\nlines\n");
+  EXPECT_EQ(edit->text().str(), "two lines");
+  RWCString bound;
+  edit->setBoundString(&bound);
+  edit->storeData();
+  EXPECT_EQ(bound.str(), "two\nlines\n") << "what the user has left alone";
+  edit->replaceSelection("!\n");
+
+  zEditBox* log = makeLog();
+  log->setText("a\x01" "b\n");
+  log->setSelection(0, 4);
+  log->copy();
+  edit->paste();
+  ui::waitFor([&] { return edit->text() == RWCString("two lines!a b"); }, "the pasted text");
+  focus(*edit);
+  ui::pressKey('a', ui::kControl);
+  ui::pressKey('x', ui::kControl);
+  ui::pressKey('x', ui::kAlt);
+  ui::typeText("y");
+  EXPECT_EQ(edit->text().str(), "two lines!a by");
+  edit->storeData();
+  EXPECT_EQ(bound, edit->text());
+}
+
 }  // namespace

@@ -26,10 +26,14 @@ TEST_F(LongEditTest, ShowsItsValueAndStoresWhatIsTyped) {
   long value = 0;
   zLongEdit* edit = make(&value);
   EXPECT_EQ(edit->text().str(), "0");
+  auto* marked = new zEditLine(frame.get(), new zSizer(10, 50, 200, 30), kShownTabStop, "mark", 2);
+  ui::drain();
+  marked->setSelection(0, 4);
   value = -45;
   edit->showData();
   EXPECT_EQ(edit->text().str(), "-45");
   EXPECT_EQ(edit->selection().str(), "-45") << "typing replaces it";
+  EXPECT_EQ(marked->selection().str(), "mark") << "and what the user has marked can be pasted";
   focus(*edit);
   ui::typeText("9876543210");
   EXPECT_EQ(edit->storeData(), 1);
@@ -106,6 +110,12 @@ TEST_F(LongEditTest, AnInvalidTextKeepsTheDialogAndIsSelected) {
   ui::typeText("8");
   EXPECT_EQ(frame->storeChildren(), 1);
   EXPECT_EQ(value, 128);
+  edit->insertAt(3, "xyz");
+  edit->setSelection(5, 6);
+  ui::pressKey(XK_BackSpace);
+  ui::pressKey(XK_BackSpace);
+  ui::pressKey(XK_BackSpace);
+  EXPECT_EQ(edit->text().str(), "128") << "mended from its end";
 }
 
 }  // namespace

@@ -50,15 +50,39 @@ TEST_F(ListBox, SortsIfStyleAndClassSaySo) {
 
 TEST_F(ListBox, GivesEveryTextBackAsItWas) {
   zListBoxUnsorted list(frame.get(), place(), kUnsortedStyle, kId);
-  const std::vector<std::string> texts = {"", "two\nlines", "a\ttab", "byte \xE4", " blanks "};
-  for (const std::string& text : texts) {
-    list.add(text.c_str());
-  }
+  const std::vector<std::string> texts = {
+      "", "two\nlines", "a\ttab", "byte \xE4", " blanks ", std::string(40000, 'x')};
+  list.addAll({texts.begin(), texts.end()});
   ui::drain();
   EXPECT_EQ(textsOf(list), texts);
   RWCString text = "untouched";
-  EXPECT_EQ(list.itemText(text, 5), 0);
+  EXPECT_EQ(list.itemText(text, 6), 0);
   EXPECT_EQ(text, RWCString(""));
+}
+
+TEST_F(ListBox, ManyTextsAtOnceLandWhereSingleOnesDo) {
+  zListBox list(frame.get(), place(), kSortedStyle, kId);
+  const std::vector<RWCString> texts = {"m", "z", "C", "c"};
+  list.addAll(texts);
+  list.setCurSel(2);
+  list.addAll({"a", "zz", "m", "d"});
+  EXPECT_THAT(textsOf(list), ElementsAre("a", "C", "c", "d", "m", "m", "z", "zz"));
+  EXPECT_EQ(list.selection(), 4);
+  EXPECT_TRUE(isRowSelected(list.widget(), 4));
+  zListBoxUnsorted asAdded(frame.get(), place(), kSortedStyle, kId);
+  asAdded.addAll(texts);
+  EXPECT_THAT(textsOf(asAdded), ElementsAre("m", "z", "C", "c"));
+}
+
+TEST_F(ListBox, HasTheScrollBarsOfItsStyle) {
+  for (const std::uint32_t bars : {0U, 0x00200000U, 0x00100000U}) {
+    zListBoxUnsorted list(frame.get(), place(), 0x50810001 | bars, kId);
+    fill(list, 50);
+    list.add(std::string(200, 'x').c_str());
+    ui::drain();
+    EXPECT_EQ(ui::isViewable(part(list.holder(), "VertScrollBar")), bars == kStyleVertScroll);
+    EXPECT_EQ(ui::isViewable(part(list.holder(), "HorScrollBar")), bars == kStyleHorzScroll);
+  }
 }
 
 TEST_F(ListBox, AClickSelectsAndADoubleClickFollowsASelection) {
@@ -126,10 +150,12 @@ TEST_F(ListBox, ExchangesTheChosenTextWithItsString) {
 TEST_F(ListBox, AMultipleListExchangesAllChosenTexts) {
   zMultiList list(frame.get(), place(), kMultipleStyle, kId);
   fill(list);
-  std::vector<RWCString> bound = {"row 3", "no such row", "row 0"};
+  std::vector<RWCString> bound = {"row 3", "no such row", "row 0", "row 3", "row 3"};
+  list.add("row 3");
   list.setBoundList(&bound);
   list.showData();
-  EXPECT_THAT(list.selections(), ElementsAre(0, 3));
+  EXPECT_THAT(list.selections(), ElementsAre(0, 3, 5)) << "equal texts are as many rows";
+  list.remove(5);
   clickRow(list.widget(), 4);
   clickRow(list.widget(), 0);
   EXPECT_THAT(takeCodes(*frame), ElementsAre(kListSelectionChanged, kListSelectionChanged));

@@ -180,6 +180,7 @@ TEST_F(Prompt, ForAnItemShowsTheFirstAndAnswersTheOneChosen) {
                          {items, {XK_Down, XK_Escape}, "b", 0},
                          {items, {XK_End, XK_Return}, "c", 1},
                          {items, {XK_End, XK_Home, XK_Return}, "a", 1},
+                         {{"two\nlines\n"}, {XK_Return}, "two\nlines\n", 1},
                          {{}, {XK_Return}, "", 1}}) {
     UIPopUpListDlg dialog(frame.get(), "Timer:", row.items, true);
     run(dialog, row.keys);
@@ -312,6 +313,10 @@ TEST_F(Find, StartsWithTheNewestSearchAndReturnsTextAndOptions) {
   EXPECT_EQ(dialog->searchString, "older");
   EXPECT_EQ(dialog->useRegexp, 1);
   EXPECT_EQ(dialog->matchCase, 1);
+
+  const auto lines = make({{"two\nlines"}});
+  run(*lines, {XK_Return});
+  EXPECT_EQ(lines->searchString, "two\nlines");
 
   const auto typed = make({{"newest"}});
   run(*typed, [] { ui::typeText("other\n"); });

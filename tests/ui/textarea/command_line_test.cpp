@@ -34,6 +34,18 @@ TEST_F(TextAreaTest, HistoryHasTheNewestFirstAndOnlyTheNewestIsCompared) {
   EXPECT_EQ(entry(), "x");
 }
 
+TEST_F(TextAreaTest, SeveralLinesBecomePiecesInTheHistoryAndInTheEntry) {
+  for (int i = 0; i < 2; ++i) {
+    theCommandLine->addToHistory("a\nb\n");
+  }
+  EXPECT_THAT(history(), ElementsAre("a;b"));
+  theCommandLine->setText("print \"");
+  theTextPane->appendText("c\nd\n");
+  theTextPane->setSelection(0, 4);
+  ui::click(theCommandLine->widget(), ui::kMiddleButton);
+  ui::waitFor([] { return entry() == "print \"c\";d"; }, "the pasted lines");
+}
+
 TEST_F(TextAreaTest, AnEmptyTextOnAnEmptyHistoryAddsNothing) {
   ui::typeText("typed");
   theCommandLine->addToHistory("");

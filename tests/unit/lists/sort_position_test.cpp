@@ -13,17 +13,12 @@ namespace {
 
 using ::testing::ElementsAre;
 
-using Texts = std::vector<std::string>;
-
-int positionIn(const Texts& rows, const std::string& text, ziRowOrder order) {
-  return sortedPosition(
-      text, static_cast<int>(rows.size()), [&](int row) { return rows.at(row); }, order);
-}
+using Texts = std::vector<RWCString>;
 
 Texts sorted(const Texts& texts, ziRowOrder order) {
   Texts rows;
-  for (const std::string& text : texts) {
-    rows.insert(rows.begin() + positionIn(rows, text, order), text);
+  for (const RWCString& text : texts) {
+    rows.insert(rows.begin() + sortedPosition(text.view(), rows, order), text);
   }
   return rows;
 }
@@ -39,21 +34,23 @@ TEST(SortPosition, OrdersByUpperCaseAndThenByBytes) {
 }
 
 TEST(SortPosition, PassesEqualTextsAndStopsAtTheFirstGreaterOneEvenInAListOutOfOrder) {
-  EXPECT_EQ(positionIn({"a", "b", "b", "c"}, "b", ziRowOrder::kUnknown), 3);
-  EXPECT_EQ(positionIn({"m", "z", "a", "b"}, "n", ziRowOrder::kUnknown), 1);
-  EXPECT_EQ(positionIn({"m", "z", "a", "b"}, "zz", ziRowOrder::kUnknown), 4);
+  EXPECT_EQ(sortedPosition("b", {"a", "b", "b", "c"}, ziRowOrder::kUnknown), 3);
+  EXPECT_EQ(sortedPosition("n", {"m", "z", "a", "b"}, ziRowOrder::kUnknown), 1);
+  EXPECT_EQ(sortedPosition("zz", {"m", "z", "a", "b"}, ziRowOrder::kUnknown), 4);
 }
 
 TEST(SortPosition, HalvingGivesWhatTheWalkGivesForEveryListThatWasKeptInOrder) {
   std::mt19937 random(4711);
   for (int round = 0; round < 200; ++round) {
     Texts texts(random() % 20);
-    for (std::string& text : texts) {
-      std::generate_n(std::back_inserter(text), random() % 4,
+    for (RWCString& text : texts) {
+      std::string made;
+      std::generate_n(std::back_inserter(made), random() % 4,
                       [&] { return "aAbB_"[random() % 5]; });
+      text = made;
     }
     ASSERT_EQ(sorted(texts, ziRowOrder::kSorted), sorted(texts, ziRowOrder::kUnknown))
-        << ::testing::PrintToString(texts);
+        << "round " << round;
   }
 }
 

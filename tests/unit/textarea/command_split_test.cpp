@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include "textarea/command_lines.h"
+
 namespace {
 
 using ::testing::ElementsAre;
@@ -25,6 +27,12 @@ TEST(CommandSplit, EmptyPiecesCountExceptAtTheEnd) {
 TEST(CommandSplit, APieceMayBeAsLongAsTheLine) {
   const std::string longPiece(5000, 'x');
   EXPECT_THAT(splitCommandLine(longPiece + ";y"), ElementsAre(longPiece, "y"));
+}
+
+TEST(CommandLines, ArePiecesOfOneLine) {
+  EXPECT_EQ(joinCommandLines("a\r\nb c\n\nd\n"), "a;b c;;d");
+  EXPECT_EQ(joinCommandLines("print \"a\nb\"\nc"), "print \"a\";b\"\";c");
+  EXPECT_EQ(joinCommandLines("a\"\nb", "print \""), "a\";b");
 }
 
 }  // namespace

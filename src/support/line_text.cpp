@@ -1,0 +1,30 @@
+#include "support/line_text.h"
+
+namespace {
+
+bool isStray(char c) {
+  constexpr unsigned char kDelete = 0x7F;
+  const auto byte = static_cast<unsigned char>(c);
+  return (byte < ' ' && c != '\t') || byte == kDelete;
+}
+
+}  // namespace
+
+std::string joinLines(std::string_view text, const std::function<void(std::string&)>& join) {
+  text = text.substr(0, text.find_last_not_of("\r\n") + 1);
+  std::string joined;
+  joined.reserve(text.size());
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const char c = text[i];
+    if (c == '\n') {
+      join(joined);
+    } else if (c != '\r' || text[i + 1] != '\n') {
+      joined += isStray(c) ? ' ' : c;
+    }
+  }
+  return joined;
+}
+
+std::string singleLine(std::string_view text) {
+  return joinLines(text, [](std::string& joined) { joined += ' '; });
+}
