@@ -117,7 +117,7 @@ int ziListRows::mergeFrom(int firstNew, int followed) {
   std::vector<int> chosen = selectedRows();
   std::transform(chosen.begin(), chosen.end(), chosen.begin(), moved);
   const int keyboard = moved(keyboardRow());
-  const int top = moved(intResource(list, XmNtopItemPosition) - 1);
+  const int top = std::max(1, intResource(list, XmNtopItemPosition));
   followed = moved(followed);
   std::inplace_merge(texts.begin(), middle, texts.end(), sortsBeforeText);
   XmListDeleteAllItems(list);
@@ -126,7 +126,7 @@ int ziListRows::mergeFrom(int firstNew, int followed) {
   if (keyboard != kNone) {
     XmListSetKbdItemPos(list, keyboard + 1);
   }
-  XmListSetPos(list, top + 1);
+  XmListSetPos(list, top);
   return followed;
 }
 

@@ -24,7 +24,7 @@ class ziListRows {
   int append(const char* text);
   int addSorted(const char* text);
   /// Adds many at once, as if one by one; returns where row `followed`, which may be none, stands
-  /// then. The selection and the view stay with their rows.
+  /// then. The selection stays with its rows.
   int addAll(const std::vector<RWCString>& added, bool sorted, int followed);
   /// Puts `text` at `row`, or at the end when there is no such row; returns the new row.
   int insert(const char* text, int row);
