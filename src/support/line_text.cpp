@@ -1,14 +1,10 @@
 #include "support/line_text.h"
 
-namespace {
-
-bool isStray(char c) {
+bool isControlCharacter(char c) {
   constexpr unsigned char kDelete = 0x7F;
   const auto byte = static_cast<unsigned char>(c);
-  return (byte < ' ' && c != '\t') || byte == kDelete;
+  return byte < ' ' || byte == kDelete;
 }
-
-}  // namespace
 
 std::string joinLines(std::string_view text, const std::function<void(std::string&)>& join) {
   text = text.substr(0, text.find_last_not_of("\r\n") + 1);
@@ -19,7 +15,7 @@ std::string joinLines(std::string_view text, const std::function<void(std::strin
     if (c == '\n') {
       join(joined);
     } else if (c != '\r' || text[i + 1] != '\n') {
-      joined += isStray(c) ? ' ' : c;
+      joined += isControlCharacter(c) && c != '\t' ? ' ' : c;
     }
   }
   return joined;

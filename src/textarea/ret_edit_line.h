@@ -3,7 +3,8 @@
 #include "framework/controls/combo_box.h"
 
 /// The command line: an entry whose drop-down list is the history of confirmed commands, newest
-/// first. Lines that are pasted or set become pieces of one line. It passes the keys that page the log on to the text pane.
+/// first. Lines that are pasted or set become pieces of one line. It passes the keys that page the
+/// log on to the text pane.
 class RetEditLine : public zComboBoxFull {
  public:
   RetEditLine(zWindow* parent, zSizer* sizer, int id);

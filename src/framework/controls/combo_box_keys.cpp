@@ -8,6 +8,7 @@
 
 #include "framework/controls/combo_box.h"
 #include "framework/core/application.h"
+#include "support/line_text.h"
 
 #include <Xm/XmAll.h>
 
@@ -46,12 +47,6 @@ unsigned altMask() {
   return known != 0 ? known : Mod1Mask;
 }
 
-bool isControl(std::intptr_t character) {
-  constexpr unsigned char kDelete = 0x7F;
-  const auto byte = static_cast<unsigned char>(character);
-  return byte < ' ' || byte == kDelete;
-}
-
 bool startsWith(const std::string& text, char letter) {
   const auto lower = [](char c) { return std::tolower(static_cast<unsigned char>(c)); };
   return !text.empty() && lower(text.front()) == lower(letter);
@@ -85,8 +80,9 @@ int zComboBoxBase::keyArrived(zEvent& event, bool typed) {
     row = rowForKey(key, current);
   }
   // Tab, Return and Escape have a character too, but it begins no text: they go on.
-  if (!row && typed && entryKind == Entry::fixed && !isControl(event.wparam)) {
-    row = rowForLetter(static_cast<char>(event.wparam), current);
+  const auto letter = static_cast<char>(event.wparam);
+  if (!row && typed && entryKind == Entry::fixed && !isControlCharacter(letter)) {
+    row = rowForLetter(letter, current);
   }
   if (!row) {
     return 0;

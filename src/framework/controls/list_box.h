@@ -21,7 +21,8 @@ enum zListCode : int {
 
 class ziListCallbacks;
 
-/// Base of the list boxes: a scrolled list that shows the first line of each text. Rows count from 0; -1 is no row.
+/// Base of the list boxes: a scrolled list that shows the first line of each text. Rows count from
+/// 0; -1 is no row.
 class zListBoxBase : public zControl {
  public:
   static constexpr int kClassNumber = kClassListBoxBase;

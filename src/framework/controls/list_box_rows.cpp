@@ -11,8 +11,8 @@
 
 namespace {
 
-// What the widget shows of a text: its first line, and of that no more than fits into the 16 bits of
-// the toolkit's lengths and of the server's widths.
+// What the widget shows of a text: its first line, and of that no more than fits into the 16 bits
+// of the toolkit's lengths and of the server's widths.
 std::string shownForm(std::string_view text) {
   constexpr std::size_t kLongest = 1000;
   const std::string_view line = text.substr(0, text.find_first_of("\r\n"));
@@ -111,8 +111,8 @@ int ziListRows::mergeFrom(int firstNew, int followed) {
       return row;
     }
     const RWCString& text = texts[static_cast<std::size_t>(row)];
-    return row + static_cast<int>(
-                     std::lower_bound(middle, texts.end(), text, sortsBeforeText) - middle);
+    return row +
+           static_cast<int>(std::lower_bound(middle, texts.end(), text, sortsBeforeText) - middle);
   };
   std::vector<int> chosen = selectedRows();
   std::transform(chosen.begin(), chosen.end(), chosen.begin(), moved);

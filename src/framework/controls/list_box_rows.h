@@ -6,8 +6,9 @@
 #include "framework/draw/xtfwd.h"
 #include "support/rwc_string.h"
 
-/// The rows of a Motif list widget, counted from 0; -1 stands for no row. A text is one row whatever
-/// it holds and however long it is; the widget shows as much of it as makes sense in a row.
+/// The rows of a Motif list widget, counted from 0; -1 stands for no row. A text is one row
+/// whatever it holds and however long it is; the widget shows as much of it as makes sense in a
+/// row.
 class ziListRows {
  public:
   static constexpr int kNone = -1;

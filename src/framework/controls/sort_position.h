@@ -14,7 +14,7 @@ enum class ziRowOrder { kUnknown, kSorted };
 /// True if `other` comes behind `text` in a sorted list.
 bool sortsBefore(std::string_view text, std::string_view other);
 
-/// The row at which `text` enters a list: that of the first row that is greater, else one behind the
-/// last. Rows that are known to be sorted are halved, others are walked from the start; for sorted
-/// rows both give the same.
+/// The row at which `text` enters a list: that of the first row that is greater, else one behind
+/// the last. Rows that are known to be sorted are halved, others are walked from the start; for
+/// sorted rows both give the same.
 int sortedPosition(std::string_view text, const std::vector<RWCString>& rows, ziRowOrder order);

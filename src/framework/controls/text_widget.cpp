@@ -4,6 +4,7 @@
 
 #include "framework/core/application.h"
 #include "framework/core/window_events_xm.h"
+#include "support/line_text.h"
 
 #include <Xm/TextP.h>
 #include <Xm/TextStrSoP.h>
@@ -13,10 +14,8 @@ bool isStrayKey(const XmTextVerifyCallbackStruct& change) {
   if (change.event == nullptr || change.event->type != KeyPress || inserted.size() != 1) {
     return false;
   }
-  constexpr unsigned char kDelete = 0x7F;
   const char typed = inserted.front();
-  const auto byte = static_cast<unsigned char>(typed);
-  if ((byte < ' ' && typed != '\t' && typed != '\n') || byte == kDelete) {
+  if (isControlCharacter(typed) && typed != '\t' && typed != '\n') {
     return true;
   }
   const zApp* app = zApp::instance();

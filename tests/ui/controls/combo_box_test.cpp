@@ -230,6 +230,7 @@ TEST_F(ComboBox, TheEntryIsOneLineAndTakesNoControlCharacters) {
   ui::click(combo.widget(), ui::kMiddleButton);
   ui::waitFor([&] { return !entryOf(combo).empty(); }, "the pasted text");
   ui::pressKey('a', ui::kControl);
+  ui::pressKey(XK_Clear);
   ui::pressKey('x', ui::kAlt);
   ui::typeText("y");
   EXPECT_EQ(entryOf(combo), "a by");

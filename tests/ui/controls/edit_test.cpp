@@ -114,7 +114,7 @@ TEST_F(EditTest, ClipboardOperationsMoveText) {
   ui::waitFor([&] { return edit->text() == RWCString("defabcd"); }, "the copied text");
 }
 
-TEST_F(EditTest, ALineStaysOneLineAndTheUserCanTypeNoControlCharacters) {
+TEST_F(EditTest, ALineStaysOneLineWhateverIsPutIn) {
   zEditLine* edit = makeLine("one\n");
   EXPECT_EQ(edit->text().str(), "one");
   edit->setText("two\nlines\n");
@@ -126,15 +126,14 @@ TEST_F(EditTest, ALineStaysOneLineAndTheUserCanTypeNoControlCharacters) {
   edit->replaceSelection("!\n");
 
   zEditBox* log = makeLog();
-  log->setText("a\x01" "b\n");
+  log->setText(
+      "a\x01"
+      "b\n");
   log->setSelection(0, 4);
   log->copy();
   edit->paste();
   ui::waitFor([&] { return edit->text() == RWCString("two lines!a b"); }, "the pasted text");
   focus(*edit);
-  ui::pressKey('a', ui::kControl);
-  ui::pressKey('x', ui::kControl);
-  ui::pressKey('x', ui::kAlt);
   ui::typeText("y");
   EXPECT_EQ(edit->text().str(), "two lines!a by");
   edit->storeData();

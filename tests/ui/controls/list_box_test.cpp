@@ -50,8 +50,8 @@ TEST_F(ListBox, SortsIfStyleAndClassSaySo) {
 
 TEST_F(ListBox, GivesEveryTextBackAsItWas) {
   zListBoxUnsorted list(frame.get(), place(), kUnsortedStyle, kId);
-  const std::vector<std::string> texts = {
-      "", "two\nlines", "a\ttab", "byte \xE4", " blanks ", std::string(40000, 'x')};
+  const std::vector<std::string> texts = {"",          "two\nlines", "a\ttab",
+                                          "byte \xE4", " blanks ",   std::string(40000, 'x')};
   list.addAll({texts.begin(), texts.end()});
   ui::drain();
   EXPECT_EQ(textsOf(list), texts);
