@@ -105,7 +105,7 @@ TEST_F(ButtonDialogs, GoBackToANameOfBlanksAndMakeOneLineOfPastedOnes) {
   windowCast<zEditBase>(dialog.childById(kDialogSecondEdit))->insertAt(0, "next\r\n2");
   EXPECT_EQ(runByPieces(dialog, {"  \t\n", "Run\t\n"}), 1);
   EXPECT_EQ(dialog.label(), "Run");
-  EXPECT_EQ(dialog.definition(), "next  2");
+  EXPECT_EQ(dialog.definition(), "next 2");
 }
 
 TEST_F(ButtonDialogs, LetNobodyTypeA256thCharacter) {
