@@ -64,6 +64,7 @@ class WMain : public zAppFrame, private ziButtonHost {
   void setMenuHelp(std::span<const zHelpText> rows) override;
   void focusCommandLine() override;
   void repaintLog() override;
+  void tellInLog(const std::string& line) override;
 
   void createMenu();
   void createToolBar();

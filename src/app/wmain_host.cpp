@@ -22,8 +22,9 @@ RWCString WMain::programPath() {
   return zApp::instance()->programPath();
 }
 
+// The global keeps its value while the bar is hidden.
 int WMain::toolBarHeight() {
-  return g_ToolBarHeight;
+  return toolBarStrip.isVisible ? g_ToolBarHeight : g_ToolBarHeight - toolBarStrip.size.height;
 }
 
 void WMain::sendCommand(const RWCString& command) {
@@ -55,4 +56,8 @@ void WMain::focusCommandLine() {
 
 void WMain::repaintLog() {
   theTextPane->invalidate(nullptr, 1);
+}
+
+void WMain::tellInLog(const std::string& line) {
+  theTextPane->appendText((line + "\n").c_str());
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <span>
+#include <string>
 
 #include "framework/furniture/status_line.h"
 #include "support/rwc_string.h"
@@ -25,7 +26,7 @@ class ziButtonHost {
   virtual RWCString applicationTitle() = 0;
   /// The path that the program was started by, as the process got it.
   virtual RWCString programPath() = 0;
-  /// Pixels; the same while the toolbar is hidden.
+  /// What the toolbar adds to the distance of the groups from the upper edge of the window, pixels.
   virtual int toolBarHeight() = 0;
 
   /// Cuts a line into commands and sends them.
@@ -40,4 +41,6 @@ class ziButtonHost {
   /// Gives the input focus to the command line, soon.
   virtual void focusCommandLine() = 0;
   virtual void repaintLog() = 0;
+  /// Appends a line to the log.
+  virtual void tellInLog(const std::string& line) = 0;
 };

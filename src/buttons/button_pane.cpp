@@ -13,6 +13,7 @@
 #include "buttons/group_pane.h"
 #include "framework/draw/measure.h"
 #include "framework/layout/grav_sizer.h"
+#include "support/label_text.h"
 
 namespace {
 
@@ -26,6 +27,7 @@ constexpr int kCheckMargins = 16;  // beside the name's text and a mark as high 
 constexpr int kCheckBoxInset = 9;
 constexpr int kGroupButtonInset = 8;
 constexpr int kLeft = 1;
+constexpr std::size_t kRightMargin = 3;
 // How far from the upper edge of the canvas a panel's window may reach; more than canvases do.
 constexpr int kReach = 16000;
 constexpr zPoint kMenuOffset = {6, -2};
@@ -73,10 +75,12 @@ void ButtonPane::createHeader() {
   const zDimension boxSize = {checkBoxWidth(), metrics.headerHeight - kCheckBoxInset};
   auto* boxSizer = new zGrowToFitSizer(kGravityLeft, kGrowFixedHeight, boxSize.height, all);
   boxSizer->setSize(boxSize);
-  checkBox =
-      new zCheckBox(this, boxSizer, kCheckBoxStyle, groupName.c_str(), groups.nextControlId());
+  checkBox = new zCheckBox(this, boxSizer, kCheckBoxStyle,
+                           withoutMnemonics(groupName.view()).c_str(), groups.nextControlId());
   checkBox->setBoundValue(&expanded);
   checkBox->setNotify(this, toHandler(&ButtonPane::onFold), kNotifyClicked);
+  groupButton->keepFocusOnClick();
+  checkBox->keepFocusOnClick();
   for (zWindow* window : {static_cast<zWindow*>(this), static_cast<zWindow*>(groupButton),
                           static_cast<zWindow*>(checkBox)}) {
     groups.takeInputOf(*window);
@@ -149,17 +153,22 @@ void ButtonPane::changeCurrentButton(const RWCString& label, const RWCString& de
   button.definition = definition;
   button.buttonWidth = groups.buttonWidth(label);
   if (button.window != nullptr) {
-    button.window->setText(label.c_str());
+    button.window->setText(withoutMnemonics(label.view()).c_str());
   }
   settleChange();
 }
 
-void ButtonPane::deleteButton(const RWCString& label) {
+std::size_t ButtonPane::indexOf(const RWCString& label) const {
   const auto found = std::find_if(buttons.begin(), buttons.end(),
                                   [&](const auto& button) { return button->label == label; });
-  if (found != buttons.end()) {
-    delete (*found)->window;
-    buttons.erase(found);
+  return static_cast<std::size_t>(found - buttons.begin());
+}
+
+void ButtonPane::deleteButton(const RWCString& label) {
+  const std::size_t index = indexOf(label);
+  if (index < buttons.size()) {
+    delete buttons[index]->window;
+    buttons.erase(buttons.begin() + static_cast<std::ptrdiff_t>(index));
   }
 }
 
@@ -172,7 +181,7 @@ void ButtonPane::rename(const RWCString& newName) {
   // the same name. Intended.
   nameWidth = groups.textExtent(newName).width;
   groupName = newName;
-  checkBox->setText(newName.c_str());
+  checkBox->setText(withoutMnemonics(newName.view()).c_str());
   const zPoint pos = checkBox->sizer()->pos();
   checkBox->moveResize(pos.x, pos.y, checkBoxWidth(), headerHeight() - kCheckBoxInset);
   invalidate(nullptr, 1);
@@ -181,9 +190,15 @@ void ButtonPane::rename(const RWCString& newName) {
   groups.setModified();
 }
 
-void ButtonPane::setCurrentButton(int row) {
-  const bool isThere = row >= 0 && static_cast<std::size_t>(row) < buttons.size();
-  current = isThere ? static_cast<std::size_t>(row) : 0;
+bool ButtonPane::setCurrentButton(std::size_t row, const RWCString& label) {
+  if (row >= buttons.size() || buttons[row]->label != label) {
+    row = indexOf(label);
+  }
+  if (row >= buttons.size()) {
+    return false;
+  }
+  current = row;
+  return true;
 }
 
 const ziCommand* ButtonPane::currentButton() const {
@@ -204,6 +219,18 @@ void ButtonPane::place(int newWidth, int canvasTop) {
     if (buttons[i]->window != nullptr) {
       placeButton(static_cast<int>(i));
     }
+  }
+}
+
+void ButtonPane::placeGroupButton(int seenRight) {
+  const int width = sizer()->size().width;
+  const int margin = zDialogUnit(kMarginAcross, 0).width();
+  const int room = std::max(width - 2 * margin - groups.metrics().groupButtonWidth, 0);
+  const zDimension wanted = {margin + std::clamp(kLeft + width - seenRight, 0, room), 0};
+  zGravSizer& right = *margins[kRightMargin];
+  if (right.extent() != wanted) {
+    right.setExtent(wanted);
+    sizer()->update(nullptr);
   }
 }
 

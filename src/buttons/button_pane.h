@@ -43,13 +43,16 @@ class ButtonPane : public zPanel3d {
   void rebuildAfterDelete();
   void rename(const RWCString& newName);
 
-  /// The button that changeCurrentButton changes; the first one for a row that there is not.
-  void setCurrentButton(int row);
+  /// Makes the button of that row the one that changeCurrentButton changes if it has this label,
+  /// else the first one that has; false if there is none.
+  bool setCurrentButton(std::size_t row, const RWCString& label);
   /// Null when the group has no buttons.
   const ziCommand* currentButton() const;
 
   /// Places the panel on the canvas, whose upper edge shows what is at `canvasTop`.
   void place(int newWidth, int canvasTop);
+  /// Keeps the button "Group" left of what is at `seenRight` on the canvas.
+  void placeGroupButton(int seenRight);
   /// Makes the buttons that lie in the band.
   void showButtons(const CanvasBand& band);
 
@@ -64,6 +67,8 @@ class ButtonPane : public zPanel3d {
   void createHeader();
   void updateWidths();
   void placeButton(int index);
+  /// Of the first button with this label; their number if there is none.
+  std::size_t indexOf(const RWCString& label) const;
   void settleChange();
   int onFold(zEvent* event);
   int onGroup(zEvent* event);

@@ -2,23 +2,34 @@
 
 #include "buttons/button_host.h"
 #include "framework/controls/pointer.h"
+#include "support/label_text.h"
 #include "textarea/command_queue.h"
 
 namespace {
 
 constexpr std::uint32_t kButtonStyle = kStyleTabStop;
 constexpr unsigned kPressingButton = 1;
+constexpr unsigned long kWatchPeriod = 50;  // milliseconds
 
 }  // namespace
 
 DynButton::DynButton(zWindow* parent, zSizer* sizer, ziCommand& shown, ziButtonHost& mainWindow)
-    : zPushButton(parent, sizer, kButtonStyle, shown.label.c_str(), shown.id),
+    : zPushButton(parent, sizer, kButtonStyle, withoutMnemonics(shown.label.view()).c_str(),
+                  shown.id),
       command(shown),
       host(mainWindow) {
   if (parent->background() != kNoBackground) {
     setBackground(parent->backgroundColour());
   }
+  keepFocusOnClick();
   setNotify(this, toHandler(&DynButton::onActivated), kNotifyClicked);
+}
+
+// The set may be replaced while the mouse holds a button of it down.
+DynButton::~DynButton() {
+  if (armed != 0) {
+    host.showStatus("");
+  }
 }
 
 int DynButton::mouseButtonDown(zEvent* event) {
@@ -28,8 +39,26 @@ int DynButton::mouseButtonDown(zEvent* event) {
     armed = 1;
     // A release elsewhere in the program is this button's, too.
     grabPointer(*this);
+    pressWatch = std::make_unique<zTimer>(this, &DynButton::watchPress, kWatchPeriod);
   }
   return 0;
+}
+
+// While a dialog is up the release goes to it and not to this button.
+int DynButton::watchPress(zEvH* button) {
+  auto& pressed = *static_cast<DynButton*>(button);
+  if (isReleaseLost(pressed)) {
+    pressed.endPress();
+    pressed.comeUp();
+    pressed.host.showStatus("");
+  }
+  return 0;
+}
+
+void DynButton::endPress() {
+  armed = 0;
+  pressWatch.reset();
+  releasePointer(*this);
 }
 
 int DynButton::mouseButtonUp(zEvent* event) {
@@ -39,8 +68,7 @@ int DynButton::mouseButtonUp(zEvent* event) {
   }
   ziButtonHost& mainWindow = host;
   if (armed != 0) {
-    armed = 0;
-    releasePointer(*this);
+    endPress();
     const zDimension size = sizer()->size();
     // The left and the top edge are outside. Intended.
     if (pointer.pos.x > 0 && pointer.pos.y > 0 && pointer.pos.x < size.width &&

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <memory>
+
 #include "framework/controls/button.h"
+#include "framework/core/timer.h"
 
 class DynButton;
 class ziButtonHost;
@@ -15,20 +18,24 @@ struct ziCommand {
 };
 
 /// A button that executes its command when the first mouse button is released over it, or by the
-/// keyboard.
+/// keyboard. A click leaves the focus where it is.
 class DynButton : public zPushButton {
  public:
   /// `shown` and `host` must outlive the button.
   DynButton(zWindow* parent, zSizer* sizer, ziCommand& shown, ziButtonHost& host);
+  ~DynButton() override;
 
   int mouseButtonDown(zEvent* event) override;
   int mouseButtonUp(zEvent* event) override;
 
  private:
   int onActivated(zEvent* event);
+  static int watchPress(zEvH* button);
+  void endPress();
   void execute();
 
   ziCommand& command;
   ziButtonHost& host;
-  int armed = 0;  ///< a press is under way
+  int armed = 0;                       ///< a press is under way
+  std::unique_ptr<zTimer> pressWatch;  ///< while it is
 };

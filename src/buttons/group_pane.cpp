@@ -17,6 +17,7 @@
 #include "framework/controls/scroll_bar.h"
 #include "framework/draw/measure.h"
 #include "framework/furniture/menu_popup.h"
+#include "support/label_text.h"
 
 GroupPane* theGroupPane = nullptr;
 
@@ -43,7 +44,8 @@ constexpr int kFirstControlId = 6000;
 int controlIdCounter = kFirstControlId;
 
 zDimension extentIn(const zRCFont& font, const RWCString& text) {
-  return font.font()->measure(text.c_str(), static_cast<int>(text.length()));
+  const std::string shown = expandTabs(text.view());
+  return font.font()->measure(shown.data(), static_cast<int>(shown.size()));
 }
 
 }  // namespace
@@ -177,6 +179,8 @@ void GroupPane::scrolled(zScrollBarCtrl& bar) {
   direction.offset = -pos.position();
   if (rebase()) {
     placeGroups();
+  } else if (&direction == &across) {
+    placeGroupButtons();
   }
   placeCanvas();
 }
@@ -202,6 +206,13 @@ bool GroupPane::rebase() {
 void GroupPane::placeGroups() {
   for (ButtonPane* group : groupList) {
     group->place(across.total, canvasTop);
+  }
+  placeGroupButtons();
+}
+
+void GroupPane::placeGroupButtons() {
+  for (ButtonPane* group : groupList) {
+    group->placeGroupButton(across.paneExtent - across.offset);
   }
 }
 

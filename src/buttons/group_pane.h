@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdio>
 #include <memory>
 #include <string>
 #include <vector>
@@ -32,11 +33,14 @@ class GroupPane : public zPane {
   /// addition to it.
   int loadButtons(int append);
   /// Reads a file's groups in place of the present ones, and its menus in addition; 0 if it cannot
-  /// be opened. Neither the name to save to nor whether the set counts as modified changes.
+  /// be opened. Neither the name to save to nor whether the set counts as modified changes. As all
+  /// that read a file, it says in the log when the file holds what it hardly means.
   int loadFile(const std::string& path);
   /// Writes to the file that the set was saved to last; when that fails, the user is told, there is
   /// no such file any more, and the set stays modified.
   int writeButtonFile();
+  /// Proposes the file that was loaded or saved last. Nothing is written while the question about
+  /// an existing file has no answer.
   int saveButtonsAs();
   /// The command Save: asks for a file only if there is none.
   int save() { return saveName.empty() ? saveButtonsAs() : writeButtonFile(); }
@@ -100,12 +104,16 @@ class GroupPane : public zPane {
   void updateBar(Direction& direction);
   void placeCanvas();
   void placeGroups();
+  void placeGroupButtons();
   bool rebase();
   CanvasBand neededBand() const;
   int onKey(zEvent* event);
   int onPress(zEvent* event);
 
-  void readSet(const ButtonSet& set);
+  class ChosenGroup;
+
+  void readSet(const std::string& path, std::FILE* file);
+  void addSet(const ButtonSet& set);
   bool readFile(const std::string& path, int append);
   void showError(const std::string& message);
   RWCString title(const char* action);
@@ -131,6 +139,7 @@ class GroupPane : public zPane {
   zDimension canvasSize;
   int modified = 0;
   std::string saveName;
+  std::string proposal;  ///< what Save As proposes; empty for the default
   GroupMetrics groupMetrics;
   zRCFont labelFont;  ///< the main window's
   std::unique_ptr<zPopupMenu> popupMenu;

@@ -1,9 +1,11 @@
 // What the user does to groups and buttons: the menu of a group and the dialogs behind it.
 //
 // A dialog's loop carries out messages of the tester. One of them replaces all groups, so after
-// each dialog the group that it was opened for may be gone; what was entered is dropped then.
+// each dialog the group that it was opened for may be gone. What was entered is then for the group
+// of the same name; where there is none, the log says that it was dropped.
 
 #include <algorithm>
+#include <optional>
 #include <string>
 
 #include "buttons/button_pane.h"
@@ -87,15 +89,48 @@ bool GroupPane::runDialog(Dialog* dialog, const RWCString& caption, Accepted acc
   return static_cast<bool>(alive);
 }
 
+/// The current group as the user sees it, by its name.
+class GroupPane::ChosenGroup {
+ public:
+  explicit ChosenGroup(GroupPane& canvas)
+      : groups(canvas),
+        canvasAlive(&canvas),
+        pane(canvas.currentGroup),
+        alive(pane),
+        chosenName(pane->name()) {}
+
+  const RWCString& name() const { return chosenName; }
+  /// Null when there is no such group any more; `lost` is then told.
+  ButtonPane* find(const std::string& lost) const {
+    if (alive || !canvasAlive) {
+      return alive ? pane : nullptr;
+    }
+    for (ButtonPane* group : groups.groupList) {
+      if (group->name() == chosenName) {
+        return group;
+      }
+    }
+    groups.host.tellInLog(lost + " dropped: there is no group \"" + chosenName.str() +
+                          "\" any more");
+    return nullptr;
+  }
+
+ private:
+  GroupPane& groups;
+  ziAlive canvasAlive;
+  ButtonPane* pane;
+  ziAlive alive;
+  RWCString chosenName;
+};
+
 int GroupPane::onAddButton(zEvent* /*event*/) {
   if (currentGroup == nullptr) {
     return 1;
   }
-  ButtonPane& group = *currentGroup;
-  const ziAlive alive(&group);
+  const ChosenGroup chosen(*this);
   const auto add = [&](const RWCString& label, const RWCString& definition) {
-    if (alive) {
-      group.addButton(label, definition);
+    if (ButtonPane* group = chosen.find("Button \"" + label.str() + "\""); group != nullptr) {
+      group->addButton(label, definition);
     }
   };
   runDialog(new AddButtonDlg(&host.window(), add), title("Add Button"),
@@ -107,26 +142,34 @@ int GroupPane::onEditButton(zEvent* /*event*/) {
   if (currentGroup == nullptr) {
     return 1;
   }
-  ButtonPane& group = *currentGroup;
-  const ziAlive alive(&group);
+  const ChosenGroup chosen(*this);
   const RWCString caption = title("Edit Button");
-  bool isSelected = false;
-  const bool goesOn = runDialog(new SelectButtonDlg(&host.window(), group.labels()), caption,
+  const std::vector<RWCString> labels = currentGroup->labels();
+  std::size_t row = 0;
+  std::optional<ziCommand> button;
+  const bool goesOn = runDialog(new SelectButtonDlg(&host.window(), labels), caption,
                                 [&](const SelectButtonDlg& dialog) {
-                                  if (alive) {
-                                    group.setCurrentButton(dialog.chosenRow());
-                                    isSelected = group.currentButton() != nullptr;
+                                  row = static_cast<std::size_t>(std::max(dialog.chosenRow(), 0));
+                                  ButtonPane* group = chosen.find("Selection");
+                                  if (group != nullptr && row < labels.size() &&
+                                      group->setCurrentButton(row, labels[row])) {
+                                    button = *group->currentButton();
                                   }
                                 });
-  if (goesOn && isSelected && alive) {
-    const ziCommand& button = *group.currentButton();
-    runDialog(new EditButtonDlg(&host.window(), button.label, button.definition), caption,
-              [&](const EditButtonDlg& dialog) {
-                if (alive) {
-                  group.changeCurrentButton(dialog.label(), dialog.definition());
-                }
-              });
+  if (!goesOn || !button) {
+    return 1;
   }
+  runDialog(new EditButtonDlg(&host.window(), button->label, button->definition), caption,
+            [&](const EditButtonDlg& dialog) {
+              const std::string lost = "Button \"" + dialog.label().str() + "\"";
+              ButtonPane* group = chosen.find(lost);
+              if (group != nullptr && group->setCurrentButton(row, button->label)) {
+                group->changeCurrentButton(dialog.label(), dialog.definition());
+              } else if (group != nullptr) {
+                host.tellInLog(lost + " dropped: there is no button \"" + button->label.str() +
+                               "\" any more");
+              }
+            });
   return 1;
 }
 
@@ -134,17 +177,17 @@ int GroupPane::onDeleteButton(zEvent* /*event*/) {
   if (currentGroup == nullptr) {
     return 1;
   }
-  ButtonPane& group = *currentGroup;
-  const ziAlive alive(&group);
-  runDialog(new DeleteButtonDlg(&host.window(), group.labels()), title("Delete Button"),
+  const ChosenGroup chosen(*this);
+  runDialog(new DeleteButtonDlg(&host.window(), currentGroup->labels()), title("Delete Button"),
             [&](const DeleteButtonDlg& dialog) {
-              if (!alive) {
+              ButtonPane* group = chosen.find("Deletion");
+              if (group == nullptr) {
                 return;
               }
               for (const RWCString& label : dialog.chosenLabels()) {
-                group.deleteButton(label);
+                group->deleteButton(label);
               }
-              group.rebuildAfterDelete();
+              group->rebuildAfterDelete();
             });
   return 1;
 }
@@ -153,12 +196,12 @@ int GroupPane::onRenameGroup(zEvent* /*event*/) {
   if (currentGroup == nullptr) {
     return 1;
   }
-  ButtonPane& group = *currentGroup;
-  const ziAlive alive(&group);
-  runDialog(new RenameGroupDlg(&host.window(), group.name()), title("Rename Group"),
+  const ChosenGroup chosen(*this);
+  runDialog(new RenameGroupDlg(&host.window(), chosen.name()), title("Rename Group"),
             [&](const RenameGroupDlg& dialog) {
-              if (alive) {
-                group.rename(dialog.name());
+              ButtonPane* group = chosen.find("Name \"" + dialog.name().str() + "\"");
+              if (group != nullptr) {
+                group->rename(dialog.name());
               }
             });
   return 1;

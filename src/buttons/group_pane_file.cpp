@@ -1,6 +1,5 @@
 // The button set as a document: loading, saving, the question at the end.
 
-#include <cstdio>
 #include <filesystem>
 #include <memory>
 #include <system_error>
@@ -10,10 +9,13 @@
 #include "buttons/button_pane.h"
 #include "buttons/dialogs/save_changes_dlg.h"
 #include "buttons/file/button_file_reader.h"
+#include "buttons/file/button_file_remarks.h"
 #include "buttons/file/button_file_writer.h"
+#include "buttons/file/file_access.h"
 #include "buttons/group_pane.h"
 #include "dialogs/file_form.h"
 #include "framework/controls/scroll_bar.h"
+#include "framework/core/application.h"
 #include "framework/core/message_box.h"
 #include "resources/command_ids.h"
 
@@ -27,18 +29,27 @@ constexpr std::size_t kLongestToWrite = 250;
 constexpr int kErrorBox = kBoxFullModal | kBoxStop | kBoxOk;
 constexpr int kOverwriteBox = kBoxSystemModal | kBoxOkCancel;
 
-struct FileCloser {
-  void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using FileHandle = std::unique_ptr<std::FILE, FileCloser>;
+/// A flow with dialogs goes on while this holds: the pane is there, and the end of the program has
+/// not begun meanwhile. A flow may as well be a part of that end.
+class Flow {
+ public:
+  explicit Flow(GroupPane* pane) : alive(pane), wasRunning(zApp::instance()->isRunning()) {}
+  explicit operator bool() const { return alive && zApp::instance()->isRunning() == wasRunning; }
 
-// A directory can be opened for reading, but nothing be read from it.
-FileHandle openFile(const std::string& path, const char* mode) {
+ private:
+  ziAlive alive;
+  bool wasRunning;
+};
+
+std::string absolutePath(const std::string& path) {
   std::error_code failure;
-  if (std::filesystem::is_directory(path, failure)) {
-    return nullptr;
-  }
-  return FileHandle(std::fopen(path.c_str(), mode));
+  const auto absolute = std::filesystem::absolute(path, failure);
+  return failure ? path : absolute.string();
+}
+
+// Nobody saves to a file that came with the program.
+std::string proposalFor(const std::string& path) {
+  return access(path.c_str(), W_OK) == 0 ? absolutePath(path) : std::string();
 }
 
 }  // namespace
@@ -52,12 +63,12 @@ void GroupPane::showError(const std::string& message) {
 }
 
 int GroupPane::loadButtons(int append) {
-  const ziAlive alive(this);
+  const Flow goesOn(this);
   const RWCString caption = title(append != 0 ? "Append Buttons" : "Load Buttons");
   int result = 0;
   while (result == 0) {
     const zFileOpenForm form(&host.window(), caption.c_str(), nullptr, kFilter);
-    if (!alive) {
+    if (!goesOn) {
       return 0;
     }
     if (form.accepted() == 0) {
@@ -69,7 +80,7 @@ int GroupPane::loadButtons(int append) {
       break;
     }
     showError("File does not exist\n" + path + ".");
-    if (!alive) {
+    if (!goesOn) {
       return 0;
     }
   }
@@ -78,7 +89,7 @@ int GroupPane::loadButtons(int append) {
 }
 
 bool GroupPane::readFile(const std::string& path, int append) {
-  const FileHandle file = openFile(path, "r");
+  const ziFile file = openRegularFile(path);
   if (file == nullptr) {
     return false;
   }
@@ -88,22 +99,32 @@ bool GroupPane::readFile(const std::string& path, int append) {
     deleteAllGroups();
     deleteAllMenus();
     clearModified();
+    proposal = proposalFor(path);
   }
-  readSet(readButtonFile(file.get()));
+  readSet(path, file.get());
   return true;
 }
 
 int GroupPane::loadFile(const std::string& path) {
-  const FileHandle file = openFile(path, "r");
+  const ziFile file = openRegularFile(path);
   if (file == nullptr) {
     return 0;
   }
   deleteAllGroups();
-  readSet(readButtonFile(file.get()));
+  proposal = proposalFor(path);
+  readSet(path, file.get());
   return 1;
 }
 
-void GroupPane::readSet(const ButtonSet& set) {
+void GroupPane::readSet(const std::string& path, std::FILE* file) {
+  ButtonFileRemarks remarks;
+  addSet(readButtonFile(file, remarks.observer()));
+  if (const std::string summary = remarks.summary(); !summary.empty()) {
+    host.tellInLog(std::filesystem::path(path).filename().string() + ": " + summary);
+  }
+}
+
+void GroupPane::addSet(const ButtonSet& set) {
   for (const ButtonGroup& read : set.groups) {
     ButtonPane& group = appendGroup(read.name, read.expanded ? 1 : 0);
     for (const Button& button : read.buttons) {
@@ -144,8 +165,7 @@ ButtonSet GroupPane::contents() const {
 }
 
 int GroupPane::writeButtonFile() {
-  const FileHandle file = openFile(saveName, "w");
-  if (file == nullptr) {
+  if (!replaceFile(saveName, formatButtonSet(contents()))) {
     const ziAlive alive(this);
     showError("Permission denied!\nCannot write to file\n" + saveName + ".");
     if (alive) {
@@ -153,30 +173,38 @@ int GroupPane::writeButtonFile() {
     }
     return 0;
   }
-  // Whether all of it gets to the disk is not looked at. Intended: the set in memory stays.
-  writeButtonSet(contents(), file.get());
+  proposal = saveName;
   clearModified();
   return 1;
 }
 
 int GroupPane::saveButtonsAs() {
-  const ziAlive alive(this);
-  while (alive) {
-    const zFileSaveForm form(&host.window(), title("Save Buttons").c_str(), kDefaultFile, kFilter);
-    if (!alive || form.accepted() == 0) {
+  const Flow goesOn(this);
+  while (goesOn) {
+    const zFileSaveForm form(&host.window(), title("Save Buttons").c_str(),
+                             proposal.empty() ? kDefaultFile : proposal.c_str(), kFilter);
+    if (!goesOn || form.accepted() == 0) {
       return 0;
     }
     if (form.path().size() > kLongestToWrite) {
       showError("Cannot write to file\n" + form.path() + ".");
       continue;
     }
-    saveName = form.path();
-    if (access(saveName.c_str(), F_OK) == 0) {
+    // The working directory may be another one at the next save.
+    const std::string chosen = absolutePath(form.path());
+    if (access(chosen.c_str(), F_OK) == 0) {
       // The question informs; the file is written after either answer. Intended.
       const zMessage question(&host.window(), "File already exist!\nOK for writing",
                               title("Error").c_str(), kOverwriteBox);
+      if (question.result == kAnswerNone) {
+        continue;
+      }
     }
-    if (alive && writeButtonFile() != 0) {
+    if (!goesOn) {
+      return 0;
+    }
+    saveName = chosen;
+    if (writeButtonFile() != 0) {
       return 1;
     }
   }

@@ -22,6 +22,14 @@ zLabelText takeMnemonic(std::string_view label) {
   return result;
 }
 
+std::string withoutMnemonics(std::string_view text) {
+  std::string label;
+  for (const char c : text) {
+    label.append(c == '&' ? 2 : 1, c);
+  }
+  return label;
+}
+
 std::string expandTabs(std::string_view text) {
   std::string result;
   std::size_t column = 0;

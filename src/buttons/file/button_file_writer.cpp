@@ -34,8 +34,3 @@ std::string formatButtonSet(const ButtonSet& set) {
   }
   return text;
 }
-
-void writeButtonSet(const ButtonSet& set, std::FILE* file) {
-  const std::string text = formatButtonSet(set);
-  static_cast<void>(std::fwrite(text.data(), 1, text.size(), file));
-}

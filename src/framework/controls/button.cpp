@@ -1,17 +1,20 @@
 // The buttons: push buttons, toggles and the frame of a group.
 //
 // A push button may be placed in little more than the height of its text (rows of command buttons
-// are), so the toolkit's margins are not used and the room for the focus rectangle is given up
-// before the text is cut.
+// are), so the toolkit's margins are not used, and shadow and focus rectangle get thin before the
+// text is cut.
 
 #include "framework/controls/button.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "framework/controls/label_xm.h"
 #include "framework/controls/stock_images_xm.h"
 #include "framework/core/connect_xm.h"
 #include "framework/draw/x_font_xm.h"
+
+#include <Xm/PrimitiveP.h>
 
 namespace {
 
@@ -44,15 +47,26 @@ int labelHeight(Widget label) {
   return height;
 }
 
-// Gives the focus rectangle the room that the text leaves of the button's height. The holder is
-// asked: it has its size before the button is laid out in it.
-void fitHighlight(Widget holder, Widget button) {
+// Gives shadow and focus rectangle the room that the text leaves of the button's height. The holder
+// is asked: it has its size before the button is laid out in it.
+void fitEdges(Widget holder, Widget button) {
   Dimension height = 0;
   Dimension border = 0;
   XtVaGetValues(holder, XmNheight, &height, nullptr);
   XtVaGetValues(button, XmNborderWidth, &border, nullptr);
-  const int room = (height - 2 * border - labelHeight(button)) / 2 - kShadow;
-  XtVaSetValues(button, XmNhighlightThickness, std::clamp(room, 0, kHighlight), nullptr);
+  const int room = std::max((height - 2 * border - labelHeight(button)) / 2, 0);
+  const int shadow = std::clamp(room - 1, 1, kShadow);
+  XtVaSetValues(button, XmNshadowThickness, shadow, XmNhighlightThickness,
+                std::clamp(room - shadow, 0, kHighlight), nullptr);
+}
+
+// The toolkit's action gives the button the focus if traversal may reach it. Its resource says so
+// too, but setting that one also replaces translations.
+void armWithoutFocus(Widget button, XEvent* press) {
+  Boolean& isReachable = reinterpret_cast<XmPrimitiveWidget>(button)->primitive.traversal_on;
+  const Boolean before = std::exchange(isReachable, Boolean{False});
+  XtCallActionProc(button, "Arm", press, nullptr, 0);
+  isReachable = before;
 }
 
 }  // namespace
@@ -78,7 +92,7 @@ void zButton::createPushButton(bool isDefault) {
   }
   connect<&zButton::onPressed<XmAnyCallbackStruct>>(button, callback::activate, this);
   finishCreation(kKindButton, button);
-  fitHighlight(holder(), button);
+  fitEdges(holder(), button);
 }
 
 void zButton::createToggle(const char* name, unsigned char indicator) {
@@ -98,6 +112,21 @@ void zButton::onPressed(Data* data) {
   notifyParent(kNotifyClicked, data->event);
 }
 
+bool zButton::pressArrived(zEvent& event) {
+  if (takesFocus) {
+    return zControl::pressArrived(event);
+  }
+  const XButtonEvent& press = event.xevent->xbutton;
+  if (press.button == Button1 && (press.state & ControlMask) == 0) {
+    armWithoutFocus(widget(), event.xevent);
+  }
+  return true;
+}
+
+void zButton::comeUp() {
+  XtCallActionProc(widget(), "Disarm", nullptr, nullptr, 0);
+}
+
 void zButton::setText(const char* newText) {
   zControl::setText(newText);
   showLabelText(labelWidget(), zWindow::text);
@@ -106,14 +135,14 @@ void zButton::setText(const char* newText) {
 void zButton::moveResize(int x, int y, int width, int height) {
   zControl::moveResize(x, y, width, height);
   if (XmIsPushButton(widget())) {
-    fitHighlight(holder(), widget());
+    fitEdges(holder(), widget());
   }
 }
 
 void zButton::applyFontToWidget() {
   zControl::applyFontToWidget();
   if (XmIsPushButton(widget())) {
-    fitHighlight(holder(), widget());
+    fitEdges(holder(), widget());
   }
 }
 

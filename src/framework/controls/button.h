@@ -25,6 +25,8 @@ class zButton : public zControl {
 
   void setText(const char* newText) override;
   void moveResize(int x, int y, int width, int height) override;
+  /// Lets a click leave the focus where it is. The keyboard still reaches the button.
+  void keepFocusOnClick() { takesFocus = false; }
 
  protected:
   zButton(zWindow* parent, zSizer* sizer, std::uint32_t style, const char* text, int id);
@@ -36,10 +38,15 @@ class zButton : public zControl {
   /// The widget that carries the text.
   virtual Widget labelWidget() const { return widget(); }
   void applyFontToWidget() override;
+  bool pressArrived(zEvent& event) override;
+  /// Shows the button up again, without a notification, although the mouse holds it down.
+  void comeUp();
 
  private:
   template <class Data>
   void onPressed(Data* data);
+
+  bool takesFocus = true;
 };
 
 class zPushButton : public zButton {

@@ -90,6 +90,10 @@ class zControl : public zChildWin {
   /// the widget.
   virtual int keyArrived(zEvent& event, bool typed);
 
+  /// A press of a mouse button that no handler took: gives the control the focus. True keeps the
+  /// press from the widget.
+  virtual bool pressArrived(zEvent& event);
+
   /// Gives the widgets the background colour; a control with further widgets adds them.
   virtual void applyBackground();
   static void colourWidget(Widget painted, std::uint32_t pixel);

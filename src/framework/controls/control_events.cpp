@@ -125,16 +125,8 @@ void ziControlEvents::keyRelease(zControl& control, zEvent& event) {
 }
 
 bool ziControlEvents::buttonPress(zControl& control, zEvent& event) {
-  const unsigned button = event.xevent->xbutton.button;
-  const ziAlive alive(&control);
-  if (mouse(control, event, kMsgButtonDown, &zWindow::mouseButtonDown)) {
-    return true;
-  }
-  if (alive && (button == Button1 || button == Button2)) {
-    Widget target = control.innerWidget() != nullptr ? control.innerWidget() : control.widget();
-    XmProcessTraversal(target, XmTRAVERSE_CURRENT);
-  }
-  return !alive;
+  return mouse(control, event, kMsgButtonDown, &zWindow::mouseButtonDown) ||
+         control.pressArrived(event);
 }
 
 bool ziControlEvents::mouse(zControl& control, zEvent& event, int message, Operation operation) {

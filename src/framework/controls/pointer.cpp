@@ -22,3 +22,15 @@ void grabPointer(const zWindow& window) {
 void releasePointer(const zWindow& window) {
   XtUngrabPointer(window.widget(), CurrentTime);
 }
+
+bool isReleaseLost(const zWindow& window) {
+  Display* display = XtDisplay(window.widget());
+  Window root = None;
+  Window child = None;
+  zPoint onScreen;
+  zPoint inWindow;
+  unsigned state = 0;
+  XQueryPointer(display, XtWindow(window.widget()), &root, &child, &onScreen.x, &onScreen.y,
+                &inWindow.x, &inWindow.y, &state);
+  return (state & Button1Mask) == 0 && XEventsQueued(display, QueuedAlready) == 0;
+}

@@ -16,3 +16,6 @@ zPointer pointerOf(const zEvent& event);
 /// the program's other windows take those over them. Ends by itself when the window goes.
 void grabPointer(const zWindow& window);
 void releasePointer(const zWindow& window);
+/// Whether the first button is up and no event waits: a release that was to come went elsewhere,
+/// such as to a dialog that opened meanwhile.
+bool isReleaseLost(const zWindow& window);

@@ -56,6 +56,7 @@ class PanesFrame : public zAppFrame, public ziButtonHost {
   }
   void focusCommandLine() override { ++focusCount; }
   void repaintLog() override { ++repaints; }
+  void tellInLog(const std::string& line) override { told.push_back(line); }
   int onMenuSelect(zEvent* event) {
     explained.push_back(event->lparam == kMenuClosed ? 0 : static_cast<int>(event->wparam));
     return 0;
@@ -70,6 +71,7 @@ class PanesFrame : public zAppFrame, public ziButtonHost {
   std::vector<std::string> sent;
   std::vector<std::string> status;
   std::vector<std::string> help;
+  std::vector<std::string> told;
   std::vector<int> explained;  ///< entries of menus, 0 when one closed
   int focusCount = 0;
   int repaints = 0;

@@ -16,11 +16,7 @@ TEST(ButtonFileWriter, WritesGroupsThenMenusAndKeepsThemAll) {
   EXPECT_EQ(formatButtonSet(set),
             ":A\nl\nd\nm \n\xFF\t\n:\n:COLLAPSED C d\n"
             ":MENU M\na\nb\nseparator\nseparator\nc\nSeparate\n:MENU \n");
-  std::FILE* const file = std::tmpfile();
-  writeButtonSet(set, file);
-  std::rewind(file);
-  EXPECT_EQ(readButtonFile(file), set);
-  std::fclose(file);
+  EXPECT_EQ(readButtonFile(std::string_view(formatButtonSet(set))), set);
 }
 
 // Each row is a property of the format that files depend on.

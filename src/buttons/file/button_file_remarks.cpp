@@ -1,6 +1,4 @@
-#include "btnlint/remark_text.h"
-
-namespace btnlint {
+#include "buttons/file/button_file_remarks.h"
 
 std::string_view remarkText(ButtonFileRemark remark) {
   switch (remark) {
@@ -40,4 +38,22 @@ std::string_view remarkText(ButtonFileRemark remark) {
   return "";
 }
 
-}  // namespace btnlint
+ButtonFileObserver ButtonFileRemarks::observer() {
+  return [this](const ButtonFileNote& note) {
+    // A label turns out to be the last one of its group only when the group is over.
+    if (lines.empty() || note.line < *lines.begin()) {
+      first = remarkText(note.remark);
+    }
+    lines.insert(note.line);
+  };
+}
+
+std::string ButtonFileRemarks::summary() const {
+  if (lines.empty()) {
+    return {};
+  }
+  const std::string place = "line " + std::to_string(*lines.begin()) + ": " + std::string(first);
+  return lines.size() == 1
+             ? "1 remark: " + place
+             : std::to_string(lines.size()) + " remarks, the first: " + place;
+}
