@@ -76,10 +76,9 @@ TEST_F(ButtonSetTest, IsMadeUsedAndSavedByTheUserAndComesBack) {
 
   const auto buttons = awaitGroupFields(5);
   user.click(buttons[3]);
+  user.type("typed at once\n");
   postmaster.expect(MSG_UI_COMMAND, "do Two");
-  // Until the focus is back in the command line Return presses the button again.
-  postmaster.expectSilence(Milliseconds{300});
-  awaitCommandLine();
+  postmaster.expect(MSG_UI_COMMAND, "typed at once");
 
   user.clickLeft(awaitGroupFields(5)[1]);
   user.awaitMenu();
@@ -128,6 +127,21 @@ TEST_F(ButtonSetTest, RefusesTheEndWhenTheQuestionIsCancelledAndAsksAgain) {
   postmaster.expect(MSG_DISCONNECT);
   expectEnd();
   EXPECT_EQ(savedSet(), ":Mine\nOne\ndo One\n");
+}
+
+TEST_F(ButtonSetTest, WritesNothingWhenTheEndComesBeforeTheAnswer) {
+  writeSet("early\n:Mine\nOne\ndo One\n");
+  startInFolder();
+  awaitGroupFields(3);
+  choose(XK_b, XK_a);
+  const Window form = user.awaitWindow("Korvane UI Save Buttons");
+  user.press(XK_Return);
+  user.awaitGone(form);
+  user.awaitWindow("Korvane UI Error");
+  postmaster.send(MSG_T_EXIT_CONFIRM);
+  postmaster.expect(MSG_DISCONNECT);
+  expectEnd();
+  EXPECT_EQ(savedSet(), "early\n:Mine\nOne\ndo One\n");
 }
 
 TEST_F(ButtonSetTest, BringsMenusAndLosesThemToAnotherSet) {

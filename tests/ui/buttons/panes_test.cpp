@@ -6,9 +6,12 @@
 
 #include <unistd.h>
 
+#include "framework/core/message_box.h"
 #include "framework/furniture/menu_popup.h"
 #include "resources/command_ids.h"
+#include "tests/support/temporary_folder.h"
 #include "tests/ui/buttons/panes_fixture.h"
+#include "tests/ui/controls/label_view.h"
 #include "tests/ui/furniture/menu_view.h"
 
 #include <X11/keysym.h>
@@ -102,6 +105,27 @@ TEST_F(ButtonPanes, ExecuteACommandOnAReleaseInsideTheButton) {
   EXPECT_EQ(frame->repaints, 5);
 }
 
+TEST_F(ButtonPanes, LetGoOfAPressWhoseReleaseADialogGot) {
+  addGroup("Group", 1);
+  ui::moveTo(group(0).commands()[0]->window->widget(), 5, 5);
+  ui::pressButton();
+  ui::ModalScript script;
+  script.onDialog("Question", [] { ui::releaseButton(); })
+      .when([&] { return frame->status.back().empty(); }, "an empty status line",
+            [] { ui::pressKey(XK_Return); });
+  script.run([&] { return zMessage(frame.get(), "?", "Question", kBoxOk).result; });
+  EXPECT_THAT(frame->executed, IsEmpty());
+}
+
+TEST_F(ButtonPanes, ShowLabelsAsTheyAre) {
+  ButtonPane& shown = addGroup("R&D", 1);
+  EXPECT_EQ(viewOf(childOf<zCheckBox>(shown)->widget()).text, "R&D");
+  shown.setCurrentButton(0, "B1");
+  shown.changeCurrentButton("a&&b&", "x");
+  EXPECT_EQ(viewOf(shown.commands()[0]->window->widget()).text, "a&&b&");
+  EXPECT_EQ(set().buttonWidth("a\tb"), set().buttonWidth("a       b"));
+}
+
 TEST_F(ButtonPanes, MakeAnEmptyDefinitionTheRequestForHelpForGood) {
   ButtonPane& added = set().appendGroup("Group", 1);
   added.append("Help", "");
@@ -162,6 +186,17 @@ TEST_F(ButtonPanes, EnableABarOnlyWhenThereIsSomethingToScroll) {
   wide.addButton(std::string(60, 'W'), "w");
   EXPECT_TRUE(bar(1).isEnabled());
   EXPECT_EQ(group(0).sizer()->size().width, wide.width()) << "all groups have one width";
+  const auto rightEdge = [](const zWindow& window) {
+    const ui::ScreenArea area = ui::areaOf(window.widget());
+    return area.x + area.width;
+  };
+  for (const int position : {0, 50, wide.width()}) {
+    bar(1).scrollPos()->setPosition(position);
+    set().scrolled(bar(1));
+    ui::drain();
+    const int gap = rightEdge(*set().parent()) - rightEdge(*childOf<zPushButton>(group(0)));
+    EXPECT_THAT(gap, testing::AllOf(testing::Ge(0), testing::Le(30))) << position;
+  }
 }
 
 TEST_F(ButtonPanes, ReachTheLastButtonOfAnyNumber) {
@@ -193,13 +228,16 @@ class GroupMenu : public ButtonPanes {
     const zPopupMenu* menu = zPopupMenu::active();
     return menu != nullptr && menu->widget() != nullptr && ui::isViewable(menu->widget());
   }
-  /// Opens a group's menu, presses the key of an item, and types into the dialogs that come.
+  /// Opens a group's menu, presses the key of an item, and types into the dialogs that come, after
+  /// `meanwhile`.
   static void choose(ButtonPane& group, char key,
-                     const std::vector<std::pair<std::string, std::string>>& dialogs) {
+                     const std::vector<std::pair<std::string, std::string>>& dialogs,
+                     const std::function<void()>& meanwhile = [] {}) {
     ui::ModalScript script;
     script.when(isOpen, "the menu", [key] { ui::typeText({&key, 1}); });
     for (const auto& [title, keys] : dialogs) {
-      script.onDialog(title, [keys = keys] {
+      script.onDialog(title, [keys = keys, &meanwhile] {
+        meanwhile();
         for (const char typed : keys) {
           typed == '\t' ? ui::pressKey(XK_Tab) : ui::typeText({&typed, 1});
         }
@@ -238,6 +276,20 @@ TEST_F(GroupMenu, EditsItsGroup) {
   EXPECT_EQ(group(0).name(), "Second");
   EXPECT_EQ(group(0).yPosition, 1);
   EXPECT_GT(frame->focusCount, 0);
+}
+
+TEST_F(GroupMenu, AddsToTheGroupOfThatNameWhenTheSetIsReplaced) {
+  const TemporaryFolder folder;
+  const std::string same = folder.write("same", ":Other\nx\ny\n:First\nx\ny\n");
+  const std::string other = folder.write("other", ":Other\nx\ny\n");
+  addGroup("First", 1);
+  choose(group(0), 'a', {{"App Add Button", "New\n"}}, [&] { set().loadFile(same); });
+  EXPECT_THAT(group(1).labels(), ElementsAre("x", "New"));
+  EXPECT_THAT(frame->told, IsEmpty());
+  choose(group(1), 'a', {{"App Add Button", "New\n"}}, [&] { set().loadFile(other); });
+  EXPECT_THAT(group(0).labels(), ElementsAre("x"));
+  EXPECT_THAT(frame->told,
+              ElementsAre("Button \"New\" dropped: there is no group \"First\" any more"));
 }
 
 TEST_F(GroupMenu, OpensBelowItsButtonAtEveryScrollPosition) {
@@ -356,7 +408,7 @@ TEST_F(ButtonSetFile, IsLoadedAppendedAndSaved) {
   ui::ModalScript save;
   name(save, "App Save Buttons", (directory / "no/where.btn").string())
       .onDialog("App Error", XK_Return);
-  name(save, "App Save Buttons", saved);
+  name(save, "App Save Buttons", "saved.btn");
   EXPECT_EQ(save.run([] { return set().save(); }), 1);
   EXPECT_FALSE(set().isModified());
   EXPECT_EQ(read(saved).size(), 2 * text.size());
@@ -366,29 +418,26 @@ TEST_F(ButtonSetFile, IsLoadedAppendedAndSaved) {
   name(again, "App Save Buttons", saved).onDialog("App Error", XK_Escape);
   EXPECT_EQ(again.run([] { return set().saveButtonsAs(); }), 1);
   EXPECT_EQ(read(saved).size(), 2 * text.size());
+  EXPECT_THAT(frame->told, IsEmpty());
+  write(file, "early\n" + text);
   ui::ModalScript reload;
   name(reload, "App Load Buttons", file);
   EXPECT_EQ(reload.run([] { return set().loadButtons(0); }), 1);
+  EXPECT_THAT(frame->told,
+              ElementsAre("a.btn: 1 remark: line 1: before the first header, so it is ignored"));
   EXPECT_THAT(frame->help, ElementsAre("8001 Execute Command: first; x", "8002 "));
   EXPECT_THAT(barLabels(), ElementsAre("Menu", "Menu", "Menu", "Extra"));
   set().setModified();
   std::filesystem::remove(saved);
+  std::filesystem::current_path(directory / "bin");
   EXPECT_EQ(set().save(), 1) << "the name of the last save is still there";
   EXPECT_EQ(read(saved), text);
-}
-
-// Intended: what the writing comes to is not looked at.
-TEST_F(ButtonSetFile, StaysWholeInMemoryWhenTheDiskIsFull) {
-  addGroup("Group", 1);
-  ui::ModalScript script;
-  name(script, "App Save Buttons", (directory / "a.btn").string());
-  EXPECT_EQ(script.run([] { return set().save(); }), 1);
-  std::filesystem::remove("a.btn");
-  std::filesystem::create_symlink("/dev/full", "a.btn");
-  set().setModified();
-  EXPECT_EQ(set().save(), 1);
-  EXPECT_FALSE(isSaveEnabled());
-  EXPECT_EQ(set().groups().size(), 1);
+  set().loadFile(file);
+  EXPECT_EQ(frame->told.size(), 2);
+  ui::ModalScript proposed;
+  proposed.onDialog("App Save Buttons", XK_Return).onDialog("App Error", XK_Return);
+  EXPECT_EQ(proposed.run([] { return set().saveButtonsAs(); }), 1);
+  EXPECT_THAT(read(file), testing::StartsWith(text)) << "what was loaded last is proposed";
 }
 
 TEST_F(ButtonSetFile, IsFoundAtTheStart) {

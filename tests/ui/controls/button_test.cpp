@@ -28,6 +28,23 @@ TEST_F(ControlTest, ReturnPressesTheButtonThatHasTheFocus) {
   EXPECT_EQ(frame->defaultButton(), second);
 }
 
+TEST_F(ControlTest, AClickMayLeaveTheFocusWhereItIs) {
+  auto* first = new zPushButton(frame.get(), new zSizer(10, 10, 90, 30), kShownTabStop, "a", 1);
+  auto* second = new zPushButton(frame.get(), new zSizer(10, 50, 90, 30), kShownTabStop, "b", 2);
+  auto* third = new zCheckBox(frame.get(), new zSizer(10, 90, 90, 30), kShownTabStop, "c", 3);
+  focus(*first);
+  for (zButton* clicked : {static_cast<zButton*>(second), static_cast<zButton*>(third)}) {
+    clicked->keepFocusOnClick();
+    ui::click(clicked->widget());
+    ui::pressKey(XK_Return);
+    EXPECT_THAT(frame->takeCommands(), ElementsAre(Notification{clicked->id(), kNotifyClicked},
+                                                   Notification{1, kNotifyClicked}));
+  }
+  focus(*second);
+  ui::pressKey(XK_Return);
+  EXPECT_THAT(frame->takeCommands(), ElementsAre(Notification{2, kNotifyClicked}));
+}
+
 TEST_F(ControlTest, LabelsShowMnemonicsAndTabsInTheToolkitsForm) {
   auto* button = new zPushButton(frame.get(), new zSizer(10, 10, 90, 30), kShownTabStop, "a\tb", 1);
   EXPECT_EQ(viewOf(button->widget()).text, "a       b");
@@ -45,13 +62,14 @@ TEST_F(ControlTest, LabelsShowMnemonicsAndTabsInTheToolkitsForm) {
   EXPECT_EQ(viewOf(label->widget()).text, "other");
 }
 
-TEST_F(ControlTest, ALowButtonGivesUpItsFocusRectangleBeforeItsText) {
+TEST_F(ControlTest, ALowButtonHasThinEdgesAndRoomForItsText) {
   auto* button = new zPushButton(frame.get(), new zSizer(10, 10, 90, 40), kShownTabStop, "Xg", 1);
   const int tall = viewOf(button->widget()).roomForText;
   button->moveResize(10, 10, 90, viewOf(button->widget()).textHeight + 4);
   const LabelView view = viewOf(button->widget());
   EXPECT_GE(view.roomForText, view.textHeight);
   EXPECT_LT(view.roomForText, tall);
+  EXPECT_TRUE(view.hasFocusRectangle);
 
   auto* late = new zPushButton(frame.get(), new zSizer(10, 60, 90, 40), 0x10000, "Xg", 2);
   late->moveResize(10, 60, 90, view.textHeight + 4);

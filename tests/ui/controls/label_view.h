@@ -11,5 +11,6 @@ struct LabelView {
   int textHeight = 0;   ///< pixels
   int roomForText = 0;  ///< pixels between shadows and margins
   bool showsPicture = false;
+  bool hasFocusRectangle = false;
 };
 LabelView viewOf(Widget label);

@@ -18,6 +18,7 @@ TEST(LabelText, TakesMnemonicsOut) {
     const zLabelText parsed = takeMnemonic(row.label);
     EXPECT_EQ(parsed.text, row.text) << row.label;
     EXPECT_EQ(parsed.mnemonic, row.mnemonic) << row.label;
+    EXPECT_EQ(takeMnemonic(withoutMnemonics(row.label)).text, row.label);
   }
 }
 
