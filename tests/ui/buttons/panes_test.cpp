@@ -199,6 +199,14 @@ TEST_F(ButtonPanes, EnableABarOnlyWhenThereIsSomethingToScroll) {
   }
 }
 
+TEST_F(ButtonPanes, ShowTheExampleInTheirWidth) {
+  ASSERT_EQ(set().loadFile(NEL_EXAMPLE_BUTTONS), 1);
+  set().expandAll();
+  for (const ButtonPane* shown : set().groups()) {
+    EXPECT_EQ(shown->width(), set().metrics().minGroupWidth) << shown->name().str();
+  }
+}
+
 TEST_F(ButtonPanes, ReachTheLastButtonOfAnyNumber) {
   constexpr int kButtons = 9000;
   addGroup("First", kButtons);
