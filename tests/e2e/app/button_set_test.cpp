@@ -1,5 +1,7 @@
 // The life of a button set: made, used, saved, and there again the next time.
 
+#include <algorithm>
+
 #include "tests/e2e/app/app_fixture.h"
 
 namespace {
@@ -31,6 +33,15 @@ class ButtonSetTest : public AppTest {
     return found;
   }
 
+  /// Waits until a field of the window is there.
+  void awaitField(const screen::ScreenArea& place) {
+    const Deadline deadline(kAnswerTime);
+    const auto isThere = [&] { return std::ranges::count(user.fields(mainWindow), place) > 0; };
+    while (!isThere() && !deadline.hasPassed()) {
+      postmaster.hasMessage(Milliseconds{10});
+    }
+  }
+
   void startInFolder() {
     connect();
     postmaster.send(MSG_T_SYSTEM_OPENED, folder.path().string(), "crossing");
@@ -58,9 +69,14 @@ TEST_F(ButtonSetTest, IsMadeUsedAndSavedByTheUserAndComesBack) {
   const Window group = user.awaitWindow("Korvane UI Add Group");
   user.type("Mine\n");
   user.awaitGone(group);
-  user.clickLeft(awaitGroupFields(2)[1]);
+  // The menu is at its button with the toolbar and without.
+  screen::ScreenArea opener = awaitGroupFields(2)[1];
+  user.press(XK_t, screen::kControl);
+  opener.y -= 30;
+  awaitField(opener);
+  user.clickLeft(opener);
   user.awaitMenu();
-  user.press(XK_a);
+  user.click({opener.x + 20, opener.y + opener.height, 20, 24});
   const Window add = user.awaitWindow("Korvane UI Add Button");
   for (const char* label : {"One", "Two", "Three"}) {
     user.type(label);
@@ -73,6 +89,9 @@ TEST_F(ButtonSetTest, IsMadeUsedAndSavedByTheUserAndComesBack) {
   }
   user.press(XK_Escape);
   user.awaitGone(add);
+  user.press(XK_t, screen::kControl);
+  opener.y += 30;
+  awaitField(opener);
 
   const auto buttons = awaitGroupFields(5);
   user.click(buttons[3]);
