@@ -423,7 +423,7 @@ TEST_F(ButtonSetFile, IsLoadedAppendedAndSaved) {
   // Cancel does not keep it from writing over a file: intended.
   write(saved, "");
   ui::ModalScript again;
-  name(again, "App Save Buttons", saved).onDialog("App Error", XK_Escape);
+  name(again, "App Save Buttons", "saved.btn").onDialog("App Error", XK_Escape);
   EXPECT_EQ(again.run([] { return set().saveButtonsAs(); }), 1);
   EXPECT_EQ(read(saved).size(), 2 * text.size());
   EXPECT_THAT(frame->told, IsEmpty());
