@@ -147,15 +147,14 @@ int GroupPane::onEditButton(zEvent* /*event*/) {
   const std::vector<RWCString> labels = currentGroup->labels();
   std::size_t row = 0;
   std::optional<ziCommand> button;
-  const bool goesOn = runDialog(new SelectButtonDlg(&host.window(), labels), caption,
-                                [&](const SelectButtonDlg& dialog) {
-                                  row = static_cast<std::size_t>(std::max(dialog.chosenRow(), 0));
-                                  ButtonPane* group = chosen.find("Selection");
-                                  if (group != nullptr && row < labels.size() &&
-                                      group->setCurrentButton(row, labels[row])) {
-                                    button = *group->currentButton();
-                                  }
-                                });
+  const bool goesOn = runDialog(
+      new SelectButtonDlg(&host.window(), labels), caption, [&](const SelectButtonDlg& dialog) {
+        row = static_cast<std::size_t>(std::max(dialog.chosenRow(), 0));
+        ButtonPane* group = chosen.find("Selection");
+        if (group != nullptr && row < labels.size() && group->setCurrentButton(row, labels[row])) {
+          button = *group->currentButton();
+        }
+      });
   if (!goesOn || !button) {
     return 1;
   }

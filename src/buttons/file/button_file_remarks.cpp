@@ -53,7 +53,6 @@ std::string ButtonFileRemarks::summary() const {
     return {};
   }
   const std::string place = "line " + std::to_string(*lines.begin()) + ": " + std::string(first);
-  return lines.size() == 1
-             ? "1 remark: " + place
-             : std::to_string(lines.size()) + " remarks, the first: " + place;
+  return lines.size() == 1 ? "1 remark: " + place
+                           : std::to_string(lines.size()) + " remarks, the first: " + place;
 }

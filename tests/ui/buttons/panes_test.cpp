@@ -238,9 +238,9 @@ class GroupMenu : public ButtonPanes {
   }
   /// Opens a group's menu, presses the key of an item, and types into the dialogs that come, after
   /// `meanwhile`.
-  static void choose(ButtonPane& group, char key,
-                     const std::vector<std::pair<std::string, std::string>>& dialogs,
-                     const std::function<void()>& meanwhile = [] {}) {
+  static void choose(
+      ButtonPane& group, char key, const std::vector<std::pair<std::string, std::string>>& dialogs,
+      const std::function<void()>& meanwhile = [] {}) {
     ui::ModalScript script;
     script.when(isOpen, "the menu", [key] { ui::typeText({&key, 1}); });
     for (const auto& [title, keys] : dialogs) {

@@ -16,8 +16,11 @@ LabelView viewOf(Widget label) {
                 XmNmarginHeight, &margin, XmNlabelType, &type, nullptr);
   char* text = nullptr;
   XmStringGetLtoR(string, const_cast<char*>(XmFONTLIST_DEFAULT_TAG), &text);
-  LabelView view{takeXtText(text), mnemonic, XmStringHeight(fonts, string),
-                 height - 2 * (shadow + highlight + margin), type == XmPIXMAP,
+  LabelView view{takeXtText(text),
+                 mnemonic,
+                 XmStringHeight(fonts, string),
+                 height - 2 * (shadow + highlight + margin),
+                 type == XmPIXMAP,
                  highlight > 0};
   XmStringFree(string);
   return view;
