@@ -270,8 +270,14 @@ int ButtonPane::onFold(zEvent* /*event*/) {
   return 1;
 }
 
-// The menu may delete this group.
+// Not at once: the menu's loop may delete this group, and the toolkit is not done with the button.
 int ButtonPane::onGroup(zEvent* /*event*/) {
-  groups.openMenuOf(*this);
+  menuTimer = std::make_unique<zTimer>(this, &ButtonPane::openMenu, 0, zTimer::kOnce);
   return 1;
+}
+
+int ButtonPane::openMenu(zEvH* self) {
+  auto& group = *static_cast<ButtonPane*>(self);
+  group.groups.openMenuOf(group);
+  return 0;
 }

@@ -72,9 +72,11 @@ class ButtonPane : public zPanel3d {
   void settleChange();
   int onFold(zEvent* event);
   int onGroup(zEvent* event);
+  static int openMenu(zEvH* self);
 
   GroupPane& groups;
   std::array<std::unique_ptr<zGravSizer>, 4> margins;  ///< top, bottom, left, right
+  std::unique_ptr<zTimer> menuTimer;
   std::vector<std::unique_ptr<ziCommand>> buttons;
   std::size_t current = 0;
   zCheckBox* checkBox = nullptr;

@@ -6,6 +6,7 @@
 
 #include <unistd.h>
 
+#include "framework/core/application.h"
 #include "framework/core/message_box.h"
 #include "framework/furniture/menu_popup.h"
 #include "resources/command_ids.h"
@@ -236,9 +237,18 @@ class GroupMenu : public ButtonPanes {
     const zPopupMenu* menu = zPopupMenu::active();
     return menu != nullptr && menu->widget() != nullptr && ui::isViewable(menu->widget());
   }
+  /// Runs the script from the click that opens a group's menu to the end of the menu.
+  void runMenuOf(ButtonPane& group, ui::ModalScript& script) {
+    const int before = frame->focusCount;
+    script.run([&] {
+      ui::click(childOf<zPushButton>(group)->widget());
+      zApp::instance()->pumpWhile([&] { return frame->focusCount == before; });
+      return 0;
+    });
+  }
   /// Opens a group's menu, presses the key of an item, and types into the dialogs that come, after
   /// `meanwhile`.
-  static void choose(
+  void choose(
       ButtonPane& group, char key, const std::vector<std::pair<std::string, std::string>>& dialogs,
       const std::function<void()>& meanwhile = [] {}) {
     ui::ModalScript script;
@@ -251,10 +261,7 @@ class GroupMenu : public ButtonPanes {
         }
       });
     }
-    script.run([&] {
-      ui::click(childOf<zPushButton>(group)->widget());
-      return 0;
-    });
+    runMenuOf(group, script);
     for (const auto& dialog : dialogs) {
       ui::waitForNoDialog(dialog.first);
     }
@@ -315,10 +322,7 @@ TEST_F(GroupMenu, OpensBelowItsButtonAtEveryScrollPosition) {
       place = zPopupMenu::active()->position();
       ui::pressKey(XK_Escape);
     });
-    script.run([&] {
-      ui::click(childOf<zPushButton>(shown)->widget());
-      return 0;
-    });
+    runMenuOf(shown, script);
     EXPECT_EQ(place.x,
               inset + set().sizer()->pos().x + childOf<zPushButton>(shown)->sizer()->pos().x + 6);
     EXPECT_EQ(place.y, inset - position + shown.yPosition + set().metrics().headerHeight - 2);
