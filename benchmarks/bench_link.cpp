@@ -73,7 +73,7 @@ void codeListQuestion(benchmark::State& state) {
       ToolMessage().setText(0, "Title").setText(1, "Choose").setList(3, items.head());
   for ([[maybe_unused]] auto _ : state) {
     const int length =
-        encodeMessage(MessageDirection::kReceivedByUi, MSG_T_ASK_LIST, question, g_EncodeBuffer);
+        EncodeMessage(MSG_T_ASK_LIST, question, g_EncodeBuffer, MessageDirection::kReceivedByUi);
     ToolMessage decoded;
     benchmark::DoNotOptimize(
         DecodeMessage(MSG_T_ASK_LIST, g_EncodeBuffer.data(), length, &decoded));

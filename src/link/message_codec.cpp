@@ -30,6 +30,11 @@ bool writeParameter(EncodeCursor& cursor, char letter, const ToolMessage& messag
   }
 }
 
+// A NUL would cut the text for all who read it.
+void blankNuls(char* text, std::int64_t length) {
+  std::replace(text, text + length, '\0', ' ');
+}
+
 ReadResult readParameter(DecodeCursor& cursor, char letter, std::intptr_t& word) {
   ReadResult result = ReadResult::kRead;
   if (letter == kIntegerParameter) {
@@ -42,10 +47,17 @@ ReadResult readParameter(DecodeCursor& cursor, char letter, std::intptr_t& word)
     StringListNode* head = nullptr;
     result = cursor.readList(head);
     word = std::bit_cast<std::intptr_t>(head);
+    for (StringListNode* node = head; node != nullptr; node = node->next) {
+      blankNuls(node->text, node->length);
+    }
   } else {
+    const std::int64_t textAt = cursor.at() + kWordBytes;
     char* text = nullptr;
     result = cursor.readString(text);
     word = std::bit_cast<std::intptr_t>(text);
+    if (result == ReadResult::kRead) {
+      blankNuls(text, cursor.at() - textAt);
+    }
   }
   return result;
 }
@@ -76,8 +88,8 @@ void clearPointers(std::string_view shape, ToolMessage& message) {
 
 }  // namespace
 
-int encodeMessage(MessageDirection direction, int tag, const ToolMessage& message,
-                  std::span<char> buffer) {
+int EncodeMessage(int tag, const ToolMessage& message, std::span<char> buffer,
+                  MessageDirection direction) {
   EncodeCursor cursor(buffer);
   int index = 0;
   for (const char letter : shapeOf(direction, tag)) {
@@ -89,19 +101,11 @@ int encodeMessage(MessageDirection direction, int tag, const ToolMessage& messag
   return static_cast<int>(cursor.written());
 }
 
-int EncodeMessage(int tag, const void* args, char* buffer, int /*limit*/) {
-  if (args == nullptr) {
-    return shapeOf(MessageDirection::kSentByUi, tag).empty() ? 0 : kEncodeFailed;
-  }
-  return encodeMessage(MessageDirection::kSentByUi, tag, *static_cast<const ToolMessage*>(args),
-                       std::span(buffer, kEncodeBufferBytes));
-}
-
-int decodeMessage(MessageDirection direction, int tag, const char* payload, int length,
-                  ToolMessage* out) {
+int DecodeMessage(int tag, const char* payload, int length, ToolMessage* out,
+                  MessageDirection direction) {
   const std::string_view shape = shapeOf(direction, tag);
   clearPointers(shape, *out);
-  const int readable = std::clamp(length, 0, kPayloadBufferBytes);
+  const int readable = payload == nullptr ? 0 : std::clamp(length, 0, kPayloadBufferBytes);
   DecodeCursor cursor(std::span(payload, static_cast<std::size_t>(readable)));
   ReadResult result = ReadResult::kRead;
   for (int i = 0; result == ReadResult::kRead && i < static_cast<int>(shape.size()); ++i) {
@@ -120,14 +124,6 @@ int decodeMessage(MessageDirection direction, int tag, const char* payload, int 
   return kDecodeOk;
 }
 
-int DecodeMessage(int tag, const char* payload, int length, ToolMessage* out) {
-  return decodeMessage(MessageDirection::kReceivedByUi, tag, payload, length, out);
-}
-
-void freeMessage(MessageDirection direction, int tag, ToolMessage* message) {
+void FreeMessage(int tag, ToolMessage* message, MessageDirection direction) {
   freeShape(shapeOf(direction, tag), *message);
-}
-
-void FreeMessage(int tag, ToolMessage* message) {
-  freeMessage(MessageDirection::kReceivedByUi, tag, message);
 }

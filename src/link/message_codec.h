@@ -19,37 +19,29 @@ enum DecodeResult : int {
   kDecodeNoMethod = -4,  ///< never returned; reported by the message handler
 };
 
-/// Result of encoding when a parameter does not fit or is missing.
+/// Result of encoding when a parameter does not fit.
 inline constexpr int kEncodeFailed = -10;
 
 /// The one payload buffer of all encoders. It holds a payload from encoding until the send.
 extern std::array<char, kEncodeBufferBytes> g_EncodeBuffer;
 
-/// Writes the parameters of `tag`, a message that the user interface sends, into `buffer`.
-/// `args` is a ToolMessage with a word a parameter; it may be null for a tag without parameters.
-/// `limit` is not consulted: `buffer` has kEncodeBufferBytes bytes. Returns the bytes written, or
-/// kEncodeFailed when they do not fit or `args` is missing.
-int EncodeMessage(int tag, const void* args, char* buffer, int limit);
+/// Writes the parameters of `tag` into `buffer`. The direction tells a number apart that both sides
+/// send: a tester encodes what the user interface receives. Returns the bytes written, or
+/// kEncodeFailed when they do not fit.
+int EncodeMessage(int tag, const ToolMessage& message, std::span<char> buffer,
+                  MessageDirection direction = MessageDirection::kSentByUi);
 
-/// The same for either direction and a buffer of any size.
-int encodeMessage(MessageDirection direction, int tag, const ToolMessage& message,
-                  std::span<char> buffer);
-
-/// Reads the parameters of `tag`, a message that the user interface receives. Each string and list
-/// is allocated; words that the message does not use stay as they were. The payload holds `length`
-/// bytes, but never more than kPayloadBufferBytes: an announced length beyond that is an error.
+/// Reads the parameters of `tag`. Each string and list is allocated, and a NUL in a text becomes a
+/// blank; words that the message does not use stay as they were. The payload holds `length` bytes,
+/// but never more than kPayloadBufferBytes: an announced length beyond that is an error, and so is
+/// a null payload unless `length` is 0.
 ///
 /// Returns kDecodeOk; kDecodeNoMemory, which leaves what was allocated in its words; or
 /// kDecodeLengthWrong, after one line on standard error, when the parameters do not end where the
 /// payload does or a count leads out of it. The words are null again then.
-int DecodeMessage(int tag, const char* payload, int length, ToolMessage* out);
-
-/// The same for either direction: a tester decodes what the user interface sent.
-int decodeMessage(MessageDirection direction, int tag, const char* payload, int length,
-                  ToolMessage* out);
+int DecodeMessage(int tag, const char* payload, int length, ToolMessage* out,
+                  MessageDirection direction = MessageDirection::kReceivedByUi);
 
 /// Releases what decoding `tag` allocated and sets the words to null.
-void FreeMessage(int tag, ToolMessage* message);
-
-/// The same for either direction.
-void freeMessage(MessageDirection direction, int tag, ToolMessage* message);
+void FreeMessage(int tag, ToolMessage* message,
+                 MessageDirection direction = MessageDirection::kReceivedByUi);

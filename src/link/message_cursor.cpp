@@ -6,9 +6,9 @@
 #include <cstring>
 #include <limits>
 
-namespace {
+#include "link/wire.h"
 
-constexpr int kWordBytes = 4;
+namespace {
 
 std::string_view viewOf(const char* text) {
   return text != nullptr ? std::string_view(text) : std::string_view();

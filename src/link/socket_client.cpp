@@ -129,35 +129,35 @@ int SocketControlClient::SockCloseCl(const int* domain, int fd, int port) {
 }
 
 int SocketControlClient::SockSend(int fd, const void* frame, int length) {
-  if (!broken) {
-    const ssize_t count = send(fd, frame, static_cast<std::size_t>(length), 0);
-    // Intended: errno is not cleared before the send and is tested whatever the send returned, so
-    // an EPIPE left by an earlier call counts.
-    if (errno == EPIPE) {
-      std::fprintf(stderr, "PROCESS:%d:No connection to Tessil Postmaster. Continuing.\n",
-                   getpid());
-      broken = true;
+  if (broken) {
+    if (!brokenWasReported) {
+      std::fputs("Can't send message, as there was a broken connection.\n", stderr);
+      brokenWasReported = true;
     }
-    if (count == length) {
-      return length;
-    }
+    return -1;
   }
-  if (broken && !brokenWasReported) {
-    std::fputs("Can't send message, as there was a broken connection.\n", stderr);
-    brokenWasReported = true;
+  const ssize_t count = send(fd, frame, static_cast<std::size_t>(length), 0);
+  // Intended: errno is not cleared before the send and is tested whatever the send returned, so
+  // an EPIPE left by an earlier call counts.
+  if (errno == EPIPE) {
+    std::fprintf(stderr, "PROCESS:%d:No connection to Tessil Postmaster. Continuing.\n", getpid());
+    broken = true;
   }
-  return -1;
+  return count == length ? length : -1;
 }
 
 int SocketControlClient::takeFrame(void* out, int capacity, const char* tooLongText) {
+  const std::size_t room = capacity < 0 ? 0 : static_cast<std::size_t>(capacity);
   const std::size_t length = buffer.frameLength();
-  if (length == 0) {
-    return 0;
-  }
-  if (capacity < 0 || length > static_cast<std::size_t>(capacity)) {
-    // Intended: the frame stays, so each later poll reports it again.
+  // Without a NUL the first frame is longer than all that is stored.
+  if (length > room || (length == 0 && buffer.bytesStored() > room)) {
+    // Intended: the frame stays, so each later poll reports it again. None reads on, so that what
+    // can never get through does not fill the memory.
     std::fprintf(stderr, tooLongText, getpid());
     return -1;
+  }
+  if (length == 0) {
+    return 0;
   }
   std::memcpy(out, buffer.FrameBufferPeek(), length);
   buffer.FrameBufferDrop();

@@ -44,14 +44,16 @@ class SocketControlClient {
   /// -1 also when all went well: what counts is a shutdown of the closed descriptor.
   static int SockCloseCl(const int* domain, int fd, int port);
 
-  /// Sends a frame in one call. Returns `length`, or -1 when that did not come off; once the
-  /// connection was found broken, nothing goes out any more.
+  /// Sends a frame in one call. Returns `length`, or -1 when that did not come off. The send that
+  /// finds the connection broken says so; of those that find it broken already, and put nothing
+  /// out, the first of the process does.
   int SockSend(int fd, const void* frame, int length);
 
   /// Stores one whole frame with its NUL in `out` and returns its length; 0 when there is none
   /// yet, also at the end of the stream; negative on failure. Frames that came in together are
-  /// handed out one a call, without touching the socket. A frame longer than `capacity` stays in
-  /// front and makes this and each later call return -1. `out` is scratch space in any case.
+  /// handed out one a call, without touching the socket. A frame longer than `capacity`, whole or
+  /// not, stays in front and makes this and each later call return -1 without reading on. `out` is
+  /// scratch space in any case.
   int SockRead(int fd, void* out, int capacity, int wait);
 
   /// Waits until `fd` can be read: the count of ready descriptors or a SocketWaitResult.

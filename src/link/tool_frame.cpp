@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <cstring>
 
 #include "link/tool_interface.h"
 #include "link/wire.h"
@@ -31,11 +30,6 @@ int ToolFrameDecode(const char* text, int textLength, int* tag, int* sender, voi
   *dest = frame.header.dest;
   *length = frame.header.length;
 
-  const int announced = std::clamp(frame.header.length, 0, kPayloadBufferBytes);
-  if (announced > 0) {
-    char* const payload = static_cast<char*>(data);
-    const char* const end = std::copy(frame.payload.begin(), frame.payload.end(), payload);
-    std::fill(payload + (end - payload), payload + announced, '\0');
-  }
+  std::copy(frame.payload.begin(), frame.payload.end(), static_cast<char*>(data));
   return 1;
 }

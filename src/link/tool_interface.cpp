@@ -1,6 +1,7 @@
 // The link's state machine, sending and receiving. The state decides what may go out: everything
 // when connected, only messages to the Postmaster before and after, nothing once it closed the
-// link. Buffers are on the stack, nothing is allocated, and entering again is harmless.
+// link. Nothing is allocated, and entering again is harmless: the one buffer of what is received is
+// done with before the tool's handler can receive again.
 
 #include "link/tool_interface.h"
 
@@ -24,6 +25,11 @@ std::unique_ptr<CatchSignalsClient> g_SignalClient;
 namespace {
 
 MessageHandlerFunction messageHandler = nullptr;
+WaitHook waitHook = nullptr;
+
+// Not on the stack: handlers nest as deep as there are boxes on the screen.
+std::array<char, kMaxFrameText> receivedText;
+std::array<char, kPayloadBufferBytes> receivedPayload;
 
 void handToTool(int sender, int tag, int length, const char* payload) {
   if (messageHandler != nullptr) {
@@ -63,24 +69,28 @@ bool isNewlyBroken() {
   return true;
 }
 
-int dispatchFrame(const char* text, int textLength) {
+// The frame of `textLength` characters, NUL included, in receivedText.
+int dispatchFrame(int textLength) {
   int tag = 0;
   int sender = 0;
   int length = 0;
   int dest = 0;
-  std::array<char, kPayloadBufferBytes> payload;
-  ToolFrameDecode(text, textLength, &tag, &sender, payload.data(), &length, &dest);
+  ToolFrameDecode(receivedText.data(), textLength, &tag, &sender, receivedPayload.data(), &length,
+                  &dest);
+  const bool isWhole = length <= (textLength - 1) / 2 - kFrameHeaderBytes;
+  const char* const payload = length <= 0 || isWhole ? receivedPayload.data() : nullptr;
   switch (tag) {
     case MSG_CONNECT_OK:
-      handToTool(sender, tag, length, payload.data());
+      handToTool(sender, tag, length, payload);
       return ToolSystemMessage(tag);
     case MSG_CONNECT_DENIED:
     case MSG_SHUTDOWN:
     case MSG_SHUTDOWN_NOW:
       return ToolSystemMessage(tag);
     default:
-      handToTool(sender, tag, length, payload.data());
-      return tag;
+      handToTool(sender, tag, length, payload);
+      // What comes from outside must not read as a lost link.
+      return tag != -1 ? tag : 0;
   }
 }
 
@@ -88,6 +98,10 @@ int dispatchFrame(const char* text, int textLength) {
 
 void setMessageHandler(MessageHandlerFunction handler) {
   messageHandler = handler;
+}
+
+void setWaitHook(WaitHook hook) {
+  waitHook = hook;
 }
 
 int ToolInit(int toolType) {
@@ -104,16 +118,23 @@ int ToolInit(int toolType) {
   g_SignalClient->ArmTimer(linkSettings().handshakeSeconds);
   // Intended order: the alarm is a flag, so ToolReceive, which comes first, as a rule reports a
   // broken link; the timeout below is reached only when the alarm falls between the two tests.
-  do {
-    const int tag = ToolReceive(kReceivePoll);
-    if (tag == -1) {
+  while (true) {
+    if (ToolReceive(kReceivePoll) == -1) {
       return -1;
     }
-    if (tag == MSG_CONNECT_OK) {
+    // A poll nested in the handler or the hook may have read the answer.
+    if (g_ToolState == LINK_CONNECTED) {
       g_SignalClient->CancelTimer();
       return 0;
     }
-  } while (g_SignalClient->TimerFired() == 0);
+    if (g_SignalClient->TimerFired() != 0) {
+      break;
+    }
+    if (waitHook != nullptr && !waitHook(g_ToolSocket)) {
+      g_SignalClient->CancelTimer();
+      return -1;
+    }
+  }
   std::fprintf(stderr, "PROCESS(PID=%d):**ERR Connection timeout. Exiting.\n", getpid());
   std::exit(kExitTimeout);
 }
@@ -168,12 +189,12 @@ int ToolReceive(int mode) {
   if (g_SocketClient == nullptr) {
     return 0;
   }
-  std::array<char, kMaxFrameText> text;
   const int wait = mode == kReceiveBlock ? kWaitForever : kWaitBriefly;
   while (true) {
-    const int count = g_SocketClient->SockRead(g_ToolSocket, text.data(), kMaxFrameText, wait);
+    const int count =
+        g_SocketClient->SockRead(g_ToolSocket, receivedText.data(), kMaxFrameText, wait);
     if (count > 0) {
-      return dispatchFrame(text.data(), count);
+      return dispatchFrame(count);
     }
     if (isNewlyBroken()) {
       return -1;

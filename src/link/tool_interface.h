@@ -33,15 +33,22 @@ extern std::unique_ptr<SocketControlClient> g_SocketClient;  ///< made by ToolIn
 extern std::unique_ptr<CatchSignalsClient> g_SignalClient;   ///< made by ToolInit, before it
 
 /// What a tool does with the messages that the link does not keep for itself. `length` is what the
-/// frame announces; bytes that it did not carry are zero, and none beyond kPayloadBufferBytes
-/// exist. The payload is valid during the call only.
+/// frame announces; the payload is null when the frame carried less. It is valid until the handler
+/// returns or receives again.
 using MessageHandlerFunction = void (*)(int sender, int tag, int length, const char* payload);
 
 /// Sets the tool's handler, before ToolInit. Null drops the messages.
 void setMessageHandler(MessageHandlerFunction handler);
 
+/// What a tool does between two polls while ToolInit waits for the Postmaster; it may sleep until
+/// `socket` (negative without a connection) can be read. False gives the waiting up.
+using WaitHook = bool (*)(int socket);
+
+/// Sets the tool's hook, before ToolInit. Null polls without a pause.
+void setWaitHook(WaitHook hook);
+
 /// Connects as a tool of type `toolType` and waits for the Postmaster's answer. 0 on success, -1
-/// on failure; may end the process on a timeout (kExitTimeout).
+/// on failure or when the hook gave up; may end the process on a timeout (kExitTimeout).
 int ToolInit(int toolType);
 
 /// Leaves the Postmaster and removes the name of its socket. Returns 0, or ends the process with
@@ -60,8 +67,8 @@ int ToolBroadcast(int tag, const void* data, int length);
 int ToolPut(int kind, int dest, int tag, const void* data, int length);
 
 /// Reads at most one message and hands it to the tool's handler. Returns its tag; 0 when nothing
-/// was there and `mode` is kReceivePoll; -1 on a broken, refused or closed link. May end the
-/// process, see ToolSystemMessage.
+/// was there and `mode` is kReceivePoll, and for a tag of -1; -1 on a broken, refused or closed
+/// link. May end the process, see ToolSystemMessage.
 int ToolReceive(int mode);
 
 /// Changes the state by a message of the Postmaster's. Ends the process on MSG_SHUTDOWN_NOW
@@ -69,8 +76,7 @@ int ToolReceive(int mode);
 int ToolSystemMessage(int tag);
 
 /// Splits the wire form of a frame. `data` must have kPayloadBufferBytes bytes; `length` becomes
-/// what the frame announces, and announced bytes that it does not carry are stored as zero as far
-/// as `data` goes. A frame shorter than its header is reported on standard error, and taken all
-/// the same. Always returns 1.
+/// what the frame announces; only the bytes that it carries are stored. A frame shorter than its
+/// header is reported on standard error, and taken all the same. Always returns 1.
 int ToolFrameDecode(const char* text, int textLength, int* tag, int* sender, void* data,
                     int* length, int* dest);

@@ -4,10 +4,12 @@
 
 #include <unistd.h>
 #include <cstdio>
+#include <span>
 
 #include "link/message_codec.h"
 #include "link/message_numbers.h"
 #include "link/tool_interface.h"
+#include "link/wire.h"
 
 namespace {
 
@@ -18,10 +20,10 @@ int sendText(int dest, int tag, const char* text) {
 }  // namespace
 
 int sendMessage(MessageDirection direction, int dest, int tag, const ToolMessage& message) {
-  const int length = encodeMessage(direction, tag, message, g_EncodeBuffer);
+  const auto payload = std::span(g_EncodeBuffer).first<kMaxPayloadBytes>();
+  const int length = EncodeMessage(tag, message, payload, direction);
   if (length < 0) {
-    std::fprintf(stderr,
-                 "PROCESS(PID=%d):**ERR:Message %d does not fit the encode buffer. Not sent.\n",
+    std::fprintf(stderr, "PROCESS(PID=%d):**ERR:Message %d does not fit a frame. Not sent.\n",
                  getpid(), tag);
     return length;
   }

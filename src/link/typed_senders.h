@@ -4,8 +4,8 @@
 #include "link/tool_message.h"
 
 /// Sends by kind of message, each through g_EncodeBuffer and ToolSend. All return what ToolSend
-/// does, or kEncodeFailed after a line on standard error when the parameters do not fit the
-/// buffer; nothing is sent then. A null text counts as empty, a null list too.
+/// does, or kEncodeFailed after a line on standard error when the parameters do not fit a frame;
+/// nothing is sent then. A null text counts as empty, a null list too.
 
 int sendCommand(const char* command);                  ///< 1002 to the tester
 int sendFileAnswer(const char* path);                  ///< 1008 to the tester

@@ -19,6 +19,9 @@ struct FrameHeader {
 inline constexpr int kFrameHeaderBytes = 20;
 inline constexpr int kMaxFrameBytes = 16392;  ///< largest binary form that is sent
 inline constexpr int kMaxPayloadBytes = kMaxFrameBytes - kFrameHeaderBytes;  ///< largest sent
+inline constexpr int kWordBytes = 4;  ///< of an integer and of each count
+inline constexpr int kMaxSentText =
+    kMaxPayloadBytes - kWordBytes;  ///< bytes of a text that goes alone
 inline constexpr int kMaxSentFrameText = 2 * kMaxFrameBytes + 1;  ///< its wire form, with NUL
 inline constexpr int kMaxFrameText = 32868;  ///< largest wire form that is received, with NUL
 inline constexpr int kMaxReceivedFrameBytes = (kMaxFrameText - 1) / 2;  ///< its binary form

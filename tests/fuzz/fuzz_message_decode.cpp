@@ -1,5 +1,5 @@
 // The first byte picks a row of the table (or none), the rest is the payload. What decodes encodes
-// to the same bytes again, as long as no text holds a NUL.
+// to the same bytes again, but for a blank in place of each NUL in a text.
 
 #include <algorithm>
 #include <cstring>
@@ -27,15 +27,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::vector<char> payload(data + 1, data + size);
   const int length = static_cast<int>(payload.size());
   ToolMessage message;
-  const int result = decodeMessage(row.direction, row.tag, payload.data(), length, &message);
+  const int result = DecodeMessage(row.tag, payload.data(), length, &message, row.direction);
   require(result == kDecodeOk || result == kDecodeLengthWrong);
   if (result == kDecodeOk) {
     std::vector<char> again(payload.size());
-    const int written = encodeMessage(row.direction, row.tag, message, again);
-    require(written >= 0 && written <= length);
-    // Shorter only by what follows a NUL within a text.
-    require(written < length || again == payload);
+    const int written = EncodeMessage(row.tag, message, again, row.direction);
+    require(written == length);
+    require(std::equal(again.begin(), again.end(), payload.begin(), [](char now, char before) {
+      return now == before || (now == ' ' && before == '\0');
+    }));
   }
-  freeMessage(row.direction, row.tag, &message);
+  FreeMessage(row.tag, &message, row.direction);
   return 0;
 }

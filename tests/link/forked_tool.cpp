@@ -112,6 +112,11 @@ void PrivateRendezvous::accept() {
   ASSERT_TRUE(connection.isOpen());
 }
 
+void PrivateRendezvous::send(const std::string& bytes) const {
+  ASSERT_EQ(write(connection.get(), bytes.data(), bytes.size()),
+            static_cast<ssize_t>(bytes.size()));
+}
+
 std::string readFrameText(int fd) {
   std::string text;
   char byte = '!';

@@ -48,6 +48,7 @@ class PrivateRendezvous {
   void listen();
   /// Takes the tool's connection.
   void accept();
+  void send(const std::string& bytes) const;
 
   /// Name of the socket that the tools of this process look for.
   static std::string socketName(int port = kPort);

@@ -42,6 +42,31 @@ class Handshake : public testing::Test {
   int formerSeconds;
 };
 
+TEST_F(Handshake, endsWithTheAnswerWhoeverReadsItAndStopsTheAlarm) {
+  const auto fromPostmaster = [](int tag) {
+    return wireText({kFrameDirected, tag, NELMPM, NELKVUI, 0});
+  };
+  postmaster.listen();
+  for (const std::string& burst :
+       {fromPostmaster(MSG_CONNECT_OK),
+        fromPostmaster(MSG_TOOL_STARTED) + fromPostmaster(MSG_CONNECT_OK)}) {
+    ForkedTool tool([] {
+      setMessageHandler([](int, int tag, int, const char*) {
+        if (tag == MSG_TOOL_STARTED) {
+          ToolReceive(kReceivePoll);  // as a dialog that the message opened would
+        }
+      });
+      initialiseUi();
+      return static_cast<int>(alarm(0)) + g_SignalClient->GetSignalFlags();
+    });
+    postmaster.accept();
+    postmaster.send(burst);
+    const ToolEnd end = tool.end();
+    EXPECT_EQ(end.status, 0) << "the alarm still runs, or has come";
+    EXPECT_EQ(end.errors, "state 2\n");
+  }
+}
+
 // Intended: the alarm is a flag like any other, so it shows as a broken connection.
 TEST_F(Handshake, takesASilentPostmasterForABrokenConnection) {
   shortenAlarm();

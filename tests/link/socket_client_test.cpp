@@ -9,6 +9,7 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
+#include <cstdio>
 #include <string>
 
 #include "tests/link/forked_tool.h"
@@ -90,6 +91,20 @@ TEST_F(SocketClient, neverGetsPastAFrameLongerThanTheCapacity) {
   }
 }
 
+TEST_F(SocketClient, readsNothingBehindAFrameThatCanNeverGetThrough) {
+  arrive("12345678");
+  EXPECT_EQ(read(8).first, 0);
+  arrive("9");
+  CaptureStderr();
+  EXPECT_EQ(read(8).first, -1);
+  arrive("x");
+  EXPECT_EQ(read(8).first, -1);
+  const std::string errors = GetCapturedStderr();
+  EXPECT_NE(errors.find("):INTERNAL ERROR:Buffersize problem."), std::string::npos) << errors;
+  char byte = ' ';
+  EXPECT_EQ(recv(own.get(), &byte, 1, MSG_DONTWAIT), 1) << "was read all the same";
+}
+
 TEST_F(SocketClient, takesTheEndOfTheStreamForNothingThere) {
   far.close();
   EXPECT_EQ(read().first, 0);
@@ -137,11 +152,12 @@ TEST_F(SocketClient, findsTheConnectionBrokenOnceAndThenOnlyRefuses) {
                 if (client.SockSend(own.get(), "x", 2) != -1 || !client.isBroken()) {
                   return step;
                 }
+                std::fprintf(stderr, "%d\n", step);
               }
               return 0;
             }),
-            "PROCESS:PID:No connection to Tessil Postmaster. Continuing.\n"
-            "Can't send message, as there was a broken connection.\n");
+            "PROCESS:PID:No connection to Tessil Postmaster. Continuing.\n1\n"
+            "Can't send message, as there was a broken connection.\n2\n3\n");
 }
 
 // Intended: errno is not cleared, so what an earlier call left there counts.

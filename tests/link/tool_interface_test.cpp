@@ -159,10 +159,11 @@ TEST_F(ToolInterface, sendsEachTypedMessageToItsReceiver) {
 }
 
 TEST_F(ToolInterface, saysOnceThatATextIsTooLong) {
-  for (const auto& [length, result] :
-       {std::pair(kMaxPayloadBytes - 3, -1), std::pair(kEncodeBufferBytes, kEncodeFailed)}) {
+  EXPECT_EQ(sendCommand(std::string(kMaxSentText, 'c').c_str()), 0);
+  EXPECT_THAT(sent(), testing::SizeIs(1));
+  for (const std::size_t length : {kMaxSentText + 1, kEncodeBufferBytes}) {
     CaptureStderr();
-    EXPECT_EQ(sendCommand(std::string(static_cast<std::size_t>(length), 'c').c_str()), result);
+    EXPECT_EQ(sendCommand(std::string(length, 'c').c_str()), kEncodeFailed);
     const std::string errors = GetCapturedStderr();
     EXPECT_THAT(errors, testing::MatchesRegex("PROCESS\\(PID=[0-9]+\\):\\*\\*ERR:Message 1002 .*"
                                               "does not fit .*\\. Not sent\\.\n"));
@@ -181,15 +182,51 @@ TEST_F(ToolInterface, receivesOneMessageAPollAndReturnsItsTag) {
   EXPECT_EQ(ToolReceive(kReceivePoll), 0);
 }
 
+TEST_F(ToolInterface, givesNoPayloadOfAFrameThatCarriesLessThanItAnnounces) {
+  setMessageHandler([](int sender, int tag, int length, const char* payload) {
+    received.push_back({sender, tag, payload == nullptr ? "none" : "some"});
+    EXPECT_EQ(length, 5);
+  });
+  arrive(wireText({kFrameDirected, MSG_T_TEXT, NELKV, NELKVUI, 5}, "four"));
+  arrive(wireText({kFrameDirected, MSG_T_TEXT, NELKV, NELKVUI, 5}, "five!"));
+  EXPECT_EQ(ToolReceive(kReceivePoll), MSG_T_TEXT);
+  EXPECT_EQ(ToolReceive(kReceivePoll), MSG_T_TEXT);
+  EXPECT_THAT(received, ElementsAre(Received{NELKV, MSG_T_TEXT, "none"},
+                                    Received{NELKV, MSG_T_TEXT, "some"}));
+}
+
+TEST_F(ToolInterface, takesNoNumberFromOutsideForALostLink) {
+  arrive(-1);
+  EXPECT_EQ(ToolReceive(kReceivePoll), 0);
+  EXPECT_THAT(received, ElementsAre(Received{NELKV, -1, ""}));
+}
+
+// Boxes of messages stand over each other in any number.
+TEST_F(ToolInterface, keepsNothingOfAFrameOnTheStackUnderTheHandler) {
+  static std::vector<const char*> levels;
+  levels.clear();
+  setMessageHandler([](int, int, int, const char*) {
+    levels.push_back(static_cast<const char*>(__builtin_frame_address(0)));
+    ToolReceive(kReceivePoll);
+  });
+  for (int i = 0; i < 3; ++i) {
+    arrive(MSG_T_TEXT, "text");
+  }
+  EXPECT_EQ(ToolReceive(kReceivePoll), MSG_T_TEXT);
+  ASSERT_THAT(levels, testing::SizeIs(3));
+  EXPECT_LT(levels[1] - levels[2], 2000);
+}
+
 // A handler may poll again, from a dialog that its message opened.
 TEST_F(ToolInterface, canBeEnteredAgainFromTheHandler) {
   arrive(MSG_T_TEXT, wireString("outer"));
   arrive(MSG_T_PROMPT, wireString("inner message"));
   setMessageHandler([](int sender, int tag, int length, const char* payload) {
+    const Received message{sender, tag, {payload, static_cast<std::size_t>(length)}};
     if (tag == MSG_T_TEXT) {
       EXPECT_EQ(ToolReceive(kReceivePoll), MSG_T_PROMPT);
     }
-    received.push_back({sender, tag, {payload, static_cast<std::size_t>(length)}});
+    received.push_back(message);
   });
   EXPECT_EQ(ToolReceive(kReceivePoll), MSG_T_TEXT);
   EXPECT_THAT(received, ElementsAre(Received{NELKV, MSG_T_PROMPT, wireString("inner message")},
@@ -261,6 +298,7 @@ struct ExitRow {
 TEST_F(ToolInterface, leavesOrEndsTheProcessByItsState) {
   const auto leave = [] { return ToolExit(2); };
   const auto confirmed = [] { return ToolSystemMessage(MSG_CONNECT_OK); };
+  const auto shutDown = [] { return ToolSystemMessage(MSG_SHUTDOWN_NOW); };
   const std::vector<ExitRow> rows = {
       {"leave, idle", LINK_IDLE, leave, 0, ""},
       {"leave, connecting", LINK_CONNECTING, leave, 10, ""},
@@ -273,7 +311,8 @@ TEST_F(ToolInterface, leavesOrEndsTheProcessByItsState) {
        "PROCESS(PID):**ERR:INTERNAL ERROR #101\n"},
       {"system message, shutdown", LINK_SHUTDOWN, confirmed, 155,
        "PROCESS(PID):**ERR:INTERNAL ERROR #101\n"},
-      {"shutdown now", LINK_CONNECTED, [] { return ToolSystemMessage(MSG_SHUTDOWN_NOW); }, 154, ""},
+      {"shutdown now", LINK_CONNECTED, shutDown, 154, ""},
+      {"shutdown now, closed", LINK_CLOSED, shutDown, 154, ""},
   };
   for (const ExitRow& row : rows) {
     const std::string name = rendezvous.socketName(0);

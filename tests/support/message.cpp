@@ -165,7 +165,7 @@ std::string toWire(const Message& message, MessageDirection preferred) {
   const OutgoingRecord outgoing(message.parameters);
   std::array<char, kMaxPayloadBytes> payload = {};
   const int length =
-      row != nullptr ? encodeMessage(row->direction, message.tag, outgoing.record, payload) : 0;
+      row != nullptr ? EncodeMessage(message.tag, outgoing.record, payload, row->direction) : 0;
   std::string text(kMaxSentFrameText, '\0');
   const FrameHeader header{message.kind, message.tag, message.sender, message.dest, length};
   const int written = length < 0 ? -1 : encodeFrame(header, payload.data(), text);
@@ -192,7 +192,7 @@ Message fromWire(std::string_view frame, MessageDirection preferred) {
   const MessageDirection direction = row != nullptr ? row->direction : preferred;
   ToolMessage record;
   const int result =
-      decodeMessage(direction, message.tag, taken.payload.data(), header.length, &record);
+      DecodeMessage(message.tag, taken.payload.data(), header.length, &record, direction);
   if (result != kDecodeOk) {
     message.fault = "payload of " + std::to_string(header.length) +
                     " bytes does not decode: " + std::to_string(result);
@@ -201,6 +201,6 @@ Message fromWire(std::string_view frame, MessageDirection preferred) {
       message.parameters.push_back(incomingParameter(record, static_cast<int>(i), row->shape[i]));
     }
   }
-  freeMessage(direction, message.tag, &record);
+  FreeMessage(message.tag, &record, direction);
   return message;
 }

@@ -50,7 +50,7 @@ ParsedText parseText(std::string_view text) {
 Envelope ownMessage(int tag, int dest, const ToolMessage& parameters) {
   std::array<char, kMaxPayloadBytes> payload;
   const int length =
-      std::max(0, encodeMessage(MessageDirection::kReceivedByUi, tag, parameters, payload));
+      std::max(0, EncodeMessage(tag, parameters, payload, MessageDirection::kReceivedByUi));
   Envelope envelope{{kFrameDirected, tag, NELMPM, dest, length},
                     {payload.data(), static_cast<std::size_t>(length)},
                     {}};

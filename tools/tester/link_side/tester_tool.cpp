@@ -214,11 +214,11 @@ void TesterTool::handle(int sender, int tag, int length, const char* payload) {
   }
   const MessageDirection direction = directionOf(tag);
   ToolMessage parameters;
-  if (decodeMessage(direction, tag, payload, length, &parameters) != kDecodeOk) {
+  if (DecodeMessage(tag, payload, length, &parameters, direction) != kDecodeOk) {
     return;
   }
   (this->*route->function)({sender, tag, parameters});
-  freeMessage(direction, tag, &parameters);
+  FreeMessage(tag, &parameters, direction);
 }
 
 void TesterTool::greet() {
