@@ -72,16 +72,27 @@ bool printWhatIsAskedFor(CommandLineOptions& options) {
   return false;
 }
 
+/// Keeps the window alive between two polls; false once the user has closed it.
+bool serveWindow(int socket) {
+  constexpr int kLongestSleepMs = 20;
+  zApp* app = zApp::instance();
+  app->pumpPending(socket, kLongestSleepMs);
+  return app->isRunning();
+}
+
 void bringUpLink(WMain& mainWindow) {
   setMessageHandler(MessageHandler);
-  if (ToolInit(NELKVUI) == 0) {
+  setWaitHook(serveWindow);
+  mainWindow.showStatus("Waiting for the Postmaster ...");
+  const bool isConnected = ToolInit(NELKVUI) == 0;
+  mainWindow.showStatus("");
+  if (isConnected) {
     ToolBroadcast(MSG_TOOL_READY, nullptr, 0);
-    return;
+  } else if (zApp::instance()->isRunning()) {
+    const zMessage box(&mainWindow, "Connection to MPM denied", "Korvane UI: INFO",
+                       kBoxStop | kBoxOk);
+    mainWindow.endWithoutLink();
   }
-  const zMessage box(&mainWindow, "Connection to MPM denied", "Korvane UI: INFO",
-                     kBoxStop | kBoxOk);
-  ToolExit(NELKVUI);
-  zApp::instance()->quit();
 }
 
 void runMainWindow(zApp& app) {

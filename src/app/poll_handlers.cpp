@@ -1,10 +1,10 @@
 #include "app/poll_handlers.h"
 
 #include "app/app_main.h"
-#include "framework/core/application.h"
+#include "app/wmain.h"
+#include "framework/core/idle_list.h"
 #include "framework/core/message_box.h"
 #include "framework/core/window.h"
-#include "link/message_numbers.h"
 #include "link/tool_interface.h"
 
 int g_IdleCount = 0;
@@ -16,8 +16,7 @@ constexpr char kLostCaption[] = "Korvane UI: NELMPM Error";
 
 void leaveLostLink(zEvH* owner, const char* text) {
   const zMessage box(windowCast<zWindow>(owner), text, kLostCaption, kBoxOk | kBoxPlain);
-  ToolExit(NELKVUI);
-  zApp::instance()->quit();
+  g_MainWindow->endWithoutLink();
 }
 
 }  // namespace

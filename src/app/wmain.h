@@ -25,11 +25,19 @@ class WMain : public zAppFrame, private ziButtonHost {
   WMain(zWindow* parent, const char* title);
   ~WMain() override;
 
-  /// 1 if the program may end. The answer is final once it has been yes.
+  /// 1 if the program may end. The answer is final once it has been yes. While the question about
+  /// unsaved buttons is up it is no: that question decides.
   int canExit();
+
+  /// Ends the program, for whose link there is no more hope: the user is still asked about unsaved
+  /// buttons, but cannot stay. May end the process.
+  void endWithoutLink();
 
   /// Sends `line` to the tester, piece by piece; an empty one asks for the list of commands.
   void executeCommandLine(const RWCString& line) override;
+
+  /// Shows `text` in the status line.
+  void showStatus(const RWCString& text) override;
 
   /// Searches the log for `wanted` from its start, remembers it and how it was searched for, and
   /// lets the user go on with Find next.
@@ -60,7 +68,6 @@ class WMain : public zAppFrame, private ziButtonHost {
   RWCString programPath() override;
   int toolBarHeight() override;
   void sendCommand(const RWCString& command) override;
-  void showStatus(const RWCString& text) override;
   void setMenuHelp(std::span<const zHelpText> rows) override;
   void focusCommandLine() override;
   void repaintLog() override;
@@ -109,6 +116,8 @@ class WMain : public zAppFrame, private ziButtonHost {
   std::unique_ptr<zSizer> rightSpacer;
   std::unique_ptr<ControlPane> controlPane;
   std::unique_ptr<MyPane> myPane;
+  bool isAskingToExit = false;  ///< the question about unsaved buttons is up
+  bool hasNoLink = false;       ///< the program cannot stay
   bool findRegexp = false;
   bool findMatchCase = false;
   std::vector<RWCString> findHistory;  ///< texts searched for, newest last

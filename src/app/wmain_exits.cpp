@@ -10,11 +10,25 @@
 int g_ExitConfirmed = 0;
 
 int WMain::canExit() {
-  if (g_ExitConfirmed == 0 && theGroupPane->queryExit() == 0) {
-    return 0;
+  if (g_ExitConfirmed != 0 || isAskingToExit) {
+    return g_ExitConfirmed;
   }
-  g_ExitConfirmed = 1;
-  return 1;
+  const ziAlive alive(this);
+  isAskingToExit = true;
+  do {
+    g_ExitConfirmed = theGroupPane->queryExit();
+  } while (g_ExitConfirmed == 0 && alive && hasNoLink && zApp::instance()->isRunning());
+  if (alive) {
+    isAskingToExit = false;
+  }
+  return g_ExitConfirmed;
+}
+
+// Asked before the link is left, which may end the process. Where the question is up already, the
+// end follows its answer.
+void WMain::endWithoutLink() {
+  hasNoLink = true;
+  onExit(nullptr);
 }
 
 int WMain::close(zEvent* /*event*/) {

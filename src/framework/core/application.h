@@ -45,6 +45,9 @@ class zApp {
   /// Handles one event, timer, input or idle pass, waiting for it if there is none. Events go
   /// before timers and inputs, and let these through at least every 10 milliseconds.
   void processEvent();
+  /// Handles all that is pending, then sleeps until there is an X event, `descriptor` (if it is not
+  /// negative) can be read or `milliseconds` have passed.
+  void pumpPending(int descriptor, int milliseconds);
   /// A nested event loop: runs while `condition` holds and the application has not been stopped.
   void pumpWhile(const std::function<bool()>& condition);
 
@@ -101,6 +104,7 @@ class zApp {
   static constexpr int kDoubleClickMs = 400;
 
   void registerControlClasses();
+  void setErrorHandlers();
   void openDisplay();
   void closeDisplay();
   void loadDefaultFont();

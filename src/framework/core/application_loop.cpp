@@ -1,6 +1,10 @@
 // The application object's main loop, its end, and the accelerators.
 
 #include "framework/core/application.h"
+
+#include <poll.h>
+#include <array>
+
 #include "framework/core/device.h"
 #include "framework/core/frame.h"
 #include "framework/core/messages.h"
@@ -45,10 +49,14 @@ const zAccel* acceleratorOf(const zEvent& event, const std::vector<zAccel>& tabl
 
 }  // namespace
 
-void zApp::go() {
+void zApp::setErrorHandlers() {
   XtAppSetWarningHandler(appContext, reportXtWarning);
   XtAppSetErrorHandler(appContext, reportXtError);
   XSetErrorHandler(XErrorReporter);
+}
+
+void zApp::go() {
+  setErrorHandlers();
   while (running) {
     processEvent();
   }
@@ -70,6 +78,19 @@ void zApp::processEvent() {
   }
   burstEnd.reset();
   XtAppProcessEvent(appContext, XtIMAll);
+}
+
+void zApp::pumpPending(int descriptor, int milliseconds) {
+  setErrorHandlers();
+  while (running && XtAppPending(appContext) != 0) {
+    processEvent();
+  }
+  std::array entries{pollfd{ConnectionNumber(xDisplay), POLLIN, 0}, pollfd{descriptor, POLLIN, 0}};
+  if (running && poll(entries.data(), entries.size(), milliseconds) > 0 &&
+      (entries[1].revents & (POLLHUP | POLLERR | POLLNVAL)) != 0) {
+    // Such a descriptor would wake every wait at once.
+    poll(entries.data(), 1, milliseconds);
+  }
 }
 
 void zApp::pumpWhile(const std::function<bool()>& condition) {

@@ -47,6 +47,17 @@ class ButtonSetTest : public AppTest {
     postmaster.send(MSG_T_SYSTEM_OPENED, folder.path().string(), "crossing");
   }
 
+  /// The user has added a group that is not saved.
+  void startAndChangeTheSet() {
+    writeSet(":Mine\nOne\ndo One\n");
+    startInFolder();
+    awaitGroupFields(3);
+    choose(XK_b, XK_g);
+    user.awaitWindow("Korvane UI Add Group");
+    user.type("Second\n");
+    awaitGroupFields(5);
+  }
+
   std::string savedSet() const {
     std::ifstream file(folder.path() / "nelkv.btn", std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
@@ -123,13 +134,7 @@ TEST_F(ButtonSetTest, IsMadeUsedAndSavedByTheUserAndComesBack) {
 }
 
 TEST_F(ButtonSetTest, RefusesTheEndWhenTheQuestionIsCancelledAndAsksAgain) {
-  writeSet(":Mine\nOne\ndo One\n");
-  startInFolder();
-  awaitGroupFields(3);
-  choose(XK_b, XK_g);
-  user.awaitWindow("Korvane UI Add Group");
-  user.type("Second\n");
-  awaitGroupFields(5);
+  startAndChangeTheSet();
   for (int attempt = 0; attempt < 2; ++attempt) {
     user.press(XK_q, screen::kControl);
     const Window question = user.awaitWindow("Korvane UI Exit");
@@ -161,6 +166,19 @@ TEST_F(ButtonSetTest, WritesNothingWhenTheEndComesBeforeTheAnswer) {
   postmaster.expect(MSG_DISCONNECT);
   expectEnd();
   EXPECT_EQ(savedSet(), "early\n:Mine\nOne\ndo One\n");
+}
+
+TEST_F(ButtonSetTest, IsAskedForBeforeTheEndThatALostLinkBringsAndNothingElseIsPossible) {
+  startAndChangeTheSet();
+  postmaster.send(MSG_SHUTDOWN, 0, 0, 0, 0);
+  postmaster.expect(MSG_SHUTDOWN_ACK);
+  confirm(kLostTitle);
+  const Window question = user.awaitWindow("Korvane UI Exit");
+  user.press(XK_Escape);
+  user.awaitWindow("Korvane UI Exit", question);
+  user.press(XK_Tab);
+  user.press(XK_space);  // Discard
+  expectEnd();
 }
 
 TEST_F(ButtonSetTest, BringsMenusAndLosesThemToAnotherSet) {

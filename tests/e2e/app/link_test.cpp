@@ -68,6 +68,15 @@ INSTANTIATE_TEST_SUITE_P(
                     Obstacle{"nobody listens",
                              [](const std::string& name) { ::unlink(name.c_str()); }, kNoServer}));
 
+TEST_F(AppTest, CanBeClosedWhileThePostmasterIsSilent) {
+  start();
+  postmaster.expectConnect();
+  user.close(user.awaitWindow(kMainTitle));
+  postmaster.expect(MSG_DISCONNECT);
+  expectEnd();
+  EXPECT_EQ(postmaster.tool().errors(), "");
+}
+
 TEST_F(AppTest, TellsARefusalInABoxAndEnds) {
   start();
   postmaster.expectConnect();
@@ -109,6 +118,7 @@ TEST_F(AppTest, TellsAMessageThatCannotBeDecodedInABoxAndGoesOn) {
            frame(MSG_T_TEXT, cut),
            frame(MSG_T_TEXT, negative + "text"),
            frame(MSG_T_TEXT, cut, 5000000),
+           frame(MSG_T_TEXT, cut, 9),
            frame(MSG_T_TEXT, cut, -7),
            frame(MSG_T_ASK_BITS, cut + negative),
            frame(MSG_T_EXIT, "x"),
@@ -161,10 +171,9 @@ TEST_F(AppTest, NoticesADeadPostmasterByTheNextCommand) {
   confirm(kLostTitle);
   EXPECT_EQ(postmaster.exitStatus(), 0);
   const std::string process = std::to_string(postmaster.tool().id());
-  EXPECT_EQ(postmaster.tool().errors(),
-            "PROCESS:" + process + ":No connection to Tessil Postmaster. Continuing.\n" +
-                "Can't send message, as there was a broken connection.\n" +
-                "NELKVUI:**ERR:Broken MPM connection.\n");
+  EXPECT_EQ(postmaster.tool().errors(), "PROCESS:" + process +
+                                            ":No connection to Tessil Postmaster. Continuing.\n" +
+                                            "NELKVUI:**ERR:Broken MPM connection.\n");
 }
 
 class LostBySignal : public AppTest, public testing::WithParamInterface<int> {};

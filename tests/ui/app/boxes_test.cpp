@@ -1,7 +1,10 @@
 // The boxes that messages and the loss of the link bring up: title, icon, buttons and text.
 
 #include <gmock/gmock.h>
+#include <sys/socket.h>
+#include <unistd.h>
 
+#include <array>
 #include <csignal>
 #include <cstdlib>
 #include <iostream>
@@ -10,9 +13,11 @@
 #include "app/message_handler.h"
 #include "app/poll_handlers.h"
 #include "app/wmain.h"
+#include "framework/controls/edit.h"
 #include "framework/core/application.h"
 #include "link/message_numbers.h"
 #include "link/tool_interface.h"
+#include "link/wire.h"
 #include "tests/ui/app_object/box_view.h"
 #include "tests/ui/support/ui_test.h"
 
@@ -98,6 +103,68 @@ TEST_F(MainWindowBoxes, AMessageThatNothingIsDoneOnIsNamedOnStandardOutputOnly) 
   PROCESS_MESSAGE(4711, {});
   std::fflush(stdout);
   EXPECT_EQ(testing::internal::GetCapturedStdout(), "PROCESS_MESSAGE: 4711");
+}
+
+/// The edit line of the prompt that is up.
+zEditLine* promptLine() {
+  zEditLine* line = nullptr;
+  zWindowDlist::Iter windows(g_MainWindow->children());
+  while (zWindow* window = windows.next()) {
+    zWindowDlist::Iter controls(window->children());
+    while (zWindow* control = window->isA(kClassDialogFrame) ? controls.next() : nullptr) {
+      line = control->isA(kClassEditLine) ? windowCast<zEditLine>(control) : line;
+    }
+  }
+  return line;
+}
+
+TEST_F(MainWindowBoxes, TellAnAnswerThatIsTooLongWhichCancelsTheQuestion) {
+  std::array<int, 2> ends{};
+  ASSERT_EQ(socketpair(AF_UNIX, SOCK_STREAM, 0, ends.data()), 0);
+  g_SocketClient = std::make_unique<SocketControlClient>(ends[0]);
+  g_ToolSocket = ends[0];
+  g_ToolState = LINK_CONNECTED;
+  ui::ModalScript script;
+  script.onDialog("Korvane Select", [] {
+    promptLine()->setText(std::string(kMaxSentText + 1, 'x').c_str());
+    ui::pressKey(XK_Return);
+  });
+  const Window main = ui::windowWithTitle("Korvane UI");
+  script.when([&] { return ui::windowWithTitle("Korvane UI") != main; }, "the box",
+              [] {
+                EXPECT_EQ(BoxView("Korvane UI").text(), "The answer is too long to be sent.");
+                ui::pressKey(XK_Return);
+              });
+  const std::string question = text("Korvane Select") + text("Name:");
+  script.run([&] {
+    MessageHandler(NELKV, MSG_T_ASK_STRING, static_cast<int>(question.size()), question.c_str());
+  });
+  g_ToolState = LINK_IDLE;
+  g_SocketClient.reset();
+  std::array<char, kMaxSentFrameText> sent{};
+  std::array<char, kFrameHeaderBytes> binary{};
+  const ssize_t count = recv(ends[1], sent.data(), sent.size(), MSG_DONTWAIT);
+  EXPECT_EQ(count, 2 * kFrameHeaderBytes + 1) << "one frame without a payload";
+  EXPECT_EQ(decodeFrame(sent.data(), static_cast<int>(count), binary).header.tag, MSG_UI_CANCEL);
+  close(ends[0]);
+  close(ends[1]);
+}
+
+TEST_F(MainWindowBoxes, TheIdlePollGivesUpAfterAHundredSilentPollsInARow) {
+  constexpr int kSilentPolls = 100;
+  g_IdleList = zApp::instance()->idleList();
+  g_IdleList->add(window.get(), PollLinkIdle);
+  const auto pollOften = [&](int count) {
+    for (int poll = 0; poll < count; ++poll) {
+      EXPECT_FALSE(g_IdleList->isEmpty());
+      PollLinkIdle(window.get());
+    }
+  };
+  pollOften(kSilentPolls - 1);
+  MessageHandler(NELMPM, MSG_TOOL_ACTIVE, 0, "");
+  pollOften(kSilentPolls);
+  EXPECT_TRUE(g_IdleList->isEmpty());
+  EXPECT_EQ(g_IdleCount, 0);
 }
 
 /// The link is gone; `poll` finds out. Ends the process with 0 if that ends the program.
