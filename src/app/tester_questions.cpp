@@ -13,9 +13,12 @@
 
 #include <unistd.h>
 
+#include "app/app_main.h"
 #include "app/wmain.h"
 #include "dialogs/ddirselec.h"
 #include "dialogs/file_form.h"
+#include "framework/core/message_box.h"
+#include "link/message_codec.h"
 #include "link/message_numbers.h"
 #include "link/tool_interface.h"
 #include "link/typed_senders.h"
@@ -35,6 +38,16 @@ namespace {
 
 void answerCancel() {
   ToolSend(NELKV, MSG_UI_CANCEL, nullptr, 0);
+}
+
+/// What became of an answer: one that is too long for a frame, and was not sent, is told to the
+/// user and leaves no question open.
+void settle(int result) {
+  if (result == kEncodeFailed) {
+    answerCancel();
+    const zMessage box(g_MainWindow, "The answer is too long to be sent.", g_AppTitle,
+                       kBoxStop | kBoxOk);
+  }
 }
 
 /// Runs a dialog of this call's own, hands it to `reply` when the user has confirmed it, and
@@ -102,7 +115,7 @@ void askString(const ToolMessage& message) {
   runQuestion(
       new UIPopUpStringDlg(g_MainWindow, message.text(1)),
       [](const UIPopUpStringDlg& dialog) { return dialog.status == 1; },
-      [](UIPopUpStringDlg& dialog) { sendStringAnswer(dialog.answer().c_str()); });
+      [](UIPopUpStringDlg& dialog) { settle(sendStringAnswer(dialog.answer().c_str())); });
 }
 
 void askInteger(const ToolMessage& message) {
@@ -145,13 +158,14 @@ void askList(const ToolMessage& message) {
   }
   runBuiltUp(g_ListDialog, [](UIPopUpListDlg& dialog) {
     const RWCString& answer = dialog.answer();
-    sendListAnswer(answer.isEmpty() ? "-" : answer.c_str());
+    settle(sendListAnswer(answer.isEmpty() ? "-" : answer.c_str()));
   });
 }
 
 void askBits(const ToolMessage& message) {
   runQuestion(new UIPopUpBitDlg(g_MainWindow, message.text(1), promptItems(message.list(2))),
-              isAccepted, [](const UIPopUpBitDlg& dialog) { sendBitsAnswer(dialog.answer()); });
+              isAccepted,
+              [](const UIPopUpBitDlg& dialog) { settle(sendBitsAnswer(dialog.answer())); });
 }
 
 void askSignalParameters(const ToolMessage& message) {
@@ -169,8 +183,9 @@ void askSignalParameters(const ToolMessage& message) {
   if (message.number(2) != 0) {
     return;
   }
-  runBuiltUp(g_SigParDialog,
-             [](UIPopUpSigParDlg& dialog) { sendSignalParameterAnswer(dialog.answer().c_str()); });
+  runBuiltUp(g_SigParDialog, [](UIPopUpSigParDlg& dialog) {
+    settle(sendSignalParameterAnswer(dialog.answer().c_str()));
+  });
 }
 
 void askFile(const ToolMessage& message) {
@@ -181,7 +196,7 @@ void askFile(const ToolMessage& message) {
   static_cast<void>(!chdir(message.text(1)));
   const zFileOpenForm form(g_MainWindow, message.text(0), nullptr, filter.data());
   if (form.accepted() != 0) {
-    sendFileAnswer(form.path().c_str());
+    settle(sendFileAnswer(form.path().c_str()));
   } else {
     answerCancel();
   }
@@ -201,7 +216,7 @@ void askDirectory(const ToolMessage& /*message*/) {
     return;
   }
   g_CurrentDirectory = *chosen;
-  sendDirectoryAnswer(g_CurrentDirectory.c_str());
+  settle(sendDirectoryAnswer(g_CurrentDirectory.c_str()));
   static_cast<void>(!chdir(g_CurrentDirectory.c_str()));
 }
 

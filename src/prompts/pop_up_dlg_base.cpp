@@ -19,6 +19,7 @@
 #include "framework/draw/res_id.h"
 #include "framework/draw/screen.h"
 #include "framework/layout/leaf_sizer.h"
+#include "link/wire.h"
 #include "resources/dialogs.h"
 #include "resources/resource_ids.h"
 #include "support/label_text.h"
@@ -147,6 +148,7 @@ int UIPopUpDlgBase::addMessageText(const RWCString& wording, int y) {
 zEditLine* UIPopUpDlgBase::addEditLine(int y, RWCString* bound) {
   auto* edit = new zEditLine(this, rowAt(y, unitY * 3), kEditStyle, "", nextId());
   edit->setBoundString(bound);
+  edit->setMaxLength(kMaxSentText);
   return edit;
 }
 

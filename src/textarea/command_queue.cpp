@@ -3,6 +3,8 @@
 #include <utility>
 
 #include "link/typed_senders.h"
+#include "link/wire.h"
+#include "textarea/text_pane.h"
 
 std::deque<std::string> commandQueue;
 bool outputSinceCommand = false;
@@ -37,9 +39,20 @@ std::deque<std::string> splitCommandLine(std::string_view line) {
   return pieces;
 }
 
-void executeCommandLine(std::string_view line) {
-  commandQueue = splitCommandLine(line.empty() ? kEmptyLineCommand : line);
+bool executeCommandLine(std::string_view line) {
+  std::deque<std::string> pieces = splitCommandLine(line.empty() ? kEmptyLineCommand : line);
+  for (const std::string& piece : pieces) {
+    if (piece.size() > kMaxSentText) {
+      const std::string notice = "< Command of " + std::to_string(piece.size()) +
+                                 " bytes is too long to be sent (at most " +
+                                 std::to_string(kMaxSentText) + ") >\n";
+      theTextPane->appendText(notice.c_str());
+      return false;
+    }
+  }
+  commandQueue = std::move(pieces);
   sendFirstPiece();
+  return true;
 }
 
 void releaseCommandQueue() {

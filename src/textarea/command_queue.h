@@ -21,8 +21,9 @@ extern bool outputSinceCommand;
 std::deque<std::string> splitCommandLine(std::string_view line);
 
 /// Cuts `line` (kEmptyLineCommand when it is empty) into commandQueue, which loses what it still
-/// held, and sends the first piece.
-void executeCommandLine(std::string_view line);
+/// held, and sends the first piece. When a piece is too long for a frame nothing is done: the log
+/// says why, and the result is false.
+bool executeCommandLine(std::string_view line);
 
 /// The tester has confirmed a command: sends all pieces that wait, if output came before.
 void releaseCommandQueue();

@@ -75,6 +75,7 @@ int RetEditLine::handleKey(std::intptr_t code) {
 void RetEditLine::execute() {
   hideDropDown();
   const RWCString line = text();
-  executeCommandLine(line.view());
-  setCurSel(-1);
+  if (executeCommandLine(line.view())) {
+    setCurSel(-1);
+  }
 }

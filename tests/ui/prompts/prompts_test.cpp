@@ -12,6 +12,7 @@
 #include "framework/controls/list_box.h"
 #include "framework/controls/static_text.h"
 #include "framework/draw/screen.h"
+#include "link/wire.h"
 #include "prompts/find_dlg.h"
 #include "prompts/pop_up_bit_dlg.h"
 #include "prompts/pop_up_list_dlg.h"
@@ -78,6 +79,15 @@ TEST_F(Prompt, ForATextAnswersWhatWasTypedAndTakesAnEmptyOne) {
   UIPopUpStringDlg dialog(frame.get(), "Name:");
   run(dialog, [] { ui::closeByWindowManager(ui::windowWithTitle(kTitle)); });
   EXPECT_EQ(dialog.status, 0);
+}
+
+TEST_F(Prompt, ForATextTakesNoMoreThanFitsAFrame) {
+  UIPopUpStringDlg dialog(frame.get(), "Name:");
+  run(dialog, [&] {
+    find<zEditLine>(dialog)->setText(std::string(kMaxSentText - 1, 'a').c_str());
+    ui::typeText("bc\n");
+  });
+  EXPECT_EQ(dialog.answer().str().size(), kMaxSentText);
 }
 
 TEST_F(Prompt, ForANumberStartsWithZeroWhichTypingReplaces) {

@@ -1,5 +1,6 @@
 // The command line: the history and its keys. Nothing is sent, since there is no link.
 
+#include "link/wire.h"
 #include "tests/ui/textarea/textarea_fixture.h"
 #include "textarea/command_queue.h"
 
@@ -77,6 +78,16 @@ TEST_F(TextAreaTest, ReturnEmptiesTheEntryAndTheKeysBrowseTheHistory) {
   EXPECT_EQ(theCommandLine->curSel(), -1);
   ui::pressKey(XK_Down);
   EXPECT_EQ(entry(), "new") << "begins at the newest again";
+}
+
+TEST_F(TextAreaTest, ALineThatCannotBeSentStaysInTheEntryAndTheLogSaysWhy) {
+  commandQueue = {"waiting"};
+  const std::string line = "short;" + std::string(kMaxSentText + 1, 'c');
+  theCommandLine->setText(line.c_str());
+  ui::pressKey(XK_Return);
+  EXPECT_EQ(entry(), line);
+  EXPECT_EQ(logText(), "< Command of 16369 bytes is too long to be sent (at most 16368) >\n");
+  EXPECT_THAT(commandQueue, ElementsAre("waiting"));
 }
 
 TEST_F(TextAreaTest, TypingRightAfterBrowsingReplacesTheEntryAndLosesNoKey) {
