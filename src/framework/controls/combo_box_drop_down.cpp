@@ -70,6 +70,8 @@ void zComboBoxBase::popUp() {
   XRaiseWindow(XtDisplay(outerForm), XtWindow(outerForm));
   if (currentItem != ziListRows::kNone) {
     rows.select(currentItem);
+  } else {
+    rows.showFirst();
   }
   openCombo = this;
   callbacks->watchOutside();

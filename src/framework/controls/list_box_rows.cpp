@@ -174,6 +174,12 @@ void ziListRows::deselectAll() {
   }
 }
 
+void ziListRows::showFirst() {
+  if (count() > 0) {
+    XmListSetPos(list, 1);
+  }
+}
+
 std::vector<int> ziListRows::selectedRows() const {
   std::vector<int> rows;
   int* positions = nullptr;

@@ -39,6 +39,8 @@ class ziListRows {
   /// The same where several rows can be selected: the others stay as they are.
   void addToSelection(int row);
   void deselectAll();
+  /// Brings the first row into view.
+  void showFirst();
   std::vector<int> selectedRows() const;
   /// The row of the keyboard position; none while no row is selected.
   int keyboardRow() const;
