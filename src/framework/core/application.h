@@ -54,7 +54,8 @@ class zApp {
   /// Replaces the accelerator table; 1, or 0 if there is no such resource (the table is then
   /// empty).
   int loadAccelerators(int resourceId);
-  /// Sends the command of the accelerator that `event` (a key press) is; 1 if it was one.
+  /// Sends the command of the accelerator that `event` (a key press) is; 1 if it was one, also
+  /// when its menu item is greyed and nothing is sent.
   int translateAccelerator(zEvent* event);
   void beep();
 

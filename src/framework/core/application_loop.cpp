@@ -152,10 +152,8 @@ int zApp::translateAccelerator(zEvent* event) {
   command.extra = kCommandFromAccelerator;
   ziFrameMenu* menu = mainFrame == nullptr ? nullptr : mainFrame->menu();
   if (menu != nullptr) {
-    if (menu->isItemEnabled(accelerator->command) == 0) {
-      return 0;
-    }
-    if (menu->dispatch(&command) != 0) {
+    // The key of a greyed item is not left to the widget, where it might mean something else.
+    if (menu->isItemEnabled(accelerator->command) == 0 || menu->dispatch(&command) != 0) {
       return 1;
     }
   }

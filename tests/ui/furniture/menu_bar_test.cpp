@@ -176,7 +176,7 @@ TEST_F(MenuTest, AcceleratorsGoToTheBarUnlessTheirItemIsGreyed) {
   EXPECT_EQ(listener.last.extra, kCommandFromAccelerator);
   bar->setGrayed(kOpen, 1);
   ui::pressKey(XK_o, ui::kControl);
-  EXPECT_THAT(takeJournal(), IsEmpty());
+  EXPECT_THAT(takeJournal(), IsEmpty()) << "and the pane does not get the key either";
   zApp::instance()->loadAccelerators(0);
 }
 

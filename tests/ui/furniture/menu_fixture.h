@@ -97,13 +97,30 @@ class MenuFrame : public zAppFrame {
   MenuJournal& events;
 };
 
+/// A pane that notes the key of Open when it gets so far.
+class TypedPane : public zPane {
+ public:
+  TypedPane(zWindow* parent, zSizer* sizer, std::uint32_t style, int id, MenuJournal& journal)
+      : zPane(parent, sizer, style, id), events(journal) {}
+  int character(zEvent* event) override {
+    constexpr int kControlO = 15;
+    if (event->wparam == kControlO) {
+      events.push_back("typed");
+    }
+    return 0;
+  }
+
+ private:
+  MenuJournal& events;
+};
+
 /// A frame on the screen with a pane in it, and a bar of two menus: File (Open, a separator, Exit)
 /// and View (Copy, Line numbering).
 class MenuTest : public testing::Test {
  protected:
   MenuTest() : frame(std::make_unique<MenuFrame>(journal)) {
-    pane =
-        new zPane(frame.get(), new zGravSizer(kGravityFill, 0, frame->sizer()), kStyleTabStop, 1);
+    pane = new TypedPane(frame.get(), new zGravSizer(kGravityFill, 0, frame->sizer()),
+                         kStyleTabStop, 1, journal);
     pane->show();
     auto ownedBar = std::make_unique<zMenu>(frame.get());
     bar = ownedBar.get();
