@@ -1,6 +1,6 @@
 // The Find dialog. Of its four fields at most one is meant: a choice that the user makes in one
-// clears the others. A list without items is greyed and has no choice; its placeholder is never
-// searched for.
+// clears the others, typing does not; a typed text goes first. A list without items is greyed and
+// has no choice; its placeholder is never searched for.
 
 #include "prompts/find_dlg.h"
 
@@ -38,9 +38,7 @@ FindDlg::FindDlg(zWindow* parent, const FindSettings& settings, int list, const 
   }
   textCombo->addAll(settings.history);
   textCombo->setCurSel(0);
-  for (const int code : {kComboSelectionChanged, kComboEditChanged}) {
-    textCombo->setNotify(this, toHandler(&FindDlg::onTextChanged), code);
-  }
+  textCombo->setNotify(this, toHandler(&FindDlg::onTextChoice), kComboSelectionChanged);
   textCombo->setNotify(this, toHandler(&FindDlg::onTextFocus), kComboFocusIn);
   addOptions(y, settings);
   addItems(list, items);
@@ -113,8 +111,11 @@ void FindDlg::clearLists(const zWindow* except) {
   }
 }
 
-int FindDlg::onTextChanged(zEvent* /*event*/) {
-  clearLists(nullptr);
+int FindDlg::onTextChoice(zEvent* /*event*/) {
+  // Typing, which leaves no row chosen, is no choice.
+  if (textCombo->curSel() >= 0) {
+    clearLists(nullptr);
+  }
   return 0;
 }
 

@@ -50,7 +50,7 @@ class FindDlg : public UIPopUpDlgBase {
   zComboBoxStatic* addListCombo(int y, const char* emptyText);
   zGroupBox* addGroup(int y, int height, const char* label);
   void addOptions(int y, const FindSettings& settings);
-  int onTextChanged(zEvent* event);
+  int onTextChoice(zEvent* event);
   int onTextFocus(zEvent* event);
   int onListChoice(zEvent* event);
   void clearLists(const zWindow* except);

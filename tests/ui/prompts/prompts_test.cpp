@@ -333,7 +333,7 @@ TEST_F(Find, StartsWithTheNewestSearchAndReturnsTextAndOptions) {
   EXPECT_EQ(typed->searchString, "other");
 }
 
-TEST_F(Find, AChoiceInOneFieldClearsTheOthersButFillingDoesNot) {
+TEST_F(Find, AChoiceInOneFieldClearsTheOthersButFillingAndTypingDoNot) {
   const auto dialog = make({{"text"}}, {"p1", "p2"});
   dialog->addItems(kFindSignals, {"s2", "s1"});
   EXPECT_THAT(fields(*dialog), ElementsAre("text", "p1", "s2", "No Timer available"));
@@ -347,7 +347,9 @@ TEST_F(Find, AChoiceInOneFieldClearsTheOthersButFillingDoesNot) {
     ui::pressKey(XK_Tab, ui::kShift);
     ui::pressKey(XK_Tab, ui::kShift);
     ui::typeText("typed");
-    EXPECT_THAT(fields(*dialog), ElementsAre("typed", "", "", "No Timer available"));
+    EXPECT_THAT(fields(*dialog), ElementsAre("typed", "", "s1", "No Timer available"));
+    ui::pressKey(XK_Down);
+    EXPECT_THAT(fields(*dialog), ElementsAre("text", "", "", "No Timer available"));
     ui::pressKey(XK_Tab);
     ui::pressKey(XK_Down);
     ui::pressKey(XK_Return);
