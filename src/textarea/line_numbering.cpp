@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cstdio>
 
 std::string linePrefix(int number) {
@@ -44,6 +45,25 @@ class RunningPrefix {
   int number;
   std::string text;
 };
+
+/// Whether `line` begins with the prefix of a number up to `greatest`.
+bool isPrefix(std::string_view line, int greatest) {
+  if (line.size() < kPrefixWidth) {
+    return false;
+  }
+  const std::string_view prefix = line.substr(0, kPrefixWidth);
+  const std::size_t blanks = std::min(prefix.find_first_not_of(' '), kNumberWidth);
+  int number = 0;
+  const char* end = prefix.data() + prefix.size();
+  const char* digits = prefix.data() + blanks;
+  const char* behind = std::from_chars(digits, end, number).ptr;
+  const std::string_view rest(behind, static_cast<std::size_t>(end - behind));
+  const auto width = static_cast<std::size_t>(behind - prefix.data());
+  // What follows the digits ends where a longer number has no room for it.
+  return number > 0 && number <= greatest && *digits != '0' && width >= kNumberWidth &&
+         (blanks == 0 || width == kNumberWidth) &&
+         rest == std::string_view(": ").substr(0, rest.size());
+}
 
 }  // namespace
 
@@ -90,13 +110,13 @@ std::string removeLineNumbers(std::string_view text, LogCounters& counters) {
   plain.reserve(text.size());
   for (std::size_t start = 0; start < text.size();) {
     const std::size_t feed = text.find('\n', start);
-    if (feed == std::string_view::npos) {
-      plain += text.substr(start);
-      break;
+    const std::size_t end = feed == std::string_view::npos ? text.size() : feed + 1;
+    plain += text.substr(start, end - start);
+    start = end;
+    if (feed != std::string_view::npos && isPrefix(text.substr(end), counters.lineCount)) {
+      start += kPrefixWidth;
+      counters.textEnd -= kPrefixWidth;
     }
-    plain += text.substr(start, feed + 1 - start);
-    start = feed + 1 + kPrefixWidth;
-    counters.textEnd -= kPrefixWidth;
   }
   return plain;
 }

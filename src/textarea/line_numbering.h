@@ -26,6 +26,6 @@ std::string expandForLog(std::string_view text, LogCounters& counters);
 /// The whole log `text` with a prefix behind each line feed, numbered from firstLineNumber on.
 std::string addLineNumbers(std::string_view text, LogCounters& counters);
 
-/// The whole log `text` without the kPrefixWidth characters behind each line feed, whatever they
-/// are: it relies on numbering having been on for every line.
+/// The whole log `text` without its prefixes: the kPrefixWidth characters behind a line feed where
+/// they are one that linePrefix gives for a line of this log.
 std::string removeLineNumbers(std::string_view text, LogCounters& counters);

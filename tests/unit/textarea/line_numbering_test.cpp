@@ -45,9 +45,24 @@ TEST(LineNumbering, OnAndOffGivesBackTextAndCounters) {
   EXPECT_EQ(addLineNumbers("", counters), "");
 }
 
-TEST(LineNumbering, TakingNumbersOffRemovesWhateverStandsInTheirPlace) {
-  LogCounters counters;
-  EXPECT_EQ(removeLineNumbers("a\nnumberlessb\nshort", counters), "a\nssb\n");
+TEST(LineNumbering, TakingNumbersOffRemovesOnlyWhatLooksLikeOne) {
+  struct Row {
+    const char* prefix;
+    bool goes;
+  };
+  for (const Row& row :
+       {Row{"     1: ", true}, Row{"999999: ", true}, Row{"1000000:", true}, Row{"12345678", true},
+        Row{"numbered", false}, Row{"     1:x", false}, Row{"    1:  ", false},
+        Row{"      : ", false}, Row{"     0: ", false}, Row{"1      ", false},
+        Row{" 000001:", false}, Row{"20261122", false}, Row{"    -1: ", false}}) {
+    LogCounters counters;
+    counters.lineCount = 12345678;
+    const std::string text = std::string("a\n") + row.prefix;
+    counters.textEnd = static_cast<int>(text.size());
+    const std::string left = removeLineNumbers(text, counters);
+    EXPECT_EQ(left, row.goes ? "a\n" : text) << row.prefix;
+    EXPECT_EQ(counters.textEnd, static_cast<int>(left.size())) << row.prefix;
+  }
 }
 
 TEST(LineNumbering, ANumberOfSevenDigitsLosesItsBlankToTheTextBehindIt) {
