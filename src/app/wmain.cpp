@@ -59,6 +59,7 @@ void WMain::createMenu() {
   pulldowns = buildMainMenu(*menuBar);
   bindCommands();
   pulldowns[kViewMenu]->addMenuInitHandler(this, toHandler(&WMain::onViewMenuShown));
+  pulldowns[kViewMenu]->addHandler(this, toHandler(&WMain::onViewMenuSelect), kMsgMenuSelect);
   for (const int initiallyOff : {kCommandFindNext, kCommandSaveButtons}) {
     menuBar->setGrayed(initiallyOff, 1);
   }

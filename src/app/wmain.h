@@ -100,8 +100,17 @@ class WMain : public zAppFrame, private ziButtonHost {
   int onZoomIn(zEvent* event);
   int onZoomOut(zEvent* event);
   int onViewMenuShown(zEvent* event);
+  int onViewMenuSelect(zEvent* event);
+  void enableSelectionItems(bool on);
 
+  struct CommandRow {
+    int id;
+    int (WMain::*run)(zEvent* event);
+  };
+  static const CommandRow kCommands[];
   void bindCommands();
+  /// Runs a command of the table and gives the focus back.
+  int onCommand(zEvent* event);
 
   zMenu* menuBar = nullptr;  ///< owned by the frame
   MainPulldowns pulldowns;

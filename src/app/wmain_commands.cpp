@@ -1,5 +1,6 @@
 // What the main window's commands do. Each gives the focus back to the command line.
 
+#include <algorithm>
 #include <cstdlib>
 
 #include "app/wmain.h"
@@ -49,43 +50,48 @@ constexpr ButtonSetCommand kButtonSetCommands[] = {
 
 }  // namespace
 
+constexpr WMain::CommandRow WMain::kCommands[] = {
+    {kCommandOpen, &WMain::onOpen},
+    {kCommandSetDirectory, &WMain::onSetDirectory},
+    {kCommandExit, &WMain::onExit},
+    {kCommandFind, &WMain::onFind},
+    {kCommandFindNext, &WMain::onFindNext},
+    {kCommandFindSelection, &WMain::onFindSelection},
+    {kCommandCopy, &WMain::onCopy},
+    {kCommandPaste, &WMain::onPaste},
+    {kCommandLineNumbering, &WMain::onLineNumbering},
+    {kCommandClearText, &WMain::onClearText},
+    {kCommandLoadButtons, &WMain::onButtonSet},
+    {kCommandAppendButtons, &WMain::onButtonSet},
+    {kCommandSaveButtons, &WMain::onButtonSet},
+    {kCommandSaveButtonsAs, &WMain::onButtonSet},
+    {kCommandExpandGroups, &WMain::onButtonSet},
+    {kCommandCollapseGroups, &WMain::onButtonSet},
+    {kCommandAddGroup, &WMain::onButtonSet},
+    {kCommandHelpTessil, &WMain::onHelp},
+    {kCommandHelpUi, &WMain::onHelp},
+    {kCommandHelpKorvane, &WMain::onHelp},
+    {kCommandHelpCommands, &WMain::onHelp},
+    {kCommandAbout, &WMain::onAbout},
+    {kCommandToggleToolBar, &WMain::onToggleToolBar},
+    {kCommandToggleStatusLine, &WMain::onToggleStatusLine},
+    {kCommandOrganizer, &WMain::onOrganizer},
+    {kCommandZoomIn, &WMain::onZoomIn},
+    {kCommandZoomOut, &WMain::onZoomOut},
+};
+
 void WMain::bindCommands() {
-  struct Binding {
-    int id;
-    int (WMain::*handler)(zEvent* event);
-  };
-  constexpr Binding kBindings[] = {
-      {kCommandOpen, &WMain::onOpen},
-      {kCommandSetDirectory, &WMain::onSetDirectory},
-      {kCommandExit, &WMain::onExit},
-      {kCommandFind, &WMain::onFind},
-      {kCommandFindNext, &WMain::onFindNext},
-      {kCommandFindSelection, &WMain::onFindSelection},
-      {kCommandCopy, &WMain::onCopy},
-      {kCommandPaste, &WMain::onPaste},
-      {kCommandLineNumbering, &WMain::onLineNumbering},
-      {kCommandClearText, &WMain::onClearText},
-      {kCommandLoadButtons, &WMain::onButtonSet},
-      {kCommandAppendButtons, &WMain::onButtonSet},
-      {kCommandSaveButtons, &WMain::onButtonSet},
-      {kCommandSaveButtonsAs, &WMain::onButtonSet},
-      {kCommandExpandGroups, &WMain::onButtonSet},
-      {kCommandCollapseGroups, &WMain::onButtonSet},
-      {kCommandAddGroup, &WMain::onButtonSet},
-      {kCommandHelpTessil, &WMain::onHelp},
-      {kCommandHelpUi, &WMain::onHelp},
-      {kCommandHelpKorvane, &WMain::onHelp},
-      {kCommandHelpCommands, &WMain::onHelp},
-      {kCommandAbout, &WMain::onAbout},
-      {kCommandToggleToolBar, &WMain::onToggleToolBar},
-      {kCommandToggleStatusLine, &WMain::onToggleStatusLine},
-      {kCommandOrganizer, &WMain::onOrganizer},
-      {kCommandZoomIn, &WMain::onZoomIn},
-      {kCommandZoomOut, &WMain::onZoomOut},
-  };
-  for (const Binding& binding : kBindings) {
-    menuBar->setCommand(this, toHandler(binding.handler), binding.id);
+  for (const CommandRow& row : kCommands) {
+    menuBar->setCommand(this, toHandler(&WMain::onCommand), row.id);
   }
+}
+
+int WMain::onCommand(zEvent* event) {
+  const auto* row = std::ranges::find(kCommands, event->wparam, &CommandRow::id);
+  const int result = (this->*row->run)(event);
+  // Whatever had the keyboard, the user goes on at the command line.
+  focusCommandLine();
+  return result;
 }
 
 // The symbol file is the tester's to read; it answers with the directory of the system.
@@ -96,13 +102,11 @@ int WMain::onOpen(zEvent* /*event*/) {
   if (form.accepted() != 0) {
     ::sendCommand(("system " + form.path()).c_str());
   }
-  focusCommandLine();
   return 0;
 }
 
 int WMain::onSetDirectory(zEvent* /*event*/) {
   ::sendCommand("Change-Directory");
-  focusCommandLine();
   return 0;
 }
 
@@ -119,8 +123,12 @@ int WMain::onFindNext(zEvent* /*event*/) {
   return 0;
 }
 
+// What is selected now counts, here and for Copy; the menu may have been greyed long ago.
 int WMain::onFindSelection(zEvent* /*event*/) {
-  findFirst(theTextPane->selection(), true, false);
+  const RWCString selected = theTextPane->selection();
+  if (!selected.isEmpty()) {
+    findFirst(selected, true, false);
+  }
   return 0;
 }
 
@@ -140,7 +148,10 @@ FindSettings WMain::findSettings() const {
 }
 
 int WMain::onCopy(zEvent* /*event*/) {
-  copyBuffer = theTextPane->selection();
+  const RWCString selected = theTextPane->selection();
+  if (!selected.isEmpty()) {
+    copyBuffer = selected;
+  }
   return 0;
 }
 
@@ -175,7 +186,6 @@ int WMain::onButtonSet(zEvent* event) {
       row.run(*theGroupPane);
     }
   }
-  focusCommandLine();
   return 0;
 }
 
@@ -185,7 +195,6 @@ int WMain::onHelp(zEvent* event) {
       sendHelpRequest(topic.key);
     }
   }
-  focusCommandLine();
   return 0;
 }
 
@@ -194,7 +203,6 @@ int WMain::onAbout(zEvent* /*event*/) {
   if (about->run(0) != zDialogFrame::kDialogGone) {
     delete about;
   }
-  focusCommandLine();
   return 0;
 }
 
@@ -231,8 +239,19 @@ int WMain::onZoomOut(zEvent* /*event*/) {
 }
 
 int WMain::onViewMenuShown(zEvent* /*event*/) {
-  const int hasSelection = theTextPane->selection().isEmpty() ? 0 : 1;
-  menuBar->enableItem(kCommandCopy, hasSelection);
-  menuBar->enableItem(kCommandFindSelection, hasSelection);
+  enableSelectionItems(!theTextPane->selection().isEmpty());
   return 0;
+}
+
+// Off the screen the items are never greyed: their keys ask for the selection themselves.
+int WMain::onViewMenuSelect(zEvent* event) {
+  if (event->lparam == kMenuClosed) {
+    enableSelectionItems(true);
+  }
+  return 0;
+}
+
+void WMain::enableSelectionItems(bool on) {
+  menuBar->enableItem(kCommandCopy, on ? 1 : 0);
+  menuBar->enableItem(kCommandFindSelection, on ? 1 : 0);
 }

@@ -77,7 +77,7 @@ FindResult findInLines(std::string_view log, const char* compiled, std::size_t b
                        FindState& state) {
   std::int64_t work = kFindWork + kFindWorkPerCharacter * static_cast<std::int64_t>(log.size());
   std::string line;
-  while (before < log.size() && work > 0) {
+  while (before < log.size()) {
     const std::size_t start = before + 1;
     const std::size_t end = std::min(log.find('\n', start), log.size());
     line.assign(log, start, end - start);
@@ -89,6 +89,10 @@ FindResult findInLines(std::string_view log, const char* compiled, std::size_t b
       return FindResult::kFound;
     }
     work -= regexp::workSpent();
+    // A line that was not looked through to its end is not passed over: it may hold the hit.
+    if (regexp::workSpent() > regexp::kWorkLimit || work <= 0) {
+      return FindResult::kGaveUp;
+    }
     before = end;
   }
   return FindResult::kNotFound;

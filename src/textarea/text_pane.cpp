@@ -23,6 +23,17 @@ constexpr char kClearedText[] = "------------- Text Log Cleared --------------\r
 constexpr int kMsgRightButtonDown = 516;
 constexpr int kMsgRightDoubleClick = 518;
 
+constexpr int kFirstFunctionKeysym = 0xFF00;
+
+// The character must not be lost, nor the focus stay in the log.
+int typeIntoCommandLine(const zEvent& press) {
+  if (theCommandLine == nullptr) {
+    return 0;
+  }
+  theCommandLine->takeKeyPress(press);
+  return 1;
+}
+
 zFontSpec logFont(int level) {
   constexpr int kWidthStep = 14;
   constexpr int kSmallestWidth = 34;
@@ -108,7 +119,21 @@ void TextPane::zoomOut() {
 }
 
 void TextPane::applyZoom() {
-  setFont(zRCFont(logFont(zoom)), 1);
+  changeView([this] { setFont(zRCFont(logFont(zoom)), 1); });
+}
+
+// Who sees the end of the log goes on seeing it.
+template <class Change>
+void TextPane::changeView(Change change) {
+  const bool sawEnd = isInView(textLength());
+  change();
+  if (sawEnd) {
+    bringIntoView(textLength());
+  }
+}
+
+void TextPane::moveResize(int x, int y, int width, int height) {
+  changeView([&] { zEditBox::moveResize(x, y, width, height); });
 }
 
 void TextPane::pageUp() {
@@ -138,9 +163,7 @@ int TextPane::size(zEvent* event) {
   measuring.unlock();
   charHeight = std::max(letter.height, 1);
   charWidth = letter.width;
-  zRect client;
-  getInterior(client);
-  pageLines = client.height() / charHeight;
+  pageLines = linesHeight() / charHeight;
   if (theCommandLine != nullptr) {
     theCommandLine->followWidth();
     // The toolkit takes the focus off an entry that a shrinking window hides until it is laid out.
@@ -151,7 +174,7 @@ int TextPane::size(zEvent* event) {
 
 int TextPane::handle(zEvent* event) {
   if (event->message == kMsgKeyDown) {
-    return handleKey(event->wparam);
+    return handleKey(*event);
   }
   if (event->message < kMsgRightButtonDown || event->message > kMsgRightDoubleClick) {
     controlLatch = false;
@@ -159,25 +182,33 @@ int TextPane::handle(zEvent* event) {
   return 1;
 }
 
-int TextPane::handleKey(std::intptr_t code) {
-  switch (code) {
+int TextPane::handleKey(const zEvent& event) {
+  switch (event.wparam) {
     case kKeyPageUp:
       controlLatch ? scrollToTop() : pageUp();
-      break;
+      return 1;
     case kKeyPageDown:
       controlLatch ? scrollToEnd() : pageDown();
-      break;
+      return 1;
     case kKeyLeftControl:
       controlLatch = true;
-      break;
+      return 1;
     case 'A':
       // Reached only by a capital A with Alt; Control with a letter arrives as a control character.
       if (controlLatch) {
         selectAll();
+        return 1;
       }
-      break;
+      return 0;
+    case kKeyReturn:
+    case kKeyBackspace:
+      // The keys of these names, not Control with the letter that gives the same character.
+      return event.lparam >= kFirstFunctionKeysym ? typeIntoCommandLine(event) : 0;
     default:
-      break;
+      return 0;
   }
-  return 1;
+}
+
+int TextPane::typingArrived(zEvent& event) {
+  return typeIntoCommandLine(event);
 }

@@ -3,6 +3,7 @@
 #include <functional>
 
 #include "framework/controls/edit.h"
+#include "textarea/find_text.h"
 #include "textarea/line_numbering.h"
 
 /// The log: a read-only text to which everything that the tester shows is appended. It has no bound
@@ -42,8 +43,9 @@ class TextPane : public zEditBox {
   void scrollToEnd();
   void selectAll();
   /// Selects the next hit for `wanted` and brings it into view; from the start, with the view at
-  /// the top, unless `goOn`. A box tells when there is none, or when `wanted` is no regular
-  /// expression; the pane may be gone after it.
+  /// the top, unless `goOn`. A box tells when there is none (after `goOn` it offers to search from
+  /// the start), when `wanted` is no regular expression, or one that is too complex; the pane may
+  /// be gone after it.
   void findText(const RWCString& wanted, bool goOn, bool matchCase, bool regexp);
 
   /// The Control latch, shared with the command line: set by a press of Control in either, cleared
@@ -55,13 +57,24 @@ class TextPane : public zEditBox {
   int textEnd() const { return counters.textEnd; }
   int linesPerPage() const { return pageLines; }
 
+  /// Keys of the log are taken, all others left to the accelerators and to the widget.
   int handle(zEvent* event) override;
   int size(zEvent* event) override;
+  void moveResize(int x, int y, int width, int height) override;
+
+ protected:
+  /// What is typed belongs to the command line.
+  int typingArrived(zEvent& event) override;
 
  private:
   void insertAtEnd(const std::string& piece);
   void applyZoom();
-  int handleKey(std::intptr_t code);
+  template <class Change>
+  void changeView(Change change);
+  int handleKey(const zEvent& event);
+  FindResult selectNextHit(const FindRequest& request);
+  /// `wanted` is a copy: the caller's text may change while the box is up.
+  void tellNotFound(RWCString wanted, bool goOn, bool matchCase, bool regexp);
 
   LogCounters counters;
   int charHeight = 1;

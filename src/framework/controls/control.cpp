@@ -149,6 +149,10 @@ int zControl::notifyParent(int code, XEvent* xevent) {
   return zDispatch(event, parent());
 }
 
+int zControl::typingArrived(zEvent& /*event*/) {
+  return 0;
+}
+
 int zControl::keyArrived(zEvent& event, bool typed) {
   if (!typed) {
     return 0;

@@ -34,6 +34,10 @@ class zControl : public zChildWin {
   /// Gives the input focus to this control by the focus timer.
   void setFocus() { startFocusTimer(); }
 
+  /// Takes the focus, at once, and the key press that another control got as if it were this one's.
+  /// The control may be gone afterwards.
+  void takeKeyPress(const zEvent& press);
+
   /// Binds the notification `code` of this control in the parent.
   void setNotify(zEvH* target, zHandler handler, int code) {
     addCtrlHandler(target, handler, code);
@@ -85,6 +89,8 @@ class zControl : public zChildWin {
   /// Whether printable keys without Control or Alt go to the widget unasked, and key releases to
   /// nobody: true for controls in which the user types.
   virtual bool takesTyping() const { return false; }
+  /// Such a printable key has come. Non-zero keeps it from the widget.
+  virtual int typingArrived(zEvent& event);
   /// The last station of a key that no handler and no accelerator took (and of those that are not
   /// offered to them). `typed` says whether the key gives a character. Non-zero keeps the key from
   /// the widget.

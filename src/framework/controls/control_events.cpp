@@ -41,6 +41,10 @@ bool isPlainTyping(const zKeyLookup& key, unsigned state) {
   return key.hasText && isPrintable(key.character) && (state & commandKeys) == 0;
 }
 
+Widget focusTarget(const zControl& control) {
+  return control.innerWidget() != nullptr ? control.innerWidget() : control.widget();
+}
+
 }  // namespace
 
 bool ziControlEvents::run(zControl& control, XEvent* xevent) {
@@ -80,7 +84,8 @@ bool ziControlEvents::keyPress(zControl& control, zEvent& event) {
   event.lparam = key.keysym;
   event.wparam = key.code();
   const ziAlive alive(&control);
-  if (!(control.takesTyping() && isPlainTyping(key, press.state)) && offerKey(control, event)) {
+  const bool isTyping = control.takesTyping() && isPlainTyping(key, press.state);
+  if (isTyping ? control.typingArrived(event) != 0 : offerKey(control, event)) {
     return true;
   }
   event.wparam = key.hasText ? key.character : key.keysym;
@@ -142,6 +147,15 @@ void ziControlEvents::crossing(zControl& control, zEvent& event) {
   // Message 0 on purpose: users of the generic hook tell a crossing by it.
   event.message = 0;
   control.handle(&event);
+}
+
+// Not by the focus timer: the key that is typed next must find the focus here.
+void zControl::takeKeyPress(const zEvent& press) {
+  Widget target = focusTarget(*this);
+  XmProcessTraversal(target, XmTRAVERSE_CURRENT);
+  XEvent redirected = *press.xevent;
+  redirected.xkey.window = XtWindow(target);
+  XtDispatchEventToWidget(target, &redirected);
 }
 
 void zControlEventProc(Widget /*widget*/, XtPointer control, XEvent* event, Boolean* toWidget) {

@@ -337,6 +337,26 @@ void zEditBase::scroll(int lines) {
   XmTextScroll(widget(), lines);
 }
 
+bool zEditBase::isInView(int position) const {
+  Position x = 0;
+  Position y = 0;
+  return XtIsRealized(widget()) != False && XmTextPosToXY(widget(), position, &x, &y) != False;
+}
+
+void zEditBase::bringIntoView(int position) {
+  XmTextShowPosition(widget(), position);
+}
+
+int zEditBase::linesHeight() const {
+  Dimension height = 0;
+  Dimension shadow = 0;
+  Dimension highlight = 0;
+  Dimension margin = 0;
+  XtVaGetValues(widget(), XmNheight, &height, XmNshadowThickness, &shadow, XmNhighlightThickness,
+                &highlight, XmNmarginHeight, &margin, nullptr);
+  return height - 2 * (shadow + highlight + margin);
+}
+
 void zEditBase::cut() {
   XmTextCut(widget(), lastTime(widget()));
 }

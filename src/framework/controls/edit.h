@@ -61,6 +61,11 @@ class zEditBase : public zControl {
   /// Scrolls by lines, down when positive; stops at the ends of the text.
   void scroll(int lines);
   using zControl::scroll;
+  bool isInView(int position) const;
+  /// Scrolls as little as brings the position into view.
+  void bringIntoView(int position);
+  /// Height of the room for lines, pixels: the widget without scroll bar, border and margins.
+  int linesHeight() const;
 
   // With the clipboard; cut and paste change nothing in a read-only control.
   void cut();

@@ -13,6 +13,9 @@ TEST_F(FindInLog, SelectsTheHitAndBringsItIntoView) {
   theTextPane->findText("LINE 321", false, false, false);
   EXPECT_EQ(theTextPane->selection().str(), "line 321");
   EXPECT_EQ(theTextPane->insertionPosition(), theTextPane->selectionRange()->to);
+  for (const char* seen : {"line 321", "line 323"}) {
+    EXPECT_TRUE(theTextPane->isInView(static_cast<int>(logText().find(seen)))) << seen;
+  }
   theTextPane->findText("e 32.$", false, false, true);
   EXPECT_EQ(theTextPane->selection().str(), "e 320");
   theTextPane->findText("e 32.$", true, false, true);
@@ -22,31 +25,48 @@ TEST_F(FindInLog, SelectsTheHitAndBringsItIntoView) {
 TEST_F(FindInLog, TellsThatThereIsNoHitAndKeepsTheSelection) {
   theTextPane->appendText("abc\nabc\n");
   theTextPane->findText("abc", false, true, false);
-  EXPECT_EQ(theTextPane->selectionRange(), (zTextRange{4, 7}));
-  ui::ModalScript script;
-  script.onDialog("Korvane UI", XK_Return);
-  script.run([] {
-    theTextPane->findText("abc", true, true, false);
-    return 0;
-  });
-  EXPECT_EQ(theTextPane->selectionRange(), (zTextRange{4, 7}));
-  ui::ModalScript regexp;
-  regexp.onDialog("Korvane UI", XK_Return);
-  regexp.run([] {
-    theTextPane->findText("x*y", true, true, true);
-    return 0;
-  });
+  for (const bool regexp : {false, true}) {
+    ui::ModalScript script;
+    script.onDialog("Korvane UI", XK_Return);
+    script.run([&] {
+      theTextPane->findText("x*y", false, true, regexp);
+      return 0;
+    });
+    EXPECT_EQ(theTextPane->selectionRange(), (zTextRange{4, 7}));
+  }
 }
 
-TEST_F(FindInLog, TellsThatAPatternIsWrong) {
-  theTextPane->appendText("abc\nabc\n");
-  ui::ModalScript script;
-  script.onDialog("ERR", XK_Return);
-  script.run([] {
-    theTextPane->findText("\\(a", false, true, true);
-    return 0;
-  });
-  EXPECT_FALSE(theTextPane->selectionRange());
+TEST_F(FindInLog, ASearchThatWentOnIsOfferedFromTheStart) {
+  theTextPane->appendText(".abc\nabc\n");
+  theTextPane->findText("c", false, true, true);
+  theTextPane->findText("c", true, true, true);
+  for (const ui::KeySymbol answer : {XK_Escape, XK_Return}) {
+    ui::ModalScript script;
+    script.onDialog("Korvane UI", answer);
+    script.run([] {
+      theTextPane->findText("c", true, true, true);
+      return 0;
+    });
+    EXPECT_EQ(theTextPane->selectionRange(),
+              answer == XK_Return ? (zTextRange{3, 4}) : (zTextRange{7, 8}));
+  }
+}
+
+TEST_F(FindInLog, TellsThatAPatternIsWrongOrTooComplex) {
+  theTextPane->appendText((".\n" + std::string(3000, 'a')).c_str());
+  struct Row {
+    const char* pattern;
+    const char* title;
+  };
+  for (const Row& row : {Row{"\\(a", "ERR"}, Row{"[^x]*[^x]*[^x]*[^x]*[b]", "Korvane UI"}}) {
+    ui::ModalScript script;
+    script.onDialog(row.title, XK_Return);
+    script.run([&] {
+      theTextPane->findText(row.pattern, false, true, true);
+      return 0;
+    });
+    EXPECT_FALSE(theTextPane->selectionRange());
+  }
 }
 
 }  // namespace

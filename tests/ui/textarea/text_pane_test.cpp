@@ -2,6 +2,7 @@
 
 #include "resources/command_ids.h"
 #include "tests/ui/textarea/textarea_fixture.h"
+#include "textarea/command_queue.h"
 
 namespace {
 
@@ -60,15 +61,34 @@ TEST_F(TextAreaTest, AppendingDropsTheSelectionAndShowsTheEnd) {
   EXPECT_EQ(theTextPane->selection().str(), "0\nli");
 }
 
-TEST_F(TextAreaTest, TypingAndDeletingLeaveTheLogAsItIs) {
+TEST_F(TextAreaTest, TheLogLeavesKeysToItsWidgetAndTypingToTheCommandLine) {
   appendLines(3);
   const std::string before = logText();
   focus(*theTextPane);
-  ui::typeText("typed\n");
-  for (const ui::KeySymbol key : {XK_BackSpace, XK_Delete, XK_Left, XK_Up, XK_Insert, XK_Tab}) {
+  for (const ui::KeySymbol key : {XK_Delete, XK_Left, XK_Insert}) {
     ui::pressKey(key);
     ui::pressKey(key, ui::kControl);
   }
+  ui::pressKey(XK_End, ui::kControl);
+  ui::pressKey(XK_Up, ui::kShift);
+  EXPECT_EQ(theTextPane->selection().str(), "line 2\n");
+  ui::pressKey(XK_Tab);
+  ui::waitForFocus(theCommandLine->widget());
+
+  focus(*theTextPane);
+  theCommandLine->setText("1;go ");
+  struct Row {
+    ui::KeySymbol key;
+    const char* next;
+  };
+  for (const Row& row :
+       {Row{XK_a, "b"}, Row{XK_BackSpace, "c"}, Row{0xE4, ""}, Row{XK_Return, ""}}) {
+    focus(*theTextPane);
+    ui::pressKey(row.key);
+    EXPECT_TRUE(ui::focusIs(theCommandLine->widget()));
+    ui::typeText(row.next);
+  }
+  EXPECT_THAT(commandQueue, ElementsAre("go ac\xE4"));
   EXPECT_EQ(logText(), before);
 }
 
@@ -101,7 +121,7 @@ TEST_F(TextAreaTest, ZoomGoesFromNoughtToTwentyAndTellsWhatIsPossible) {
   theTextPane->setZoomListener(
       [&](int command, bool possible) { told.emplace_back(command, possible); });
   const auto lastTold = [&] { return std::vector(told.end() - 2, told.end()); };
-  appendLines(20);
+  appendLines(200);
   ui::drain();
   const ui::ScreenArea place = ui::areaOf(log());
   EXPECT_EQ(theTextPane->zoomLevel(), 4);
@@ -109,6 +129,7 @@ TEST_F(TextAreaTest, ZoomGoesFromNoughtToTwentyAndTellsWhatIsPossible) {
   for (int level = 5; level <= 20; ++level) {
     theTextPane->zoomIn();
     EXPECT_EQ(theTextPane->zoomLevel(), level);
+    EXPECT_TRUE(isEndInView(log()));
     EXPECT_THAT(lastTold(),
                 ElementsAre(Pair(kCommandZoomIn, level < 20), Pair(kCommandZoomOut, true)));
   }
@@ -136,6 +157,9 @@ TEST_F(TextAreaTest, PageKeysScrollTheLogFromEitherControlByPagesThatDoNotFollow
     theTextPane->scrollToTop();
     const int page = theTextPane->linesPerPage();
     ASSERT_GT(page, 3);
+    if (theTextPane->zoomLevel() == 4) {
+      EXPECT_LE(page * lineHeight(log()), ui::areaOf(log()).height) << "no line is skipped";
+    }
     ui::pressKey(XK_Page_Down);
     ui::pressKey(XK_Page_Down);
     EXPECT_EQ(topLine(log()), 2 * page);
@@ -174,6 +198,7 @@ TEST_F(TextAreaTest, ControlMakesPageKeysGoToTheEndsUntilThePointerCrossesAnEdge
 }
 
 TEST_F(TextAreaTest, LogAndCommandLineFollowTheFrameAndTheKeyboardStays) {
+  appendLines(100);
   struct Size {
     int width, height;
   };
@@ -196,6 +221,7 @@ TEST_F(TextAreaTest, LogAndCommandLineFollowTheFrameAndTheKeyboardStays) {
     EXPECT_GE(entry.y, text.y + text.height);
     EXPECT_LE(entry.y + entry.height, inside.y + inside.height);
     ui::waitForFocus(theCommandLine->widget());
+    EXPECT_TRUE(isEndInView(log()));
   }
 }
 
