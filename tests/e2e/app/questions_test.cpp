@@ -232,15 +232,19 @@ TEST_F(AppTest, FindsWhatTheDialogAskedForAndGoesOn) {
   awaitCommandLine();
   user.press(XK_F3);
   user.awaitWindow(kMainTitle, mainWindow);  // the box that says: not found
-  user.press(XK_Return);
+  user.press(XK_Return);                     // finds the same from the start
   // OK with nothing to search for is a cancelled search.
   postmaster.send(MSG_T_FIND, 0, 2, Parameter::List{});
   user.awaitWindow(kPrompt, dialog);
-  for (int i = 0; i < 5; ++i) {
-    user.press(XK_BackSpace);
-  }
+  user.press(XK_BackSpace);
   user.press(XK_Return);
   postmaster.expect(MSG_UI_CANCEL);
+  // The dialog has left the hit selected.
+  awaitCommandLine();
+  user.press(XK_c, screen::kControl);
+  user.press(XK_v, screen::kControl);
+  user.type("\n");
+  postmaster.expect(MSG_UI_COMMAND, "Timer");
 }
 
 TEST_F(AppTest, OpensTheSystemThatTheUserChooses) {
