@@ -201,6 +201,17 @@ TEST_F(DropDown, GoesAboveTheEntryAtTheLowerEdgeOfTheScreen) {
   EXPECT_EQ(list.y + list.height, ui::areaOf(combo.widget()).y);
 }
 
+TEST_F(DropDown, OpensAtItsFirstRowWhenNoneIsChosen) {
+  combo.setCurSel(3);
+  for (int i = 0; i < 30; ++i) {
+    combo.insert("newer", 0);
+  }
+  combo.setCurSel(-1);
+  combo.showDropDown();
+  ui::drain();
+  EXPECT_TRUE(isRowInView(part(combo.holder(), "ScrolledList"), 0));
+}
+
 TEST_F(DropDown, DiesWithItsComboBox) {
   auto third =
       std::make_unique<zComboBoxFull>(frame.get(), new zSizer(230, 10, 100, 100), kFullStyle, kId);
