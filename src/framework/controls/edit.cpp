@@ -14,6 +14,8 @@
 #include "framework/draw/x_font_xm.h"
 #include "support/line_text.h"
 
+#include <X11/IntrinsicP.h>
+
 namespace {
 
 constexpr Dimension kLineWidth = 100;
@@ -155,6 +157,11 @@ void zEditBase::fitLine() {
 void zEditBase::applyFontToWidget() {
   zControl::applyFontToWidget();
   fitLine();
+  // The widget counts the lines that it can show only when it draws or is resized; until then it
+  // takes positions for visible that are not any more.
+  if ((style() & kEditMultiLine) != 0) {
+    XtClass(widget())->core_class.resize(widget());
+  }
 }
 
 void zEditBase::moveResize(int x, int y, int width, int height) {

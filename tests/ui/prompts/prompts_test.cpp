@@ -338,6 +338,8 @@ TEST_F(Find, AChoiceInOneFieldClearsTheOthersButFillingAndTypingDoNot) {
   dialog->addItems(kFindSignals, {"s2", "s1"});
   EXPECT_THAT(fields(*dialog), ElementsAre("text", "p1", "s2", "No Timer available"));
   run(*dialog, [&] {
+    ui::typeText("typed");
+    EXPECT_THAT(fields(*dialog), ElementsAre("typed", "p1", "s2", "No Timer available"));
     ui::pressKey(XK_Tab);
     ui::pressKey(XK_Down);
     EXPECT_THAT(fields(*dialog), ElementsAre("", "p2", "", "No Timer available"));
@@ -346,8 +348,6 @@ TEST_F(Find, AChoiceInOneFieldClearsTheOthersButFillingAndTypingDoNot) {
     EXPECT_THAT(fields(*dialog), ElementsAre("", "", "s1", "No Timer available"));
     ui::pressKey(XK_Tab, ui::kShift);
     ui::pressKey(XK_Tab, ui::kShift);
-    ui::typeText("typed");
-    EXPECT_THAT(fields(*dialog), ElementsAre("typed", "", "s1", "No Timer available"));
     ui::pressKey(XK_Down);
     EXPECT_THAT(fields(*dialog), ElementsAre("text", "", "", "No Timer available"));
     ui::pressKey(XK_Tab);
