@@ -118,7 +118,9 @@ int WMain::onFind(zEvent* /*event*/) {
 
 int WMain::onFindNext(zEvent* /*event*/) {
   if (!findHistory.empty()) {
-    theTextPane->findText(findHistory.back(), true, findMatchCase, findRegexp);
+    // A copy: the history may grow while a box is up.
+    const RWCString wanted = findHistory.back();
+    theTextPane->findText(wanted, true, findMatchCase, findRegexp);
   }
   return 0;
 }

@@ -73,8 +73,7 @@ class TextPane : public zEditBox {
   void changeView(Change change);
   int handleKey(const zEvent& event);
   FindResult selectNextHit(const FindRequest& request);
-  /// `wanted` is a copy: the caller's text may change while the box is up.
-  void tellNotFound(RWCString wanted, bool goOn, bool matchCase, bool regexp);
+  void tellNotFound(const RWCString& wanted, bool goOn, bool matchCase, bool regexp);
 
   LogCounters counters;
   int charHeight = 1;

@@ -75,7 +75,7 @@ void TextPane::findText(const RWCString& wanted, bool goOn, bool matchCase, bool
   }
 }
 
-void TextPane::tellNotFound(RWCString wanted, bool goOn, bool matchCase, bool regexp) {
+void TextPane::tellNotFound(const RWCString& wanted, bool goOn, bool matchCase, bool regexp) {
   const ziAlive alive(this);
   const RWCString told = quoted(wanted, regexp, goOn ? kNotFoundFromHereText : kNotFoundText);
   const zMessage box(this, told.c_str(), kBoxCaption, (goOn ? kBoxOkCancel : kBoxOk) | kBoxWarning);
