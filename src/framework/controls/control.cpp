@@ -161,15 +161,6 @@ int zControl::keyArrived(zEvent& event, bool typed) {
   return character(&event);
 }
 
-bool zControl::pressArrived(zEvent& event) {
-  const unsigned button = event.xevent->xbutton.button;
-  const ziAlive alive(this);
-  if (button == Button1 || button == Button2) {
-    XmProcessTraversal(inner != nullptr ? inner : mainWidget, XmTRAVERSE_CURRENT);
-  }
-  return !alive;
-}
-
 void zControl::show(int state) {
   if (!hasState(kShown)) {
     setState(kShown, true);

@@ -149,6 +149,15 @@ void ziControlEvents::crossing(zControl& control, zEvent& event) {
   control.handle(&event);
 }
 
+bool zControl::pressArrived(zEvent& event) {
+  const unsigned button = event.xevent->xbutton.button;
+  const ziAlive alive(this);
+  if (button == Button1 || button == Button2) {
+    XmProcessTraversal(focusTarget(*this), XmTRAVERSE_CURRENT);
+  }
+  return !alive;
+}
+
 // Not by the focus timer: the key that is typed next must find the focus here.
 void zControl::takeKeyPress(const zEvent& press) {
   Widget target = focusTarget(*this);
