@@ -4,8 +4,8 @@
 #include <cstdint>
 
 /// Basic regular expressions: a pattern is compiled into a byte code, and the byte code is stepped
-/// through a text. Both work on bytes, allocate nothing and keep what they find in the variables
-/// below, so there is one pattern and one match at a time.
+/// through a text. Both work on bytes and keep what they find in the variables below, so there is
+/// one pattern and one match at a time.
 ///
 /// A pattern knows: `.`, `*`, `[...]`, `[^...]`, `^` at its start, `$` at its end, groups
 /// `\(...\)`, references to closed groups `\1` to `\9`, repetition `\{m\}`, `\{m,\}`, `\{m,n\}`,
@@ -82,9 +82,10 @@ extern int nbra;          ///< groups opened in the pattern
 extern std::array<const char*, kMaxGroups> braslist;  ///< starts of the groups
 extern std::array<const char*, kMaxGroups> braelist;  ///< ends of the groups
 
-/// Units of work that one call of step or advance may spend; then it gives up and finds nothing. A
-/// unit is one code executed or a few characters taken, five to ten nanoseconds of an ordinary
-/// machine.
+/// Units of work that one call of step or advance may spend on a pattern with references; then it
+/// gives up and finds nothing. A unit is one code executed or a few characters taken, five to ten
+/// nanoseconds of an ordinary machine. Other patterns need no limit: the time for them grows with
+/// the subject's length and the pattern's.
 inline constexpr std::int64_t kWorkLimit = std::int64_t{1} << 24;
 
 /// Compiles the pattern that ends at `endChar` or NUL into [buffer, bufferEnd), never past it, and
@@ -100,8 +101,11 @@ Error compileError();
 int step(const char* subject, const char* compiled);
 /// The same for a match that starts where the subject does; sets loc2 alone.
 int advance(const char* subject, const char* compiled);
-/// Units of work that the last step or advance spent.
+/// Units of work that the last step or advance spent of the limit; 0 when it did not come to need
+/// one.
 std::int64_t workSpent();
+/// Whether the last step or advance gave up.
+bool gaveUp();
 /// Stores the length of the last match of step and returns its start.
 const char* matchLength(int* length);
 

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "support/regular_expression.h"
+#include "support/regular_expression_filter.h"
 
 namespace {
 
@@ -76,9 +77,13 @@ FindResult findPlain(std::string_view log, const FindRequest& request, FindState
 FindResult findInLines(std::string_view log, const char* compiled, std::size_t before,
                        FindState& state) {
   std::int64_t work = kFindWork + kFindWorkPerCharacter * static_cast<std::int64_t>(log.size());
+  regexp::LineFilter filter(compiled);
   std::string line;
   while (before < log.size()) {
-    const std::size_t start = before + 1;
+    const std::size_t start = filter.nextLine(log, before + 1);
+    if (start == regexp::LineFilter::kNoLine) {
+      break;
+    }
     const std::size_t end = std::min(log.find('\n', start), log.size());
     line.assign(log, start, end - start);
     if (regexp::step(line.c_str(), compiled) != 0) {
@@ -90,12 +95,12 @@ FindResult findInLines(std::string_view log, const char* compiled, std::size_t b
     }
     work -= regexp::workSpent();
     // A line that was not looked through to its end is not passed over: it may hold the hit.
-    if (regexp::workSpent() > regexp::kWorkLimit || work <= 0) {
+    if (regexp::gaveUp() || work <= 0) {
       return FindResult::kGaveUp;
     }
     before = end;
   }
-  return FindResult::kNotFound;
+  return hasGivenUpALine ? FindResult::kGaveUp : FindResult::kNotFound;
 }
 
 FindResult findRegexp(std::string_view log, const FindRequest& request, FindState& state) {

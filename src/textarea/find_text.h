@@ -28,10 +28,10 @@ enum class FindResult {
 
 inline constexpr std::size_t kPatternLength = 255;
 
-/// What one search may spend on a regular expression, in the units of regexp::workSpent: so much
-/// and so much more for each character of the log. Together that is at most about three seconds and
-/// half a second a megabyte. A search that needs more gives up, also when one line
-/// needs more than regexp::kWorkLimit.
+/// What one search may spend on a regular expression with references, in the units of
+/// regexp::workSpent: so much and so much more for each character of the log. Together that is at
+/// most about three seconds and half a second a megabyte. A search that needs more gives up, also
+/// when one line needs more than regexp::kWorkLimit.
 inline constexpr std::int64_t kFindWork = std::int64_t{1} << 28;
 inline constexpr std::int64_t kFindWorkPerCharacter = 64;
 
