@@ -1,5 +1,5 @@
-// Any pattern compiles without leaving its buffer, and matches without leaving the subject. The
-// pattern is the input up to its first NUL, the subject the rest.
+// Any pattern compiles without leaving its buffer, and matches without leaving the subject; all
+// matchers find the same. The pattern is the input up to its first NUL, the subject the rest.
 
 #include <algorithm>
 #include <memory>
@@ -7,6 +7,7 @@
 
 #include "support/regular_expression.h"
 #include "tests/fuzz/fuzz_target.h"
+#include "tests/support/regexp_agreement.h"
 
 namespace {
 
@@ -39,6 +40,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   require(end > form.get() && end <= form.get() + kFormSize && end[-1] == regexp::CCEOF);
   require(regexp::compile("", form.get(), form.get() + kFormSize, '\0') == end);
 
+  require(matchersAgree(rest, form.get()).value_or(true));
   if (regexp::step(subject.get(), form.get()) != 0) {
     int length = 0;
     const char* from = regexp::matchLength(&length);

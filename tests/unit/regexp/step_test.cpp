@@ -7,7 +7,10 @@
 #include <chrono>
 #include <optional>
 #include <ostream>
+#include <random>
 #include <string>
+
+#include "tests/support/regexp_agreement.h"
 
 namespace {
 
@@ -153,7 +156,7 @@ TEST(RegexpStep, SkipsCodesItDoesNotKnowAndRunsNothingFromAnEmptyBuffer) {
   EXPECT_EQ(regexp::step("xa", ""), 0);
 }
 
-TEST(RegexpStep, PatternsMadeToExplodeEndWithoutAMatch) {
+TEST(RegexpStep, PatternsMadeToExplodeFindTheirMatchOrGiveUp) {
   const auto start = std::chrono::steady_clock::now();
   std::string manyStars;
   std::string manyClasses;
@@ -163,15 +166,52 @@ TEST(RegexpStep, PatternsMadeToExplodeEndWithoutAMatch) {
   for (int i = 0; i < 13; ++i) {
     manyClasses += "[^x]*";
   }
-  for (const std::string& pattern :
-       {manyStars + "[xy]", manyClasses + "[y]", std::string("\\(a*\\)*\\1*\\1*\\1*\\1*[b]"),
-        std::string("\\(.*\\)\\(.*\\)\\(.*\\)\\(.*\\)\\1\\2\\3\\4z"),
-        std::string("a.\\{2,\\}a.\\{2,\\}a.\\{2,\\}a.\\{2,\\}[b]")}) {
+  const std::string subject(30000, 'a');
+  for (const std::string& pattern : {manyStars + "[xy]$", "a" + manyClasses + "[y]",
+                                     std::string("a.\\{2,\\}a.\\{2,\\}a.\\{2,\\}a.\\{2,\\}[y]")}) {
     compileGood(pattern);
-    EXPECT_EQ(matchOf(std::string(30000, 'a')), kNone) << pattern;
+    EXPECT_EQ(matchOf(subject), kNone) << pattern;
+    EXPECT_FALSE(regexp::gaveUp()) << pattern;
+    EXPECT_EQ(matchOf(subject + "y"), (Match{0, 30001})) << pattern;
+  }
+  for (const char* pattern :
+       {"\\(a*\\)*\\1*\\1*\\1*\\1*[b]", "\\(.*\\)\\(.*\\)\\(.*\\)\\(.*\\)\\1\\2\\3\\4z"}) {
+    compileGood(pattern);
+    EXPECT_EQ(matchOf("a*" + subject), kNone) << pattern;
+    EXPECT_TRUE(regexp::gaveUp()) << pattern;
     EXPECT_LE(regexp::workSpent(), 2 * regexp::kWorkLimit) << pattern;
   }
   EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(60));
+}
+
+TEST(RegexpStep, AllWaysToLookForAPatternFindTheSame) {
+  const char* const pieces[] = {
+      "a",  "b",          "\xE4",         ".",           "*",        "*",
+      "^",  "[ab]",       "[^a]",         "[\xE0-\xEF]", "[^b\xE4]", "\\(",
+      "$",  "\\{0,2\\}",  "\\{1,\\}",     "\\{2\\}",     "\\)",      "\\1",
+      "b*", "a\\{20\\}", "a\\{1,254\\}", ".*",          "\\n",      "*"};
+  const std::string alphabet = "aaaabbb\xE4\xFF*{\n";
+  std::mt19937 random(7);
+  const auto below = [&](std::size_t limit) { return random() % limit; };
+  int compared = 0;
+  for (int round = 0; round < 4000; ++round) {
+    std::string pattern;
+    for (std::size_t count = 1 + below(9); count != 0; --count) {
+      pattern += pieces[below(std::size(pieces))];
+    }
+    if (regexp::compile(pattern.c_str(), form.data(), form.data() + form.size(), 0) == nullptr) {
+      continue;
+    }
+    std::string subject(below(40), 'a');
+    for (char& c : subject) {
+      c = alphabet[below(alphabet.size())];
+    }
+    subject.insert(below(subject.size() + 1), below(8) == 0 ? 256 : 0, 'a');
+    const std::optional<bool> agree = matchersAgree(subject, form.data());
+    ASSERT_NE(agree, false) << pattern << " in " << subject;
+    compared += agree ? 1 : 0;
+  }
+  EXPECT_GT(compared, 1000);
 }
 
 TEST(RegexpStep, WorkEnoughIsLeftForLongLines) {

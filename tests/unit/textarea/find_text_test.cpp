@@ -214,13 +214,23 @@ TEST_F(FindText, ABadPatternIsToldAndChangesNothing) {
       << "a fresh search forgets the last hit first";
 }
 
+TEST_F(FindText, AHostilePatternWithoutReferencesMissesNothing) {
+  log = ".\n";
+  for (int line = 0; line < 20000; ++line) {
+    log += "aaaaaaaaaaaaaaaaaaaaaaaaaaaaaax\n";
+  }
+  log += std::string(3000, 'a') + "b";
+  EXPECT_EQ(pattern("^[^x]*[^x]*[^x]*[^x]*[^x]\\{3,\\}[b]$"), (Hit{640002, 3001}));
+}
+
 TEST_F(FindText, ASearchThatGivesUpALineTellsAndPassesNoneOver) {
-  log = ".b\n" + std::string(3000, 'a') + "\naab";
-  const char* const hostile = "[^x]*[^x]*[^x]*[^x]*[b]";
-  EXPECT_EQ(pattern(hostile), (Hit{1, 1}));
-  EXPECT_EQ(findInLog(log, {.text = hostile, .goOn = true, .regexp = true}, state),
+  log = ".\n" + std::string(3000, 'a') + "b" + std::string(2000, 'a') + "c\naabaac";
+  EXPECT_EQ(findInLog(log,
+                      {.text = "^\\(.*\\)\\(.*\\)\\(.*\\)b\\1\\2\\3c$",
+                       .goOn = true,
+                       .regexp = true},
+                      state),
             FindResult::kGaveUp);
-  EXPECT_EQ(state.lastFindOffset, 1U);
 }
 
 }  // namespace

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <algorithm>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "support/regular_expression_filter.h"
+#include "support/regular_expression_matchers.h"
+
+/// What one of the matchers finds; nothing when it finds no match.
+using FoundPlaces = std::optional<std::vector<const char*>>;
+
+inline FoundPlaces foundPlaces(bool isFound, int groups) {
+  if (!isFound) {
+    return std::nullopt;
+  }
+  std::vector<const char*> places = {regexp::loc1, regexp::loc2};
+  places.insert(places.end(), regexp::braslist.begin(), regexp::braslist.begin() + groups);
+  places.insert(places.end(), regexp::braelist.begin(), regexp::braelist.begin() + groups);
+  return places;
+}
+
+/// Whether the filter may pass lines that the pattern does not match.
+inline bool isFilteredRoughly(const std::vector<regexp::Element>& elements) {
+  constexpr std::size_t kManyPlaces = 500;
+  std::size_t places = 0;
+  for (const regexp::Element& element : elements) {
+    if (element.kind == regexp::Element::Kind::kReference) {
+      return true;
+    }
+    places += std::max(element.low, element.high > regexp::kMaxRange ? 1 : element.high);
+  }
+  return places > kManyPlaces;
+}
+
+/// Whether all that looks for the last compiled pattern in a subject finds what the backtracking
+/// matcher finds: the linear matcher the same match, the filter the first line with one. Nothing
+/// when backtracking gave up.
+inline std::optional<bool> matchersAgree(const std::string& subject, const char* form) {
+  using regexp::Start;
+  constexpr std::int64_t kLimit = 1 << 20;
+  const Start start = regexp::circf ? Start::kAtSubject : Start::kAnywhere;
+  const auto backtrack = [&](const std::string& text) {
+    std::int64_t spent = 0;
+    return regexp::matchByBacktracking(text.c_str(), form, start, kLimit, spent);
+  };
+  const auto elements = regexp::elementsOf(form);
+  const bool hasReference = std::any_of(elements->begin(), elements->end(), [](const auto& e) {
+    return e.kind == regexp::Element::Kind::kReference;
+  });
+  const std::optional<bool> whole = backtrack(subject);
+  const FoundPlaces expected = foundPlaces(whole.value_or(false), regexp::nbra);
+  if (whole && !hasReference &&
+      foundPlaces(matchLinearly(subject.c_str(), *elements, start), regexp::nbra) != expected) {
+    return false;
+  }
+  const std::size_t passed = regexp::LineFilter(form).nextLine(subject, 0);
+  for (std::size_t from = 0; from <= subject.size();) {
+    const std::size_t end = std::min(subject.find('\n', from), subject.size());
+    const std::optional<bool> line = backtrack(subject.substr(from, end - from));
+    if (!line) {
+      return std::nullopt;
+    }
+    if (passed <= from || *line) {
+      return passed == from && (*line || isFilteredRoughly(*elements));
+    }
+    from = end + 1;
+  }
+  return passed == regexp::LineFilter::kNoLine;
+}
