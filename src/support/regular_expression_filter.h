@@ -1,15 +1,11 @@
 #pragma once
 
-#include <array>
-#include <bitset>
-#include <cstddef>
-#include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
-#include "support/regular_expression_elements.h"
+#include "support/regular_expression_automaton.h"
 
 namespace regexp {
 
@@ -19,56 +15,25 @@ class LineFilter {
  public:
   static constexpr std::size_t kNoLine = std::string_view::npos;
 
-  explicit LineFilter(const char* compiled);
-  LineFilter(const LineFilter&) = delete;
-  LineFilter& operator=(const LineFilter&) = delete;
+  /// The text must outlive the filter.
+  LineFilter(const char* compiled, std::string_view searched);
 
   /// Start of the first such line at or behind `from`, which counts as a line's start itself; or
   /// kNoLine. A line feed at the end of the text has an empty line behind it.
-  std::size_t nextLine(std::string_view text, std::size_t from);
+  std::size_t nextLine(std::size_t from);
 
  private:
-  static constexpr std::size_t kMaxPlaces = 512;
-  using Places = std::bitset<kMaxPlaces>;
-  using State = std::uint32_t;
+  void recognise(bool roughly);
+  void chooseWord(std::string_view sample);
+  std::size_t lineWithWord(std::size_t from);
 
-  /// A character of the pattern.
-  struct Place {
-    const CharacterSet* takes;
-    bool isOptional;
-    bool isRepeated;
-  };
-
-  // What the automaton recognises.
-  void build(bool roughly);
-  void addPlaces(bool roughly);
-  void addItem(const Element& item, bool roughly);
-  void addCopy(std::size_t first, std::size_t last);
-  void sortCharacters();
-  void chooseWord();
-
-  // Its states.
-  void forgetStates();
-  void close(Places& reached) const;
-  State stateOf(const Places& reached);
-  State makeTransition(State state, std::size_t kind);
-  std::size_t endOfMatch(std::string_view text, std::size_t from, std::size_t to);
-
+  std::string_view text;
   std::vector<Element> elements;
-  bool isAnchored;
-  bool passesAll = false;
-  bool isRough = false;
   std::vector<Place> places;
-  bool isEndGiven = false;
-  std::string word;
-
-  std::array<std::uint16_t, kCharacters> kindOf{};
-  std::vector<Places> takenBy;
-  Places firstPlaces;
-  std::unordered_map<Places, State> states;
-  std::vector<Places> reachedIn;
-  std::vector<State> transitions;
-  bool hasForgotten = false;
+  bool isRough = false;
+  std::unique_ptr<Automaton> automaton;  ///< null to pass all lines
+  std::string word;                      ///< in all lines to pass; empty when it saves no time
+  std::size_t window = 1;                ///< bytes to read at once, and on to the end of a line
 };
 
 }  // namespace regexp

@@ -77,10 +77,10 @@ FindResult findPlain(std::string_view log, const FindRequest& request, FindState
 FindResult findInLines(std::string_view log, const char* compiled, std::size_t before,
                        FindState& state) {
   std::int64_t work = kFindWork + kFindWorkPerCharacter * static_cast<std::int64_t>(log.size());
-  regexp::LineFilter filter(compiled);
+  regexp::LineFilter filter(compiled, log);
   std::string line;
   while (before < log.size()) {
-    const std::size_t start = filter.nextLine(log, before + 1);
+    const std::size_t start = filter.nextLine(before + 1);
     if (start == regexp::LineFilter::kNoLine) {
       break;
     }
@@ -100,7 +100,7 @@ FindResult findInLines(std::string_view log, const char* compiled, std::size_t b
     }
     before = end;
   }
-  return hasGivenUpALine ? FindResult::kGaveUp : FindResult::kNotFound;
+  return FindResult::kNotFound;
 }
 
 FindResult findRegexp(std::string_view log, const FindRequest& request, FindState& state) {

@@ -55,7 +55,7 @@ inline std::optional<bool> matchersAgree(const std::string& subject, const char*
       foundPlaces(matchLinearly(subject.c_str(), *elements, start), regexp::nbra) != expected) {
     return false;
   }
-  const std::size_t passed = regexp::LineFilter(form).nextLine(subject, 0);
+  const std::size_t passed = regexp::LineFilter(form, subject).nextLine(0);
   for (std::size_t from = 0; from <= subject.size();) {
     const std::size_t end = std::min(subject.find('\n', from), subject.size());
     const std::optional<bool> line = backtrack(subject.substr(from, end - from));

@@ -225,12 +225,11 @@ TEST_F(FindText, AHostilePatternWithoutReferencesMissesNothing) {
 
 TEST_F(FindText, ASearchThatGivesUpALineTellsAndPassesNoneOver) {
   log = ".\n" + std::string(3000, 'a') + "b" + std::string(2000, 'a') + "c\naabaac";
-  EXPECT_EQ(findInLog(log,
-                      {.text = "^\\(.*\\)\\(.*\\)\\(.*\\)b\\1\\2\\3c$",
-                       .goOn = true,
-                       .regexp = true},
-                      state),
-            FindResult::kGaveUp);
+  EXPECT_EQ(
+      findInLog(log,
+                {.text = "^\\(.*\\)\\(.*\\)\\(.*\\)b\\1\\2\\3c$", .goOn = true, .regexp = true},
+                state),
+      FindResult::kGaveUp);
 }
 
 }  // namespace
