@@ -7,6 +7,7 @@
 #include "support/regular_expression_automaton.h"
 
 #include <algorithm>
+#include <string>
 
 namespace regexp {
 
@@ -32,23 +33,33 @@ Automaton::Automaton(const std::vector<Place>& row, bool anchored, bool endGiven
 }
 
 void Automaton::sortCharacters() {
-  std::unordered_map<Places, Byte> kindOfTaking;
+  std::unordered_map<std::string, Byte> known;
   takenBy.assign(1, Places());
   for (std::size_t c = 0; c < kCharacters; ++c) {
     if (c == '\n') {
       kinds[c] = kLineFeedKind;
       continue;
     }
-    Places taking;
+    std::string takers;  // a repeated place counts once
     for (std::size_t place = 0; place < places.size(); ++place) {
-      taking[place] = (*places[place].takes)[c];
+      if (place == 0 || places[place].takes != places[place - 1].takes) {
+        takers += (*places[place].takes)[c] ? '+' : '-';
+      }
     }
-    const auto [kind, isNew] = kindOfTaking.try_emplace(taking, static_cast<Byte>(takenBy.size()));
+    const auto [kind, isNew] = known.try_emplace(takers, static_cast<Byte>(takenBy.size()));
     if (isNew) {
-      takenBy.push_back(taking);
+      takenBy.push_back(placesTaking(c));
     }
     kinds[c] = kind->second;
   }
+}
+
+Automaton::Places Automaton::placesTaking(std::size_t character) const {
+  Places taking;
+  for (std::size_t place = 0; place < places.size(); ++place) {
+    taking[place] = (*places[place].takes)[character];
+  }
+  return taking;
 }
 
 /// Adds the places that are reached by leaving out others.

@@ -22,7 +22,7 @@ struct Place {
 /// Recognises the lines that match a row of places.
 class Automaton {
  public:
-  static constexpr std::size_t kMaxPlaces = 511;
+  static constexpr std::size_t kMaxPlaces = 1023;
   static constexpr std::size_t kNowhere = std::string_view::npos;
 
   /// The places' sets must outlive the automaton. A match starts at a line's start when the row is
@@ -42,6 +42,7 @@ class Automaton {
   using State = std::uint32_t;
 
   void sortCharacters();
+  Places placesTaking(std::size_t character) const;
   void close(Places& reached) const;
   void forgetStates();
   State stateOf(const Places& reached);

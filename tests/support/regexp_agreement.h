@@ -23,15 +23,14 @@ inline FoundPlaces foundPlaces(bool isFound, int groups) {
 
 /// Whether the filter may pass lines that the pattern does not match.
 inline bool isFilteredRoughly(const std::vector<regexp::Element>& elements) {
-  constexpr std::size_t kManyPlaces = 500;
   std::size_t places = 0;
   for (const regexp::Element& element : elements) {
     if (element.kind == regexp::Element::Kind::kReference) {
       return true;
     }
-    places += std::max(element.low, element.high > regexp::kMaxRange ? 1 : element.high);
+    places += element.high > regexp::kMaxRange ? element.low + 1 : element.high;
   }
-  return places > kManyPlaces;
+  return places > regexp::Automaton::kMaxPlaces;
 }
 
 /// Whether all that looks for the last compiled pattern in a subject finds what the backtracking

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <optional>
 #include <ostream>
+#include <random>
 #include <string>
 
 namespace {
@@ -221,6 +222,17 @@ TEST_F(FindText, AHostilePatternWithoutReferencesMissesNothing) {
   }
   log += std::string(3000, 'a') + "b";
   EXPECT_EQ(pattern("^[^x]*[^x]*[^x]*[^x]*[^x]\\{3,\\}[b]$"), (Hit{640002, 3001}));
+}
+
+TEST_F(FindText, APatternWithMoreStatesThanThereIsRoomForMissesNothing) {
+  std::mt19937 random(1);
+  log = ".\n";
+  for (int i = 0; i < 60000; ++i) {
+    log += (random() & 1) != 0 ? 'a' : 'b';
+  }
+  log += "abbbbbbbbbbbbbbbc\nabbbbbbbbbbbbbbbc";
+  EXPECT_EQ(pattern("a[ab]\\{15\\}c$"), (Hit{60002, 17}));
+  EXPECT_EQ(pattern("a[ab]\\{15\\}c$", kGoOn), (Hit{60020, 17}));
 }
 
 TEST_F(FindText, ASearchThatGivesUpALineTellsAndPassesNoneOver) {
