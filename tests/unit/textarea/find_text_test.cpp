@@ -226,13 +226,23 @@ TEST_F(FindText, AHostilePatternWithoutReferencesMissesNothing) {
 
 TEST_F(FindText, APatternWithMoreStatesThanThereIsRoomForMissesNothing) {
   std::mt19937 random(1);
-  log = ".\n";
+  log = ".\nc";
   for (int i = 0; i < 60000; ++i) {
     log += (random() & 1) != 0 ? 'a' : 'b';
   }
-  log += "abbbbbbbbbbbbbbbc\nabbbbbbbbbbbbbbbc";
-  EXPECT_EQ(pattern("a[ab]\\{15\\}c$"), (Hit{60002, 17}));
-  EXPECT_EQ(pattern("a[ab]\\{15\\}c$", kGoOn), (Hit{60020, 17}));
+  log += "abbbbbbbbbbbbbbbd\ncabbbbbbbbbbbbbbbd";
+  EXPECT_EQ(pattern("c[ab]*a[ab]\\{14\\}d$"), kNone);
+  EXPECT_EQ(pattern("c[ab]*a[ab]\\{15\\}d$"), (Hit{2, 60018}));
+  EXPECT_EQ(pattern("c[ab]*a[ab]\\{15\\}d$", kGoOn), (Hit{60021, 18}));
+}
+
+TEST_F(FindText, ALineThatOnlyLooksLikeAMatchHidesNoLaterOne) {
+  log = ".\nazb\n";
+  for (int line = 0; line < 5000; ++line) {
+    log += "qz\n";
+  }
+  log += "aza";
+  EXPECT_EQ(pattern("^\\(.\\)z\\1$"), (Hit{15006, 3}));
 }
 
 TEST_F(FindText, ASearchThatGivesUpALineTellsAndPassesNoneOver) {
