@@ -22,7 +22,6 @@
 
 namespace {
 
-constexpr const char* kLastResortFontName = "fixed";
 // For a server that does not tell the size of its screen.
 constexpr int kUsualDotsPerInch = 96;
 
@@ -109,11 +108,7 @@ void zApp::loadDefaultFont() {
   const std::string className = appName + ".XmMainWindow.FontList";
   const std::optional<std::string> asked =
       readXResource(xDisplay, "?.MainWindow.fontList", className.c_str());
-  ziScreen& screen = theScreen();
-  screen.loadDefaultFont(asked.value_or(ziScreen::kDefaultFontName));
-  if (screen.defaultFont == nullptr) {
-    screen.defaultFont = ziXFont::load(xDisplay, kLastResortFontName);
-  }
+  theScreen().loadDefaultFont(asked.value_or(ziScreen::kDefaultFontName));
 }
 
 void zApp::closeDisplay() {

@@ -23,8 +23,7 @@ std::unique_ptr<ziXFontDict> ziXFontDict::ofServer(int capacity) {
   Display* display = theScreen().display;
   const ziPenaltyRules rules{std::string_view(ServerVendor(display)) == kHpVendor};
   auto dict = std::make_unique<ziXFontDict>(
-      capacity, rules, theScreen().dotsPerInchY,
-      [display](const std::string& name) { return ziXFont::load(display, name); });
+      capacity, rules, [display](const std::string& name) { return ziXFont::load(display, name); });
   int count = 0;
   char** names = XListFonts(display, kAllFonts, kMaxNames, &count);
   dict->dictionary.reserve(static_cast<std::size_t>(count));
@@ -35,12 +34,8 @@ std::unique_ptr<ziXFontDict> ziXFontDict::ofServer(int capacity) {
   return dict;
 }
 
-ziXFontDict::ziXFontDict(int capacity, const ziPenaltyRules& penaltyRules, int dotsPerInchY,
-                         Loader loader)
-    : capacityValue(capacity),
-      rules(penaltyRules),
-      verticalDpi(dotsPerInchY),
-      load(std::move(loader)) {}
+ziXFontDict::ziXFontDict(int capacity, const ziPenaltyRules& penaltyRules, Loader loader)
+    : capacityValue(capacity), rules(penaltyRules), load(std::move(loader)) {}
 
 ziXFontDict::~ziXFontDict() = default;
 
@@ -55,20 +50,9 @@ ziFontCacheEntry* ziXFontDict::realize(const zFontSpec& spec) {
     ++entry->refCount;
     return entry;
   }
-  const ziFontDictEntry* match = bestMatch(spec);
-  if (match == nullptr) {
-    return nullptr;
-  }
   auto entry = std::make_unique<ziFontCacheEntry>();
-  const bool isScaled = spec.fullName().isEmpty() && match->isScalable();
-  entry->fullName = isScaled
-                        ? scaledFontName(match->fullName.view(), spec.log().height, verticalDpi)
-                        : match->fullName.str();
   entry->asked = entry->spec = spec;
-  if (spec.log().width == 0) {
-    entry->spec.log().width = match->pointSize;
-  }
-  entry->xFont = load(entry->fullName.str());
+  loadBest(*entry);
   if (entry->xFont != nullptr) {
     entry->fontId = entry->xFont->id();
     entry->refCount = 1;
@@ -83,20 +67,46 @@ void ziXFontDict::release(ziFontCacheEntry* /*entry*/) {
   // and the capacity limits nothing.
 }
 
-const ziFontDictEntry* ziXFontDict::bestMatch(const zFontSpec& spec) const {
-  const ziFontDictEntry* best = nullptr;
-  std::int64_t lowest = kWorstPenalty;
-  for (const ziFontDictEntry& entry : dictionary) {
-    const std::int64_t penalty = fontPenalty(entry, spec, rules);
-    if (penalty < lowest) {
-      lowest = penalty;
-      best = &entry;
+// A server may list fonts that it then refuses; text is to be seen all the same.
+void ziXFontDict::loadBest(ziFontCacheEntry& entry) const {
+  const zFontSpec& asked = entry.asked;
+  for (const ziFontDictEntry* candidate : candidates(asked)) {
+    const bool isScaled = asked.fullName().isEmpty() && candidate->isScalable();
+    const std::string name = isScaled
+                                 ? scaledFontName(candidate->fullName.view(), asked.log().height)
+                                 : candidate->fullName.str();
+    if (asked.log().width == 0) {
+      entry.spec.log().width = candidate->pointSize;
     }
-    if (penalty == 0) {
-      break;
+    if ((entry.xFont = load(name)) != nullptr) {
+      entry.fullName = name;
+      return;
     }
   }
-  return best;
+  for (const std::string& name : theScreen().lastFontNames()) {
+    if ((entry.xFont = load(name)) != nullptr) {
+      entry.fullName = name;
+      return;
+    }
+  }
+}
+
+std::vector<const ziFontDictEntry*> ziXFontDict::candidates(const zFontSpec& spec) const {
+  std::vector<std::pair<std::int64_t, const ziFontDictEntry*>> scored;
+  for (const ziFontDictEntry& entry : dictionary) {
+    const std::int64_t penalty = fontPenalty(entry, spec, rules);
+    if (penalty < kWorstPenalty) {
+      scored.emplace_back(penalty, &entry);
+    }
+  }
+  // Of equals the earlier one comes first.
+  std::sort(scored.begin(), scored.end());
+  std::vector<const ziFontDictEntry*> sorted;
+  sorted.reserve(scored.size());
+  for (const auto& [penalty, entry] : scored) {
+    sorted.push_back(entry);
+  }
+  return sorted;
 }
 
 ziFontCacheEntry* ziXFontDict::findUsed(const zFontSpec& spec) {

@@ -37,7 +37,7 @@ class ziXFontDict {
 
   /// Lists the fonts of theScreen().
   static std::unique_ptr<ziXFontDict> ofServer(int capacity);
-  ziXFontDict(int capacity, const ziPenaltyRules& rules, int dotsPerInchY, Loader loader);
+  ziXFontDict(int capacity, const ziPenaltyRules& rules, Loader loader);
   ziXFontDict(const ziXFontDict&) = delete;
   ziXFontDict& operator=(const ziXFontDict&) = delete;
   ~ziXFontDict();
@@ -46,24 +46,24 @@ class ziXFontDict {
   void addName(std::string_view name);
   const ziFontDictEntryDlist& entries() const { return dictionary; }
 
-  /// The font nearest to `spec`, loaded; null when the dictionary is empty. An equal request gives
-  /// the same entry. The entry belongs to the dictionary.
+  /// The font nearest to `spec` that the server loads, at last the default one. An equal request
+  /// gives the same entry. The entry belongs to the dictionary.
   ziFontCacheEntry* realize(const zFontSpec& spec);
   /// The owner of `entry` needs it no more. Changes nothing: see the source.
   void release(ziFontCacheEntry* entry);
 
-  /// The entry of the dictionary that fits best, or null.
-  const ziFontDictEntry* bestMatch(const zFontSpec& spec) const;
+  /// The entries of the dictionary that may serve, the best first.
+  std::vector<const ziFontDictEntry*> candidates(const zFontSpec& spec) const;
   int capacity() const { return capacityValue; }
   std::size_t usedCount() const { return used.size(); }
 
  private:
   ziFontCacheEntry* findUsed(const zFontSpec& spec);
+  void loadBest(ziFontCacheEntry& entry) const;
 
   ziFontDictEntryDlist dictionary;
   std::vector<std::unique_ptr<ziFontCacheEntry>> used;
   int capacityValue;
   ziPenaltyRules rules;
-  int verticalDpi;
   Loader load;
 };

@@ -17,10 +17,16 @@ void ziScreen::readSize() {
 
 void ziScreen::loadDefaultFont(const std::string& name) {
   defaultFontName = name;
-  defaultFont = ziXFont::load(display, name);
-  if (defaultFont == nullptr) {
-    defaultFont = ziXFont::load(display, kFallbackFontName);
+  defaultFont.reset();
+  for (const std::string& candidate : lastFontNames()) {
+    if (defaultFont == nullptr) {
+      defaultFont = ziXFont::load(display, candidate);
+    }
   }
+}
+
+std::array<std::string, 3> ziScreen::lastFontNames() const {
+  return {defaultFontName, kFallbackFontName, kLastResortFontName};
 }
 
 int dotsPerInch(int pixels, int millimetres) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <memory>
 #include <string>
 
@@ -26,11 +27,14 @@ struct ziScreen {
 
   /// Reads size and resolution of the display's default screen.
   void readSize();
-  /// Loads `name`, else kFallbackFontName, into `defaultFont`.
+  /// Loads `name`, else the next one of lastFontNames(), into `defaultFont`.
   void loadDefaultFont(const std::string& name);
+  /// What to ask for when nothing else can be loaded, in this order.
+  std::array<std::string, 3> lastFontNames() const;
 
   static constexpr const char* kDefaultFontName = "-*-helvetica-bold-r-*--10-*";
   static constexpr const char* kFallbackFontName = "-*-helvetica-bold-r-*-*-10-*";
+  static constexpr const char* kLastResortFontName = "fixed";
 };
 
 /// Pixels per inch, truncated; 0 when `millimetres` is not positive.

@@ -104,7 +104,6 @@ constexpr int kDashesBeforePixels = 7;
 constexpr int kDashesBeforePoints = 8;
 constexpr int kDashesBeforeWidth = 12;
 constexpr int kMaxDashes = 15;
-constexpr std::int64_t kTenthsOfPointPerInch = 720;
 
 }  // namespace
 
@@ -179,8 +178,7 @@ std::int64_t fontPenalty(const ziFontDictEntry& entry, const zFontSpec& spec,
   return penalty;
 }
 
-std::string scaledFontName(std::string_view fullName, int height, int dotsPerInchY) {
-  const std::int64_t points = height * kTenthsOfPointPerInch / std::max(dotsPerInchY, 1);
+std::string scaledFontName(std::string_view fullName, int height) {
   std::string name;
   int dashes = 0;
   bool replaced = false;
@@ -191,10 +189,10 @@ std::string scaledFontName(std::string_view fullName, int height, int dotsPerInc
       }
       name += c;
       replaced = true;
-      if (dashes == kDashesBeforePixels || dashes == kDashesBeforeWidth) {
+      if (dashes == kDashesBeforePixels) {
+        name += std::to_string(height);
+      } else if (dashes == kDashesBeforePoints || dashes == kDashesBeforeWidth) {
         name += '*';
-      } else if (dashes == kDashesBeforePoints) {
-        name += std::to_string(points);
       } else {
         replaced = false;
       }

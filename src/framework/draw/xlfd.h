@@ -48,8 +48,9 @@ std::int64_t fontPenalty(const ziFontDictEntry& entry, const zFontSpec& spec,
 /// A candidate must stay below this.
 inline constexpr std::int64_t kWorstPenalty = 20000;
 
-/// The name of a scalable font in one size: point size instead of pixel size, any average width.
-std::string scaledFontName(std::string_view fullName, int height, int dotsPerInchY);
+/// The name of a scalable font at `height` pixels, in any average width. Not by its point size:
+/// that the server resolves by a resolution of its own.
+std::string scaledFontName(std::string_view fullName, int height);
 
 /// Compares ASCII text without regard to case.
 bool equalNoCase(std::string_view a, std::string_view b);

@@ -54,7 +54,7 @@ TEST(Xlfd, TakesNamesOfAnyContent) {
     const ziFontDictEntry entry = entryOf(name);
     EXPECT_EQ(entry.pixelSize, 0);
     EXPECT_EQ(entry.charSet, kCharSetOther);
-    scaledFontName(name, 12, 75);
+    scaledFontName(name, 12);
   }
 }
 
@@ -79,10 +79,10 @@ TEST(FaceMap, MapsKnownFacesWithoutRegardToCase) {
   EXPECT_STREQ(mapFaceName("Lucida").c_str(), "Lucida");
 }
 
-TEST(ScaledName, HasThePointSizeAndAnyPixelSizeAndWidth) {
-  EXPECT_EQ(scaledFontName(kScalable, 12, 95),
-            "-adobe-courier-medium-r-normal--*-90-0-0-m-*-iso8859-1");
-  EXPECT_EQ(scaledFontName("-a-b", 12, 0), "-a-b");
+TEST(ScaledName, HasThePixelSizeAndAnyPointSizeAndWidth) {
+  EXPECT_EQ(scaledFontName(kScalable, 12),
+            "-adobe-courier-medium-r-normal--12-*-0-0-m-*-iso8859-1");
+  EXPECT_EQ(scaledFontName("-a-b", 12), "-a-b");
 }
 
 class Penalty : public testing::Test {
