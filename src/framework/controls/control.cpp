@@ -46,16 +46,21 @@ zControl::~zControl() {
   }
   XtRemoveEventHandler(outerForm, StructureNotifyMask, False, zHolderEventProc, this);
   if (mainWidget != nullptr) {
-    XtRemoveEventHandler(mainWidget, kWindowEventMask, False, zControlEventProc, this);
+    zControl::removeEventHandlers();
   }
   // The holder takes all widgets with it.
   mainWidget = outerForm;
   inner = nullptr;
 }
 
+void zControl::removeEventHandlers() {
+  XtRemoveEventHandler(mainWidget, kWindowEventMask, False, zControlEventProc, this);
+}
+
 void zControl::settleSize(zDimension unknownSize) {
-  if (isUnknown(sizer()->size()) && sizer()->parent() != nullptr) {
-    sizer()->parent()->update(nullptr);
+  zSizer* above = sizer()->parent();
+  if (isUnknown(sizer()->size()) && above != nullptr && !isUnknown(above->size())) {
+    above->update(nullptr);
   }
   if (isUnknown(sizer()->size())) {
     sizer()->setSize(unknownSize);

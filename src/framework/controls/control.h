@@ -104,6 +104,8 @@ class zControl : public zChildWin {
   virtual void applyBackground();
   static void colourWidget(Widget painted, std::uint32_t pixel);
 
+  void removeEventHandlers() override;
+
   Widget outerForm = nullptr;
 
  private:

@@ -72,6 +72,11 @@ zWindow* makeCombo(zWindow* parent, const ControlRecord& record, zSizer* sizer) 
   }
 }
 
+zWindow* makeRegistered(zWindow* parent, const ControlRecord& record, zSizer* sizer) {
+  const zRecordControlMaker maker = registeredControlMaker(record.controlClass);
+  return maker == nullptr ? nullptr : maker(parent, record, sizer);
+}
+
 zWindow* makeControl(zWindow* parent, const ControlRecord& record, zSizer* sizer) {
   switch (record.controlClass) {
     case kControlButton:
@@ -90,7 +95,7 @@ zWindow* makeControl(zWindow* parent, const ControlRecord& record, zSizer* sizer
     case kControlComboBox:
       return makeCombo(parent, record, sizer);
     default:
-      return nullptr;
+      return makeRegistered(parent, record, sizer);
   }
 }
 

@@ -72,6 +72,13 @@ void zScrollPos::setPage(int newPage) {
   showRange();
 }
 
+void zScrollPos::setLine(int newLine) {
+  lineSize = newLine;
+  if (Widget shown = bar.widget(); shown != nullptr) {
+    XtVaSetValues(shown, XmNincrement, std::max(lineSize, 1), nullptr);
+  }
+}
+
 void zScrollPos::setPosition(int newPosition) {
   // In this order: of a reversed range the minimum remains.
   const int clamped = std::max(std::min(newPosition, limits.maximum), limits.minimum);
@@ -90,8 +97,8 @@ void zScrollPos::setPosition(int newPosition) {
 void zScrollPos::showRange() const {
   if (Widget shown = bar.widget(); shown != nullptr) {
     const auto [low, high] = std::minmax(limits.minimum, limits.maximum);
-    XtVaSetValues(shown, XmNsliderSize, pageSize, XmNminimum, low, XmNvalue, current, XmNmaximum,
-                  high + pageSize, nullptr);
+    XtVaSetValues(shown, XmNsliderSize, pageSize, XmNpageIncrement, pageSize, XmNminimum, low,
+                  XmNvalue, current, XmNmaximum, high + pageSize, nullptr);
   }
 }
 

@@ -31,7 +31,7 @@ class zScrollPos : public ziScrollBar {
   /// At least 1.
   void setPage(int newPage);
   /// What a click on an arrow moves.
-  void setLine(int newLine) { lineSize = newLine; }
+  void setLine(int newLine);
   void setPosition(int newPosition) override;
 
   int position() const override { return current; }

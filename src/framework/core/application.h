@@ -81,9 +81,20 @@ class zApp {
   void takeDisplay(Widget widget);
   unsigned altMask() const { return altModifiers; }
   int doubleClickTime() const { return doubleClickMs; }
+  /// A menu that is on the screen, for as long as this lives.
+  class PostedMenu {
+   public:
+    PostedMenu() { ++count; }
+    PostedMenu(const PostedMenu&) = delete;
+    PostedMenu& operator=(const PostedMenu&) = delete;
+    ~PostedMenu() { --count; }
+
+   private:
+    friend class zApp;
+    static inline int count = 0;
+  };
   /// True while a menu is on the screen; the program's focus changes wait for its end.
-  bool isMenuPosted() const { return menuPosted; }
-  void setMenuPosted(bool posted) { menuPosted = posted; }
+  static bool isMenuPosted() { return PostedMenu::count > 0; }
 
   /// How many modal dialogs run; accelerators are silent while there is one.
   int modalDepth() const { return modalDialogs; }
@@ -128,6 +139,5 @@ class zApp {
   Widget lastShell = nullptr;
   std::optional<std::chrono::steady_clock::time_point> burstEnd;  ///< of the run of events
   bool running = true;
-  bool menuPosted = false;
   int modalDialogs = 0;
 };

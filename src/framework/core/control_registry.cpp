@@ -1,11 +1,20 @@
 #include "framework/core/control_registry.h"
 
-#include <map>
+#include <algorithm>
+#include <vector>
 
 namespace {
 
-std::map<std::string, zControlCreator>& registry() {
-  static std::map<std::string, zControlCreator> classes;
+// Behind the numbers of the built-in classes.
+constexpr std::uint32_t kFirstRegisteredClass = 0x100;
+
+struct RegisteredClass {
+  std::string name;
+  zRecordControlMaker maker;
+};
+
+std::vector<RegisteredClass>& registry() {
+  static std::vector<RegisteredClass> classes;
   return classes;
 }
 
@@ -13,17 +22,20 @@ zRecordControlMaker recordMaker = nullptr;
 
 }  // namespace
 
-void registerControlClass(const std::string& name, zControlCreator creator) {
-  registry()[name] = creator;
+std::uint32_t registerControlClass(const std::string& name, zRecordControlMaker maker) {
+  std::vector<RegisteredClass>& classes = registry();
+  auto found = std::find_if(classes.begin(), classes.end(),
+                            [&](const RegisteredClass& known) { return known.name == name; });
+  if (found == classes.end()) {
+    found = classes.insert(found, {name, nullptr});
+  }
+  found->maker = maker;
+  return kFirstRegisteredClass + static_cast<std::uint32_t>(found - classes.begin());
 }
 
-bool isControlClass(const std::string& name) {
-  return registry().contains(name);
-}
-
-zControlCreator controlCreator(const std::string& name) {
-  const auto found = registry().find(name);
-  return found == registry().end() ? nullptr : found->second;
+zRecordControlMaker registeredControlMaker(std::uint32_t controlClass) {
+  const std::uint32_t index = controlClass - kFirstRegisteredClass;
+  return index < registry().size() ? registry()[index].maker : nullptr;
 }
 
 void setRecordControlMaker(zRecordControlMaker maker) {

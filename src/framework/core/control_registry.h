@@ -7,26 +7,22 @@ struct ControlRecord;
 class zSizer;
 class zWindow;
 
-/// The class names of controls that a dialog resource may ask for beside the built-in ones.
+/// How dialogs make the controls that their resources tell: the built-in classes, and further ones
+/// that are registered by name.
 
-/// Makes a control in `parent`; the parent owns it. Position and size are given afterwards.
-using zControlCreator = zWindow* (*)(zWindow* parent, int id, std::uint32_t style,
-                                     const char* text);
-
-/// Makes `name` known; `creator` may be null for a class that is known but cannot be made. A second
-/// registration of a name replaces the first.
-void registerControlClass(const std::string& name, zControlCreator creator = nullptr);
-
-bool isControlClass(const std::string& name);
-
-/// The creator of `name`; null when there is none or the name is unknown.
-zControlCreator controlCreator(const std::string& name);
-
-/// Makes the control that a dialog resource's record tells, in `parent`, which owns it, on `sizer`,
-/// which the control takes. Null for a class that is not built in.
+/// Makes the control of a dialog resource's record in `parent`, which owns it, on `sizer`, which
+/// the control takes. Null, with `sizer` untouched, for a class that it does not make.
 using zRecordControlMaker = zWindow* (*)(zWindow* parent, const ControlRecord& record,
                                          zSizer* sizer);
 
-/// The maker that dialogs use; the folder of the controls gives it.
+/// Makes the class `name` known; the result is the number by which records ask for it. `maker` may
+/// be null for a class that is known but cannot be made. A second registration of a name gives it
+/// another maker.
+std::uint32_t registerControlClass(const std::string& name, zRecordControlMaker maker = nullptr);
+
+/// The maker of a registered class, by its number; null when there is none.
+zRecordControlMaker registeredControlMaker(std::uint32_t controlClass);
+
+/// The maker that dialogs use for all records; the folder of the controls gives it.
 void setRecordControlMaker(zRecordControlMaker maker);
 zRecordControlMaker recordControlMaker();

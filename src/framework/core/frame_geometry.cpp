@@ -158,7 +158,9 @@ void zFrameWin::lockMinSize() {
 void zFrameWin::setMinSize(const zDimension& size) {
   smallest = size;
   if (shellWidget != nullptr) {
-    XtVaSetValues(shellWidget, XmNminWidth, smallest.width, XmNminHeight, smallest.height, nullptr);
+    // Without a base size of their own, sizes that the user types would count from the minimum.
+    XtVaSetValues(shellWidget, XmNminWidth, smallest.width, XmNminHeight, smallest.height,
+                  XmNbaseWidth, 0, XmNbaseHeight, 0, nullptr);
   }
 }
 
@@ -176,11 +178,11 @@ void zAppFrame::show(int state) {
   XtRealizeWidget(shellWidget);
   announceWindow(shellWidget, ziWindowType::normal, text.c_str());
   publishIcon();
-  XtSetMappedWhenManaged(shellWidget, True);
-  XtMapWidget(shellWidget);
   if (state == kShowMinimized || state == kShowMinimize || state == kShowMinNoActive) {
     setIconicHint();
   }
+  XtSetMappedWhenManaged(shellWidget, True);
+  XtMapWidget(shellWidget);
   layOutFirst();
 }
 

@@ -80,8 +80,13 @@ zPane::zPane(zWindow* parent, int id)
 
 zPane::~zPane() {
   if (mainWidget != nullptr && !hasState(kWidgetGone)) {
-    XtRemoveEventHandler(mainWidget, ExposureMask, True, zPaneExposeProc, this);
+    zPane::removeEventHandlers();
   }
+}
+
+void zPane::removeEventHandlers() {
+  zChildWin::removeEventHandlers();
+  XtRemoveEventHandler(mainWidget, ExposureMask, True, zPaneExposeProc, this);
 }
 
 void zPane::createWidgets() {
@@ -166,6 +171,28 @@ void zPane::placeWithScrollBars(int x, int y, int width, int height) {
   configure(mainWidget, x, y, width - bar.width, height - bar.height);
   sizer()->setPos({x, y});
   sizer()->setSize({width, height});
+}
+
+void zPane::sizeChildren(zEvent* event) {
+  zChildWin::sizeChildren(event);
+  keepOuterSize(event);
+}
+
+int zPane::size(zEvent* event) {
+  const int result = zChildWin::size(event);
+  keepOuterSize(event);
+  return result;
+}
+
+// The widget tells the size of what the scroll bars leave; the sizer's is that of all.
+void zPane::keepOuterSize(const zEvent* event) {
+  if (vertScrollWidget != nullptr || horzScrollWidget != nullptr) {
+    const zDimension bar = scrollBarExtents();
+    const zDimension unknown = {sizer()->size().width - bar.width,
+                                sizer()->size().height - bar.height};
+    const zDimension inside = configuredSize(event, unknown);
+    sizer()->setSize({inside.width + bar.width, inside.height + bar.height});
+  }
 }
 
 void zPane::getExterior(zRect& rect) {
@@ -262,7 +289,6 @@ zWindow* zPane::siblingById(int id) {
 zPaneControl::zPaneControl(zWindow* parent, zSizer* sizer, std::uint32_t style, int id,
                            Create create)
     : zPane(parent, sizer, style, id, create) {
-  markClass(kClassCtrlPane);
   setBackground(kFurnitureGrey);
 }
 

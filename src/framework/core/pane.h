@@ -37,11 +37,16 @@ class zPane : public zChildWin, public ziDisplayOwner {
   void setFont(const zRCFont& newFont, int redraw) override;
   void invalidate(zRect* rect, int erase) override;
   void invalidateRegion(zRegion* region, int erase) override;
+  void sizeChildren(zEvent* event) override;
+  int size(zEvent* event) override;
 
   /// The display now in force, normally the pane's own.
   zDisplay* display() const { return currentDisplay; }
   void pushDisplay(zDisplay* display);
   void popDisplay();
+
+ protected:
+  void removeEventHandlers() override;
 
  private:
   friend class ziPaneEvents;
@@ -57,6 +62,7 @@ class zPane : public zChildWin, public ziDisplayOwner {
   void createScrollBars();
   void placeWithScrollBars(int x, int y, int width, int height);
   zDimension scrollBarExtents() const;
+  void keepOuterSize(const zEvent* event);
 
   std::unique_ptr<zWinDisplay> ownDisplay;
   zDisplay* currentDisplay;

@@ -161,7 +161,8 @@ zWindow* zWindow::defaultButton() {
 
 void zWindow::setCursor(const zCursor& newCursor) {
   cursor = std::make_unique<zCursor>(newCursor);
-  if (isRealized() && cursor->xCursor() != None) {
+  if (isRealized()) {
+    // None takes back what was shown before.
     XDefineCursor(XtDisplay(mainWidget), XtWindow(mainWidget), cursor->xCursor());
     XFlush(XtDisplay(mainWidget));
   }
@@ -185,7 +186,7 @@ void zWindow::focusTimerFired(void* client, unsigned long* /*timerId*/) {
   window->focusTimer = 0;
   Widget target = window->inner != nullptr ? window->inner : window->mainWidget;
   // A focus change now would take the user out of the menus.
-  if (zApp::instance()->isMenuPosted() || (target != nullptr && hasBarTheKeyboard(target))) {
+  if (zApp::isMenuPosted() || (target != nullptr && hasBarTheKeyboard(target))) {
     window->startFocusTimer();
     return;
   }
@@ -262,12 +263,16 @@ void zWindow::adoptFrom(zWindow& other) {
   adoptWidgets(other);
 }
 
+void zWindow::removeEventHandlers() {
+  XtRemoveEventHandler(mainWidget, kWindowEventMask, False, zWindowEventProc, this);
+}
+
 void zWindow::adoptWidgets(zWindow& other) {
+  other.removeEventHandlers();
   mainWidget = std::exchange(other.mainWidget, nullptr);
   scrollClip = std::exchange(other.scrollClip, nullptr);
   vertScrollWidget = std::exchange(other.vertScrollWidget, nullptr);
   horzScrollWidget = std::exchange(other.horzScrollWidget, nullptr);
-  XtRemoveEventHandler(mainWidget, kWindowEventMask, False, zWindowEventProc, &other);
   XtAddEventHandler(mainWidget, kWindowEventMask, False, zWindowEventProc, this);
   if (vertScrollWidget != nullptr) {
     removeScrollCallbacks(vertScrollWidget, zVertScrollProc, &other);

@@ -131,7 +131,7 @@ class zWindow : public zEvH, public ziSizerWindow {
   void setVertBar(std::unique_ptr<ziScrollBar> bar) { vertScroll = std::move(bar); }
   void setHorzBar(std::unique_ptr<ziScrollBar> bar) { horzScroll = std::move(bar); }
   void setScroller(ziScroller* newScroller) { scroller = newScroller; }
-  bool isEnabled() const;
+  virtual bool isEnabled() const;
   void setDeleteOnUnmap(int on) { setState(kDeleteOnUnmap, on != 0); }
   void setCursor(const zCursor& cursor);
   void lockPaint() { ++paintLock; }
@@ -171,6 +171,8 @@ class zWindow : public zEvH, public ziSizerWindow {
   virtual void applySensitivity(bool on);
   /// The widget whose sensitivity isEnabled reads.
   virtual Widget sensitivityWidget() const { return mainWidget; }
+  /// Takes this window's procedures off `mainWidget`, which another window takes over.
+  virtual void removeEventHandlers();
   /// Stops a pending focus request.
   void cancelFocusTimer();
 

@@ -62,12 +62,16 @@ void zDisplay::makeContexts(Display* display, XID drawable, unsigned long backgr
   values.function = ropMode;
   values.background = background;
   values.foreground = brush()->pixel();
+  // Only where a window's own content is copied, for scrolling, may what was covered come later. A
+  // picture that ends too early would ask for a paint each time that it is painted.
+  values.graphics_exposures = False;
   constexpr unsigned long kColours = GCForeground | GCBackground;
-  brushGC = ziGcHandle(display, XCreateGC(display, drawable, GCFunction | kColours, &values));
+  constexpr unsigned long kQuiet = kColours | GCGraphicsExposures;
+  brushGC = ziGcHandle(display, XCreateGC(display, drawable, GCFunction | kQuiet, &values));
   values.foreground = pen()->pixel();
   penGC = ziGcHandle(display, XCreateGC(display, drawable, GCFunction | kColours, &values));
   values.foreground = pixelOf(textColour);
-  textGC = ziGcHandle(display, XCreateGC(display, drawable, kColours, &values));
+  textGC = ziGcHandle(display, XCreateGC(display, drawable, kQuiet, &values));
   currentGC = penGC.get();
   sendPen(WithDashes::kYes);
   sendBrush();

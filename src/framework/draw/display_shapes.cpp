@@ -249,7 +249,9 @@ int zDisplay::copyIcon(Pixmap pixmap, Pixmap mask, const zDimension& size, const
     return drawBitmap(pixmap, zRect({}, size), to);
   }
   // A context of its own: the mask takes the place of the clip region.
-  const ziGcHandle gc(xDisplay, XCreateGC(xDisplay, xWindow, 0, nullptr));
+  XGCValues values{};
+  values.graphics_exposures = False;
+  const ziGcHandle gc(xDisplay, XCreateGC(xDisplay, xWindow, GCGraphicsExposures, &values));
   const XRectangle dest = toXRectangle(origin, to.x, to.y, size.width, size.height);
   XSetClipMask(xDisplay, gc.get(), mask);
   XSetClipOrigin(xDisplay, gc.get(), dest.x, dest.y);

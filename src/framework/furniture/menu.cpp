@@ -158,7 +158,7 @@ int zMenu::deleteSubMenuAt(int position) {
     return 0;
   }
   const std::shared_ptr<ziMenuItem> item = lines().at(position)->shared_from_this();
-  const bool wasOpen = item->isOpen;
+  const bool wasOpen = item->isOpen();
   lines().remove(*item);
   detach(*item);
   if (wasOpen) {

@@ -124,8 +124,7 @@ void zMenuArmProc(Widget /*gadget*/, XtPointer client, XtPointer data) {
 void zMenuMapProc(Widget pulldown, XtPointer client, XtPointer data) {
   const std::shared_ptr<ziMenuItem> item = held(client);
   const auto& cause = *static_cast<XmAnyCallbackStruct*>(data);
-  item->isOpen = cause.reason == XmCR_MAP;
-  zApp::instance()->setMenuPosted(item->isOpen);
+  item->posted = cause.reason == XmCR_MAP ? std::make_unique<zApp::PostedMenu>() : nullptr;
   zMenu* menu = item->subItems->menu;
   if (menu == nullptr) {
     return;

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "framework/core/application.h"
 #include "framework/draw/xtfwd.h"
 #include "support/rwc_string.h"
 
@@ -64,6 +65,7 @@ struct ziMenuItem : std::enable_shared_from_this<ziMenuItem> {
 
   bool isSeparator() const { return (flags & kItemSeparator) != 0; }
   bool isSubMenu() const { return subItems != nullptr; }
+  bool isOpen() const { return posted != nullptr; }
   bool isGreyed() const { return (state & kItemStateGreyedMask) != 0; }
   bool isChecked() const { return (state & kItemStateCheckedMask) != 0; }
   /// Takes the mnemonic out of the text, once; a later call finds nothing to do.
@@ -72,9 +74,9 @@ struct ziMenuItem : std::enable_shared_from_this<ziMenuItem> {
   /// `extra` of the kMsgMenuSelect that tells of this item.
   int selectFlags() const;
 
-  Widget widget = nullptr;         ///< gadget; null while the menu is not built
-  Widget subMenuWidget = nullptr;  ///< pulldown of a sub menu
-  bool isOpen = false;             ///< the pulldown is on the screen
+  Widget widget = nullptr;                   ///< gadget; null while the menu is not built
+  Widget subMenuWidget = nullptr;            ///< pulldown of a sub menu
+  std::unique_ptr<zApp::PostedMenu> posted;  ///< while the pulldown is on the screen
   int id;
   char mnemonic = 0;  ///< 0 for none, and until the text was parsed
   RWCString text;

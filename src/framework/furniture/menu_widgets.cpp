@@ -136,7 +136,7 @@ void forgetItem(ziMenuItem& item) {
   if (item.subMenuWidget != nullptr) {
     removeCallbacks(item.subMenuWidget, kPulldownCallbacks, item);
     item.subMenuWidget = nullptr;
-    item.isOpen = false;
+    item.posted.reset();
   }
   if (item.widget == nullptr) {
     return;
@@ -190,7 +190,7 @@ void buildMenuItem(ziMenuItemDList& list, int index, Widget container) {
 void destroyMenuItem(ziMenuItem& item) {
   Widget gadget = item.widget;
   Widget pulldown = item.subMenuWidget;
-  const bool isOpen = item.isOpen;
+  const bool isOpen = item.isOpen();
   const bool isInBar = gadget != nullptr && rowColumnType(XtParent(gadget)) == XmMENU_BAR;
   if (isInBar) {
     unmarkHelp(item);
@@ -218,7 +218,7 @@ void forgetMenuWidgets(ziMenuItemDList& list) {
 void destroyMenuRoot(Widget root, ziMenuItemDList& list) {
   std::vector<Widget> open;
   for (const std::shared_ptr<ziMenuItem>& item : list) {
-    if (item->isOpen) {
+    if (item->isOpen()) {
       open.push_back(item->subMenuWidget);
     }
   }

@@ -1,6 +1,7 @@
 #include "framework/furniture/status_clock.h"
 
 #include <string>
+#include <vector>
 
 #include "framework/furniture/status_line.h"
 
@@ -48,9 +49,17 @@ void zStatusClock::setColonVisible(bool on) {
   setText(timeText());
 }
 
-// The widest form decides, so that the field never changes while the time goes on.
+// The widest form decides, so that the field never changes while the time goes on. Two digits of an
+// hour may be wider than one M.
 void zStatusClock::refit() {
-  fitWidth(use24Hours ? "MM" + separator + "MM" : "M" + separator + "MM MM");
+  std::vector<RWCString> forms = {use24Hours ? "MM" + separator + "MM" : "M" + separator + "MM MM"};
+  for (char digit = '0'; digit <= '9' && !use24Hours; ++digit) {
+    const RWCString pair(std::string(2, digit));
+    for (const RWCString& half : {amText, pmText}) {
+      forms.push_back(pair + separator + pair + " " + half);
+    }
+  }
+  fitWidth(forms);
   storeText(timeText());
   line().itemsChanged();
 }

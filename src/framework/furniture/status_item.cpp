@@ -1,5 +1,7 @@
 #include "framework/furniture/status_item.h"
 
+#include <algorithm>
+
 #include "framework/draw/display.h"
 #include "framework/furniture/bevel.h"
 #include "framework/furniture/status_line.h"
@@ -18,6 +20,10 @@ zStatusItem::zStatusItem(zStatusLine& line, zSizer* sizer, int id, std::uint32_t
       statusLine(line),
       itemId(id) {
   line.addItem(this);
+}
+
+zStatusItem::~zStatusItem() {
+  statusLine.removeItem(this);
 }
 
 zRect zStatusItem::field() const {
@@ -41,7 +47,7 @@ zStatusItemText::zStatusItemText(zStatusLine& line, zSizer* sizer, int id, std::
     : zStatusItem(line, sizer, id, style) {}
 
 void zStatusItemText::setText(const RWCString& newText) {
-  if (newText == string) {
+  if (line().keepsForLater(*this, newText) || newText == string) {
     return;
   }
   string = newText;
@@ -66,13 +72,17 @@ void zStatusItemText::draw(zDisplay& display) {
   display.setClipRegion(nullptr);
 }
 
-void zStatusItemText::fitWidth(const RWCString& widest) {
+void zStatusItemText::fitWidth(const std::vector<RWCString>& texts) {
   zDisplay* on = display();
-  zDimension size;
+  int widest = 0;
   on->lock();
-  on->textSize(size, widest.c_str());
+  for (const RWCString& candidate : texts) {
+    zDimension size;
+    on->textSize(size, candidate.c_str());
+    widest = std::max(widest, size.width);
+  }
   on->unlock();
   if (sizer()->query(kSizerGrav) != nullptr) {
-    static_cast<zGravSizer*>(sizer())->setExtent({size.width + kWidthMargin, 0});
+    static_cast<zGravSizer*>(sizer())->setExtent({widest + kWidthMargin, 0});
   }
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include "framework/furniture/visual.h"
 #include "support/rwc_string.h"
 
@@ -17,6 +19,7 @@ class zStatusItem : public ziVisual {
   /// `sizer` becomes the item's and joins those of the line's items: bars at the edges, and one
   /// that fills the rest (see zNormalLayout). `style` is a set of zStatusItemStyle.
   zStatusItem(zStatusLine& line, zSizer* sizer, int id, std::uint32_t style);
+  ~zStatusItem() override;
 
   int id() const { return itemId; }
   zStatusLine& line() const { return statusLine; }
@@ -48,8 +51,8 @@ class zStatusItemText : public zStatusItem {
 
  protected:
   void storeText(const RWCString& newText) { string = newText; }
-  /// Makes the field as wide as `widest` needs.
-  void fitWidth(const RWCString& widest);
+  /// Makes the field as wide as the widest of `texts` needs.
+  void fitWidth(const std::vector<RWCString>& texts);
 
  private:
   RWCString string;

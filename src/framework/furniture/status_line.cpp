@@ -66,6 +66,10 @@ zStatusLine::zStatusLine(zWindow* parent, zSizer* sizer, std::uint32_t style, in
 
 zStatusLine::~zStatusLine() {
   setHelpMenu(nullptr);
+  // Items take themselves out of the list.
+  while (zStatusItem* last = items.popBack()) {
+    delete last;
+  }
 }
 
 int zStatusLine::neededHeight() {
@@ -84,6 +88,19 @@ zRect zStatusLine::visualArea() {
 void zStatusLine::addItem(zStatusItem* item) {
   items.append(item);
   itemsChanged();
+}
+
+void zStatusLine::removeItem(const zStatusItem* item) {
+  items.remove(item);
+  helpItem = helpItem == item ? nullptr : helpItem;
+}
+
+bool zStatusLine::keepsForLater(const zStatusItem& item, const RWCString& newText) {
+  if (!messageMode || helpItem != &item) {
+    return false;
+  }
+  savedText = newText;
+  return true;
 }
 
 void zStatusLine::itemsChanged() {

@@ -47,8 +47,10 @@ class zStatusLine : public ziVisualPane {
   bool isOnFrame() const { return onFrame; }
   /// Pixels that the font needs.
   int neededHeight();
-  /// Items came or changed their widths.
+  /// Items came, went or changed their widths.
   void itemsChanged();
+  /// Whether a help text stands in `item`: `text` comes up after it then.
+  bool keepsForLater(const zStatusItem& item, const RWCString& text);
 
   int draw(zEvent* event) override;
   /// Ignored: the line keeps its font, for which its height was chosen.
@@ -64,6 +66,7 @@ class zStatusLine : public ziVisualPane {
   enum HelpTarget { kHelpWholeLine = 0, kHelpItem = 2 };
 
   void addItem(zStatusItem* item);
+  void removeItem(const zStatusItem* item);
   zStatusItemText* textItem(int slot);
   int menuSelected(zEvent* event);
   void menuClosed();

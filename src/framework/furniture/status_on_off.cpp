@@ -33,7 +33,7 @@ zStatusOnOffItem::zStatusOnOffItem(zStatusLine& line, zSizer* sizer, int id, con
     : zStatusItemText(line, sizer, id, style), onText(on), offText(off) {
   storeText(offText);
   const std::size_t longest = std::max(onText.length(), offText.length());
-  fitWidth(longest == 0 ? RWCString(kNoWords) : RWCString(std::string(longest, 'M')));
+  fitWidth({longest == 0 ? RWCString(kNoWords) : RWCString(std::string(longest, 'M'))});
   line.itemsChanged();
 }
 

@@ -24,8 +24,7 @@ void ziCtrlBase::createVisuals(std::uint32_t buttonStyle, zBitmap* bitmap,
                                const char* captionText) {
   visual = new ziVisBmpButtonInternal(&visuals(), fill(), buttonStyle, id(), bitmap,
                                       ziVisBmpButtonInternal::Ownership::kOwned);
-  caption = new ziVisText3dBmp(&visuals(), fill(), captionText, buttonStyle);
-  visual->setCaption(caption);
+  visual->setCaption(new ziVisText3dBmp(&visuals(), fill(), captionText, buttonStyle));
 }
 
 int ziCtrlBase::enable() {
@@ -65,6 +64,10 @@ int ziVCBCtrlButton::keyReleased(zEvent* event) {
 zToolButton::zToolButton(zWindow* parent, zSizer* sizer, int style, int id, zBitmap* bitmap)
     : ziVCBCtrlButton(parent, sizer, kStyleChild, static_cast<std::uint32_t>(style) | kBmpTool, "",
                       id, bitmap) {}
+
+bool zToolButton::isEnabled() const {
+  return ziVCBCtrlButton::isEnabled() && visualState() != kVisualDisabled;
+}
 
 zBitmapButton::zBitmapButton(zWindow* parent, zSizer* sizer, int style, const char* captionText,
                              int id, zBitmap* bitmap)

@@ -20,8 +20,7 @@ class ziCtrlBase : public ziVisualCtrlPane {
   ziVisBmpButtonInternal& button() { return *visual; }
 
  private:
-  ziVisBmpButtonInternal* visual = nullptr;  ///< the compound owns both
-  ziVisText3dBmp* caption = nullptr;
+  ziVisBmpButtonInternal* visual = nullptr;  ///< the compound owns it and its caption
 };
 
 /// A button with an image. With the focus, the space bar presses it and fires when it is released.
@@ -44,6 +43,13 @@ class zToolButton : public ziVCBCtrlButton {
   /// `style` is a set of zBmpButtonStyle. `bitmap` becomes the button's and goes with it; it may be
   /// null.
   zToolButton(zWindow* parent, zSizer* sizer, int style, int id, zBitmap* bitmap);
+
+  bool isEnabled() const override;
+
+ protected:
+  /// The widget stays sensitive: of one that is not no pointer is heard, and a greyed button keeps
+  /// its tip.
+  void applySensitivity(bool /*on*/) override {}
 };
 
 /// The same outside toolbars, with a caption beside or below the image; it takes the focus.

@@ -33,7 +33,17 @@ ziVisBmpButtonInternal::ziVisBmpButtonInternal(ziCompound* owner, std::unique_pt
       bitmapShared(ownership == Ownership::kShared),
       frameCount(imageCount(images())) {}
 
+void ziVisBmpButtonInternal::setCaption(ziVisText3dBmp* text) {
+  if (caption != nullptr) {
+    caption->setHolder(nullptr);
+  }
+  if (text != nullptr) {
+    text->setHolder(&caption);
+  }
+}
+
 ziVisBmpButtonInternal::~ziVisBmpButtonInternal() {
+  setCaption(nullptr);
   if (!bitmapShared) {
     const std::unique_ptr<zBitmap> last(bitmap);
   }

@@ -30,7 +30,7 @@ class ziVisBmpButtonInternal : public ziVisButton {
   ~ziVisBmpButtonInternal() override;
 
   /// The caption stands in the same compound, behind this button; null for none.
-  void setCaption(ziVisText3dBmp* text) { caption = text; }
+  void setCaption(ziVisText3dBmp* text);
   /// Where image and caption stand.
   zRect innerRect() const;
   /// The size of one image.

@@ -86,6 +86,12 @@ int ziVisButton::mouseMove(zEvent* event) {
   if (!isEnabled()) {
     return 0;
   }
+  if (buttonDown && !isButtonHeld(*event)) {
+    // The release went elsewhere, as to a window that took the pointer.
+    buttonDown = false;
+    showAsBefore();
+    disarm();
+  }
   if (!containsPoint(pointerAt(*event))) {
     if (isPressed()) {
       showAsBefore();
@@ -144,10 +150,11 @@ int ziVisButton::fire(XEvent* cause) {
   zEvent event = zEvent::of(kMsgCommand, buttonId, window);
   event.xevent = cause;
   const ziAlive alive(window);
-  if (pressHandler.call(event) != 0 || !alive) {
+  const Binding first = pressHandler;
+  const Binding second = clickHandler;
+  if (first.call(event) != 0 || !alive) {
     return 1;
   }
-  const Binding second = clickHandler;
   if (second.call(event) != 0 || !alive) {
     return 1;
   }

@@ -55,6 +55,7 @@ void ziCtrlPaneEvents::exposeProc(Widget /*widget*/, XtPointer client, XEvent* e
 ziCtrlPane::ziCtrlPane(zWindow* parent, zSizer* sizer, std::uint32_t style, const char* text,
                        int id, const char* areaName)
     : zControl(parent, sizer, style, text, id), ownDisplay(std::make_unique<zWinDisplay>(*this)) {
+  markClass(kClassCtrlPane);
   const Boolean isTabStop = (style & kStyleTabStop) != 0 ? True : False;
   Widget area = XtVaCreateWidget(areaName, xmDrawingAreaWidgetClass, createHolder(), XmNmarginWidth,
                                  0, XmNmarginHeight, 0, XmNborderWidth, 0, XmNresizePolicy,

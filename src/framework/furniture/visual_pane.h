@@ -9,6 +9,7 @@
 /// display is ready from the first exposure on; a burst of exposures is painted at once.
 class ziCtrlPane : public zControl, public ziDisplayOwner {
  public:
+  static constexpr int kClassNumber = kClassCtrlPane;
   static constexpr const char* kWidgetName = "VisualCtrl";
 
   ziCtrlPane(zWindow* parent, zSizer* sizer, std::uint32_t style, const char* text, int id,

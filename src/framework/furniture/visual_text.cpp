@@ -55,6 +55,16 @@ void ziVisText3d::drawLooking(zDisplay& display, const zPoint& up) {
   drawAt(display, look == kVisualDown || look == kVisualHeld ? moved : up, kColorBlack);
 }
 
+void ziVisText3dBmp::setHolder(ziVisText3dBmp** pointer) {
+  if (holder != nullptr) {
+    *holder = nullptr;
+  }
+  holder = pointer;
+  if (holder != nullptr) {
+    *holder = this;
+  }
+}
+
 zPoint ziVisText3dBmp::arrange(const zRect& inner, const zDimension& image) {
   const zDimension text = textSize();
   const std::uint32_t arrangement = style() & kArrangeMask;

@@ -55,11 +55,15 @@ class ziVisText3dBmp : public ziVisText3d {
     kTextBelowToo = 0xC00,
   };
   using ziVisText3d::ziVisText3d;
+  ~ziVisText3dBmp() override { setHolder(nullptr); }
 
+  /// `pointer` points to this caption until the caption goes, which makes it null.
+  void setHolder(ziVisText3dBmp** pointer);
   /// Centres image and text together in `inner`; returns the place of the image when it is up.
   zPoint arrange(const zRect& inner, const zDimension& image);
   void draw(zDisplay& display) override;
 
  private:
   zPoint textPlace;
+  ziVisText3dBmp** holder = nullptr;
 };

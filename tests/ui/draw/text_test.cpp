@@ -107,14 +107,18 @@ TEST(ServerFonts, StockFontsAreElevenPointsAndShared) {
   EXPECT_FALSE(zFontInfo(system).isFixedPitch);
 }
 
-TEST(ServerFonts, AFontIsLoadedForEachSizeOfAFace) {
-  for (int height = 7; height <= 40; height += 3) {
+TEST(ServerFonts, AFontIsLoadedForEachSizeOfAFaceAndGrowsWithIt) {
+  int lastWidth = 0;
+  for (int height = 5; height <= 96; ++height) {
     const zFont font(zFontSpec("Courier New", {0, height}, kFontNormal, kPitchFixed));
     ASSERT_NE(font.xFont(), nullptr) << height;
     const zFontDescript loaded(font);
     EXPECT_TRUE(loaded.fullName.view().find("courier") != std::string_view::npos);
     const int tolerance = 2 + height / 4;
     EXPECT_NEAR(loaded.height(), height, tolerance) << loaded.fullName.c_str();
+    const int width = font.measure("M", 1).width;
+    EXPECT_GE(width, lastWidth) << loaded.fullName.c_str();
+    lastWidth = width;
   }
 }
 
