@@ -15,6 +15,7 @@
 namespace {
 
 constexpr Dimension kShellStartSize = 10;
+constexpr Dimension kItemMargin = 6;  // left and right of an item's texts
 
 struct GadgetCallback {
   const char* resource;
@@ -90,6 +91,9 @@ void buildCascade(ziMenuItem& item, Widget container, short position) {
   item.widget =
       XtVaCreateWidget("CascadeButtonGadget", xmCascadeButtonGadgetClass, container, XmNsubMenuId,
                        item.subMenuWidget, XmNpositionIndex, position, nullptr);
+  if (rowColumnType(container) != XmMENU_BAR) {
+    XtVaSetValues(item.widget, XmNmarginWidth, kItemMargin, nullptr);
+  }
   if (item.isSubMenu()) {
     buildLines(item);
   } else {
@@ -172,8 +176,9 @@ void buildMenuItem(ziMenuItemDList& list, int index, Widget container) {
   } else if (item.isSubMenu() || isInBar) {
     buildCascade(item, container, position);
   } else {
-    item.widget = XtVaCreateWidget(item.text.c_str(), xmToggleButtonGadgetClass, container,
-                                   XmNpositionIndex, position, nullptr);
+    item.widget =
+        XtVaCreateWidget(item.text.c_str(), xmToggleButtonGadgetClass, container, XmNpositionIndex,
+                         position, XmNmarginWidth, kItemMargin, nullptr);
     addCallbacks(item.widget, kToggleCallbacks, item);
     showMenuItemCheck(item, item.isChecked());
   }

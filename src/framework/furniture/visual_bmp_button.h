@@ -31,6 +31,7 @@ class ziVisBmpButtonInternal : public ziVisButton {
 
   /// The caption stands in the same compound, behind this button; null for none.
   void setCaption(ziVisText3dBmp* text);
+  bool hasCaption() const { return caption != nullptr; }
   /// Where image and caption stand.
   zRect innerRect() const;
   /// The size of one image.

@@ -5,9 +5,12 @@
 #include "framework/controls/button.h"
 #include "framework/controls/edit.h"
 #include "framework/controls/list_box.h"
+#include "framework/controls/record_controls.h"
 #include "framework/controls/static_text.h"
 #include "framework/core/application.h"
+#include "framework/core/control_registry.h"
 #include "framework/layout/grav_sizer.h"
+#include "resources/dialogs.h"
 #include "tests/ui/controls/list_view.h"
 
 #include <X11/keysym.h>
@@ -84,6 +87,34 @@ TEST_F(ControlTest, WidgetFillsTheHolderWhichIsWhatMoves) {
   EXPECT_EQ(place.pos(), (zPoint{board.x + 30, board.y + 40}));
   box->getExterior(place);
   EXPECT_EQ(place.size(), (zDimension{200, 100})) << "the scroll bars are inside";
+}
+
+TEST_F(ControlTest, WithoutASizeItAsksOnlyAParentThatHasOne) {
+  zSizer unplaced(nullptr);
+  const zPushButton button(frame.get(), new zGravSizer(kGravityFill, 0, &unplaced), kShownTabStop,
+                           "a", 1);
+  EXPECT_LT(button.sizer()->size().width, kNotSet);
+}
+
+zWindow* makeLabel(zWindow* parent, const ControlRecord& record, zSizer* sizer) {
+  return new zStaticText(parent, sizer, record.style, record.text, static_cast<int>(record.id));
+}
+
+TEST_F(ControlTest, DialogsMakeRegisteredClassesToo) {
+  registerRecordControls();
+  ControlRecord record{};
+  record.controlClass = registerControlClass("label", makeLabel);
+  record.text = "text";
+  const auto make = [&](zSizer* sizer) { return recordControlMaker()(frame.get(), record, sizer); };
+  const zWindow* made = make(new zSizer(0, 0, 50, 20));
+  ASSERT_NE(made, nullptr);
+  EXPECT_TRUE(made->isA(kClassStaticText));
+  zSizer kept(0, 0, 50, 20);
+  record.controlClass = registerControlClass("known by name");
+  EXPECT_EQ(make(&kept), nullptr);
+  EXPECT_EQ(registerControlClass("known by name"), record.controlClass);
+  ++record.controlClass;
+  EXPECT_EQ(make(&kept), nullptr);
 }
 
 TEST_F(ControlTest, IsShownByItsStyleAndByShow) {

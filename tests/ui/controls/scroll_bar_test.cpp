@@ -127,6 +127,7 @@ TEST_F(ScrollBar, KeepsItsPositionInTheRangeAndItsWidgetInStep) {
       {0, 0, 5000, 3, 0, {0, 5000, 5000, 0}},  {-20, -10, 4, 0, -10, {-20, -6, 4, -10}},
       {90, 10, 5, 50, 90, {10, 95, 5, 90}},
   };
+  pos->setLine(7);
   for (const Row& row : rows) {
     SCOPED_TRACE(row.minimum);
     pos->setRange(row.minimum, row.maximum);
@@ -135,6 +136,7 @@ TEST_F(ScrollBar, KeepsItsPositionInTheRangeAndItsWidgetInStep) {
     pos->setPosition(row.wanted);
     EXPECT_EQ(pos->position(), row.position);
     EXPECT_EQ(viewOfBar(bar->widget()), row.view);
+    EXPECT_THAT(stepsOfBar(bar->widget()), ElementsAre(7, pos->page()));
   }
 }
 

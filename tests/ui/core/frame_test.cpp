@@ -7,6 +7,9 @@
 #include "tests/ui/core/recording.h"
 #include "tests/ui/support/ui_test.h"
 
+#include <X11/Xlib.h>
+#include <X11/Xutil.h>
+
 namespace {
 
 using ::testing::AllOf;
@@ -67,6 +70,25 @@ TEST(Frame, AMoveBeforeItIsShownTakesEffectWhenItIs) {
   zRect outer;
   frame.getExterior(outer);
   EXPECT_EQ(outer.pos(), (zPoint{320, 240}));
+}
+
+TEST(Frame, SizesThatTheUserTypesCountFromNothing) {
+  TestFrame frame;
+  frame.setMinSize({300, 200});
+  showAndWait(frame);
+  XSizeHints hints;
+  long supplied = 0;
+  XGetWMNormalHints(zApp::instance()->display(), ui::windowOf(frame.shell()), &hints, &supplied);
+  EXPECT_TRUE((hints.flags & PBaseSize) != 0);
+  EXPECT_EQ(hints.base_width, 0);
+  EXPECT_EQ(hints.base_height, 0);
+}
+
+TEST(Frame, MayStartAsAnIcon) {
+  TestFrame frame;
+  frame.show(kShowMinimized);
+  ui::drain();
+  EXPECT_FALSE(ui::isViewable(frame.shell()));
 }
 
 TEST(Frame, TellsWhenTheWindowManagerActivatesIt) {

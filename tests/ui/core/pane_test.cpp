@@ -95,6 +95,7 @@ TEST_F(Pane, ScrollBarsShareItsRectangle) {
   zRect outer;
   pane.getExterior(outer);
   EXPECT_EQ(outer.size(), (zDimension{board.width, board.height}));
+  EXPECT_EQ(pane.sizer()->size(), outer.size());
 }
 
 TEST_F(Pane, ScrollingCopiesWhatStaysAndPaintsTheStripThatBecomesFree) {
@@ -125,6 +126,9 @@ TEST_F(Pane, AdoptionTakesPlaceWidgetSizerAndHandlersOfAnotherWindow) {
     zEvent key = zEvent::of(kMsgKeyDown);
     zDispatch(key, &adopter);
     EXPECT_THAT(journal, ElementsAre("r.first 256"));
+    frame.show();
+    ui::waitFor([&] { return adopter.display()->isReady(); }, "the first paint");
+    EXPECT_EQ(replaced->paints, 0) << "exposures are the new window's";
   }
   EXPECT_EQ(frame.childById(42), nullptr);
 }

@@ -126,6 +126,14 @@ TEST_F(Pictures, TheMainIconLeavesTheGroundWhereItsMaskDoes) {
   }
 }
 
+// A pane would paint again for what a picture lacks, and for ever.
+TEST_F(Pictures, BeyondItsEndAPictureIsNotAskedForAgain) {
+  const zIcon icon{zResId(kIconMain)};
+  display.drawBitmap(icon.pixmap(), {20, 20, 60, 60}, {0, 0});
+  display.copyIcon(icon.pixmap(), icon.mask(), {60, 60}, {0, 0});
+  EXPECT_FALSE(pane.hasCopyEvents());
+}
+
 TEST_F(Pictures, CursorComesFromAResourceFileAndIsShared) {
   ByteWriter data(ByteWriter::Order::kLittle);
   data.words({0x00020000}).number(1, 2).number(32, 1).number(32, 1).number(2, 1).number(0, 1);

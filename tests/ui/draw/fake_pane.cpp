@@ -51,6 +51,13 @@ std::vector<FakePane::Exposed> FakePane::takeExposes() const {
   return result;
 }
 
+bool FakePane::hasCopyEvents() const {
+  XSync(x(), False);
+  XEvent event;
+  return XCheckTypedWindowEvent(x(), window, GraphicsExpose, &event) != 0 ||
+         XCheckTypedWindowEvent(x(), window, NoExpose, &event) != 0;
+}
+
 std::uint32_t FakePane::at(int px, int py) const {
   XImage* image = XGetImage(x(), window, px, py, 1, 1, AllPlanes, ZPixmap);
   const auto pixel = static_cast<std::uint32_t>(XGetPixel(image, 0, 0));

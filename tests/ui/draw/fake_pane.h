@@ -39,6 +39,8 @@ class FakePane : public ziDisplayOwner {
   void makeReady(zWinDisplay& display) const;
   /// The Expose events that have come since the last call.
   std::vector<Exposed> takeExposes() const;
+  /// Whether a copy reported what it could not copy, or that it lacked nothing.
+  bool hasCopyEvents() const;
   /// The RGB value that the window shows.
   std::uint32_t at(int x, int y) const;
   /// How many pixels of a rectangle show a colour.

@@ -8,6 +8,7 @@
 #include "framework/draw/measure.h"
 #include "framework/draw/screen.h"
 #include "framework/draw/unit_arithmetic.h"
+#include "framework/draw/x_font_xm.h"
 
 namespace {
 
@@ -105,6 +106,19 @@ TEST(ServerFonts, StockFontsAreElevenPointsAndShared) {
   ASSERT_NE(fixed.xFont(), nullptr);
   EXPECT_TRUE(zFontInfo(fixed).isFixedPitch);
   EXPECT_FALSE(zFontInfo(system).isFixedPitch);
+}
+
+// The toolkit takes widths from the table, the server draws by its own.
+TEST(ServerFonts, AByteWithoutAGlyphHasTheWidthInWhichItIsDrawn) {
+  for (const char* face : {"courier", "fixed", "helvetica"}) {
+    const zFont font(zFontSpec(face, {0, 13}, kFontNormal));
+    const XFontStruct& loaded = *font.xFont()->get();
+    for (unsigned byte = 0; byte < 256; ++byte) {
+      const char text = static_cast<char>(byte);
+      EXPECT_GT(loaded.per_char[byte].width, 0) << face << ' ' << byte;
+      EXPECT_EQ(loaded.per_char[byte].width, font.measure(&text, 1).width) << face << ' ' << byte;
+    }
+  }
 }
 
 TEST(ServerFonts, AFontIsLoadedForEachSizeOfAFaceAndGrowsWithIt) {

@@ -135,6 +135,7 @@ TEST_F(MenuTest, AMenuThatIsOpenMayBeRemoved) {
   EXPECT_EQ(bar->deleteSubMenuAt(0), 1);
   EXPECT_THAT(journal, ElementsAre("287 closed"));
   waitForNoMenu(gone);
+  EXPECT_FALSE(zApp::isMenuPosted());
   EXPECT_THAT(menuLabels(bar->widget()), ElementsAre("View"));
   ui::waitForFocus(pane->widget());
   choose(0, kNumbers);

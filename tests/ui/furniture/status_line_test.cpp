@@ -146,8 +146,16 @@ TEST_F(StatusLine, ExplainsArmedItemsAndThenShowsWhatItShowedBefore) {
   EXPECT_TRUE(isBlank(*help));
   closeMenu();
   EXPECT_EQ(help->text(), RWCString("before"));
+  arm(kOpenId);
+  line->setText(0, "meanwhile");
+  EXPECT_EQ(help->text(), RWCString("Opens a system"));
   closeMenu();
-  EXPECT_EQ(help->text(), RWCString("before"));
+  EXPECT_EQ(help->text(), RWCString("meanwhile"));
+  delete help;
+  arm(kOpenId);
+  line->setText(0, "nowhere");
+  closeMenu();
+  EXPECT_EQ(line->itemById(kHelpItemId), nullptr);
 }
 
 TEST_F(StatusLine, LetsGoOfItsMenuWhicheverOfTheTwoDiesFirst) {
@@ -182,6 +190,22 @@ TEST_F(StatusLine, AClockIsDrawnOnceAMinuteAndNotOverAHelpText) {
   closeMenu();
   ui::waitFor([&] { return clock->drawings > 1; }, "the clock to be drawn");
   EXPECT_EQ(clock->text(), RWCString("9:32 AM"));
+}
+
+TEST_F(StatusLine, AClockHasRoomForItsWidestTimeInAnyFont) {
+  constexpr int kAroundText = 8;
+  now = at(12, 58);
+  for (const zFontPitch pitch : {kPitchFixed, kPitchVariable}) {
+    const zFontSpec spec(pitch == kPitchFixed ? "courier" : "helvetica", {0, 14}, kFontNormal,
+                         pitch);
+    auto* other =
+        new zStatusLine(&frame, new zGravSizer(kGravityBottom, 0, frame.sizer()), 0, -1, spec);
+    auto* sizer = new zGravSizer(kGravityRight, 0);
+    const auto* wide = new zStatusClock(*other, sizer, 1);
+    const int needed = zFont(spec).measure("12:58 PM", 8).width;
+    EXPECT_EQ(wide->text(), RWCString("12:58 PM"));
+    EXPECT_GE(sizer->extent().width, needed + kAroundText) << pitch;
+  }
 }
 
 TEST_F(StatusLine, AClockCountsTwelveOrTwentyFourHours) {

@@ -82,6 +82,32 @@ TEST_F(ToolButton, LeavingWhilePressedGivesTheClickUpAndComingBackTakesItUpAgain
   EXPECT_THAT(frame.commands, ElementsAre(kToolId));
 }
 
+TEST_F(ToolButton, ComesUpAgainWhenItsReleaseWentElsewhere) {
+  showFrame();
+  pressTool();
+  XEvent motion = {};
+  motion.type = MotionNotify;
+  zEvent event = zEvent::of(kMsgMouseMove);
+  event.xevent = &motion;
+  tool->mouseMove(&event);
+  EXPECT_EQ(tool->visualState(), kVisualUp);
+  ui::releaseButton();
+  ui::drain();
+  EXPECT_THAT(frame.commands, IsEmpty());
+}
+
+TEST_F(ToolButton, ACaptionMayGoBeforeItsButton) {
+  auto* root = &bar->visuals();
+  const auto place = [] { return std::make_unique<zSizer>(zPoint{100, 5}, zDimension{40, 20}); };
+  auto* button = new ziVisBmpButtonInternal(root, place(), 0, 1, nullptr,
+                                            ziVisBmpButtonInternal::Ownership::kOwned);
+  auto* caption = new ziVisText3dBmp(root, place(), "Go", 0);
+  button->setCaption(caption);
+  EXPECT_TRUE(button->hasCaption());
+  delete caption;
+  EXPECT_FALSE(button->hasCaption());
+}
+
 TEST_F(ToolButton, OtherButtonsOfTheMouseDoNothing) {
   showFrame();
   ui::click(tool->widget(), ui::kRightButton);
