@@ -126,6 +126,7 @@ TEST_F(Pane, AdoptionTakesPlaceWidgetSizerAndHandlersOfAnotherWindow) {
     zEvent key = zEvent::of(kMsgKeyDown);
     zDispatch(key, &adopter);
     EXPECT_THAT(journal, ElementsAre("r.first 256"));
+    last.show(kShowHide);
     frame.show();
     ui::waitFor([&] { return adopter.display()->isReady(); }, "the first paint");
     EXPECT_EQ(replaced->paints, 0) << "exposures are the new window's";

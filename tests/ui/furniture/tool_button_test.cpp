@@ -4,6 +4,8 @@
 #include "framework/furniture/visual_panel.h"
 #include "tests/ui/furniture/window_furniture.h"
 
+#include <X11/Xlib.h>
+
 namespace {
 
 using ::testing::ElementsAre;
