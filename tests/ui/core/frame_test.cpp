@@ -84,13 +84,6 @@ TEST(Frame, SizesThatTheUserTypesCountFromNothing) {
   EXPECT_EQ(hints.base_height, 0);
 }
 
-TEST(Frame, MayStartAsAnIcon) {
-  TestFrame frame;
-  frame.show(kShowMinimized);
-  ui::drain();
-  EXPECT_FALSE(ui::isViewable(frame.shell()));
-}
-
 TEST(Frame, TellsWhenTheWindowManagerActivatesIt) {
   TestFrame first;
   showAndWait(first);
