@@ -11,6 +11,7 @@
 #include "app/tester_messages.h"
 #include "app/wmain.h"
 #include "framework/core/application.h"
+#include "framework/core/key_guard.h"
 #include "framework/core/message_box.h"
 #include "framework/core/timer.h"
 #include "link/message_codec.h"
@@ -81,6 +82,7 @@ bool isProcessed(int tag) {
 
 void MessageHandler(int /*sender*/, int tag, int length, const char* payload) {
   g_IdleCount = 0;
+  const zUnaskedScope unasked;
   if (handleStatus(tag)) {
     return;
   }

@@ -3,6 +3,7 @@
 #include "app/app_main.h"
 #include "app/wmain.h"
 #include "framework/core/idle_list.h"
+#include "framework/core/key_guard.h"
 #include "framework/core/message_box.h"
 #include "framework/core/window.h"
 #include "link/tool_interface.h"
@@ -15,6 +16,7 @@ constexpr int kSilentPolls = 100;
 constexpr char kLostCaption[] = "Korvane UI: NELMPM Error";
 
 void leaveLostLink(zEvH* owner, const char* text) {
+  const zUnaskedScope unasked;
   const zMessage box(windowCast<zWindow>(owner), text, kLostCaption, kBoxOk | kBoxPlain);
   g_MainWindow->endWithoutLink();
 }

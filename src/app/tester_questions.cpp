@@ -3,11 +3,12 @@
 // Lists may come in several messages: the dialog is made by the first and run by the last. A
 // complete question that arrives while the same dialog runs adds its items and runs it a second
 // time inside; the one OK or Cancel then answers both, and the outer run destroys the dialog.
+// Questions may be answered in any order, whatever the order in which their loops are nested.
 
 #include "app/tester_questions.h"
 
 #include <array>
-#include <cstdio>
+#include <optional>
 #include <string_view>
 #include <utility>
 
@@ -50,47 +51,74 @@ void settle(int result) {
   }
 }
 
-/// Runs a dialog of this call's own, hands it to `reply` when the user has confirmed it, and
-/// destroys it; any other end is answered by Cancel.
-template <class Dialog, class Accepted, class Reply>
-void runQuestion(Dialog* dialog, Accepted accepted, Reply reply) {
-  if (dialog->run(0) == zDialogFrame::kDialogGone) {
-    answerCancel();
-    return;
-  }
-  if (accepted(*dialog)) {
-    reply(*dialog);
-  } else {
-    answerCancel();
-  }
-  delete dialog;
-}
-
 bool isAccepted(const UIPopUpDlgBase& dialog) {
   return dialog.accepted == 1;
 }
 
-/// The same for a dialog that several messages have filled.
+/// Runs `dialog` and calls `answer` as soon as the run has ended, even if other questions that came
+/// up meanwhile still keep the loop from returning. Cancel goes out for a dialog that went in its
+/// run. False if the dialog has gone.
+template <class Dialog, class Answer>
+bool runAndAnswer(Dialog& dialog, Answer answer) {
+  bool isAnswered = false;
+  const bool isThere = dialog.run(0, [&] {
+    isAnswered = true;
+    answer();
+  }) != zDialogFrame::kDialogGone;
+  if (!isAnswered) {
+    answerCancel();
+  }
+  return isThere;
+}
+
+/// Runs a dialog of this call's own, hands it to `reply` when the user has confirmed it, and
+/// destroys it; any other end is answered by Cancel.
+template <class Dialog, class Accepted, class Reply>
+void runQuestion(Dialog* dialog, Accepted accepted, Reply reply) {
+  const bool isThere = runAndAnswer(
+      *dialog, [&] { accepted(*dialog) ? reply(*dialog) : answerCancel(); });
+  if (isThere) {
+    delete dialog;
+  }
+}
+
+/// The same for a dialog that several messages have filled. With its end the next question has a
+/// new one; until then questions share it, and the last run to return destroys it.
 template <class Dialog, class Reply>
 void runBuiltUp(Dialog*& kept, Reply reply) {
-  static int runs = 0;
-  ++runs;
-  const int result = kept->run(0);
-  --runs;
-  if (result == zDialogFrame::kDialogGone) {
-    kept = nullptr;
-    answerCancel();
-    return;
+  Dialog* dialog = kept;
+  const auto answer = [&] {
+    if (kept == dialog) {
+      kept = nullptr;
+    }
+    isAccepted(*dialog) ? reply(*dialog) : answerCancel();
+  };
+  if (!runAndAnswer(*dialog, answer)) {
+    if (kept == dialog) {
+      kept = nullptr;
+    }
+  } else if (!dialog->isInUse()) {
+    delete dialog;
   }
-  if (isAccepted(*kept)) {
-    reply(*kept);
-  } else {
-    answerCancel();
-  }
-  if (runs == 0) {
+}
+
+/// A message that should have filled `kept` brought nothing: the tester is told so by Cancel, the
+/// user by `notice`. With the last message of a question the dialog goes that waits for it.
+template <class Dialog>
+void refuseEmptyList(Dialog*& kept, bool isLast, const char* notice) {
+  theTextPane->appendText(notice);
+  answerCancel();
+  if (isLast && kept != nullptr && !kept->isInUse()) {
     delete std::exchange(kept, nullptr);
   }
 }
+
+/// What the Find dialog asked for.
+struct Search {
+  RWCString text;
+  bool matchCase = false;
+  bool useRegexp = false;
+};
 
 /// The answer to a question for an instance that needs no dialog; null for any other question.
 const char* fixedAnswer(const ToolMessage& message) {
@@ -142,9 +170,9 @@ void askRange(const ToolMessage& message) {
 }
 
 void askList(const ToolMessage& message) {
+  const bool isLast = message.number(2) == 0;
   if (message.list(3) == nullptr) {
-    theTextPane->appendText("< No timer values available >\n");
-    answerCancel();
+    refuseEmptyList(g_ListDialog, isLast, "< No timer values available >\n");
     return;
   }
   const PromptItems items = promptItems(message.list(3));
@@ -153,7 +181,7 @@ void askList(const ToolMessage& message) {
   } else {
     g_ListDialog->addItems(items);
   }
-  if (message.number(2) != 0) {
+  if (!isLast) {
     return;
   }
   runBuiltUp(g_ListDialog, [](UIPopUpListDlg& dialog) {
@@ -169,9 +197,9 @@ void askBits(const ToolMessage& message) {
 }
 
 void askSignalParameters(const ToolMessage& message) {
+  const bool isLast = message.number(2) == 0;
   if (message.list(3) == nullptr) {
-    theTextPane->appendText("< Error: invalid Signalparameter-Definition >\n");
-    answerCancel();
+    refuseEmptyList(g_SigParDialog, isLast, "< Error: invalid Signalparameter-Definition >\n");
     return;
   }
   const PromptItems items = promptItems(message.list(3));
@@ -180,7 +208,7 @@ void askSignalParameters(const ToolMessage& message) {
   } else {
     g_SigParDialog->addDefinitions(items, 0);
   }
-  if (message.number(2) != 0) {
+  if (!isLast) {
     return;
   }
   runBuiltUp(g_SigParDialog, [](UIPopUpSigParDlg& dialog) {
@@ -206,18 +234,13 @@ void askDirectory(const ToolMessage& /*message*/) {
   const std::string start = workingDirectory().value_or("");
   g_CurrentDirectory = start;
   auto* dialog = new Ddirselec(g_MainWindow, start);
-  const bool isGone = dialog->run(0) == zDialogFrame::kDialogGone;
-  const std::optional<std::string> chosen = isGone ? std::nullopt : dialog->chosen();
-  if (!isGone) {
-    delete dialog;
-  }
-  if (!chosen) {
-    answerCancel();
-    return;
-  }
-  g_CurrentDirectory = *chosen;
-  settle(sendDirectoryAnswer(g_CurrentDirectory.c_str()));
-  static_cast<void>(!chdir(g_CurrentDirectory.c_str()));
+  runQuestion(
+      dialog, [](const Ddirselec& ended) { return ended.chosen().has_value(); },
+      [](const Ddirselec& ended) {
+        g_CurrentDirectory = *ended.chosen();
+        settle(sendDirectoryAnswer(g_CurrentDirectory.c_str()));
+        static_cast<void>(!chdir(g_CurrentDirectory.c_str()));
+      });
 }
 
 void askFind(const ToolMessage& message) {
@@ -231,18 +254,15 @@ void askFind(const ToolMessage& message) {
   if (message.number(0) != 0) {
     return;
   }
-  RWCString wanted;
-  bool matchCase = false;
-  bool useRegexp = false;
-  runBuiltUp(g_FindDialog, [&](const FindDlg& dialog) {
-    wanted = dialog.searchString;
-    matchCase = dialog.matchCase != 0;
-    useRegexp = dialog.useRegexp != 0;
+  // Shared by all runs that one end has ended: what was asked for twice is searched for once.
+  static std::optional<Search> wanted;
+  runBuiltUp(g_FindDialog, [](const FindDlg& dialog) {
+    wanted = Search{dialog.searchString, dialog.matchCase != 0, dialog.useRegexp != 0};
   });
   // The search may end in a box, which must not stand over a dialog that is done.
-  if (!wanted.isEmpty()) {
+  if (const std::optional<Search> search = std::exchange(wanted, std::nullopt)) {
     theTextPane->startFocusTimer();
-    g_MainWindow->findFirst(wanted, matchCase, useRegexp);
+    g_MainWindow->findFirst(search->text, search->matchCase, search->useRegexp);
   }
 }
 

@@ -3,6 +3,7 @@
 #include "app/wmain.h"
 #include "buttons/group_pane.h"
 #include "framework/core/application.h"
+#include "framework/core/modal_shell.h"
 #include "link/message_numbers.h"
 #include "link/tool_interface.h"
 #include "textarea/ret_edit_line.h"
@@ -10,8 +11,13 @@
 int g_ExitConfirmed = 0;
 
 int WMain::canExit() {
-  if (g_ExitConfirmed != 0 || isAskingToExit) {
+  if (g_ExitConfirmed != 0) {
     return g_ExitConfirmed;
+  }
+  if (isAskingToExit) {
+    // The question is on the screen already; its answer decides for the first who asked.
+    ziModalShell::raiseNewest();
+    return 0;
   }
   const ziAlive alive(this);
   isAskingToExit = true;

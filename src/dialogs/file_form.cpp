@@ -12,6 +12,7 @@
 #include "framework/core/application.h"
 #include "framework/core/desktop_properties.h"
 #include "framework/core/frame.h"
+#include "framework/core/modal_shell.h"
 
 #include "framework/core/connect_xm.h"
 #include "framework/core/shell_xm.h"
@@ -59,6 +60,7 @@ class ziFileSelection {
   zFileForm& form;
   zFileForm::Target target;
   Widget box = nullptr;  ///< null once Motif has destroyed it
+  ziModalShell modalShell;
 };
 
 ziFileSelection::ziFileSelection(zFileForm& owner, zFileForm::Target wanted, Widget shell,
@@ -120,6 +122,7 @@ void ziFileSelection::onDestroy(Data* /*data*/) {
 }
 
 void ziFileSelection::show() {
+  modalShell.up(XtParent(box));
   XtManageChild(box);
   XtPopup(XtParent(box), XtGrabNone);
 }
@@ -133,6 +136,7 @@ ziFileSelection::~ziFileSelection() {
   disconnect<&ziFileSelection::onOk>(box, callback::ok, this);
   disconnect<&ziFileSelection::onCancel>(box, callback::cancel, this);
   disconnect<&ziFileSelection::onDestroy>(box, callback::destroy, this);
+  modalShell.down();
   XtUnmanageChild(box);
   XtDestroyWidget(box);
 }

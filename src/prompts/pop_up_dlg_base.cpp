@@ -94,6 +94,11 @@ int UIPopUpDlgBase::onCancel(zEvent* /*event*/) {
   return 0;
 }
 
+void UIPopUpDlgBase::resetAnswer() {
+  accepted = 0;
+  zFormDialog::resetAnswer();
+}
+
 void UIPopUpDlgBase::setup(int flags) {
   zFormDialog::setup(flags);
   // The newest handler is asked first.

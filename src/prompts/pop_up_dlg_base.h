@@ -31,6 +31,8 @@ class UIPopUpDlgBase : public zFormDialog {
   int accepted = 0;
 
  protected:
+  void resetAnswer() override;
+
   /// Of `size` only the height counts, and that until addButtonRow.
   UIPopUpDlgBase(zWindow* parent, const zDimension& size);
 

@@ -28,19 +28,6 @@ class ziControlEvents {
 
 namespace {
 
-bool isPrintable(long character) {
-  constexpr unsigned char kDelete = 0x7F;
-  const auto byte = static_cast<unsigned char>(character);
-  return byte >= ' ' && byte != kDelete;
-}
-
-// A key that puts a character into a text: no Control, no Alt.
-bool isPlainTyping(const zKeyLookup& key, unsigned state) {
-  const zApp* app = zApp::instance();
-  const unsigned commandKeys = ControlMask | (app != nullptr ? app->altMask() : 0U);
-  return key.hasText && isPrintable(key.character) && (state & commandKeys) == 0;
-}
-
 Widget focusTarget(const zControl& control) {
   return control.innerWidget() != nullptr ? control.innerWidget() : control.widget();
 }

@@ -8,6 +8,7 @@
 
 #include <X11/Intrinsic.h>
 #include <X11/Xatom.h>
+#include <X11/Xutil.h>
 
 namespace {
 
@@ -106,6 +107,52 @@ void announceTitle(Widget shell, const char* title) {
   if (XtIsRealized(shell)) {
     setProperty(shell, "_NET_WM_NAME", atomOf(shell, "UTF8_STRING"), titleInUtf8(title));
   }
+}
+
+bool isIconic(Widget shell) {
+  if (!XtIsRealized(shell)) {
+    return false;
+  }
+  const Atom state = atomOf(shell, "WM_STATE");
+  Atom type = None;
+  int format = 0;
+  unsigned long count = 0;
+  unsigned long left = 0;
+  unsigned char* data = nullptr;
+  XGetWindowProperty(XtDisplay(shell), XtWindow(shell), state, 0, 1, False, state, &type, &format,
+                     &count, &left, &data);
+  const bool result = count == 1 && format == kWordBits &&
+                      *reinterpret_cast<const unsigned long*>(data) == IconicState;
+  if (data != nullptr) {
+    XFree(data);
+  }
+  return result;
+}
+
+void demandAttention(Widget shell, bool wanted) {
+  if (!XtIsRealized(shell)) {
+    return;
+  }
+  Display* display = XtDisplay(shell);
+  const Window window = XtWindow(shell);
+  if (XWMHints* hints = XGetWMHints(display, window); hints != nullptr) {
+    hints->flags = wanted ? hints->flags | XUrgencyHint : hints->flags & ~XUrgencyHint;
+    XSetWMHints(display, window, hints);
+    XFree(hints);
+  }
+  // The state of a mapped window is the window manager's to change.
+  constexpr long kByApplication = 1;
+  XEvent request = {};
+  request.xclient.type = ClientMessage;
+  request.xclient.window = window;
+  request.xclient.message_type = atomOf(shell, "_NET_WM_STATE");
+  request.xclient.format = kWordBits;
+  request.xclient.data.l[0] = wanted ? 1 : 0;
+  request.xclient.data.l[1] =
+      static_cast<long>(atomOf(shell, "_NET_WM_STATE_DEMANDS_ATTENTION"));
+  request.xclient.data.l[3] = kByApplication;
+  XSendEvent(display, RootWindowOfScreen(XtScreen(shell)), False,
+             SubstructureNotifyMask | SubstructureRedirectMask, &request);
 }
 
 void announceIcon(Widget shell, const std::vector<unsigned long>& pixels) {

@@ -19,6 +19,11 @@ void announceWindow(Widget shell, ziWindowType type, const char* title);
 /// Tells a title that has changed.
 void announceTitle(Widget shell, const char* title);
 
+/// Whether the window manager shows the window of `shell` as an icon.
+bool isIconic(Widget shell);
+/// Asks for the user's attention to the window of `shell`, or no more.
+void demandAttention(Widget shell, bool wanted);
+
 /// Tells the icon: width, height, then ARGB words row by row. No words take it away.
 void announceIcon(Widget shell, const std::vector<unsigned long>& pixels);
 

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <memory>
+#include <utility>
 
 #include "framework/core/application.h"
 #include "framework/core/control_registry.h"
@@ -102,23 +103,49 @@ void zDialogFrame::show(int state) {
   zWindow::show(state);
 }
 
-int zDialogFrame::run(int fullModal) {
+int zDialogFrame::run(int fullModal, const std::function<void()>& onEnd) {
   zApp* app = zApp::instance();
   const zApp::ModalScope scope;
   const ziAlive alive(this);
   show();
-  done = 0;
-  if (runDepth++ == 0) {
+  resetAnswer();
+  if (isRunning()) {
+    modalShell.raise();
+  } else {
     popUp(fullModal);
   }
-  app->pumpWhile([&] { return alive && done == 0; });
+  Run thisRun{onEnd};
+  runs.push_back(&thisRun);
+  ++runDepth;
+  app->pumpWhile([&] { return alive && !thisRun.isOver; });
   // The outer of two runs of one dialog may sleep.
   app->wake();
   if (!alive) {
     return kDialogGone;
   }
   --runDepth;
-  return status;
+  if (!thisRun.isOver) {
+    std::erase(runs, &thisRun);
+    if (onEnd) {
+      onEnd();
+    }
+  }
+  return alive ? thisRun.result : kDialogGone;
+}
+
+void zDialogFrame::endRuns() {
+  const ziAlive alive(this);
+  // What is told of the end may run the dialog anew.
+  const std::vector<Run*> ended = std::exchange(runs, {});
+  for (Run* run : ended) {
+    run->isOver = true;
+    run->result = status;
+  }
+  for (const Run* run : ended) {
+    if (alive && run->onEnd) {
+      run->onEnd();
+    }
+  }
 }
 
 void zDialogFrame::endDialog() {
@@ -131,12 +158,12 @@ void zDialogFrame::endDialog() {
   if (!alive) {
     return;
   }
-  done = 1;
   popDown();
   zApp* app = zApp::instance();
   app->wake();
   const bool endsApplication = isMainWindow();
-  if (hasState(kDeleteOnUnmap)) {
+  endRuns();
+  if (alive && hasState(kDeleteOnUnmap)) {
     delete this;
   }
   if (endsApplication) {

@@ -1,6 +1,10 @@
 #pragma once
 
+#include <functional>
+#include <vector>
+
 #include "framework/core/frame.h"
+#include "framework/core/modal_shell.h"
 
 struct DialogResource;
 
@@ -28,10 +32,13 @@ class zDialogFrame : public zFrameWin {
   virtual void endDialog();
 
   /// Runs the dialog in a nested event loop until endDialog or the end of the application. Modal to
-  /// the program's windows; with `fullModal` 1 to all windows of the screen that ask for it. May be
-  /// called again by an event during a run: one end then ends both. Returns `status`, or
-  /// kDialogGone.
-  int run(int fullModal);
+  /// the program's windows; with `fullModal` 1 to all windows of the screen that ask for it. Returns
+  /// `status` as it was at the end, or kDialogGone.
+  ///
+  /// May be called again by an event during a run: the dialog is raised, and one end then ends both.
+  /// A run that has ended may have to wait for inner loops before it returns; the next one is of its
+  /// own then. `onEnd` is called at the end itself, with what the user chose still in the dialog.
+  int run(int fullModal, const std::function<void()>& onEnd = nullptr);
 
   /// Places the dialog in the middle of its parent, or of the screen, all of it on the screen.
   void centre(bool overParent);
@@ -43,15 +50,30 @@ class zDialogFrame : public zFrameWin {
   /// Id of the default push button; kNoDefaultButton for none.
   static constexpr int kNoDefaultButton = 0xFFFF;
   int defaultButtonId();
-  bool isRunning() const { return runDepth > 0; }
+  /// Whether the dialog is on the screen and waits for the user.
+  bool isRunning() const { return !runs.empty(); }
+  /// Whether a run has not returned yet, so that the dialog must not be deleted but by its caller.
+  bool isInUse() const { return runDepth > 0; }
 
   void createWidgets() override;
   void show(int state = kShowNormal) override;
   void moveResize(int x, int y, int width, int height) override;
 
+ protected:
+  /// Forgets the answer of an earlier run; called at the start of each.
+  virtual void resetAnswer() { status = 0; }
+
  private:
   friend class ziDialogEvents;
 
+  /// One call of run, on the stack of that call.
+  struct Run {
+    const std::function<void()>& onEnd;
+    bool isOver = false;
+    int result = 0;
+  };
+
+  void endRuns();
   void fill(const DialogResource& resource);
   void chooseFont(const DialogResource& resource);
   void popUp(int fullModal);
@@ -64,8 +86,9 @@ class zDialogFrame : public zFrameWin {
   std::uint32_t modality = 0;
   zWindow* firstFocus = nullptr;
   bool focusPending = false;  ///< up, but the window manager's focus has not come yet
-  int done = 0;
-  int runDepth = 0;
+  std::vector<Run*> runs;     ///< those that have not ended
+  int runDepth = 0;           ///< those that have not returned
+  ziModalShell modalShell;
 };
 
 /// A dialog with the buttons OK (id 1) and Cancel (id 2) and data exchange with its controls.

@@ -139,11 +139,13 @@ void zDialogFrame::popUp(int fullModal) {
   }
   focusPending = true;
   makeTabStops(mainWidget);
+  modalShell.up(shellWidget);
   XtManageChild(inner);
   XtPopup(shellWidget, XtGrabNone);
 }
 
 void zDialogFrame::popDown() {
+  modalShell.down();
   if (XtIsManaged(inner)) {
     XtUnmanageChild(inner);
   }

@@ -14,6 +14,7 @@
 #include "framework/core/application.h"
 #include "framework/core/desktop_properties.h"
 #include "framework/core/frame.h"
+#include "framework/core/modal_shell.h"
 #include "framework/core/window.h"
 
 #include "framework/core/connect_xm.h"
@@ -155,6 +156,7 @@ class ziMessageBox {
 
   zMessage& message;
   Widget box = nullptr;  ///< null once Motif has destroyed it
+  ziModalShell modalShell;
   int closeValue = kAnswerNone;
 };
 
@@ -247,6 +249,7 @@ void ziMessageBox::onKey(Widget widget, XEvent* event, Boolean* toWidget) {
 }
 
 void ziMessageBox::show() {
+  modalShell.up(XtParent(box));
   XtManageChild(box);
   XtPopup(XtParent(box), XtGrabNone);
 }
@@ -276,6 +279,7 @@ ziMessageBox::~ziMessageBox() {
   }
   // Inside a callback the widget is only marked and lives on, with late events under way to it.
   removeCallbacks();
+  modalShell.down();
   XtUnmanageChild(box);
   XtDestroyWidget(box);
 }

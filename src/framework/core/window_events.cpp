@@ -222,3 +222,11 @@ zKeyLookup lookUpKey(XKeyEvent& event) {
   const int count = XLookupString(&event, bytes, sizeof bytes, &keysym, &compose);
   return {static_cast<long>(keysym), static_cast<signed char>(bytes[0]), count > 0};
 }
+
+bool isPlainTyping(const zKeyLookup& key, unsigned state) {
+  constexpr unsigned char kDelete = 0x7F;
+  const auto byte = static_cast<unsigned char>(key.character);
+  const zApp* app = zApp::instance();
+  const unsigned commandKeys = ControlMask | (app != nullptr ? app->altMask() : 0U);
+  return key.hasText && byte >= ' ' && byte != kDelete && (state & commandKeys) == 0;
+}

@@ -40,6 +40,8 @@ struct zKeyLookup {
   long code() const { return character != 0 ? character : keysym; }
 };
 zKeyLookup lookUpKey(XKeyEvent& event);
+/// Whether a key puts a character into a text: a printable one, without Control and Alt in `state`.
+bool isPlainTyping(const zKeyLookup& key, unsigned state);
 
 /// The size that a ConfigureNotify, real or synthetic, tells; `otherwise` for any other event.
 zDimension configuredSize(const zEvent* event, const zDimension& otherwise);

@@ -70,4 +70,6 @@ void readXSettings(Display* display, const std::string& application) {
   const std::string startSize = application + ".startSize";
   g_XSettings.startSize =
       asSize(readXResource(display, startSize.c_str(), startSize.c_str()).value_or(""));
+  g_XSettings.promptKeyDelay = readXSetting(display, application, "promptKeyDelay")
+                                   .value_or(zXSettings::kPromptKeyDelayByDefault);
 }

@@ -21,6 +21,11 @@ struct zXSettings {
   bool positionIsFrameWorkaround = false;  ///< "%s.positionIsFrameWorkaround"
   int incFontInDialogBy = 0;               ///< "%s.incFontInDialogBy": points added to dialog fonts
   zDimension startSize;                    ///< "%s.startSize", as 1000x720 pixels; zero for none
+  /// "%s.promptKeyDelay": how long a dialog that the user did not ask for must have the focus
+  /// before it takes keys, milliseconds; 0 for not at all.
+  int promptKeyDelay = kPromptKeyDelayByDefault;
+
+  static constexpr int kPromptKeyDelayByDefault = 300;
 };
 
 extern zXSettings g_XSettings;

@@ -1,0 +1,158 @@
+// The time of a key is told by its event, that of the focus by none. So the focus is followed by a
+// change of a property of the shell, whose event has the time: keys that the server put in front of
+// it were typed before it, also when the program was too busy to handle any of them.
+
+#include "framework/core/key_guard.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <vector>
+
+#include "framework/core/application.h"
+#include "framework/core/frame.h"
+#include "framework/core/window_events_xm.h"
+#include "framework/core/x_settings.h"
+
+#include <X11/Xatom.h>
+#include <Xm/XmAll.h>
+
+/// The events that guards hear of.
+class ziKeyGuardEvents {
+ public:
+  static Boolean dispatchKey(XEvent* event) noexcept;
+  static void shellProc(Widget shell, XtPointer guard, XEvent* event, Boolean* toWidget) noexcept;
+  static void textGone(Widget text, XtPointer guard, XtPointer data) noexcept;
+};
+
+namespace {
+
+constexpr EventMask kShellMask = FocusChangeMask | PropertyChangeMask;
+
+int unaskedDepth = 0;
+// Of the dialogs on the screen; the newest, the last, has the say.
+std::vector<ziKeyGuard*> guards;
+XtEventDispatchProc usualDispatcher = nullptr;
+
+void installDispatcher(Display* display) {
+  const XtEventDispatchProc before =
+      XtSetEventDispatcher(display, KeyPress, ziKeyGuardEvents::dispatchKey);
+  if (before != ziKeyGuardEvents::dispatchKey) {
+    usualDispatcher = before;
+  }
+}
+
+Atom focusTimeAtom(Widget shell) {
+  return XInternAtom(XtDisplay(shell), "NEL_FOCUS_TIME", False);
+}
+
+// The text that keys go to at present or, if they go to another program, that they would go to in
+// the main window.
+Widget textWithFocus(Display* display) {
+  Window window = None;
+  int revert = 0;
+  XGetInputFocus(display, &window, &revert);
+  Widget near = window > PointerRoot ? XtWindowToWidget(display, window) : nullptr;
+  const zFrameWin* main = zApp::instance()->mainWindow();
+  if (near == nullptr && main != nullptr) {
+    near = main->shell();
+  }
+  Widget focus = near == nullptr ? nullptr : XmGetFocusWidget(near);
+  return focus != nullptr && (XmIsText(focus) || XmIsTextField(focus)) ? focus : nullptr;
+}
+
+bool isEditing(XKeyEvent key) {
+  const zKeyLookup lookup = lookUpKey(key);
+  return isPlainTyping(lookup, key.state) || lookup.keysym == XK_BackSpace;
+}
+
+}  // namespace
+
+Boolean ziKeyGuardEvents::dispatchKey(XEvent* event) noexcept {
+  if (!guards.empty() && guards.back()->holds(*event)) {
+    guards.back()->handOn(*event);
+    return True;
+  }
+  return usualDispatcher(event);
+}
+
+void ziKeyGuardEvents::shellProc(Widget shell, XtPointer client, XEvent* event,
+                                 Boolean* /*toWidget*/) noexcept {
+  auto& guard = *static_cast<ziKeyGuard*>(client);
+  if (guard.hasFocus) {
+    return;
+  }
+  if (event->type == FocusIn && !isGrabFocusEvent(*event)) {
+    XChangeProperty(XtDisplay(shell), XtWindow(shell), focusTimeAtom(shell), XA_INTEGER, 32,
+                    PropModeReplace, nullptr, 0);
+  } else if (event->type == PropertyNotify && event->xproperty.atom == focusTimeAtom(shell)) {
+    guard.hasFocus = true;
+    guard.focusTime = event->xproperty.time;
+  }
+}
+
+void ziKeyGuardEvents::textGone(Widget /*text*/, XtPointer guard, XtPointer /*data*/) noexcept {
+  static_cast<ziKeyGuard*>(guard)->typedInto = nullptr;
+}
+
+zUnaskedScope::zUnaskedScope() {
+  ++unaskedDepth;
+}
+
+zUnaskedScope::~zUnaskedScope() {
+  --unaskedDepth;
+}
+
+bool zUnaskedScope::isActive() {
+  return unaskedDepth > 0;
+}
+
+void ziKeyGuard::start(Widget shell) {
+  stop();
+  if (g_XSettings.promptKeyDelay <= 0) {
+    return;
+  }
+  watched = shell;
+  hasFocus = false;
+  isOpen = false;
+  typedInto = textWithFocus(XtDisplay(shell));
+  if (typedInto != nullptr) {
+    XtAddCallback(typedInto, XmNdestroyCallback, ziKeyGuardEvents::textGone, this);
+  }
+  XtAddEventHandler(shell, kShellMask, False, ziKeyGuardEvents::shellProc, this);
+  installDispatcher(XtDisplay(shell));
+  guards.push_back(this);
+}
+
+void ziKeyGuard::stop() {
+  if (watched == nullptr) {
+    return;
+  }
+  std::erase(guards, this);
+  XtRemoveEventHandler(watched, kShellMask, False, ziKeyGuardEvents::shellProc, this);
+  if (typedInto != nullptr) {
+    XtRemoveCallback(typedInto, XmNdestroyCallback, ziKeyGuardEvents::textGone, this);
+  }
+  watched = nullptr;
+  typedInto = nullptr;
+}
+
+bool ziKeyGuard::holds(const XEvent& key) {
+  // A menu that is open is the user's, and the dialog gets no focus before its end.
+  if (isOpen || zApp::instance()->isMenuPosted()) {
+    return false;
+  }
+  // The server's clock has 32 bits and starts again.
+  const auto since = static_cast<std::int32_t>(key.xkey.time - focusTime);
+  isOpen = hasFocus && since >= g_XSettings.promptKeyDelay;
+  return !isOpen;
+}
+
+void ziKeyGuard::handOn(const XEvent& key) const {
+  if (typedInto == nullptr || !isEditing(key.xkey)) {
+    return;
+  }
+  // Past the modal grab, which keeps the text from everything else.
+  XEvent copy = key;
+  copy.xkey.window = XtWindow(typedInto);
+  XtDispatchEventToWidget(typedInto, &copy);
+}
