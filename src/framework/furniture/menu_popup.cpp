@@ -10,6 +10,8 @@
 #include "framework/core/window.h"
 #include "framework/furniture/menu_widgets_xm.h"
 
+#include <Xm/LabelGP.h>
+
 namespace {
 
 // Of the event that the toolkit is told of as the cause.
@@ -75,6 +77,22 @@ void zPopupMenu::post(int button) {
   cause.xbutton.y_root = where.top;
   XmMenuPosition(widget(), &cause.xbutton);
   XtManageChild(widget());
+  takeKeyboard();
+}
+
+// As after a click on an entry of a menu bar. Otherwise the toolkit waits for the button that the
+// menu came up with to be dragged over the items, and it listens to no arrows meanwhile.
+void zPopupMenu::takeKeyboard() {
+  for (const std::shared_ptr<ziMenuItem>& item : lines()) {
+    if (item->widget != nullptr &&
+        XmProcessTraversal(item->widget, XmTRAVERSE_CURRENT) != False) {
+      break;
+    }
+  }
+  const XmMenuProc inMenu = xmLabelGadgetClassRec.label_class.menuProcs;
+  if (inMenu != nullptr) {
+    inMenu(XmMENU_TRAVERSAL, widget(), True);
+  }
 }
 
 void popupUnmapped(zMenu& menu, Widget pulldown) {

@@ -36,6 +36,7 @@ class zPopupMenu : public zMenu {
 
   ziMenuItem& root() const { return *topItems().at(0); }
   void post(int button);
+  void takeKeyboard();
 
   zPoint place;
   PopupState popupState = kIdle;

@@ -15,6 +15,7 @@
 #include "app/wmain.h"
 #include "framework/controls/edit.h"
 #include "framework/core/application.h"
+#include "framework/core/x_settings.h"
 #include "link/message_numbers.h"
 #include "link/tool_interface.h"
 #include "link/wire.h"
@@ -49,6 +50,7 @@ class MainWindowBoxes : public testing::Test {
     g_AppTitle = title;
     window = std::make_unique<WMain>(nullptr, "");
     ui::waitForDialog(title);
+    g_XSettings.promptKeyDelay = 0;
   }
   ~MainWindowBoxes() override {
     window.reset();

@@ -82,6 +82,17 @@ TEST_F(PopupTest, EndsByEscapeAMnemonicAnOutsideClickAndTheButtonItWasShownFor) 
   EXPECT_THAT(takeJournal(), ElementsAre("owner 273 1106")) << "no grab is left";
 }
 
+TEST_F(PopupTest, ThatAClickBroughtUpObeysTheKeyboard) {
+  ui::click(pane->widget());
+  postAnd([] {
+    ui::pressKey(XK_Down);
+    ui::pressKey(XK_Return);
+  });
+  EXPECT_THAT(takeJournal(), ElementsAre("owner 273 2203"));
+  postAnd([] { ui::pressKey(XK_Return); });
+  EXPECT_THAT(takeJournal(), ElementsAre("owner 273 2200"));
+}
+
 TEST_F(PopupTest, LeavesNoWidgetsBehind) {
   const int before = popupCount(frame->widget());
   zMenu more;
