@@ -5,6 +5,9 @@
 
 #include "dialogs/file_form.h"
 
+#include <filesystem>
+#include <system_error>
+
 #include <sys/stat.h>
 
 #include "dialogs/directory_tree.h"
@@ -24,6 +27,17 @@ constexpr short kTextColumns = 50;
 constexpr int kVisibleFiles = 12;
 // What the window manager's decoration may need.
 constexpr int kScreenMargin = 40;
+
+// Keys of the selection field that act on the list of files. Home and End are not among them: they
+// would replace the name that the user has typed.
+XtAccelerators listKeys() {
+  static XtAccelerators const table = XtParseAcceleratorTable(
+      "#override\n"
+      "<Key>osfUp: SelectionBoxUpOrDown(0)\n"
+      "<Key>osfDown: SelectionBoxUpOrDown(1)\n"
+      "<Key>osfRestore: SelectionBoxRestore()");
+  return table;
+}
 
 bool isDirectory(const std::string& path) {
   struct stat about = {};
@@ -50,6 +64,7 @@ class ziFileSelection {
   void create(Widget shell, const ziFilePreset& preset);
   void addName(const std::string& name);
   void onOk(Data* data);
+  void goTo(const std::string& directory);
   void onCancel(Data* /*data*/) { form.isFinished = true; }
   void onDestroy(Data* data);
   static void closeProc(Widget /*shell*/, XtPointer self, XtPointer /*data*/) noexcept {
@@ -92,6 +107,7 @@ void ziFileSelection::create(Widget shell, const ziFilePreset& preset) {
       {const_cast<char*>(XmNautoUnmanage), False},
       {const_cast<char*>(XmNtextColumns), kTextColumns},
       {const_cast<char*>(XmNlistVisibleItemCount), kVisibleFiles},
+      {const_cast<char*>(XmNtextAccelerators), reinterpret_cast<XtArgVal>(listKeys())},
       {const_cast<char*>(XmNpattern), reinterpret_cast<XtArgVal>(pattern.get())},
       {const_cast<char*>(XmNdirectory), reinterpret_cast<XtArgVal>(directory.get())},
   };
@@ -107,13 +123,24 @@ void ziFileSelection::addName(const std::string& name) {
 
 void ziFileSelection::onOk(Data* /*data*/) {
   const std::string name = takeXtText(XmTextFieldGetString(selectionField()));
-  const bool mayBeDirectory = target == zFileForm::Target::anything;
-  if (name.empty() || (!mayBeDirectory && isDirectory(name))) {
+  if (name.empty()) {
+    return;
+  }
+  if (target == zFileForm::Target::anythingButDirectory && isDirectory(name)) {
+    goTo(name);
     return;
   }
   form.chosenPath = name;
   form.isAccepted = true;
   form.isFinished = true;
+}
+
+void ziFileSelection::goTo(const std::string& directory) {
+  std::error_code error;
+  const zXmString place(std::filesystem::absolute(directory, error).c_str());
+  XtVaSetValues(box, XmNdirectory, place.get(), nullptr);
+  Widget field = selectionField();
+  XmTextFieldSetInsertionPosition(field, XmTextFieldGetLastPosition(field));
 }
 
 void ziFileSelection::onDestroy(Data* /*data*/) {

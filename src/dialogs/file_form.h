@@ -39,8 +39,8 @@ class zFileForm {
   bool isFinished = false;
 };
 
-/// Asks for a file that is to exist. A directory keeps the form open; whether the file is there,
-/// and can be read, is for the caller to see.
+/// Asks for a file that is to exist. On a directory the form stays open and goes there; whether the
+/// file is there, and can be read, is for the caller to see.
 class zFileOpenForm : public zFileForm {
  public:
   zFileOpenForm(zWindow* parent, const char* title, const char* preset, const char* const* filter)

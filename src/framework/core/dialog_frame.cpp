@@ -174,15 +174,18 @@ void zDialogFrame::endDialog() {
 void zDialogFrame::centre(bool overParent) {
   zRect own;
   getExterior(own);
+  // A window without a frame yet will get one like that of the window that it belongs to.
+  const zDimension frame = own.size() == clientSize(*this) ? decorationOfOwner() : zDimension{};
+  const zDimension whole = {own.width() + frame.width, own.height() + frame.height};
   const ziScreen& screen = theScreen();
-  zPoint pos = {(screen.screenWidth - own.width()) / 2, (screen.screenHeight - own.height()) / 2};
+  zPoint pos = {(screen.screenWidth - whole.width) / 2, (screen.screenHeight - whole.height) / 2};
   if (overParent && parent() != nullptr) {
     zRect outer;
     parent()->getExterior(outer);
-    pos = {outer.left + (outer.width() - own.width()) / 2,
-           outer.top + (outer.height() - own.height()) / 2};
-    pos = {std::min(pos.x, screen.screenWidth - own.width()),
-           std::min(pos.y, screen.screenHeight - own.height())};
+    pos = {outer.left + (outer.width() - whole.width) / 2,
+           outer.top + (outer.height() - whole.height) / 2};
+    pos = {std::min(pos.x, screen.screenWidth - whole.width),
+           std::min(pos.y, screen.screenHeight - whole.height)};
   }
   moveResize(std::max(pos.x, 0), std::max(pos.y, 0), own.width(), own.height());
 }

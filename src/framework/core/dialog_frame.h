@@ -74,6 +74,10 @@ class zDialogFrame : public zFrameWin {
   };
 
   void endRuns();
+  /// What the window manager's frame adds to the size of the main window; nothing while that has
+  /// none.
+  static zDimension decorationOfOwner();
+  static zDimension clientSize(const zFrameWin& frame);
   void fill(const DialogResource& resource);
   void chooseFont(const DialogResource& resource);
   void popUp(int fullModal);

@@ -131,6 +131,24 @@ void zDialogFrame::moveResize(int x, int y, int width, int height) {
   sizer()->setSize({width, height});
 }
 
+zDimension zDialogFrame::clientSize(const zFrameWin& frame) {
+  Dimension width = 0;
+  Dimension height = 0;
+  XtVaGetValues(frame.shell(), XmNwidth, &width, XmNheight, &height, nullptr);
+  return {width, height};
+}
+
+zDimension zDialogFrame::decorationOfOwner() {
+  zFrameWin* owner = zApp::instance()->mainWindow();
+  if (owner == nullptr || owner->shell() == nullptr || !XtIsRealized(owner->shell())) {
+    return {};
+  }
+  zRect whole;
+  owner->getExterior(whole);
+  const zDimension client = clientSize(*owner);
+  return {std::max(whole.width() - client.width, 0), std::max(whole.height() - client.height, 0)};
+}
+
 void zDialogFrame::popUp(int fullModal) {
   if (modality == 0) {
     const int inputMode =

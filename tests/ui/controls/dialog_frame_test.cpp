@@ -2,13 +2,18 @@
 
 #include <gmock/gmock.h>
 
+#include <chrono>
 #include <memory>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "framework/controls/button.h"
 #include "framework/controls/edit.h"
 #include "framework/controls/record_controls.h"
 #include "framework/core/application.h"
+#include "framework/core/x_settings.h"
+#include "framework/draw/screen.h"
 #include "resources/dialogs.h"
 #include "tests/ui/support/ui_test.h"
 
@@ -147,6 +152,54 @@ TEST_F(Dialogs, ARunInsideARunOfTheSameDialogEndsWithIt) {
   EXPECT_EQ(inner, 1);
 }
 
+// While the first run waits for an inner loop to end, the dialog serves another one.
+TEST_F(Dialogs, ARunThatHasEndedKeepsItsResultWhenTheDialogRunsAgain) {
+  make(kDialogRenameGroup);
+  std::vector<int> ends;
+  const auto note = [&] { ends.push_back(dialog->status); };
+  ui::ModalScript script;
+  script.onDialog(kTitle, [&] {
+    ui::pressKey(XK_Return);
+    EXPECT_FALSE(dialog->isRunning());
+    EXPECT_EQ(dialog->run(0, note), 0);
+  });
+  script.onDialog(kTitle, [] { ui::closeByWindowManager(ui::windowWithTitle(kTitle)); });
+  EXPECT_EQ(script.run([&] { return dialog->run(0, note); }), 1);
+  EXPECT_THAT(ends, testing::ElementsAre(1, 0));
+  EXPECT_FALSE(dialog->isInUse());
+}
+
+TEST_F(Dialogs, ThatNobodyAskedForLeaveEarlyKeysToTheTextThatHadTheFocus) {
+  using std::chrono::steady_clock;
+  zEditLine behind(frame.get(), new zSizer(0, 0, 200, 30), 0x50810000, "", 9);
+  behind.setFocus();
+  ui::waitForFocus(behind.widget());
+  make(kDialogAddButton);
+  const zUnaskedScope unasked;
+  const int usual = std::exchange(g_XSettings.promptKeyDelay, 1 << 30);
+  const steady_clock::time_point start = steady_clock::now();
+  zControl& field = control(kDialogFirstEdit);
+  ui::ModalScript script;
+  script.onDialog(kTitle, [&] {
+    for (const ui::KeySymbol key : {XK_a, XK_Return, XK_Escape, XK_Tab, XK_b, XK_BackSpace, XK_c}) {
+      ui::pressKey(key);
+    }
+    EXPECT_EQ(behind.text(), "ac");
+    g_XSettings.promptKeyDelay = usual;
+  });
+  script.when(
+      [&] {
+        ui::typeText("d");
+        return field.text() == "d";
+      },
+      "keys for the dialog",
+      [&] {
+        EXPECT_GE(steady_clock::now() - start, Milliseconds(usual));
+        ui::pressKey(XK_Return);
+      });
+  EXPECT_EQ(run(script), 1);
+}
+
 TEST_F(Dialogs, SurviveTheEndOfTheirObjectWhileTheyRun) {
   AskingDialog& running = make(kDialogRenameGroup);
   ui::ModalScript script;
@@ -157,15 +210,27 @@ TEST_F(Dialogs, SurviveTheEndOfTheirObjectWhileTheyRun) {
 }
 
 TEST_F(Dialogs, StandOverTheMiddleOfTheParentAndOnTheScreen) {
-  make(kDialogRenameGroup);
+  // The frame of a window that cannot be resized is a little narrower.
+  constexpr int kNarrower = 6;
+  zRect whole;
+  const auto look = [&] {
+    make(kDialogRenameGroup);
+    ui::ModalScript script;
+    script.onDialog(kTitle, [&] {
+      dialog->getExterior(whole);
+      ui::pressKey(XK_Escape);
+    });
+    run(script);
+  };
   zRect parent;
   frame->getExterior(parent);
-  EXPECT_NEAR(dialog->sizer()->pos().x + dialog->sizer()->size().width / 2,
-              parent.left + parent.width() / 2, 1);
-  frame->moveResize(-3000, 9000, 400, 300);
-  dialog->centre(true);
-  EXPECT_GE(dialog->sizer()->pos().x, 0);
-  EXPECT_LE(dialog->sizer()->pos().y + dialog->sizer()->size().height, 1024);
+  look();
+  EXPECT_NEAR(whole.left + whole.width() / 2, parent.left + parent.width() / 2, kNarrower);
+  EXPECT_NEAR(whole.top + whole.height() / 2, parent.top + parent.height() / 2, kNarrower);
+  frame->moveResize(1200, 950, 400, 300);
+  look();
+  EXPECT_LE(whole.right, theScreen().screenWidth);
+  EXPECT_LE(whole.bottom, theScreen().screenHeight);
 }
 
 TEST_F(Dialogs, TellOfAMissingResourceAndStayEmpty) {

@@ -104,18 +104,44 @@ TEST_F(FileForms, TakeANameFromTheList) {
   EXPECT_EQ(run<zFileOpenForm>(script)->path(), at("\xC3\xA4 b.btn"));
 }
 
-TEST_F(FileForms, StayOpenWithoutANameAndTheOpeningOneOnADirectory) {
-  for (const std::string& text : {std::string(), folder.path().string()}) {
-    ui::ModalScript script;
-    script.onDialog(kTitle, [&] {
-      FileFormView(kTitle).setSelection(text);
-      ui::click(FileFormView(kTitle).okButton());
-    });
-    script.onDialog(kTitle, XK_Escape);
-    const auto form = run<zFileOpenForm>(script);
-    EXPECT_EQ(form->accepted(), 0);
-    EXPECT_EQ(form->path(), "");
-  }
+TEST_F(FileForms, StayOpenWithoutANameAndTheOpeningOneGoesIntoADirectory) {
+  fs::create_directory("sub");
+  folder.write("sub/in.btn", "");
+  ui::ModalScript script;
+  script.onDialog(kTitle, [&] {
+    const FileFormView view(kTitle);
+    for (const char* text : {"", "sub"}) {
+      view.setSelection(text);
+      ui::click(view.okButton());
+    }
+    EXPECT_EQ(view.selection(), at("sub/"));
+    EXPECT_EQ(view.files().size(), 1U);
+    view.setSelection("");
+    ui::pressKey(XK_Escape);
+  });
+  const auto form = run<zFileOpenForm>(script);
+  EXPECT_EQ(form->accepted(), 0);
+  EXPECT_EQ(form->path(), "");
+}
+
+TEST_F(FileForms, KeepTheTypedNameWhenHomeAndEndMoveInIt) {
+  folder.write("a.btn", "");
+  ui::ModalScript script;
+  script.onDialog(kTitle, [&] {
+    const FileFormView view(kTitle);
+    ui::waitFor([&] { return view.selectionHasFocus(); }, "the focus in the selection field");
+    view.setSelection("");
+    ui::typeText("b");
+    ui::pressKey(XK_Home);
+    ui::typeText("/");
+    ui::pressKey(XK_End);
+    ui::typeText("c");
+    EXPECT_EQ(view.selection(), "/bc");
+    ui::pressKey(XK_Down);
+    EXPECT_EQ(view.selection(), at("a.btn"));
+    ui::pressKey(XK_Escape);
+  });
+  run<zFileSaveForm>(script);
 }
 
 TEST_F(FileForms, EndUnacceptedWithTheirWindowOrTheirParent) {
