@@ -75,8 +75,8 @@ bool runAndAnswer(Dialog& dialog, Answer answer) {
 /// destroys it; any other end is answered by Cancel.
 template <class Dialog, class Accepted, class Reply>
 void runQuestion(Dialog* dialog, Accepted accepted, Reply reply) {
-  const bool isThere = runAndAnswer(
-      *dialog, [&] { accepted(*dialog) ? reply(*dialog) : answerCancel(); });
+  const bool isThere =
+      runAndAnswer(*dialog, [&] { accepted(*dialog) ? reply(*dialog) : answerCancel(); });
   if (isThere) {
     delete dialog;
   }

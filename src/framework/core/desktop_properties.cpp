@@ -148,8 +148,7 @@ void demandAttention(Widget shell, bool wanted) {
   request.xclient.message_type = atomOf(shell, "_NET_WM_STATE");
   request.xclient.format = kWordBits;
   request.xclient.data.l[0] = wanted ? 1 : 0;
-  request.xclient.data.l[1] =
-      static_cast<long>(atomOf(shell, "_NET_WM_STATE_DEMANDS_ATTENTION"));
+  request.xclient.data.l[1] = static_cast<long>(atomOf(shell, "_NET_WM_STATE_DEMANDS_ATTENTION"));
   request.xclient.data.l[3] = kByApplication;
   XSendEvent(display, RootWindowOfScreen(XtScreen(shell)), False,
              SubstructureNotifyMask | SubstructureRedirectMask, &request);

@@ -32,12 +32,13 @@ class zDialogFrame : public zFrameWin {
   virtual void endDialog();
 
   /// Runs the dialog in a nested event loop until endDialog or the end of the application. Modal to
-  /// the program's windows; with `fullModal` 1 to all windows of the screen that ask for it. Returns
-  /// `status` as it was at the end, or kDialogGone.
+  /// the program's windows; with `fullModal` 1 to all windows of the screen that ask for it.
+  /// Returns `status` as it was at the end, or kDialogGone.
   ///
-  /// May be called again by an event during a run: the dialog is raised, and one end then ends both.
-  /// A run that has ended may have to wait for inner loops before it returns; the next one is of its
-  /// own then. `onEnd` is called at the end itself, with what the user chose still in the dialog.
+  /// May be called again by an event during a run: the dialog is raised, and one end then ends
+  /// both. A run that has ended may have to wait for inner loops before it returns; the next one is
+  /// of its own then. `onEnd` is called at the end itself, with what the user chose still in the
+  /// dialog.
   int run(int fullModal, const std::function<void()>& onEnd = nullptr);
 
   /// Places the dialog in the middle of its parent, or of the screen, all of it on the screen.

@@ -45,8 +45,7 @@ void ziModalShellEvents::focusProc(Widget /*shell*/, XtPointer modal, XEvent* ev
   }
 }
 
-void ziModalShellEvents::destroyed(Widget /*shell*/, XtPointer modal,
-                                   XtPointer /*data*/) noexcept {
+void ziModalShellEvents::destroyed(Widget /*shell*/, XtPointer modal, XtPointer /*data*/) noexcept {
   static_cast<ziModalShell*>(modal)->down();
 }
 

@@ -84,8 +84,7 @@ void zPopupMenu::post(int button) {
 // menu came up with to be dragged over the items, and it listens to no arrows meanwhile.
 void zPopupMenu::takeKeyboard() {
   for (const std::shared_ptr<ziMenuItem>& item : lines()) {
-    if (item->widget != nullptr &&
-        XmProcessTraversal(item->widget, XmTRAVERSE_CURRENT) != False) {
+    if (item->widget != nullptr && XmProcessTraversal(item->widget, XmTRAVERSE_CURRENT) != False) {
       break;
     }
   }

@@ -21,14 +21,11 @@ inline constexpr const char* kLostTitle = "Korvane UI: NELMPM Error";
 /// The real program as the child of a scripted Postmaster, and its user.
 class AppTest : public testing::Test {
  protected:
-  /// Questions take keys at once, unless the test is about those that come too early.
-  enum class Keys { atOnce, guarded };
-
+  /// Questions take keys at once, unless the test gives them a delay in milliseconds.
   void start(std::vector<std::string> arguments = {}, std::vector<std::string> environment = {},
-             Keys keys = Keys::atOnce) {
-    if (keys == Keys::atOnce) {
-      arguments.insert(arguments.end(), {"-xrm", "nelkvui.promptKeyDelay:0"});
-    }
+             int keyDelay = 0) {
+    arguments.insert(arguments.end(),
+                     {"-xrm", "nelkvui.promptKeyDelay:" + std::to_string(keyDelay)});
     postmaster.start({builtProgram("nelkvui"), std::move(arguments), std::move(environment)});
   }
 

@@ -166,6 +166,107 @@ TEST_F(AppTest, AnswersBothOfTwoListsThatShareTheDialog) {
   awaitCommandLine();
 }
 
+TEST_F(AppTest, AnswersQuestionsInTheOrderInWhichTheUserEndsThem) {
+  connect();
+  postmaster.send(MSG_T_ASK_LIST, "t", "first", 0, Parameter::List{"a"});
+  const Window first = user.awaitWindow(kPrompt);
+  postmaster.send(MSG_T_ASK_STRING, "t", "second");
+  const Window second = user.awaitWindow(kPrompt, first);
+  user.close(first);
+  postmaster.expect(MSG_UI_CANCEL);
+  postmaster.send(MSG_T_ASK_LIST, "t", "third", 0, Parameter::List{"b"});
+  const Window third = user.awaitWindow(kPrompt, second);
+  user.press(XK_Return);
+  postmaster.expect(MSG_UI_LIST_CHOICE, "b");
+  user.awaitGone(third);
+  EXPECT_EQ(user.awaitWindow(kPrompt), second);
+  user.type("c\n");
+  postmaster.expect(MSG_UI_STRING, "c");
+  awaitCommandLine();
+}
+
+TEST_F(AppTest, DropsAHalfFilledListWithItsQuestion) {
+  connect();
+  postmaster.send(MSG_T_ASK_LIST, "t", "first", 1, Parameter::List{"a"});
+  postmaster.send(MSG_T_ASK_LIST, "t", "first", 0, Parameter::List{});
+  postmaster.expect(MSG_UI_CANCEL);
+  postmaster.send(MSG_T_ASK_LIST, "t", "second", 0, Parameter::List{"b"});
+  user.awaitWindow(kPrompt);
+  user.press(XK_Return);
+  postmaster.expect(MSG_UI_LIST_CHOICE, "b");
+}
+
+TEST_F(AppTest, KeysThatWereTypedAheadAnswerNothingThatComesUpMeanwhile) {
+  constexpr int kForEver = 1 << 30;
+  start({}, {}, kForEver);
+  shakeHands();
+  awaitCommandLine();
+  postmaster.send(MSG_T_ASK_STRING, "t", "Name?");
+  const Window prompt = user.awaitWindow(kPrompt);
+  user.type("ab\n");
+  user.press(XK_Escape);
+  user.close(prompt);
+  postmaster.expect(MSG_UI_CANCEL);
+  user.awaitGone(prompt);
+  user.awaitWindow(kMainTitle);
+  postmaster.send(MSG_T_ERROR_BOX, "Error", "text");
+  const Window box = user.awaitWindow("Error");
+  user.type("c\n");
+  user.close(box);
+  postmaster.expect(MSG_UI_ACK);
+  user.awaitGone(box);
+  user.awaitWindow(kMainTitle);
+  // The user's own dialogs are his at once.
+  choose(XK_h, XK_a);
+  confirm("About Korvane");
+  user.awaitWindow(kMainTitle);
+  user.press(XK_Return);
+  postmaster.expect(MSG_UI_COMMAND, "abc");
+}
+
+TEST_F(AppTest, ComesBackFromItsIconWithAQuestion) {
+  connect();
+  user.iconify(mainWindow);
+  postmaster.send(MSG_T_ASK_STRING, "t", "Name?");
+  user.awaitWindow(kPrompt);
+  user.type("a\n");
+  postmaster.expect(MSG_UI_STRING, "a");
+  awaitCommandLine();
+}
+
+TEST_F(AppTest, AsksOnceWhetherToSaveHoweverOftenItIsClosed) {
+  const TemporaryFolder folder;
+  connect();
+  openSystemIn(folder.path());
+  choose(XK_b, XK_g);
+  const Window group = user.awaitWindow("Korvane UI Add Group");
+  user.type("Mine\n");
+  user.awaitGone(group);
+  for (int i = 0; i < 3; ++i) {
+    user.close(mainWindow);
+  }
+  const Window question = user.awaitWindow("Korvane UI Exit");
+  expectAnswer();
+  user.press(XK_Escape);
+  user.awaitGone(question);
+  awaitCommandLine();
+}
+
+TEST_F(AppTest, SearchesOnceForWhatWasAskedForTwice) {
+  connect();
+  postmaster.send(MSG_T_FIND, 0, 1, kItems);
+  const Window dialog = user.awaitWindow(kPrompt);
+  postmaster.send(MSG_T_FIND, 0, 1, kItems);
+  expectAnswer();
+  user.type("none\n");
+  user.awaitGone(dialog);
+  const Window box = user.awaitWindow(kMainTitle, mainWindow);
+  user.press(XK_Return);
+  user.awaitGone(box);
+  expectAnswer();
+  EXPECT_EQ(user.awaitWindow(kMainTitle, box), mainWindow);
+}
+
 TEST_F(AppTest, AnswersAQuestionUnderAnotherOneWhenItsTurnComes) {
   connect();
   postmaster.send(MSG_T_ASK_STRING, "t", "outer");

@@ -179,6 +179,11 @@ void User::close(Window window) {
   XSync(display, False);
 }
 
+void User::iconify(Window window) {
+  XIconifyWindow(display, window, DefaultScreen(display));
+  awaitGone(window);
+}
+
 void User::resize(Window window, int width, int height) {
   XResizeWindow(display, window, static_cast<unsigned>(width), static_cast<unsigned>(height));
   const auto isSized = [&] {

@@ -45,6 +45,8 @@ class User {
 
   /// Closes a window by the window manager's menu.
   void close(Window window);
+  /// Makes it an icon.
+  void iconify(Window window);
   void resize(Window window, int width, int height);
 
   /// Selects all of the text in the largest text area of `window` by clicks, waits until it is
