@@ -79,6 +79,11 @@ TEST(DesktopProperties, TellTypeProcessPresentTitleAndIconOfEachWindow) {
   ui::waitForDialog("Parent");
   expectAnnounced(ui::windowOf(frame.shell()), "_NET_WM_WINDOW_TYPE_NORMAL", "Parent");
   EXPECT_EQ(iconOf(frame), iconPixels(zResId(kIconMain)));
+  for (const bool wanted : {true, false}) {
+    constexpr unsigned long kUrgency = 1U << 8;
+    demandAttention(frame.shell(), wanted);
+    EXPECT_EQ((read(ui::windowOf(frame.shell()), "WM_HINTS").at(0) & kUrgency) != 0, wanted);
+  }
 
   zDialogFrame dialog(&frame, new zSizer(0, 0, 100, 50), 0);
   dialog.setCaption("Gr\xFC\xDF");
