@@ -56,5 +56,7 @@ void selectForTyping(Widget text) {
   source->left = 0;
   source->right = end;
   source->hasselection = True;
+  // What the user types in its place ends it by one more selection, of nothing.
+  source->take_selection = False;
   XmTextSetHighlight(text, 0, end, XmHIGHLIGHT_SELECTED);
 }

@@ -65,6 +65,10 @@ TEST_F(ComboBox, TheSimpleKindShowsItsListBelowTheEntry) {
 }
 
 TEST_F(ComboBox, SetCurSelShowsTheRowAndTellsNobody) {
+  zComboBoxFull focused(frame.get(), place(200), kFullStyle, kId + 1);
+  focused.show();
+  ui::click(focused.widget());
+  codes();
   EXPECT_EQ(combo.curSel(), -1);
   EXPECT_EQ(combo.setCurSel(2), 2);
   EXPECT_EQ(combo.curSel(), 2);
