@@ -1,5 +1,7 @@
 #include "textarea/my_pane.h"
 
+#include <algorithm>
+
 #include "framework/controls/static_text.h"
 #include "framework/draw/readable_display.h"
 #include "framework/layout/grav_sizer.h"
@@ -50,12 +52,12 @@ void MyPane::createCommandPanel() {
       this, new zGravSizer(kGravityBottom, panelHeight(), sizer()), kPanelStyle, -1);
   takeBackground(*commandPanel, *this);
   zSizer* strip = commandPanel->sizer();
-  label = std::make_unique<zStaticText>(commandPanel.get(),
-                                        new zGravSizer(kGravityLeft, kCommandLineLeft, strip),
-                                        kLabelStyle, "Command:");
+  auto* labelSizer = new zGravSizer(kGravityLeft, kCommandLineLeft, strip);
+  label = std::make_unique<zStaticText>(commandPanel.get(), labelSizer, kLabelStyle, "Command:");
+  const int left = std::max(kCommandLineLeft, label->textSize().width + 2 * kCommandLabelMargin);
+  labelSizer->setExtent({left, 0});
   commandLine = std::make_unique<RetEditLine>(
-      commandPanel.get(),
-      new zSizer(kCommandLineLeft, 0, kEntryWidthAtFirst, kCommandLineHeight, strip), -1);
+      commandPanel.get(), new zSizer(left, 0, kEntryWidthAtFirst, kCommandLineHeight, strip), -1);
   commandLine->setFont(zRCFont(kPanelFont), 1);
   commandLine->show();
   commandPanel->show();

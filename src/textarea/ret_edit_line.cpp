@@ -26,8 +26,8 @@ RetEditLine::~RetEditLine() {
 }
 
 void RetEditLine::followWidth() {
-  moveResize(kCommandLineLeft, 0,
-             parent()->sizer()->size().width - kCommandLineLeft - kCommandLineMargin,
+  const int left = sizer()->pos().x;
+  moveResize(left, 0, parent()->sizer()->size().width - left - kCommandLineMargin,
              kCommandLineHeight);
 }
 

@@ -37,16 +37,6 @@ Dimension borderWidth(std::uint32_t style) {
   return (style & kStyleBorder) != 0 ? 1 : 0;
 }
 
-// Height of what a label shows.
-int labelHeight(Widget label) {
-  XmString string = nullptr;
-  XmFontList fonts = nullptr;
-  XtVaGetValues(label, XmNlabelString, &string, XmNfontList, &fonts, nullptr);
-  const int height = XmStringHeight(fonts, string);
-  XmStringFree(string);
-  return height;
-}
-
 // Gives shadow and focus rectangle the room that the text leaves of the button's height. The holder
 // is asked: it has its size before the button is laid out in it.
 void fitEdges(Widget holder, Widget button) {
@@ -54,7 +44,7 @@ void fitEdges(Widget holder, Widget button) {
   Dimension border = 0;
   XtVaGetValues(holder, XmNheight, &height, nullptr);
   XtVaGetValues(button, XmNborderWidth, &border, nullptr);
-  const int room = std::max((height - 2 * border - labelHeight(button)) / 2, 0);
+  const int room = std::max((height - 2 * border - labelTextSize(button).height) / 2, 0);
   const int shadow = std::clamp(room - 1, 1, kShadow);
   XtVaSetValues(button, XmNshadowThickness, shadow, XmNhighlightThickness,
                 std::clamp(room - shadow, 0, kHighlight), nullptr);

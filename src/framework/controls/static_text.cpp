@@ -27,3 +27,7 @@ void zStaticText::setText(const char* newText) {
   zControl::setText(newText);
   showLabelText(widget(), zWindow::text);
 }
+
+zDimension zStaticText::textSize() const {
+  return labelTextSize(widget());
+}

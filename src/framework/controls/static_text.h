@@ -13,4 +13,6 @@ class zStaticText : public zControl {
   zStaticText(zWindow* parent, zSizer* sizer, std::uint32_t style, const char* text, int id = -1);
 
   void setText(const char* newText) override;
+  /// Size of what it shows, pixels.
+  zDimension textSize() const;
 };

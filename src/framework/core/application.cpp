@@ -9,6 +9,7 @@
 
 #include "framework/core/control_registry.h"
 #include "framework/core/debug_out.h"
+#include "framework/core/font_points.h"
 #include "framework/core/x_error_xm.h"
 #include "framework/core/x_settings.h"
 #include "framework/draw/draw_cache.h"
@@ -101,7 +102,18 @@ void zApp::openDisplay() {
   std::setlocale(LC_CTYPE, "C");
   initializeToolkit();
   theScreen().display = xDisplay;
+  readScreen();
+  ziDrawCache::instance().makeFonts(ziXFontDict::kDefaultCapacity);
+  resolveFontPoints(xDisplay);
   loadDefaultFont();
+}
+
+void zApp::readScreen() {
+  ziScreen& screen = theScreen();
+  screen.readSize();
+  if (screen.dotsPerInchX <= 0 || screen.dotsPerInchY <= 0) {
+    screen.dotsPerInchX = screen.dotsPerInchY = kUsualDotsPerInch;
+  }
 }
 
 void zApp::loadDefaultFont() {
@@ -113,6 +125,7 @@ void zApp::loadDefaultFont() {
 
 void zApp::closeDisplay() {
   theScreen().defaultFont.reset();
+  ziDrawCache::instance().setFonts(nullptr);
   theScreen().display = nullptr;
   isDisplaySet = false;
   XtCloseDisplay(xDisplay);
@@ -142,12 +155,8 @@ void zApp::takeDisplay(Widget widget) {
   }
   isDisplaySet = true;
   xDisplay = XtDisplay(widget);
-  ziScreen& screen = theScreen();
-  screen.display = xDisplay;
-  screen.readSize();
-  if (screen.dotsPerInchX <= 0 || screen.dotsPerInchY <= 0) {
-    screen.dotsPerInchX = screen.dotsPerInchY = kUsualDotsPerInch;
-  }
+  theScreen().display = xDisplay;
+  readScreen();
   readAltMask();
 }
 

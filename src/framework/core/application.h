@@ -119,6 +119,7 @@ class zApp {
   void setErrorHandlers();
   void openDisplay();
   void closeDisplay();
+  void readScreen();
   void loadDefaultFont();
   void readAltMask();
 

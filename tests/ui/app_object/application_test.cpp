@@ -9,6 +9,7 @@
 
 #include "framework/core/debug_out.h"
 #include "framework/core/device.h"
+#include "framework/core/font_points.h"
 #include "framework/core/frame.h"
 #include "framework/core/messages.h"
 #include "framework/core/x_settings.h"
@@ -18,6 +19,7 @@
 
 namespace {
 
+using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
@@ -202,6 +204,26 @@ TEST(Settings, AreReadAnewButForTheDebugLevelAndTheChildWindowSwitch) {
   EXPECT_EQ(g_XSettings.incFontInDialogBy, 2);
   g_XSettings = {};
   setDebugLevel(levelBefore);
+}
+
+TEST(Settings, OfFontsInPointsFollowTheScreen) {
+  struct Case {
+    const char* asked;
+    const char* family;
+    const char* pixels;
+  };
+  // 96 dots an inch.
+  for (const Case& row :
+       {Case{"-*-helvetica-bold-r-normal--*-110-*", "-helvetica-bold-r-", "--14-"},
+        Case{"-*-courier-medium-o-*--*-180-*", "-courier-medium-o-", "--24-"},
+        Case{"-*-helvetica-bold-r-*--11-*", "-helvetica-bold-r-", "--11-*"},
+        Case{"-*-helvetica-bold-r-*--*-1x-*", "-helvetica-bold-r-", "--*-1x-*"}}) {
+    setXResource("points*fontList", row.asked);
+    resolveFontPoints(app().display());
+    const std::string font =
+        readXResource(app().display(), "points.list.fontList", "P.L.FontList").value_or("");
+    EXPECT_THAT(font, AllOf(HasSubstr(row.family), HasSubstr(row.pixels))) << row.asked;
+  }
 }
 
 TEST(Settings, GiveAFrameItsFirstSizeAsFarAsTheScreenAllows) {
