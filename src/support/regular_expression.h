@@ -1,7 +1,10 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
+
+class LongWork;
 
 /// Basic regular expressions: a pattern is compiled into a byte code, and the byte code is stepped
 /// through a text. Both work on bytes and keep what they find in the variables below, so there is
@@ -87,6 +90,9 @@ extern std::array<const char*, kMaxGroups> braelist;  ///< ends of the groups
 /// nanoseconds of an ordinary machine. Other patterns need no limit: the time for them grows with
 /// the subject's length and the pattern's.
 inline constexpr std::int64_t kWorkLimit = std::int64_t{1} << 24;
+/// Bytes that one call may take for other patterns, an eighth of the subject's length for each item
+/// that is repeated; then it gives up too.
+inline constexpr std::size_t kMemoryLimit = std::size_t{1} << 26;
 
 /// Compiles the pattern that ends at `endChar` or NUL into [buffer, bufferEnd), never past it, and
 /// returns the end of the compiled form. Null for an error, which compileError then tells; the
@@ -99,6 +105,8 @@ Error compileError();
 /// Looks for the leftmost match in the NUL-terminated subject and sets loc1 and loc2. 1 for a
 /// match, 0 for none.
 int step(const char* subject, const char* compiled);
+/// The same as a part of longer work; gives up when that is to end.
+int step(const char* subject, const char* compiled, LongWork& longWork);
 /// The same for a match that starts where the subject does; sets loc2 alone.
 int advance(const char* subject, const char* compiled);
 /// Units of work that the last step or advance spent of the limit; 0 when it did not come to need

@@ -156,8 +156,10 @@ bool Automaton::isRefused(std::string_view text, std::size_t from, std::size_t t
   });
 }
 
-std::size_t Automaton::findMatch(std::string_view text, std::size_t from, std::size_t to) {
+std::size_t Automaton::findMatch(std::string_view text, std::size_t from, std::size_t to,
+                                 LongWork& work) {
   constexpr std::size_t kManyCharacters = 1024;
+  constexpr std::size_t kWorkOfTransition = 1024;
   if (to - from >= kManyCharacters && isRefused(text, from, to)) {
     return kNowhere;
   }
@@ -165,6 +167,9 @@ std::size_t Automaton::findMatch(std::string_view text, std::size_t from, std::s
   for (std::size_t place = from; place < to; ++place) {
     const std::size_t kind = kindOf(text[place]);
     const State next = transitions[state + kind];
+    if (next == kUnknown && !work.goOn(kWorkOfTransition)) {
+      return kNowhere;
+    }
     state = next == kUnknown ? makeTransition(state, kind) : next;
     if (state == matched()) {
       return place;

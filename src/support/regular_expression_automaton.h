@@ -8,6 +8,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "support/long_work.h"
 #include "support/regular_expression_elements.h"
 
 namespace regexp {
@@ -31,9 +32,9 @@ class Automaton {
 
   /// Whether any line matches, the empty one too.
   bool matchesAll() const { return !isEndGiven && firstPlaces.test(places.size()); }
-  /// A place in the first of the lines [from, to) that matches; or kNowhere. `from` is a line's
-  /// start and `to` a line's end.
-  std::size_t findMatch(std::string_view text, std::size_t from, std::size_t to);
+  /// A place in the first of the lines [from, to) that matches; or kNowhere, also when the work is
+  /// to end. `from` is a line's start and `to` a line's end.
+  std::size_t findMatch(std::string_view text, std::size_t from, std::size_t to, LongWork& work);
   /// Whether there have been more states than there is room for.
   bool hasOverflowed() const { return hasForgotten; }
 

@@ -4,6 +4,7 @@
 // it can grow by a power of the subject's length for each repetition, which is what the limit of
 // work is for. No item matches the NUL, so nothing runs over the subject's end.
 
+#include <algorithm>
 #include <cstring>
 
 #include "support/regular_expression_matchers.h"
@@ -19,6 +20,28 @@ constexpr int kWorkOfRepetition = 8;
 
 std::int64_t work = 0;
 std::int64_t workLimit = 0;
+
+// The longer work hears of this one slice by slice.
+std::int64_t sliceStart = 0;
+std::int64_t sliceEnd = 0;
+LongWork* wholeWork = nullptr;
+
+/// At a slice's end: begins the next one, or false when there is no more work to spend.
+bool beginSlice() {
+  constexpr std::int64_t kSlice = 1 << 14;
+  constexpr std::int64_t kUnitsOfLongWork = 8;
+  wholeWork->goOn(static_cast<std::size_t>(kUnitsOfLongWork * (work - sliceStart)));
+  sliceStart = work;
+  if (work > workLimit || wholeWork->hasEnded()) {
+    return false;
+  }
+  sliceEnd = std::min(workLimit, work + kSlice);
+  return true;
+}
+
+bool isSpent() {
+  return work > sliceEnd && !beginSlice();
+}
 
 Byte byteAt(const char* place) {
   return static_cast<Byte>(*place);
@@ -101,7 +124,7 @@ int backUp(const char* least, const char* most, std::ptrdiff_t stride, const cha
     if (matchHere(at, rest) != 0) {
       return 1;
     }
-    if (at == least || work > workLimit) {
+    if (at == least || isSpent()) {
       return 0;
     }
   }
@@ -184,7 +207,7 @@ std::optional<int> matchItem(int code, const char*& subject, const char*& compil
 }
 
 int matchHere(const char* subject, const char* compiled) {
-  while (++work <= workLimit) {
+  while (++work <= sliceEnd || beginSlice()) {
     const int code = byteAt(compiled++);
     switch (code) {
       case CBRA:
@@ -228,7 +251,7 @@ bool matchFromStart(const char* subject, const char* compiled) {
 /// Tries a match at each occurrence of the character that it must start with.
 bool matchAtCharacter(const char* subject, int first, const char* compiled) {
   for (; (subject = std::strchr(subject, first)) != nullptr; ++subject) {
-    if (work > workLimit) {
+    if (isSpent()) {
       return false;
     }
     if (matchFromStart(subject, compiled)) {
@@ -250,7 +273,7 @@ bool matchAnywhere(const char* subject, const char* compiled) {
     if (matchFromStart(subject, compiled)) {
       return true;
     }
-    if (*subject == '\0' || isFirstTheOnly || work > workLimit) {
+    if (*subject == '\0' || isFirstTheOnly || isSpent()) {
       return false;
     }
   }
@@ -259,13 +282,17 @@ bool matchAnywhere(const char* subject, const char* compiled) {
 }  // namespace
 
 std::optional<bool> matchByBacktracking(const char* subject, const char* compiled, Start start,
-                                        std::int64_t limit, std::int64_t& spent) {
+                                        std::int64_t limit, std::int64_t& spent,
+                                        LongWork& longWork) {
   work = 0;
   workLimit = limit;
+  sliceStart = 0;
+  sliceEnd = 0;
+  wholeWork = &longWork;
   const bool isFound = start == Start::kAtSubject ? matchFromStart(subject, compiled)
                                                   : matchAnywhere(subject, compiled);
   spent = work;
-  return isFound || work <= workLimit ? std::optional(isFound) : std::nullopt;
+  return isFound || beginSlice() ? std::optional(isFound) : std::nullopt;
 }
 
 }  // namespace regexp

@@ -154,7 +154,7 @@ std::size_t LineFilter::lineWithWord(std::size_t from) {
 }
 
 // Goes by windows of whole lines, which grow while they are refused.
-std::size_t LineFilter::nextLine(std::size_t from) {
+std::size_t LineFilter::nextLine(std::size_t from, LongWork& work) {
   constexpr std::size_t kMaxWindow = 65536;
   while (from <= text.size()) {
     if (automaton == nullptr) {
@@ -165,10 +165,13 @@ std::size_t LineFilter::nextLine(std::size_t from) {
     }
     const std::size_t to = text.find('\n', std::min(from + window - 1, text.size()));
     const std::size_t end = std::min(to, text.size());
-    const std::size_t match = automaton->findMatch(text, from, end);
+    const std::size_t match = automaton->findMatch(text, from, end, work);
     if (match != Automaton::kNowhere) {
       window = 1;
       return startOfLine(text, from, match);
+    }
+    if (!work.goOn(end - from)) {
+      break;
     }
     if (automaton->hasOverflowed() && !isRough) {
       recognise(true);

@@ -19,8 +19,9 @@ class LineFilter {
   LineFilter(const char* compiled, std::string_view searched);
 
   /// Start of the first such line at or behind `from`, which counts as a line's start itself; or
-  /// kNoLine. A line feed at the end of the text has an empty line behind it.
-  std::size_t nextLine(std::size_t from);
+  /// kNoLine, also when the work is to end. A line feed at the end of the text has an empty line
+  /// behind it.
+  std::size_t nextLine(std::size_t from, LongWork& work);
 
  private:
   void recognise(bool roughly);

@@ -5,18 +5,24 @@
 // starts at the first place where the whole pattern matches, and each item takes the most behind
 // which the rest does.
 //
+// An item of a fixed length needs no choice, so only the passes behind the others are kept.
+//
 // The numbers of a repetition cost nothing: an item matches at a place when the nearest place, not
 // closer than its lower number, where the rest matches, is no further than its upper number and the
 // run of its characters reach.
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 #include "support/regular_expression_matchers.h"
 
 namespace regexp {
 
 namespace {
+
+// What looking at a place costs, in the units of LongWork.
+constexpr std::size_t kUnitsAPlace = 2;
 
 /// The places of a subject, its end included, at which something holds.
 using PlaceSet = std::vector<bool>;
@@ -26,7 +32,10 @@ class LinearMatcher {
   LinearMatcher(const char* text, const std::vector<Element>& pattern)
       : subject(text), length(std::strlen(text)), elements(pattern) {}
 
-  bool match(Start start);
+  /// What match takes.
+  std::size_t bytesNeeded() const;
+  /// Nothing when the longer work ended.
+  std::optional<bool> match(Start start, LongWork& longWork);
 
  private:
   bool isTaken(const Element& item, std::size_t place) const {
@@ -39,10 +48,20 @@ class LinearMatcher {
   const char* subject;
   std::size_t length;
   const std::vector<Element>& elements;
-  /// Where the pattern from each item on matches: the last item's first, in front of it where the
-  /// pattern may end.
-  std::vector<PlaceSet> matching;
+  /// Where the rest of the pattern behind each item of open length matches, the last item's first.
+  std::vector<PlaceSet> matchingBehind;
 };
+
+bool isOpen(const Element& element) {
+  return element.kind == Element::Kind::kItem && element.low != element.high;
+}
+
+std::size_t LinearMatcher::bytesNeeded() const {
+  constexpr std::size_t kPlacesPerByte = 8;
+  constexpr std::size_t kInWork = 2;
+  const auto kept = std::count_if(elements.begin(), elements.end(), isOpen);
+  return (static_cast<std::size_t>(kept) + kInWork) * (length / kPlacesPerByte + 1);
+}
 
 PlaceSet LinearMatcher::placesBefore(const Element& item, const PlaceSet& after) const {
   PlaceSet before(length + 1);
@@ -73,7 +92,7 @@ std::size_t LinearMatcher::endOf(const Element& item, std::size_t from,
 
 void LinearMatcher::setPlaces(std::size_t from) {
   loc1 = subject + from;
-  auto after = matching.rbegin();
+  auto behind = matchingBehind.rbegin();
   for (const Element& element : elements) {
     const auto group = static_cast<std::size_t>(element.group);
     if (element.kind == Element::Kind::kGroupStart) {
@@ -81,22 +100,29 @@ void LinearMatcher::setPlaces(std::size_t from) {
     } else if (element.kind == Element::Kind::kGroupEnd) {
       braelist[group] = subject + from;
     } else if (element.kind == Element::Kind::kItem) {
-      from = endOf(element, from, *++after);
+      from = isOpen(element) ? endOf(element, from, *behind++) : from + element.low;
     }
   }
   loc2 = subject + from;
 }
 
-bool LinearMatcher::match(Start start) {
+std::optional<bool> LinearMatcher::match(Start start, LongWork& longWork) {
   const bool isEndGiven = !elements.empty() && elements.back().kind == Element::Kind::kSubjectEnd;
-  matching.assign(1, PlaceSet(length + 1, !isEndGiven));
-  matching.back()[length] = true;
+  PlaceSet starts(length + 1, !isEndGiven);
+  starts[length] = true;
   for (auto element = elements.rbegin(); element != elements.rend(); ++element) {
-    if (element->kind == Element::Kind::kItem) {
-      matching.push_back(placesBefore(*element, matching.back()));
+    if (element->kind != Element::Kind::kItem) {
+      continue;
+    }
+    PlaceSet before = placesBefore(*element, starts);
+    if (isOpen(*element)) {
+      matchingBehind.push_back(std::move(starts));
+    }
+    starts = std::move(before);
+    if (!longWork.goOn(kUnitsAPlace * length)) {
+      return std::nullopt;
     }
   }
-  const PlaceSet& starts = matching.back();
   const auto last = start == Start::kAtSubject ? starts.begin() + 1 : starts.end();
   const auto first = std::find(starts.begin(), last, true);
   if (first == last) {
@@ -108,8 +134,10 @@ bool LinearMatcher::match(Start start) {
 
 }  // namespace
 
-bool matchLinearly(const char* subject, const std::vector<Element>& elements, Start start) {
-  return LinearMatcher(subject, elements).match(start);
+std::optional<bool> matchLinearly(const char* subject, const std::vector<Element>& elements,
+                                  Start start, LongWork& longWork) {
+  LinearMatcher matcher(subject, elements);
+  return matcher.bytesNeeded() > kMemoryLimit ? std::nullopt : matcher.match(start, longWork);
 }
 
 }  // namespace regexp

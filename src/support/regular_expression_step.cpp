@@ -25,24 +25,23 @@ bool isReference(const Element& element) {
   return element.kind == Element::Kind::kReference;
 }
 
-int match(const char* subject, const char* compiled, Start start) {
+int match(const char* subject, const char* compiled, Start start, LongWork& longWork) {
   constexpr std::int64_t kFirstWork = 256;
   hasGivenUp = false;
   work = 0;
   std::int64_t firstWork = 0;
   const auto length = static_cast<std::int64_t>(std::strlen(subject));
   std::optional<bool> found =
-      matchByBacktracking(subject, compiled, start, kFirstWork + length, firstWork);
+      matchByBacktracking(subject, compiled, start, kFirstWork + length, firstWork, longWork);
   if (found) {
     return *found ? 1 : 0;
   }
-  if (locs == nullptr) {
-    const auto elements = elementsOf(compiled);
-    if (elements && std::none_of(elements->begin(), elements->end(), isReference)) {
-      return matchLinearly(subject, *elements, start) ? 1 : 0;
-    }
+  const auto elements = locs == nullptr ? elementsOf(compiled) : std::nullopt;
+  if (elements && std::none_of(elements->begin(), elements->end(), isReference)) {
+    found = matchLinearly(subject, *elements, start, longWork);
+  } else {
+    found = matchByBacktracking(subject, compiled, start, kWorkLimit, work, longWork);
   }
-  found = matchByBacktracking(subject, compiled, start, kWorkLimit, work);
   hasGivenUp = !found;
   return found.value_or(false) ? 1 : 0;
 }
@@ -50,12 +49,18 @@ int match(const char* subject, const char* compiled, Start start) {
 }  // namespace
 
 int step(const char* subject, const char* compiled) {
-  return match(subject, compiled, circf ? Start::kAtSubject : Start::kAnywhere);
+  LongWork unending;
+  return step(subject, compiled, unending);
+}
+
+int step(const char* subject, const char* compiled, LongWork& longWork) {
+  return match(subject, compiled, circf ? Start::kAtSubject : Start::kAnywhere, longWork);
 }
 
 int advance(const char* subject, const char* compiled) {
   const char* const start = loc1;
-  const int found = match(subject, compiled, Start::kAtSubject);
+  LongWork unending;
+  const int found = match(subject, compiled, Start::kAtSubject, unending);
   loc1 = start;
   return found;
 }

@@ -8,6 +8,7 @@
 #include <cstring>
 #include <string>
 
+#include "support/long_work.h"
 #include "support/regular_expression.h"
 #include "support/regular_expression_filter.h"
 
@@ -17,16 +18,32 @@ constexpr std::size_t kNowhere = std::string_view::npos;
 constexpr std::size_t kCompiledSize = 256;
 
 // Not string_view::find: that stops at each occurrence of the first character.
-std::size_t findExact(std::string_view log, std::string_view text, std::size_t start) {
-  if (start > log.size() || text.size() > log.size() - start) {
-    return kNowhere;
-  }
+std::size_t findExact(std::string_view log, std::string_view text) {
   if (text.empty()) {
-    return start;
+    return 0;
   }
-  const void* hit = memmem(log.data() + start, log.size() - start, text.data(), text.size());
+  const void* hit = memmem(log.data(), log.size(), text.data(), text.size());
   return hit == nullptr ? kNowhere
                         : static_cast<std::size_t>(static_cast<const char*>(hit) - log.data());
+}
+
+// Looks through the log from `start` on by windows of about `size` bytes, which overlap by what of
+// a hit can lie in the earlier one.
+template <class FindInWindow>
+std::size_t findByWindows(std::string_view log, std::size_t start, std::size_t textSize,
+                          std::size_t size, LongWork& work, FindInWindow findInWindow) {
+  while (start <= log.size() && textSize <= log.size() - start) {
+    const std::string_view window = log.substr(start, size + 2 * textSize);
+    const std::size_t hit = findInWindow(window);
+    if (hit != kNowhere) {
+      return start + hit;
+    }
+    if (!work.goOn(window.size())) {
+      break;
+    }
+    start += window.size() - textSize + 1;
+  }
+  return kNowhere;
 }
 
 // By the letters of ASCII, which are the only ones in the character set that the program runs in.
@@ -40,31 +57,33 @@ void foldCase(const char* from, std::size_t count, char* to) {
   }
 }
 
-// Folds a window of the log at a time, which stays in the processor's cache. Windows overlap by
-// what of a hit can lie in the earlier one.
-std::size_t findFolded(std::string_view log, std::string_view text, std::size_t start) {
+std::size_t findWithCase(std::string_view log, std::string_view text, std::size_t start,
+                         LongWork& work) {
+  constexpr std::size_t kWindow = std::size_t{1} << 20;
+  return findByWindows(log, start, text.size(), kWindow, work,
+                       [&](std::string_view window) { return findExact(window, text); });
+}
+
+// A window stays in the processor's cache while it is folded and looked through.
+std::size_t findWithoutCase(std::string_view log, std::string_view text, std::size_t start,
+                            LongWork& work) {
   constexpr std::size_t kWindow = 16384;
   std::string wanted(text.size(), '\0');
   foldCase(text.data(), text.size(), wanted.data());
-  std::string window(std::min(kWindow + 2 * text.size(), log.size()), '\0');
-  while (start <= log.size() && text.size() <= log.size() - start) {
-    const std::size_t count = std::min(window.size(), log.size() - start);
-    foldCase(log.data() + start, count, window.data());
-    const std::size_t hit = findExact({window.data(), count}, wanted, 0);
-    if (hit != kNowhere) {
-      return start + hit;
-    }
-    start += count - text.size() + 1;
-  }
-  return kNowhere;
+  std::string folded(std::min(kWindow + 2 * text.size(), log.size()), '\0');
+  return findByWindows(log, start, text.size(), kWindow, work, [&](std::string_view window) {
+    foldCase(window.data(), window.size(), folded.data());
+    return findExact({folded.data(), window.size()}, wanted);
+  });
 }
 
-FindResult findPlain(std::string_view log, const FindRequest& request, FindState& state) {
+FindResult findPlain(std::string_view log, const FindRequest& request, FindState& state,
+                     LongWork& work) {
   // By the length of what is looked for, not of what was found, and from the start too: a hit
   // closer to the start than that is missed. Intended.
   const std::size_t start = state.lastFindOffset + request.text.size();
-  const std::size_t hit = request.matchCase ? findExact(log, request.text, start)
-                                            : findFolded(log, request.text, start);
+  const std::size_t hit = request.matchCase ? findWithCase(log, request.text, start, work)
+                                            : findWithoutCase(log, request.text, start, work);
   if (hit == kNowhere) {
     return FindResult::kNotFound;
   }
@@ -75,18 +94,18 @@ FindResult findPlain(std::string_view log, const FindRequest& request, FindState
 // Looks through the lines that begin behind `before`. The rest of a line behind the last hit counts
 // as a line of its own, so "^" matches there. Intended.
 FindResult findInLines(std::string_view log, const char* compiled, std::size_t before,
-                       FindState& state) {
+                       FindState& state, LongWork& longWork) {
   std::int64_t work = kFindWork + kFindWorkPerCharacter * static_cast<std::int64_t>(log.size());
   regexp::LineFilter filter(compiled, log);
   std::string line;
   while (before < log.size()) {
-    const std::size_t start = filter.nextLine(before + 1);
+    const std::size_t start = filter.nextLine(before + 1, longWork);
     if (start == regexp::LineFilter::kNoLine) {
       break;
     }
     const std::size_t end = std::min(log.find('\n', start), log.size());
     line.assign(log, start, end - start);
-    if (regexp::step(line.c_str(), compiled) != 0) {
+    if (regexp::step(line.c_str(), compiled, longWork) != 0) {
       int length = 0;
       const char* hit = regexp::matchLength(&length);
       state.lastFindOffset = start + static_cast<std::size_t>(hit - line.c_str());
@@ -103,7 +122,8 @@ FindResult findInLines(std::string_view log, const char* compiled, std::size_t b
   return FindResult::kNotFound;
 }
 
-FindResult findRegexp(std::string_view log, const FindRequest& request, FindState& state) {
+FindResult findRegexp(std::string_view log, const FindRequest& request, FindState& state,
+                      LongWork& work) {
   const std::string pattern(request.text.substr(0, kPatternLength));
   std::array<char, kCompiledSize> compiled{};
   char* end = compiled.data() + compiled.size();
@@ -114,14 +134,18 @@ FindResult findRegexp(std::string_view log, const FindRequest& request, FindStat
   // hit, or, after a hit of one character, the one that follows it. Intended.
   const std::size_t length = state.lastFindLength;
   const std::size_t before = state.lastFindOffset + (length >= 2 ? length - 1 : length);
-  return findInLines(log, compiled.data(), before, state);
+  return findInLines(log, compiled.data(), before, state, work);
 }
 
 }  // namespace
 
-FindResult findInLog(std::string_view log, const FindRequest& request, FindState& state) {
+FindResult findInLog(std::string_view log, const FindRequest& request, FindState& state,
+                     const std::function<bool()>& mayGoOn) {
   if (!request.goOn) {
     state = {};
   }
-  return request.regexp ? findRegexp(log, request, state) : findPlain(log, request, state);
+  LongWork work(mayGoOn);
+  const FindResult result =
+      request.regexp ? findRegexp(log, request, state, work) : findPlain(log, request, state, work);
+  return result != FindResult::kFound && work.hasEnded() ? FindResult::kStopped : result;
 }

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string_view>
 
 /// Searching the log, free of widgets. A search goes forward from the last hit and does not wrap.
@@ -23,7 +24,8 @@ enum class FindResult {
   kFound,
   kNotFound,
   kPatternError,  ///< the text is no regular expression
-  kGaveUp,        ///< the regular expression needs more work than a search may spend
+  kGaveUp,        ///< the regular expression needs more work or memory than a search may spend
+  kStopped,       ///< mayGoOn said no
 };
 
 inline constexpr std::size_t kPatternLength = 255;
@@ -31,10 +33,11 @@ inline constexpr std::size_t kPatternLength = 255;
 /// What one search may spend on a regular expression with references, in the units of
 /// regexp::workSpent: so much and so much more for each character of the log. Together that is at
 /// most about three seconds and half a second a megabyte. A search that needs more gives up, also
-/// when one line needs more than regexp::kWorkLimit.
+/// when one line needs more than regexp::kWorkLimit or regexp::kMemoryLimit.
 inline constexpr std::int64_t kFindWork = std::int64_t{1} << 28;
 inline constexpr std::int64_t kFindWorkPerCharacter = 64;
 
 /// Looks for the next place in `log` (no NUL in it) and puts it into `state`, which keeps the last
-/// one when there is none.
-FindResult findInLog(std::string_view log, const FindRequest& request, FindState& state);
+/// one when there is none. Every few milliseconds of a longer search it asks whether it may go on.
+FindResult findInLog(std::string_view log, const FindRequest& request, FindState& state,
+                     const std::function<bool()>& mayGoOn = {});

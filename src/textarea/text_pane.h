@@ -45,7 +45,7 @@ class TextPane : public zEditBox {
   /// Selects the next hit for `wanted` and brings it into view; from the start, with the view at
   /// the top, unless `goOn`. A box tells when there is none (after `goOn` it offers to search from
   /// the start), when `wanted` is no regular expression, or one that is too complex; the pane may
-  /// be gone after it.
+  /// be gone after it. Escape stops a search that lasts, without a box.
   void findText(const RWCString& wanted, bool goOn, bool matchCase, bool regexp);
 
   /// The Control latch, shared with the command line: set by a press of Control in either, cleared

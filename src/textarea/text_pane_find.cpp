@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "framework/core/busy_scope.h"
 #include "framework/core/message_box.h"
 #include "textarea/text_pane.h"
 
@@ -40,8 +41,10 @@ std::size_t lineBelow(std::string_view log, std::size_t hit) {
 }  // namespace
 
 FindResult TextPane::selectNextHit(const FindRequest& request) {
+  zBusyScope busy;
   const RWCString log = text();
-  const FindResult result = findInLog(log.view(), request, lastFind);
+  const FindResult result =
+      findInLog(log.view(), request, lastFind, [&busy] { return busy.mayGoOn(); });
   if (result == FindResult::kFound) {
     const std::size_t end = lastFind.lastFindOffset + lastFind.lastFindLength;
     // The insertion point goes along, and the view with it.
@@ -59,6 +62,7 @@ void TextPane::findText(const RWCString& wanted, bool goOn, bool matchCase, bool
   // The copy of the log is gone before a box opens.
   switch (selectNextHit({wanted.view(), goOn, matchCase, regexp})) {
     case FindResult::kFound:
+    case FindResult::kStopped:
       break;
     case FindResult::kNotFound:
       tellNotFound(wanted, goOn, matchCase, regexp);

@@ -40,9 +40,10 @@ inline std::optional<bool> matchersAgree(const std::string& subject, const char*
   using regexp::Start;
   constexpr std::int64_t kLimit = 1 << 20;
   const Start start = regexp::circf ? Start::kAtSubject : Start::kAnywhere;
+  LongWork unending;
   const auto backtrack = [&](const std::string& text) {
     std::int64_t spent = 0;
-    return regexp::matchByBacktracking(text.c_str(), form, start, kLimit, spent);
+    return regexp::matchByBacktracking(text.c_str(), form, start, kLimit, spent, unending);
   };
   const auto elements = regexp::elementsOf(form);
   const bool hasReference = std::any_of(elements->begin(), elements->end(), [](const auto& e) {
@@ -51,10 +52,11 @@ inline std::optional<bool> matchersAgree(const std::string& subject, const char*
   const std::optional<bool> whole = backtrack(subject);
   const FoundPlaces expected = foundPlaces(whole.value_or(false), regexp::nbra);
   if (whole && !hasReference &&
-      foundPlaces(matchLinearly(subject.c_str(), *elements, start), regexp::nbra) != expected) {
+      foundPlaces(*matchLinearly(subject.c_str(), *elements, start, unending), regexp::nbra) !=
+          expected) {
     return false;
   }
-  const std::size_t passed = regexp::LineFilter(form, subject).nextLine(0);
+  const std::size_t passed = regexp::LineFilter(form, subject).nextLine(0, unending);
   for (std::size_t from = 0; from <= subject.size();) {
     const std::size_t end = std::min(subject.find('\n', from), subject.size());
     const std::optional<bool> line = backtrack(subject.substr(from, end - from));

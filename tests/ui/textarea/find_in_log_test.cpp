@@ -1,8 +1,13 @@
 // Find in the log: the selection, the view and the boxes.
 
+#include "framework/core/busy_scope.h"
+#include "framework/core/pane.h"
+#include "tests/support/screen/keyboard.h"
 #include "tests/ui/textarea/textarea_fixture.h"
 
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -50,6 +55,41 @@ TEST_F(FindInLog, ASearchThatWentOnIsOfferedFromTheStart) {
     EXPECT_EQ(theTextPane->selectionRange(),
               answer == XK_Return ? (zTextRange{3, 4}) : (zTextRange{7, 8}));
   }
+}
+
+/// Remembers the pointer that was shown when it was painted last.
+class Painted : public zPane {
+ public:
+  explicit Painted(zWindow* parent)
+      : zPane(parent, new zSizer(0, 0, 400, 300, parent->sizer()), 0x50000000, -1) {}
+  int draw(zEvent* event) override {
+    pointer = pointerShape();
+    return zPane::draw(event);
+  }
+  std::vector<unsigned long> pointer;
+};
+
+TEST_F(FindInLog, EscapeStopsASearchThatLastsWhileTheWindowIsPaintedAndOtherKeysWait) {
+  appendLines(150000);
+  ui::moveTo(frame.widget(), 200, 200);
+  const auto usualPointer = pointerShape();
+  const auto usualPatience = std::exchange(zBusyScope::patience, std::chrono::milliseconds(0));
+  Painted painted(&frame);
+  painted.show();
+  for (const ui::KeySymbol key : {XK_x, XK_Escape, XK_y}) {
+    screen::fakeKey(ui::display(), key);
+  }
+  theTextPane->update();  // until all of that has come
+
+  theTextPane->findText("line 149999", false, true, false);
+  zBusyScope::patience = usualPatience;
+  EXPECT_FALSE(theTextPane->selectionRange());
+  EXPECT_EQ(theCommandLine->text().str(), "");
+  EXPECT_FALSE(painted.pointer.empty());
+  EXPECT_TRUE(painted.pointer != usualPointer);
+  EXPECT_TRUE(pointerShape() == usualPointer);
+  ui::drain();
+  EXPECT_EQ(theCommandLine->text().str(), "xy");
 }
 
 TEST_F(FindInLog, TellsThatAPatternIsWrongOrTooComplex) {

@@ -4,7 +4,9 @@
 #include <string>
 
 #include "framework/core/xm_handles_xm.h"
+#include "tests/ui/support/test_application.h"
 
+#include <X11/extensions/Xfixes.h>
 #include <Xm/XmAll.h>
 
 int topLine(Widget text) {
@@ -29,4 +31,12 @@ int lineHeight(Widget text) {
   XmTextPosToXY(text, first, &x, &upper);
   XmTextPosToXY(text, second, &x, &lower);
   return lower - upper;
+}
+
+std::vector<unsigned long> pointerShape() {
+  XFixesCursorImage* image = XFixesGetCursorImage(ui::display());
+  const std::vector<unsigned long> pixels(image->pixels,
+                                          image->pixels + image->width * image->height);
+  XFree(image);
+  return pixels;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include "framework/draw/xtfwd.h"
 
 /// What a user sees of a text area.
@@ -10,3 +12,5 @@ int topLine(Widget text);
 bool isEndInView(Widget text);
 /// Pixels from one line to the next; the two lines at the upper edge must be there.
 int lineHeight(Widget text);
+/// The picture of the pointer.
+std::vector<unsigned long> pointerShape();

@@ -181,6 +181,9 @@ TEST(RegexpStep, PatternsMadeToExplodeFindTheirMatchOrGiveUp) {
     EXPECT_TRUE(regexp::gaveUp()) << pattern;
     EXPECT_LE(regexp::workSpent(), 2 * regexp::kWorkLimit) << pattern;
   }
+  compileGood(manyStars + "[xy]$");
+  EXPECT_EQ(matchOf("y" + std::string(6'000'000, 'a')), kNone);
+  EXPECT_TRUE(regexp::gaveUp()) << "what the items match would not fit";
   EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(60));
 }
 

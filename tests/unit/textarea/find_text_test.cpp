@@ -6,6 +6,8 @@
 #include <random>
 #include <string>
 
+#include "support/regular_expression.h"
+
 namespace {
 
 /// A hit as the user sees it.
@@ -243,6 +245,46 @@ TEST_F(FindText, ALineThatOnlyLooksLikeAMatchHidesNoLaterOne) {
   }
   log += "aza";
   EXPECT_EQ(pattern("^\\(.\\)z\\1$"), (Hit{15006, 3}));
+}
+
+TEST_F(FindText, EachWayToSearchAsksAgainAndAgainWhetherItMayGoOnAndStops) {
+  constexpr std::size_t kMany = 5'000'000;
+  std::string lines;
+  for (std::size_t i = 0; i < kMany / 10; ++i) {
+    lines += ".........\n";
+  }
+  std::mt19937 random(1);
+  std::string longLine = "..\nc";
+  for (int i = 0; i < 60000; ++i) {
+    longLine += (random() & 1) != 0 ? 'a' : 'b';
+  }
+  std::string manyStars;
+  for (int i = 0; i < 120; ++i) {
+    manyStars += ".*";
+  }
+  struct Row {
+    std::string log;
+    std::string text;
+    bool matchCase;
+    bool regexp;
+  };
+  for (const Row& row :
+       {Row{std::string(kMany, '.') + "ab", "ab", true, false},
+        Row{std::string(kMany, '.') + "ab", "AB", false, false},
+        Row{lines + "ab", "^[ab][bc]", true, true},
+        Row{longLine + "d", "c[ab]*a[ab]\\{15\\}d$", true, true},
+        Row{".\n" + std::string(30000, 'a') + "b", manyStars + "[b].*", true, true},
+        Row{".\n" + std::string(3000, 'a') + "b" + std::string(2000, 'a') + "c",
+            "^\\(.*\\)\\(.*\\)\\(.*\\)b\\1\\2\\3c$", true, true}}) {
+    state = {.lastFindOffset = 1, .lastFindLength = 1};
+    int asked = 0;
+    const FindRequest request{row.text, kGoOn, row.matchCase, row.regexp};
+    EXPECT_EQ(findInLog(row.log, request, state, [&] { return ++asked < 3; }), FindResult::kStopped)
+        << row.text;
+    EXPECT_EQ(asked, 3) << row.text;
+    EXPECT_LT(regexp::workSpent(), regexp::kWorkLimit / 2);
+    EXPECT_EQ((Hit{state.lastFindOffset, state.lastFindLength}), (Hit{1, 1}));
+  }
 }
 
 TEST_F(FindText, ASearchThatGivesUpALineTellsAndPassesNoneOver) {
