@@ -4,36 +4,25 @@
 
 #include "tests/support/scripted_postmaster.h"
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <linux/sockios.h>
 #include <poll.h>
-#include <sys/file.h>
 #include <sys/ioctl.h>
 #include <sys/socket.h>
-#include <sys/un.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
 #include <cstdio>
-#include <fstream>
 #include <iostream>
 #include <stdexcept>
 #include <system_error>
-#include <thread>
 
 #include "tests/support/script_failure.h"
 
 namespace {
 
-constexpr int kFirstPort = 4000;
-constexpr int kPortCount = 1000;
 constexpr std::size_t kReadChunk = 65536;
-
-[[noreturn]] void throwSystemError(const std::string& what) {
-  throw std::system_error(errno, std::generic_category(), what);
-}
 
 /// The tool that usually sends a message.
 int usualSender(int tag) {
@@ -53,22 +42,6 @@ int usualSender(int tag) {
   return NELMPM;
 }
 
-/// A living Postmaster keeps its port file locked.
-bool isAnotherPostmasterThere() {
-  const UniqueDescriptor file(::open(kPortFile.c_str(), O_RDONLY | O_CLOEXEC));
-  return file.isOpen() && ::flock(file.get(), LOCK_SH | LOCK_NB) != 0 && errno == EWOULDBLOCK;
-}
-
-void awaitNoOtherPostmaster() {
-  const Deadline deadline(kAnswerTime);
-  while (isAnotherPostmasterThere()) {
-    if (deadline.hasPassed()) {
-      throw std::runtime_error("another Postmaster runs on this machine");
-    }
-    std::this_thread::sleep_for(kChildPollTime);
-  }
-}
-
 bool matches(const Message& message, int tag, const std::vector<Parameter>& parameters) {
   return message.tag == tag && message.fault.empty() &&
          (parameters.empty() || message.parameters == parameters);
@@ -83,41 +56,11 @@ std::string describe(const ScriptTag& tag, const std::vector<Parameter>& paramet
 
 }  // namespace
 
-ScriptedPostmaster::ScriptedPostmaster()
-    : port(kFirstPort + ::getpid() % kPortCount),
-      socketPath(kRendezvousPrefix + std::to_string(port) + "." + std::to_string(::getpid())) {
-  listen();
-  publishPort();
-}
+ScriptedPostmaster::ScriptedPostmaster() = default;
 
 ScriptedPostmaster::~ScriptedPostmaster() {
   if (testing::Test::HasFailure()) {
     std::cout << transcript() << std::flush;
-  }
-  child.reset();
-  ::unlink(socketPath.c_str());
-  ::unlink(kPortFile.c_str());
-}
-
-void ScriptedPostmaster::listen() {
-  listener = UniqueDescriptor(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
-  sockaddr_un address = {};
-  address.sun_family = AF_UNIX;
-  socketPath.copy(static_cast<char*>(address.sun_path), sizeof address.sun_path - 1);
-  ::unlink(socketPath.c_str());
-  if (::bind(listener.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0 ||
-      ::listen(listener.get(), 1) != 0) {
-    throwSystemError("cannot listen at " + socketPath);
-  }
-}
-
-void ScriptedPostmaster::publishPort() {
-  awaitNoOtherPostmaster();
-  ::unlink(kPortFile.c_str());
-  std::ofstream file(kPortFile);
-  file << port << std::endl;
-  if (!file) {
-    throwSystemError("cannot write " + kPortFile);
   }
 }
 
@@ -148,7 +91,7 @@ int ScriptedPostmaster::exitStatus(Milliseconds limit, SourceLine where) {
 }
 
 bool ScriptedPostmaster::hasSocketName() const {
-  return ::access(socketPath.c_str(), F_OK) == 0;
+  return ::access(socketName().c_str(), F_OK) == 0;
 }
 
 Message ScriptedPostmaster::expectConnect(SourceLine where) {
@@ -241,7 +184,7 @@ void ScriptedPostmaster::awaitRead(SourceLine where) {
   for (;;) {
     int unread = 0;
     if (::ioctl(connection.get(), SIOCOUTQ, &unread) != 0) {
-      throwSystemError("SIOCOUTQ");
+      throw std::system_error(errno, std::generic_category(), "SIOCOUTQ");
     }
     if (unread == 0) {
       return;
@@ -319,7 +262,7 @@ void ScriptedPostmaster::waitForNews(Milliseconds limit) {
   }
   // Once the tool has hung up the connection would wake every poll.
   const int conversation = hasHungUp ? -1 : connection.get();
-  std::array<pollfd, 4> entries = {pollfd{hasConnected ? -1 : listener.get(), POLLIN, 0},
+  std::array<pollfd, 4> entries = {pollfd{hasConnected ? -1 : rendezvous.listener(), POLLIN, 0},
                                    pollfd{conversation, POLLIN, 0}, output[0], output[1]};
   const Milliseconds timeout = std::min(limit, kChildPollTime);
   ::poll(entries.data(), entries.size(), static_cast<int>(timeout.count()));
@@ -333,8 +276,7 @@ void ScriptedPostmaster::waitForNews(Milliseconds limit) {
 }
 
 void ScriptedPostmaster::acceptConnection() {
-  connection =
-      UniqueDescriptor(::accept4(listener.get(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK));
+  connection = rendezvous.accept();
   hasConnected = connection.isOpen();
 }
 

@@ -10,7 +10,7 @@
 #include "link/message_numbers.h"
 #include "tests/support/child_process.h"
 #include "tests/support/message.h"
-#include "tests/support/rendezvous_lock.h"
+#include "tests/support/rendezvous.h"
 #include "tests/support/source_line.h"
 
 /// A message number together with the line of the test that names it.
@@ -110,7 +110,7 @@ class ScriptedPostmaster {
 
   /// Whether the name of the socket is still there; a tool that leaves removes it.
   bool hasSocketName() const;
-  const std::string& socketName() const { return socketPath; }
+  const std::string& socketName() const { return rendezvous.socketName(); }
 
   /// All messages so far, one a line, ">" sent and "<" received, and what the tool printed.
   std::string transcript();
@@ -121,8 +121,6 @@ class ScriptedPostmaster {
   void sendMessage(const ScriptTag& tag, std::vector<Parameter> parameters);
   void sendInPieces(std::size_t count, const ScriptTag& tag, std::vector<Parameter> parameters);
 
-  void listen();
-  void publishPort();
   MessageDirection spoken() const;
   MessageDirection heard() const;
   std::string makeFrame(const ScriptTag& tag, std::vector<Parameter> parameters);
@@ -136,10 +134,7 @@ class ScriptedPostmaster {
   [[noreturn]] void fail(const std::string& awaited, const std::string& cameInstead,
                          SourceLine where);
 
-  RendezvousLock lock;
-  int port;
-  std::string socketPath;
-  UniqueDescriptor listener;
+  Rendezvous rendezvous;
   UniqueDescriptor connection;
   std::unique_ptr<ChildProcess> child;
   int toolType = NELKVUI;

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "framework/draw/xtfwd.h"
+
+/// Looks at the windows of a screen as a user does: by what they show. It has a connection of its
+/// own, so that looking does not count as work of the program looked at.
+class Watcher {
+ public:
+  using Clock = std::chrono::steady_clock;
+  /// Lets so much time pass, doing meanwhile what the program looked at needs to go on.
+  using Pause = std::function<void(std::chrono::milliseconds)>;
+
+  /// Throws std::runtime_error when there is no display.
+  Watcher();
+  ~Watcher();
+  Watcher(const Watcher&) = delete;
+  Watcher& operator=(const Watcher&) = delete;
+
+  Display* display() const { return connection; }
+
+  /// The first viewable window whose title begins with `title`; 0 when there is none.
+  Window find(std::string_view title) const;
+
+  /// The largest window at or inside `window` that has no windows inside: where most of the
+  /// program's text is.
+  Window largestInside(Window window) const;
+
+  /// The moment at which the window showed what it then went on showing, more than one colour of
+  /// it, for longer than a short while. Throws when that does not come in `patience`.
+  Clock::time_point awaitStill(Window window, const Pause& pause,
+                               std::chrono::seconds patience) const;
+
+ private:
+  Window findBelow(Window parent, std::string_view title, int depth) const;
+
+  Display* connection;
+};
+
+/// How often the watcher looks.
+inline constexpr std::chrono::milliseconds kLookEvery{3};
