@@ -57,6 +57,7 @@ class Host : public zAppFrame, public ziButtonHost {
   void executeCommandLine(const RWCString& /*line*/) override {}
   void sendCommand(const RWCString& /*command*/) override {}
   void showStatus(const RWCString& /*text*/) override {}
+  void tellInLog(const std::string& /*line*/) override {}
   void setMenuHelp(std::span<const zHelpText> /*rows*/) override {}
   void focusCommandLine() override {}
   void repaintLog() override {}
