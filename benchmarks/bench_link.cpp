@@ -6,6 +6,7 @@
 #include <unistd.h>
 #include <array>
 #include <cstring>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -63,6 +64,57 @@ void nibbleDecode(benchmark::State& state) {
   state.SetBytesProcessed(state.iterations() * kTextBytes);
 }
 BENCHMARK(nibbleDecode);
+
+/// The wire form of a line of text as the tester sends it.
+constexpr int kLineBytes = 60;
+constexpr int kLineFrameText = 2 * (kFrameHeaderBytes + 2 * kWordBytes + kLineBytes) + 1;
+
+int encodeLine(const std::string& line, std::span<char> text) {
+  const int length = EncodeMessage(MSG_T_TEXT, ToolMessage().setText(0, line.c_str()),
+                                   g_EncodeBuffer, MessageDirection::kReceivedByUi);
+  return encodeFrame({kFrameDirected, MSG_T_TEXT, NELKV, NELKVUI, length}, g_EncodeBuffer.data(),
+                     text);
+}
+
+// Reference: as many bytes as the frame of a line has.
+void copyTextFrame(benchmark::State& state) {
+  const std::vector<char> in = someBytes(kLineFrameText);
+  std::array<char, kLineFrameText> out{};
+  for ([[maybe_unused]] auto _ : state) {
+    benchmark::DoNotOptimize(in.data());
+    std::memcpy(out.data(), in.data(), out.size());
+    benchmark::ClobberMemory();
+  }
+  state.SetItemsProcessed(state.iterations());
+}
+BENCHMARK(copyTextFrame);
+
+void encodeTextFrame(benchmark::State& state) {
+  const std::string line(kLineBytes, 'x');
+  std::array<char, kLineFrameText> text{};
+  for ([[maybe_unused]] auto _ : state) {
+    benchmark::DoNotOptimize(encodeLine(line, text));
+    benchmark::ClobberMemory();
+  }
+  state.SetItemsProcessed(state.iterations());
+}
+BENCHMARK(encodeTextFrame);
+
+void decodeTextFrame(benchmark::State& state) {
+  std::array<char, kLineFrameText> text{};
+  const int characters = encodeLine(std::string(kLineBytes, 'x'), text);
+  std::array<char, kMaxReceivedFrameBytes> binary{};
+  for ([[maybe_unused]] auto _ : state) {
+    benchmark::DoNotOptimize(text.data());
+    const Frame frame = decodeFrame(text.data(), characters, binary);
+    ToolMessage message;
+    benchmark::DoNotOptimize(
+        DecodeMessage(frame.header.tag, frame.payload.data(), frame.header.length, &message));
+    FreeMessage(frame.header.tag, &message);
+  }
+  state.SetItemsProcessed(state.iterations());
+}
+BENCHMARK(decodeTextFrame);
 
 void codeListQuestion(benchmark::State& state) {
   StringList items;

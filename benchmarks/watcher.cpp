@@ -1,5 +1,6 @@
 #include "benchmarks/watcher.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <span>
 #include <stdexcept>
@@ -7,8 +8,6 @@
 
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
-
-#include "tests/support/screen/windows.h"
 
 namespace {
 
@@ -82,6 +81,14 @@ bool isTitled(Display* display, Window window, std::string_view title) {
   return std::string_view(name).starts_with(title) && screen::isViewable(display, window);
 }
 
+/// What two areas have in common; without a size when that is nothing.
+screen::ScreenArea common(const screen::ScreenArea& one, const screen::ScreenArea& other) {
+  screen::ScreenArea result{std::max(one.x, other.x), std::max(one.y, other.y)};
+  result.width = std::max(0, std::min(one.x + one.width, other.x + other.width) - result.x);
+  result.height = std::max(0, std::min(one.y + one.height, other.y + other.height) - result.y);
+  return result;
+}
+
 int ignoreXError(Display* /*display*/, XErrorEvent* /*error*/) {
   return 0;  // windows come and go while they are looked at
 }
@@ -116,20 +123,19 @@ Window Watcher::findBelow(Window parent, std::string_view title, int depth) cons
 }
 
 Window Watcher::largestInside(Window window) const {
-  Window largest = window;
-  long largestArea = 0;
+  return largest(window, screen::areaOf(connection, window)).window;
+}
+
+Watcher::Part Watcher::largest(Window window, const screen::ScreenArea& seen) const {
+  Part found;
   forEachInside(connection, window, [&](Window child) {
-    if (screen::isViewable(connection, child)) {
-      const Window inner = largestInside(child);
-      const screen::ScreenArea place = screen::areaOf(connection, inner);
-      const long area = static_cast<long>(place.width) * place.height;
-      if (area > largestArea) {
-        largestArea = area;
-        largest = inner;
-      }
+    const screen::ScreenArea visible = common(seen, screen::areaOf(connection, child));
+    if (screen::isViewable(connection, child) && visible.width > 0 && visible.height > 0) {
+      const Part part = largest(child, visible);
+      found = part.pixels > found.pixels ? part : found;
     }
   });
-  return largest;
+  return found.window != None ? found : Part{window, static_cast<long>(seen.width) * seen.height};
 }
 
 Watcher::Clock::time_point Watcher::awaitStill(Window window, const Pause& pause,

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "framework/draw/xtfwd.h"
+#include "tests/support/screen/windows.h"
 
 /// Looks at the windows of a screen as a user does: by what they show. It has a connection of its
 /// own, so that looking does not count as work of the program looked at.
@@ -28,8 +29,8 @@ class Watcher {
   /// The first viewable window whose title begins with `title`; 0 when there is none.
   Window find(std::string_view title) const;
 
-  /// The largest window at or inside `window` that has no windows inside: where most of the
-  /// program's text is.
+  /// The window at or inside `window` with no windows inside of which most is seen: where most of
+  /// the program's text is.
   Window largestInside(Window window) const;
 
   /// The moment at which the window showed what it then went on showing, more than one colour of
@@ -38,6 +39,11 @@ class Watcher {
                                std::chrono::seconds patience) const;
 
  private:
+  struct Part {
+    Window window = 0;
+    long pixels = 0;  ///< how much of it is seen
+  };
+  Part largest(Window window, const screen::ScreenArea& seen) const;
   Window findBelow(Window parent, std::string_view title, int depth) const;
 
   Display* connection;
