@@ -8,7 +8,9 @@
 #include <unistd.h>
 
 #include <array>
+#include <bit>
 #include <cerrno>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
@@ -18,6 +20,9 @@
 #include <Xm/XmAll.h>
 
 namespace {
+
+constexpr int kColumns = 80;
+constexpr int kRows = 40;
 
 Widget theLog = nullptr;
 XtInputId theInput = 0;
@@ -45,13 +50,14 @@ Widget makeMenuBar(Widget window) {
   return bar;
 }
 
+Arg setting(const char* name, XtArgVal value) {
+  return {const_cast<String>(name), value};
+}
+
 Widget makeLog(Widget window) {
   std::array<char, 4> name = {"log"};
-  std::array<Arg, 4> arguments;
-  XtSetArg(arguments[0], XmNeditMode, XmMULTI_LINE_EDIT);
-  XtSetArg(arguments[1], XmNeditable, False);
-  XtSetArg(arguments[2], XmNcolumns, 80);
-  XtSetArg(arguments[3], XmNrows, 40);
+  std::array arguments = {setting(XmNeditMode, XmMULTI_LINE_EDIT), setting(XmNeditable, False),
+                          setting(XmNcolumns, kColumns), setting(XmNrows, kRows)};
   const Widget log = XmCreateScrolledText(window, name.data(), arguments.data(), arguments.size());
   XtManageChild(log);
   return log;
@@ -102,8 +108,9 @@ int main(int argc, char** argv) {
                 nullptr);
   XtRealizeWidget(shell);
   if (const char* const pipe = std::getenv("NEL_FLOOD_IN")) {
-    theInput = XtAppAddInput(context, open(pipe, O_RDONLY | O_NONBLOCK),
-                             reinterpret_cast<XtPointer>(XtInputReadMask), readInput, nullptr);
+    theInput =
+        XtAppAddInput(context, open(pipe, O_RDONLY | O_NONBLOCK),
+                      std::bit_cast<XtPointer>(std::intptr_t{XtInputReadMask}), readInput, nullptr);
   }
   XtAppMainLoop(context);
 }

@@ -83,6 +83,7 @@ StartedProgram::StartedProgram(const std::vector<std::string>& command,
                                const std::string& display) {
   std::vector<std::string> words = command;
   std::vector<char*> arguments;
+  arguments.reserve(words.size() + 1);
   for (std::string& word : words) {
     arguments.push_back(word.data());
   }
