@@ -62,7 +62,7 @@ bool BenchPostmaster::take(int tag, const std::string& text) {
     return false;
   }
   taken = found->when;
-  arrived.erase(arrived.begin(), found + 1);
+  arrived.erase(found);
   return true;
 }
 

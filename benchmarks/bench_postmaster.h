@@ -26,8 +26,8 @@ class BenchPostmaster {
   /// A message of the tester in wire form.
   static std::string frame(int tag, std::vector<Parameter> parameters);
 
-  /// Whether message `tag` has come; with a text, one with this first parameter. It and those
-  /// before it are forgotten then, and takenAt() says when it came.
+  /// Whether message `tag` has come; with a text, one with this first parameter. It is
+  /// forgotten then, and takenAt() says when it came.
   bool take(int tag, const std::string& text = "");
   Clock::time_point takenAt() const { return taken; }
 

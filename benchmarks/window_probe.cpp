@@ -144,7 +144,6 @@ void measureUsable(const Words& words) {
   int tries = 0;
   session.subject.pause(kBetweenLines);
   while (!session.tester().take(MSG_UI_VALUE)) {
-    // The answer to the question behind the flood may come first, and is forgotten then.
     const std::string command = "c" + std::to_string(tries);
     const auto pressed = session.type(command);
     const auto came = session.tester().await(MSG_UI_COMMAND, kFloodPatience, command);
