@@ -10,22 +10,16 @@
 // from the pipe that NEL_FLOOD_IN names to its end, shows them and writes a line to the pipe
 // NEL_FLOOD_OUT when it has taken them all.
 
-#include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <exception>
-#include <filesystem>
 #include <fstream>
-#include <iostream>
 #include <stdexcept>
-#include <string_view>
-#include <thread>
 
 #include "benchmarks/flood.h"
+#include "benchmarks/probe_main.h"
 #include "benchmarks/subject.h"
 #include "benchmarks/x_proxy.h"
 #include "tests/support/screen/windows.h"
@@ -36,14 +30,6 @@
 namespace {
 
 using std::chrono::milliseconds;
-using Words = std::vector<std::string>;
-
-constexpr milliseconds kStartTail{1000};  // what a program still does once it is drawn
-
-std::string ownDisplay() {
-  const char* const name = std::getenv("DISPLAY");
-  return name != nullptr ? name : "";
-}
 
 /// The description from `words`, which it takes up from number `first` on.
 SubjectDescription describe(const Words& words, std::size_t first) {
@@ -131,29 +117,12 @@ void measureFlood(const Words& words) {
   std::printf("flood_ms %.0f\n", std::chrono::duration<double, std::milli>(end - start).count());
 }
 
-int run(const Words& words) {
-  const std::string measure = words.empty() ? "" : words[0];
-  if (measure == "start") {
-    measureStart(words);
-  } else if (measure == "idle") {
-    measureIdle(words);
-  } else if (measure == "replies") {
-    measureReplies(words);
-  } else if (measure == "flood") {
-    measureFlood(words);
-  } else {
-    throw std::runtime_error("unknown measure '" + measure + "'");
-  }
-  return EXIT_SUCCESS;
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
-  try {
-    return run(Words(argv + 1, argv + argc));
-  } catch (const std::exception& error) {
-    std::cerr << "program_probe: " << error.what() << "\n";
-    return EXIT_FAILURE;
-  }
+  return runProbe({{"start", measureStart},
+                   {"idle", measureIdle},
+                   {"replies", measureReplies},
+                   {"flood", measureFlood}},
+                  argc, argv);
 }

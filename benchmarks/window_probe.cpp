@@ -14,12 +14,10 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <exception>
-#include <iostream>
 #include <stdexcept>
-#include <string_view>
 
 #include "benchmarks/flood.h"
+#include "benchmarks/probe_main.h"
 #include "benchmarks/subject.h"
 #include "benchmarks/x_proxy.h"
 #include "tests/support/screen/keyboard.h"
@@ -32,18 +30,11 @@ namespace {
 using std::chrono::milliseconds;
 using std::chrono::seconds;
 using Clock = Subject::Clock;
-using Words = std::vector<std::string>;
 
-constexpr milliseconds kStartTail{1000};
 constexpr seconds kAnswerPatience{30};
 
 double inMilliseconds(Clock::duration time) {
   return std::chrono::duration<double, std::milli>(time).count();
-}
-
-std::string ownDisplay() {
-  const char* const name = std::getenv("DISPLAY");
-  return name != nullptr ? name : "";
 }
 
 /// The window, its user and its tester.
@@ -182,29 +173,12 @@ void measurePrompt(const Words& words) {
   }
 }
 
-int run(const Words& words) {
-  const std::string measure = words.empty() ? "" : words[0];
-  if (measure == "flood") {
-    measureFlood(words);
-  } else if (measure == "usable") {
-    measureUsable(words);
-  } else if (measure == "answer") {
-    measureAnswer(words);
-  } else if (measure == "prompt") {
-    measurePrompt(words);
-  } else {
-    throw std::runtime_error("unknown measure '" + measure + "'");
-  }
-  return EXIT_SUCCESS;
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
-  try {
-    return run(Words(argv + 1, argv + argc));
-  } catch (const std::exception& error) {
-    std::cerr << "window_probe: " << error.what() << "\n";
-    return EXIT_FAILURE;
-  }
+  return runProbe({{"flood", measureFlood},
+                   {"usable", measureUsable},
+                   {"answer", measureAnswer},
+                   {"prompt", measurePrompt}},
+                  argc, argv);
 }
