@@ -82,6 +82,7 @@ void copyTextFrame(benchmark::State& state) {
   std::array<char, kLineFrameText> out{};
   for ([[maybe_unused]] auto _ : state) {
     benchmark::DoNotOptimize(in.data());
+    benchmark::DoNotOptimize(out.data());
     std::memcpy(out.data(), in.data(), out.size());
     benchmark::ClobberMemory();
   }
