@@ -15,6 +15,7 @@
 #include "buttons/button_pane.h"
 #include "framework/controls/pointer.h"
 #include "framework/controls/scroll_bar.h"
+#include "framework/core/show_together.h"
 #include "framework/draw/measure.h"
 #include "framework/furniture/menu_popup.h"
 #include "support/label_text.h"
@@ -217,6 +218,7 @@ void GroupPane::placeGroupButtons() {
 }
 
 void GroupPane::placeCanvas() {
+  const ziShowTogetherScope together;
   const CanvasBand band = neededBand();
   for (ButtonPane* group : groupList) {
     if (group->yPosition < band.bottom && group->yPosition + group->height() > band.top) {
@@ -228,7 +230,6 @@ void GroupPane::placeCanvas() {
     moveResize(place.left, place.top, place.width(), place.height());
   }
   show();
-  update();
 }
 
 void GroupPane::takeInputOf(zWindow& window) {

@@ -17,6 +17,7 @@
 #include "framework/controls/scroll_bar.h"
 #include "framework/core/application.h"
 #include "framework/core/message_box.h"
+#include "framework/core/show_together.h"
 #include "resources/command_ids.h"
 
 namespace {
@@ -125,6 +126,7 @@ void GroupPane::readSet(const std::string& path, std::FILE* file) {
 }
 
 void GroupPane::addSet(const ButtonSet& set) {
+  const ziShowTogetherScope together;
   for (const ButtonGroup& read : set.groups) {
     ButtonPane& group = appendGroup(read.name, read.expanded ? 1 : 0);
     for (const Button& button : read.buttons) {

@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "framework/controls/control_events_xm.h"
+#include "framework/core/show_together_xm.h"
 #include "framework/core/window_events_xm.h"
 
 #include <X11/IntrinsicP.h>
@@ -178,24 +179,18 @@ void zControl::setShowState(int state) {
   if (outerForm == nullptr) {
     return;
   }
-  if (state != kShowHide) {
-    XtManageChild(outerForm);
-  } else {
-    XtUnmanageChild(outerForm);
-  }
+  manageWidget(outerForm, state != kShowHide);
 }
 
 void zControl::getExterior(zRect& rect) {
-  XWindowAttributes attributes;
-  if (outerForm == nullptr || !XtIsRealized(outerForm) ||
-      XGetWindowAttributes(XtDisplay(outerForm), XtWindow(outerForm), &attributes) == 0) {
+  if (outerForm == nullptr || !XtIsRealized(outerForm)) {
     getInterior(rect);
     return;
   }
   Position x = 0;
   Position y = 0;
   XtTranslateCoords(outerForm, 0, 0, &x, &y);
-  rect = zRect(zPoint{x, y}, zDimension{attributes.width, attributes.height});
+  rect = zRect(zPoint{x, y}, widgetSize(outerForm));
 }
 
 void zControl::moveResize(int x, int y, int width, int height) {

@@ -116,10 +116,13 @@ void zDialogFrame::focusFirst() {
 }
 
 void zDialogFrame::moveResize(int x, int y, int width, int height) {
-  zRect exterior;
-  getExterior(exterior);
   // The toolkit realizes a dialog shell with its first child; the board comes with the first run.
-  const zDimension allowance = isRealized() ? decorationAllowance(exterior) : zDimension{0, 0};
+  zDimension allowance;
+  if (isRealized()) {
+    zRect exterior;
+    getExterior(exterior);
+    allowance = decorationAllowance(exterior);
+  }
   const int clientWidth = std::max(width - allowance.width, 1);
   const int clientHeight = std::max(height - allowance.height, 1);
   XtVaSetValues(mainWidget, XmNx, 0, XmNy, 0, XmNwidth, clientWidth, XmNheight, clientHeight,
@@ -132,10 +135,7 @@ void zDialogFrame::moveResize(int x, int y, int width, int height) {
 }
 
 zDimension zDialogFrame::clientSize(const zFrameWin& frame) {
-  Dimension width = 0;
-  Dimension height = 0;
-  XtVaGetValues(frame.shell(), XmNwidth, &width, XmNheight, &height, nullptr);
-  return {width, height};
+  return widgetSize(frame.shell());
 }
 
 zDimension zDialogFrame::decorationOfOwner() {

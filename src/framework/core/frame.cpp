@@ -110,6 +110,9 @@ void ziFrameEvents::zShellEventProc(Widget /*shell*/, XtPointer client, XEvent* 
       closeOpenDropDown();
       frame.move(&event);
       break;
+    case ReparentNotify:
+      frame.reparented(xevent->xreparent.parent != RootWindowOfScreen(XtScreen(frame.shell())));
+      break;
     default:
       break;
   }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "framework/core/window.h"
@@ -8,6 +9,13 @@
 class ziFrameMenu;
 class zIcon;
 struct zResId;
+
+/// What a window manager draws round a client.
+struct ziDecoration {
+  zDimension around;  ///< the client's size
+  zPoint corner;      ///< the client in the frame
+  zDimension added;
+};
 
 /// A top-level window: a shell, an XmMainWindow in it (the inner widget), and in that an
 /// XmBulletinBoard (the main widget), whose children are the frame's.
@@ -65,10 +73,15 @@ class zFrameWin : public zWindow {
   void createShell();
   void createInterior();
   void chooseStartGeometry();
+  const ziDecoration& decoration(const zDimension& client);
+  /// The window manager gave the shell a frame or took it away.
+  void reparented(bool hasFrame);
 
   std::unique_ptr<ziFrameMenu> menuBar;
   zDimension smallest;
   std::unique_ptr<zIcon> icon;
+  bool isDecorated = false;
+  std::optional<ziDecoration> ownDecoration;
   std::string geometry;  ///< lives here because Xt keeps the pointer
 };
 

@@ -38,16 +38,43 @@ Window outermostWindow(Display* display, Window window) {
 
 }  // namespace
 
-void zFrameWin::getExterior(zRect& rect) {
+// Asks the window manager's frame once; it stays the same while the client keeps its size.
+const ziDecoration& zFrameWin::decoration(const zDimension& client) {
+  if (ownDecoration && ownDecoration->around == client) {
+    return *ownDecoration;
+  }
+  ownDecoration = ziDecoration{client, {}, {}};
+  Display* display = XtDisplay(shellWidget);
+  const Window window = XtWindow(shellWidget);
+  const Window outermost = isDecorated ? outermostWindow(display, window) : None;
   XWindowAttributes attributes;
-  if (isRealized()) {
-    Display* display = XtDisplay(mainWidget);
-    const Window outermost = outermostWindow(display, XtWindow(mainWidget));
-    if (outermost != None && XGetWindowAttributes(display, outermost, &attributes) != 0) {
-      rect = zRect(zPoint{attributes.x, attributes.y},
-                   zDimension{attributes.width, attributes.height});
-      return;
-    }
+  int x = 0;
+  int y = 0;
+  Window child = None;
+  if (outermost != None && outermost != window &&
+      XGetWindowAttributes(display, outermost, &attributes) != 0 &&
+      XTranslateCoordinates(display, window, outermost, 0, 0, &x, &y, &child) != 0) {
+    ownDecoration->corner = {x + attributes.border_width, y + attributes.border_width};
+    ownDecoration->added = {attributes.width - client.width, attributes.height - client.height};
+  }
+  return *ownDecoration;
+}
+
+void zFrameWin::reparented(bool hasFrame) {
+  isDecorated = hasFrame;
+  ownDecoration.reset();
+}
+
+void zFrameWin::getExterior(zRect& rect) {
+  if (isRealized() && shellWidget != nullptr) {
+    Position x = 0;
+    Position y = 0;
+    XtTranslateCoords(shellWidget, 0, 0, &x, &y);
+    const zDimension client = widgetSize(shellWidget);
+    const ziDecoration& frame = decoration(client);
+    rect = zRect(zPoint{x - frame.corner.x, y - frame.corner.y},
+                 zDimension{client.width + frame.added.width, client.height + frame.added.height});
+    return;
   }
   const ziScreen& screen = theScreen();
   const zDimension size = sizer()->size();
@@ -100,10 +127,7 @@ void zFrameWin::maximize() {
 zDimension zFrameWin::decorationAllowance(const zRect& exterior) {
   zDimension client;
   if (shellWidget != nullptr && XtIsRealized(shellWidget)) {
-    Dimension width = 0;
-    Dimension height = 0;
-    XtVaGetValues(shellWidget, XmNwidth, &width, XmNheight, &height, nullptr);
-    client = {width, height};
+    client = widgetSize(shellWidget);
   } else {
     zRect interior;
     getInterior(interior);
@@ -187,14 +211,7 @@ void zAppFrame::show(int state) {
 }
 
 void zAppFrame::layOutFirst() {
-  XWindowAttributes attributes;
-  if (XGetWindowAttributes(XtDisplay(mainWidget), XtWindow(mainWidget), &attributes) == 0) {
-    return;
-  }
-  XEvent configure = {};
-  configure.xconfigure.type = ConfigureNotify;
-  configure.xconfigure.width = attributes.width;
-  configure.xconfigure.height = attributes.height;
+  XEvent configure = configureOf(mainWidget);
   zEvent event;
   event.xevent = &configure;
   sizeChildren(&event);

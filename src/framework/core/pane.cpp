@@ -32,11 +32,11 @@ int realExtent(Widget bar, bool isVertical) {
   if (bar == nullptr) {
     return 0;
   }
-  XWindowAttributes attributes;
-  if (!XtIsRealized(bar) || XGetWindowAttributes(XtDisplay(bar), XtWindow(bar), &attributes) == 0) {
+  if (!XtIsRealized(bar)) {
     return kScrollBarExtent;
   }
-  return isVertical ? attributes.width : attributes.height;
+  const zDimension size = widgetSize(bar);
+  return isVertical ? size.width : size.height;
 }
 
 void configure(Widget widget, int x, int y, int width, int height) {

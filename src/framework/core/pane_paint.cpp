@@ -6,6 +6,7 @@
 
 #include "framework/core/pane.h"
 #include "framework/core/pane_events_xm.h"
+#include "framework/core/window_events_xm.h"
 #include "framework/draw/region.h"
 #include "framework/draw/screen.h"
 
@@ -51,11 +52,12 @@ class ziPaneEvents {
 };
 
 void ziPaneEvents::makeReady(zPane& pane, const XEvent& event) {
-  XWindowAttributes attributes;
-  if (XGetWindowAttributes(event.xany.display, event.xany.window, &attributes) != 0 &&
-      pane.vertScrollWidget == nullptr && pane.horzScrollWidget == nullptr) {
-    pane.sizer()->setPos({attributes.x, attributes.y});
-    pane.sizer()->setSize({attributes.width, attributes.height});
+  if (pane.vertScrollWidget == nullptr && pane.horzScrollWidget == nullptr) {
+    Position x = 0;
+    Position y = 0;
+    XtVaGetValues(pane.mainWidget, XmNx, &x, XmNy, &y, nullptr);
+    pane.sizer()->setPos({x, y});
+    pane.sizer()->setSize(widgetSize(pane.mainWidget));
   }
   pane.ownDisplay->makeReady(event.xany.display, event.xany.window);
   pane.displayReady();

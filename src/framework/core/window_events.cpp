@@ -168,14 +168,7 @@ void ziEventRoad::mapped(zWindow* window, zEvent& event) {
   if (zApp::instance() == nullptr || zApp::instance()->mainWindow() != window) {
     return;
   }
-  XWindowAttributes attributes;
-  if (XGetWindowAttributes(display, XtWindow(widget), &attributes) == 0) {
-    return;
-  }
-  XEvent configure = {};
-  configure.xconfigure.type = ConfigureNotify;
-  configure.xconfigure.width = attributes.width;
-  configure.xconfigure.height = attributes.height;
+  XEvent configure = configureOf(widget);
   event.xevent = &configure;
   window->runResizeSequence(event);
 }
@@ -200,6 +193,22 @@ void forgetFocusWindow(const zWindow* window) {
 
 void zWindowEventProc(Widget /*widget*/, XtPointer window, XEvent* event, Boolean* /*toWidget*/) {
   ziEventRoad::run(static_cast<zWindow*>(window), event);
+}
+
+zDimension widgetSize(Widget widget) {
+  Dimension width = 0;
+  Dimension height = 0;
+  XtVaGetValues(widget, XmNwidth, &width, XmNheight, &height, nullptr);
+  return {width, height};
+}
+
+XEvent configureOf(Widget widget) {
+  const zDimension size = widgetSize(widget);
+  XEvent event = {};
+  event.xconfigure.type = ConfigureNotify;
+  event.xconfigure.width = size.width;
+  event.xconfigure.height = size.height;
+  return event;
 }
 
 zDimension configuredSize(const zEvent* event, const zDimension& otherwise) {

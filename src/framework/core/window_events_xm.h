@@ -43,6 +43,10 @@ zKeyLookup lookUpKey(XKeyEvent& event);
 /// Whether a key puts a character into a text: a printable one, without Control and Alt in `state`.
 bool isPlainTyping(const zKeyLookup& key, unsigned state);
 
+/// The size that the toolkit gave a widget. The server need not be asked for it.
+zDimension widgetSize(Widget widget);
+/// A ConfigureNotify that tells that size.
+XEvent configureOf(Widget widget);
 /// The size that a ConfigureNotify, real or synthetic, tells; `otherwise` for any other event.
 zDimension configuredSize(const zEvent* event, const zDimension& otherwise);
 /// Writes a height back into such an event.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "framework/core/show_together_xm.h"
 #include "framework/core/window.h"
 #include "framework/core/window_events_xm.h"
 #include "framework/core/xm_handles_xm.h"
@@ -15,27 +16,21 @@ void zWindow::getInterior(zRect& rect) {
 }
 
 void zWindow::getExterior(zRect& rect) {
-  XWindowAttributes attributes;
-  if (!isRealized() ||
-      XGetWindowAttributes(XtDisplay(mainWidget), XtWindow(mainWidget), &attributes) == 0) {
+  if (!isRealized()) {
     getInterior(rect);
     return;
   }
   Position x = 0;
   Position y = 0;
   XtTranslateCoords(mainWidget, 0, 0, &x, &y);
-  rect = zRect(zPoint{x, y}, zDimension{attributes.width, attributes.height});
+  rect = zRect(zPoint{x, y}, widgetSize(mainWidget));
 }
 
 void zWindow::setShowState(int state) {
   if (mainWidget == nullptr) {
     return;
   }
-  if (state != kShowHide) {
-    XtManageChild(mainWidget);
-  } else {
-    XtUnmanageChild(mainWidget);
-  }
+  manageWidget(mainWidget, state != kShowHide);
 }
 
 void zWindow::setBackground(const zColor& colour) {

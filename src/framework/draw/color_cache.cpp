@@ -1,6 +1,7 @@
 #include "framework/draw/color_cache.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstdlib>
 
 #include "framework/draw/screen.h"
@@ -9,10 +10,54 @@
 
 namespace {
 
+constexpr unsigned kFullComponent = 65535;
+constexpr int kComponentBits = 16;
+
+/// One component of the colours that a visual shows without a colour map of its own.
+struct TrueComponent {
+  unsigned long mask;
+  int bitsPerRgb;
+
+  unsigned long largest() const { return mask >> std::countr_zero(mask); }
+  /// What a server shows for the `step`th shade.
+  std::uint16_t shade(unsigned long step) const {
+    const unsigned long shown = (1UL << static_cast<unsigned>(bitsPerRgb)) - 1;
+    const unsigned long ideal = step * kFullComponent / largest();
+    return static_cast<std::uint16_t>(
+        (ideal >> static_cast<unsigned>(kComponentBits - bitsPerRgb)) * kFullComponent / shown);
+  }
+  unsigned long nearestStep(unsigned wanted) const {
+    const unsigned long below = wanted * largest() / kFullComponent;
+    const unsigned long above = std::min(below + 1, largest());
+    return std::abs(shade(above) - static_cast<int>(wanted)) <
+                   std::abs(shade(below) - static_cast<int>(wanted))
+               ? above
+               : below;
+  }
+};
+
+// On such a visual the masks tell the pixel; nobody need be asked.
+zColorCache::Allocated trueColour(const Visual& visual, const ziXColour& wanted) {
+  zColorCache::Allocated result;
+  const auto settle = [&](unsigned long mask, std::uint16_t value) {
+    const TrueComponent component{mask, visual.bits_per_rgb};
+    const unsigned long step = component.nearestStep(value);
+    result.pixel |= step << std::countr_zero(mask);
+    return component.shade(step);
+  };
+  result.x = {settle(visual.red_mask, wanted.red), settle(visual.green_mask, wanted.green),
+              settle(visual.blue_mask, wanted.blue)};
+  return result;
+}
+
 std::optional<zColorCache::Allocated> allocateOnScreen(const ziXColour& wanted) {
   Display* display = theScreen().display;
   if (display == nullptr) {
     return std::nullopt;
+  }
+  const Visual& visual = *DefaultVisual(display, DefaultScreen(display));
+  if (visual.c_class == TrueColor) {
+    return trueColour(visual, wanted);
   }
   XColor colour{};
   colour.red = wanted.red;
