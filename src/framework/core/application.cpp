@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "framework/core/configure_events_xm.h"
 #include "framework/core/control_registry.h"
 #include "framework/core/debug_out.h"
 #include "framework/core/font_points.h"
@@ -105,6 +106,7 @@ void zApp::openDisplay() {
   readScreen();
   ziDrawCache::instance().makeFonts(ziXFontDict::kDefaultCapacity);
   resolveFontPoints(xDisplay);
+  dropOldConfigureEvents(xDisplay);
   loadDefaultFont();
 }
 

@@ -8,6 +8,8 @@
 #include "tests/ui/core/recording.h"
 #include "tests/ui/support/ui_test.h"
 
+#include <X11/Intrinsic.h>
+
 namespace {
 
 using ::testing::ElementsAre;
@@ -75,6 +77,18 @@ TEST_F(Pane, UpdatePaintsAtOnceAndNothingIsPaintedWhileLocked) {
   zRect interior;
   pane.getInterior(interior);
   EXPECT_EQ(pane.lastPaint, interior) << "no rectangle stands for the whole pane";
+}
+
+TEST_F(Pane, IsLaidOutOnceForTheLastOfSeveralSizes) {
+  RecordingPane pane(&frame, fill(), journal);
+  showFrame(pane);
+  pane.sizes = 0;
+  for (const unsigned extent : {200, 120, 90}) {
+    XResizeWindow(ui::display(), XtWindow(pane.widget()), extent, extent);
+  }
+  ui::drain();
+  EXPECT_EQ(pane.sizes, 1);
+  EXPECT_EQ(pane.sizer()->size(), (zDimension{90, 90}));
 }
 
 TEST_F(Pane, AMoveToNothingIsIgnored) {

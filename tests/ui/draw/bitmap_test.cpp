@@ -9,13 +9,17 @@
 #include <vector>
 
 #include "fake_pane.h"
+#include "framework/draw/color_cache.h"
 #include "framework/draw/cursor.h"
 #include "framework/draw/draw_cache.h"
 #include "framework/draw/draw_message.h"
 #include "framework/draw/icon.h"
+#include "framework/draw/screen.h"
 #include "resources/resource_ids.h"
 #include "tests/unit/images/image_data.h"
 #include "tests/unit/images/resource_file_data.h"
+
+#include <X11/Xlib.h>
 
 namespace {
 
@@ -89,6 +93,23 @@ TEST_F(Pictures, BitmapFromAFileShowsItsColoursAndAsksForThoseInUseOnly) {
   onBitmap.unlock();
   display.drawBitmap(copy.pixmap(), {0, 0, 3, 1}, {10, 20});
   EXPECT_EQ(pane.at(11, 20), 0x060402U) << "the copy has a picture of its own";
+}
+
+TEST_F(Pictures, TrueColoursAreKnownWithoutTheServer) {
+  Display* server = theScreen().display;
+  ASSERT_EQ(DefaultVisual(server, DefaultScreen(server))->c_class, TrueColor);
+  zColorCache cache;
+  for (const std::uint32_t rgb : {0x000000U, 0xFFFFFFU, 0x12AB7FU, 0xC0C0C0U}) {
+    zColor colour(rgb);
+    const unsigned long before = XNextRequest(server);
+    const unsigned long pixel = cache.pixel(colour);
+    EXPECT_EQ(XNextRequest(server), before);
+    const ziXColour x = zColor(rgb).x();
+    XColor asked{0, x.red, x.green, x.blue, 0, 0};
+    XAllocColor(server, DefaultColormap(server, DefaultScreen(server)), &asked);
+    EXPECT_EQ(pixel, asked.pixel);
+    EXPECT_EQ(colour.x(), (ziXColour{asked.red, asked.green, asked.blue}));
+  }
 }
 
 TEST_F(Pictures, WhatCannotBeMadeIsEmptyAndSaysWhy) {
