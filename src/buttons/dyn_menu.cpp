@@ -60,7 +60,10 @@ void DynMenu::putIntoBar(int position) {
 }
 
 void DynMenu::removeFromBar(int position) {
-  entries.clear();
+  // The newest first: its handler is the first that a search finds.
+  while (!entries.empty()) {
+    entries.pop_back();
+  }
   host.mainMenu().deleteSubMenuAt(position);
   menu.reset();
 }

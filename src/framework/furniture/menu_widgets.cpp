@@ -77,11 +77,17 @@ Widget makePulldown(Widget container) {
   return makeNestedPulldown(container);
 }
 
+void makeItem(ziMenuItem& item, Widget container, short position);
+
+// They come up together: one at a time each would lay out all before it anew.
 void buildLines(ziMenuItem& item) {
   addCallbacks(item.subMenuWidget, kPulldownCallbacks, item);
-  for (int index = 0; index < item.subItems->size(); ++index) {
-    buildMenuItem(*item.subItems, index, item.subMenuWidget);
+  std::vector<Widget> gadgets;
+  for (const std::shared_ptr<ziMenuItem>& line : *item.subItems) {
+    makeItem(*line, item.subMenuWidget, XmLAST_POSITION);
+    gadgets.push_back(line->widget);
   }
+  XtManageChildren(gadgets.data(), static_cast<Cardinal>(gadgets.size()));
 }
 
 void buildCascade(ziMenuItem& item, Widget container, short position) {
@@ -99,6 +105,27 @@ void buildCascade(ziMenuItem& item, Widget container, short position) {
   } else {
     addCallbacks(item.widget, kCascadeCallbacks, item);
   }
+}
+
+// Leaves the gadget unmanaged.
+void makeItem(ziMenuItem& item, Widget container, short position) {
+  item.parseText();
+  if (item.isSeparator()) {
+    item.widget = XtVaCreateWidget(item.text.c_str(), xmSeparatorGadgetClass, container,
+                                   XmNpositionIndex, position, nullptr);
+    return;
+  }
+  if (item.isSubMenu() || rowColumnType(container) == XmMENU_BAR) {
+    buildCascade(item, container, position);
+  } else {
+    item.widget =
+        XtVaCreateWidget(item.text.c_str(), xmToggleButtonGadgetClass, container, XmNpositionIndex,
+                         position, XmNmarginWidth, kItemMargin, nullptr);
+    addCallbacks(item.widget, kToggleCallbacks, item);
+    showMenuItemCheck(item, item.isChecked());
+  }
+  showMenuItemText(item);
+  showMenuItemSensitivity(item);
 }
 
 // The first help item of a bar goes to its end.
@@ -167,27 +194,9 @@ Widget buildPopupRoot(ziMenuItem& root, Widget owner) {
 
 void buildMenuItem(ziMenuItemDList& list, int index, Widget container) {
   ziMenuItem& item = *list.at(index);
-  const bool isInBar = rowColumnType(container) == XmMENU_BAR;
-  const short position = gadgetPosition(list, index);
-  item.parseText();
-  if (item.isSeparator()) {
-    item.widget = XtVaCreateWidget(item.text.c_str(), xmSeparatorGadgetClass, container,
-                                   XmNpositionIndex, position, nullptr);
-  } else if (item.isSubMenu() || isInBar) {
-    buildCascade(item, container, position);
-  } else {
-    item.widget =
-        XtVaCreateWidget(item.text.c_str(), xmToggleButtonGadgetClass, container, XmNpositionIndex,
-                         position, XmNmarginWidth, kItemMargin, nullptr);
-    addCallbacks(item.widget, kToggleCallbacks, item);
-    showMenuItemCheck(item, item.isChecked());
-  }
-  if (!item.isSeparator()) {
-    showMenuItemText(item);
-    showMenuItemSensitivity(item);
-  }
+  makeItem(item, container, gadgetPosition(list, index));
   XtManageChild(item.widget);
-  if (isInBar && (item.flags & kItemHelp) != 0) {
+  if ((item.flags & kItemHelp) != 0 && rowColumnType(container) == XmMENU_BAR) {
     markHelp(item, container);
   }
 }

@@ -28,6 +28,16 @@ TEST_F(MenuTest, ItemsAddedToABuiltMenuShowAtOnceAndInTheirPlace) {
   EXPECT_THAT(takeJournal(), ElementsAre("owner 273 2200"));
 }
 
+TEST_F(MenuTest, ALongMenuIsLaidOutOnce) {
+  show();
+  zMenu longMenu;
+  for (int i = 0; i < 100; ++i) {
+    longMenu.appendItem(kExtra + i, "Item", 0);
+  }
+  EXPECT_LE(menuLayoutsDuring([&] { bar->addSubMenu(&longMenu, "Long", 1); }), 2);
+  EXPECT_EQ(menuLabels(pulldown(1)).size(), 100U);
+}
+
 TEST_F(MenuTest, RemovedItemsAreGoneWhereverTheyStand) {
   show();
   EXPECT_EQ(bar->removeItem(kOpen), 1);

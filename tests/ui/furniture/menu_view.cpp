@@ -1,10 +1,12 @@
 #include "tests/ui/furniture/menu_view.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "framework/core/xm_handles_xm.h"
 
 #include <X11/IntrinsicP.h>
+#include <Xm/RowColumnP.h>
 
 namespace {
 
@@ -74,4 +76,25 @@ int popupCount(Widget widget) {
 
 void destroyWidget(Widget widget) {
   XtDestroyWidget(widget);
+}
+
+namespace {
+
+int layouts = 0;
+XtWidgetProc realProcedure = nullptr;
+
+void countLayout(Widget menu) {
+  ++layouts;
+  realProcedure(menu);
+}
+
+}  // namespace
+
+int menuLayoutsDuring(const std::function<void()>& action) {
+  XtWidgetProc& procedure = xmRowColumnClassRec.composite_class.change_managed;
+  realProcedure = std::exchange(procedure, countLayout);
+  layouts = 0;
+  action();
+  procedure = realProcedure;
+  return layouts;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -38,3 +39,6 @@ int popupCount(Widget widget);
 
 /// Destroys a widget behind its menu's back.
 void destroyWidget(Widget widget);
+
+/// How often menus take account of their managed items during `action`.
+int menuLayoutsDuring(const std::function<void()>& action);
