@@ -11,6 +11,7 @@
 #include "framework/core/control_registry.h"
 #include "framework/core/debug_out.h"
 #include "framework/core/font_points.h"
+#include "framework/core/known_colours_xm.h"
 #include "framework/core/x_error_xm.h"
 #include "framework/core/x_settings.h"
 #include "framework/draw/draw_cache.h"
@@ -79,6 +80,7 @@ void zApp::openDisplay() {
   XtToolkitInitialize();
   XtSetLanguageProc(nullptr, nullptr, nullptr);
   initializeToolkit();
+  computeResourceColours();
   appContext = XtCreateApplicationContext();
   if (appContext == nullptr) {
     std::fputs("Error: unable to create application context.\n", stderr);

@@ -11,6 +11,7 @@
 #include "framework/core/desktop_properties.h"
 #include "framework/core/device.h"
 #include "framework/core/drop_down.h"
+#include "framework/core/known_colours_xm.h"
 #include "framework/core/window_events_xm.h"
 #include "framework/core/x_settings.h"
 #include "framework/draw/draw_cache.h"
@@ -237,6 +238,7 @@ void zFrameWin::createShell() {
       text.c_str(), XmNiconName, text.c_str(), XmNdeleteResponse, XmDO_NOTHING, XmNuserData, this,
       XmNmwmDecorations, decorationsFor(style()), XmNmwmFunctions, functionsFor(style()), nullptr);
   app->setTopShell(shellWidget);
+  computeShadowColours(shellWidget);
   XtVaSetValues(XmGetXmDisplay(app->display()), XmNdragInitiatorProtocolStyle, kDragInitiatorStyle,
                 XmNdragReceiverProtocolStyle, kDragReceiverStyle, XmNenableUnselectableDrag, False,
                 nullptr);

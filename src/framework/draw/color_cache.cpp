@@ -55,9 +55,8 @@ std::optional<zColorCache::Allocated> allocateOnScreen(const ziXColour& wanted) 
   if (display == nullptr) {
     return std::nullopt;
   }
-  const Visual& visual = *DefaultVisual(display, DefaultScreen(display));
-  if (visual.c_class == TrueColor) {
-    return trueColour(visual, wanted);
+  if (const auto known = zColorCache::computed(display, wanted)) {
+    return known;
   }
   XColor colour{};
   colour.red = wanted.red;
@@ -74,6 +73,12 @@ int difference(const ziXColour& a, const ziXColour& b) {
 }
 
 }  // namespace
+
+std::optional<zColorCache::Allocated> zColorCache::computed(Display* display,
+                                                            const ziXColour& wanted) {
+  const Visual& visual = *DefaultVisual(display, DefaultScreen(display));
+  return visual.c_class == TrueColor ? std::optional(trueColour(visual, wanted)) : std::nullopt;
+}
 
 zColorCache::zColorCache() : zColorCache(allocateOnScreen) {}
 

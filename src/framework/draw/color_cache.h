@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "framework/draw/color.h"
+#include "framework/draw/xtfwd.h"
 
 /// Turns colours into X pixels. Each colour is asked for once; it bounds what the program takes
 /// from a colour map, and colours are never given back.
@@ -30,6 +31,9 @@ class zColorCache {
   unsigned long pixel(zColor& colour);
   /// The colour that a pixel of the default colour map shows; asks the server when unknown.
   zColor colourOf(unsigned long pixel) const;
+
+  /// What the server would answer for the default colour map; nothing where only it can tell.
+  static std::optional<Allocated> computed(Display* display, const ziXColour& wanted);
 
   std::size_t count() const { return entries.size(); }
 

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "framework/core/show_together_xm.h"
 #include "framework/core/xm_handles_xm.h"
 #include "framework/furniture/menu_events_xm.h"
 
@@ -195,7 +196,7 @@ Widget buildPopupRoot(ziMenuItem& root, Widget owner) {
 void buildMenuItem(ziMenuItemDList& list, int index, Widget container) {
   ziMenuItem& item = *list.at(index);
   makeItem(item, container, gadgetPosition(list, index));
-  XtManageChild(item.widget);
+  manageWidget(item.widget, true);
   if ((item.flags & kItemHelp) != 0 && rowColumnType(container) == XmMENU_BAR) {
     markHelp(item, container);
   }
