@@ -19,20 +19,14 @@ int depthOf(Widget widget) {
 
 // What stands in others first: it costs nothing there until they come up themselves.
 void manageAll(std::vector<Widget> widgets) {
-  std::vector<std::pair<int, Widget>> byDepth;
-  for (Widget widget : widgets) {
-    byDepth.emplace_back(-depthOf(widget), widget);
-  }
-  std::stable_sort(byDepth.begin(), byDepth.end(), [](const auto& a, const auto& b) {
-    return std::pair(a.first, XtParent(a.second)) < std::pair(b.first, XtParent(b.second));
-  });
-  for (auto first = byDepth.begin(); first != byDepth.end();) {
-    std::vector<Widget> siblings;
-    Widget parent = XtParent(first->second);
-    for (; first != byDepth.end() && XtParent(first->second) == parent; ++first) {
-      siblings.push_back(first->second);
-    }
-    XtManageChildren(siblings.data(), static_cast<Cardinal>(siblings.size()));
+  const auto place = [](Widget widget) { return std::pair(-depthOf(widget), XtParent(widget)); };
+  std::stable_sort(widgets.begin(), widgets.end(),
+                   [&](Widget a, Widget b) { return place(a) < place(b); });
+  for (auto first = widgets.begin(); first != widgets.end();) {
+    const auto end = std::find_if(
+        first, widgets.end(), [&](Widget widget) { return XtParent(widget) != XtParent(*first); });
+    XtManageChildren(&*first, static_cast<Cardinal>(end - first));
+    first = end;
   }
 }
 

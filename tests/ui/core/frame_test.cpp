@@ -59,6 +59,10 @@ TEST(Frame, TheOuterRectangleHasTheDecorationAndIsWhatMovingTakes) {
   const ui::ScreenArea client = ui::areaOf(frame.shell());
   EXPECT_LT(client.width, 500);
   EXPECT_LT(client.height, 400 - 10);
+  zRect again;
+  const unsigned long before = XNextRequest(ui::display());
+  frame.getExterior(again);
+  EXPECT_EQ(XNextRequest(ui::display()), before) << "what is known is not asked again";
 }
 
 TEST(Frame, AMoveBeforeItIsShownTakesEffectWhenItIs) {
