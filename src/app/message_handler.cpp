@@ -17,6 +17,7 @@
 #include "link/message_codec.h"
 #include "link/message_numbers.h"
 #include "link/tool_interface.h"
+#include "textarea/text_pane.h"
 
 zTimer* g_PollTimer = nullptr;
 
@@ -34,7 +35,7 @@ bool handleStatus(int tag) {
       return true;
     case MSG_START_POLL_TIMER:
       // A second one makes a second timer, and the pointer to the first is lost. Intended.
-      g_PollTimer = new zTimer(g_MainWindow, PollLinkTimer, kPollPeriodMs);
+      g_PollTimer = new zTimer(g_MainWindow, PollLinkTimer, kPollPeriodMs, g_LinkWatch);
       return true;
     case MSG_SHUTDOWN:
       // Kept by the link in practice; the answer is the same here.
@@ -78,6 +79,15 @@ bool isProcessed(int tag) {
          (tag >= MSG_T_TEXT && tag <= MSG_T_ASK_RANGE);
 }
 
+// A box or a dialog finds in the log what came before it.
+void showLogBefore(int tag) {
+  const bool isSeen =
+      tag != MSG_T_TEXT && tag != MSG_T_PROMPT && tag != MSG_T_BUSY && tag != MSG_T_IDLE;
+  if (isSeen && theTextPane != nullptr) {
+    theTextPane->showHeld();
+  }
+}
+
 }  // namespace
 
 void MessageHandler(int /*sender*/, int tag, int length, const char* payload) {
@@ -86,6 +96,7 @@ void MessageHandler(int /*sender*/, int tag, int length, const char* payload) {
   if (handleStatus(tag)) {
     return;
   }
+  showLogBefore(tag);
   ToolMessage decoded;
   if (reportDecodeError(DecodeMessage(tag, payload, length, &decoded), tag, length)) {
     return;

@@ -43,7 +43,12 @@ int showBox(const ToolMessage& message, int style) {
 }
 
 void onText(const ToolMessage& message) {
-  theTextPane->appendText(message.text(0));
+  // The poll that takes the next message is sure to follow.
+  if (ToolHasInput()) {
+    theTextPane->holdText(message.text(0));
+  } else {
+    theTextPane->appendText(message.text(0));
+  }
   outputSinceCommand = true;
 }
 

@@ -1,20 +1,26 @@
 // Signals as flags. The handler runs on the one thread there is, at any moment; it touches only
-// the word of flags and leaves errno as it found it.
+// the word of flags and the descriptor that wakes a sleeping tool, and leaves errno as it found it.
 
 #include "link/signal_client.h"
 
+#include <sys/eventfd.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <array>
 #include <atomic>
 #include <cerrno>
 #include <csignal>
+#include <cstdint>
 #include <string_view>
 
 namespace {
 
 std::atomic<int> signalFlags{0};
 static_assert(std::atomic<int>::is_always_lock_free, "the signal handler sets flags");
+
+// An event counter; like the handlers, it stays until the process ends.
+std::atomic<int> wakeCounter{-1};
+std::atomic<bool> isWakeRaised{false};
 
 struct SignalRow {
   int signal;
@@ -61,6 +67,13 @@ void install(int signal, std::string_view failureText) {
   }
 }
 
+// Safe within a signal handler.
+void raiseWake() {
+  isWakeRaised.store(true);
+  const std::uint64_t one = 1;
+  [[maybe_unused]] const ssize_t written = write(wakeCounter.load(), &one, sizeof one);
+}
+
 void clearFlag(int flag) {
   signalFlags.fetch_and(~flag);
 }
@@ -68,6 +81,9 @@ void clearFlag(int flag) {
 }  // namespace
 
 CatchSignalsClient::CatchSignalsClient() {
+  if (wakeCounter.load() < 0) {
+    wakeCounter.store(eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC));
+  }
   signalFlags.store(0);
   for (const SignalRow& row : kSignalsOfTheLink) {
     install(row.signal, row.installText);
@@ -84,13 +100,27 @@ void CatchSignalsClient::SignalHandler(int signal) {
     // Reaps one child, and does not block when a child only stopped.
     waitpid(-1, nullptr, WNOHANG);
   }
-  signalFlags.fetch_or(row->flag);
+  if (row->flag != 0) {
+    signalFlags.fetch_or(row->flag);
+    raiseWake();
+  }
   install(signal, row->reinstallText);
   errno = error;
 }
 
 int CatchSignalsClient::GetSignalFlags() const {
   return signalFlags.load();
+}
+
+int CatchSignalsClient::wakeDescriptor() {
+  return wakeCounter.load();
+}
+
+void CatchSignalsClient::muteWake() {
+  if (isWakeRaised.exchange(false)) {
+    std::uint64_t count = 0;
+    [[maybe_unused]] const ssize_t taken = read(wakeCounter.load(), &count, sizeof count);
+  }
 }
 
 int CatchSignalsClient::ArmTimer(int seconds) {

@@ -7,6 +7,7 @@
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
+#include <poll.h>
 #include <sys/select.h>
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -146,16 +147,21 @@ int SocketControlClient::SockSend(int fd, const void* frame, int length) {
   return count == length ? length : -1;
 }
 
-int SocketControlClient::takeFrame(void* out, int capacity, const char* tooLongText) {
+bool SocketControlClient::isFrontTooLong(int capacity) {
   const std::size_t room = capacity < 0 ? 0 : static_cast<std::size_t>(capacity);
   const std::size_t length = buffer.frameLength();
   // Without a NUL the first frame is longer than all that is stored.
-  if (length > room || (length == 0 && buffer.bytesStored() > room)) {
+  return length > room || (length == 0 && buffer.bytesStored() > room);
+}
+
+int SocketControlClient::takeFrame(void* out, int capacity, const char* tooLongText) {
+  if (isFrontTooLong(capacity)) {
     // Intended: the frame stays, so each later poll reports it again. None reads on, so that what
     // can never get through does not fill the memory.
     std::fprintf(stderr, tooLongText, getpid());
     return -1;
   }
+  const std::size_t length = buffer.frameLength();
   if (length == 0) {
     return 0;
   }
@@ -181,6 +187,7 @@ int SocketControlClient::SockRead(int fd, void* out, int capacity, int wait) {
     return ready;
   }
   const ssize_t count = read(fd, out, static_cast<std::size_t>(capacity));
+  ended = count == 0 || (count < 0 && errno != EINTR);
   if (count <= 0) {
     return static_cast<int>(count);
   }
@@ -188,6 +195,22 @@ int SocketControlClient::SockRead(int fd, void* out, int capacity, int wait) {
   // Intended: this text differs from the one above and ends in a backslash and the letter n.
   return takeFrame(out, capacity,
                    "PROCESS(PID=%d): INTERNAL ERROR:Buffersize problem. Continuing.\\n");
+}
+
+SocketInput SocketControlClient::pendingInput(int fd, int capacity) {
+  if (isFrontTooLong(capacity)) {
+    return SocketInput::kStuck;
+  }
+  if (buffer.frameLength() > 0) {
+    return SocketInput::kThere;
+  }
+  pollfd entry{awaitable(fd), POLLIN, 0};
+  const bool isReadable = poll(&entry, 1, 0) > 0 && (entry.revents & POLLIN) != 0;
+  return isReadable ? SocketInput::kThere : SocketInput::kNone;
+}
+
+int SocketControlClient::awaitable(int fd) const {
+  return ended || fd >= kWatchedDescriptors ? -1 : fd;
 }
 
 int SocketControlClient::SockWait(int fd, int wait) {

@@ -20,6 +20,13 @@ enum SocketWaitResult : int {
   kWaitFailed = -3,
 };
 
+/// What a read would find.
+enum class SocketInput {
+  kNone,   ///< nothing
+  kThere,  ///< a whole frame, or bytes on the socket
+  kStuck,  ///< a frame that no read can take
+};
+
 /// The connection to the Postmaster, which must be this process's parent. A process makes one;
 /// making a second ends it with exit status -100. Failures go to standard error as one line each,
 /// nothing is retried, and the object stays usable: all further reads and sends then fail.
@@ -56,6 +63,14 @@ class SocketControlClient {
   /// scratch space in any case.
   int SockRead(int fd, void* out, int capacity, int wait);
 
+  /// What SockRead would find now, with the same `fd` and `capacity`. A stream that has ended can
+  /// be read for ever; that is nothing.
+  SocketInput pendingInput(int fd, int capacity);
+
+  /// `fd` while waiting until it can be read makes sense: -1 once a read found the end of the
+  /// stream or failed, and for a descriptor that is never seen ready.
+  int awaitable(int fd) const;
+
   /// Waits until `fd` can be read: the count of ready descriptors or a SocketWaitResult.
   /// Descriptors from 32 on are never seen ready.
   static int SockWait(int fd, int wait);
@@ -69,10 +84,12 @@ class SocketControlClient {
   bool isBroken() const { return broken; }
 
  private:
+  bool isFrontTooLong(int capacity);
   int takeFrame(void* out, int capacity, const char* tooLongText);
 
   int domain = kUnixDomain;
   bool broken = false;  // a send found the connection broken
+  bool ended = false;
   FrameBuffer buffer;
   int port = 0;
   int socket = -1;

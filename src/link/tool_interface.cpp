@@ -56,10 +56,16 @@ void unlinkSocketFile() {
   }
 }
 
-// True for the first signal that says that the link is gone. Intended: any flag counts, a dead
-// child or an interrupt as much as a broken pipe, and only once in a run.
+// Intended: any flag counts, a dead child or an interrupt as much as a broken pipe, and only once
+// in a run.
+bool isBreakToReport() {
+  return g_BrokenReported == 0 && g_SignalClient != nullptr &&
+         g_SignalClient->GetSignalFlags() != 0;
+}
+
+// True for the first signal that says that the link is gone.
 bool isNewlyBroken() {
-  if (g_BrokenReported != 0 || g_SignalClient == nullptr || g_SignalClient->GetSignalFlags() == 0) {
+  if (!isBreakToReport()) {
     return false;
   }
   g_BrokenReported = 1;
@@ -203,6 +209,20 @@ int ToolReceive(int mode) {
       return 0;
     }
   }
+}
+
+SocketInput ToolInput() {
+  // Before the flags are looked at: a signal from here on wakes whoever sleeps.
+  CatchSignalsClient::muteWake();
+  const SocketInput input = g_SocketClient == nullptr
+                                ? SocketInput::kNone
+                                : g_SocketClient->pendingInput(g_ToolSocket, kMaxFrameText);
+  return input != SocketInput::kThere && isBreakToReport() ? SocketInput::kThere : input;
+}
+
+std::array<int, 2> ToolWakeDescriptors() {
+  return {g_SocketClient == nullptr ? -1 : g_SocketClient->awaitable(g_ToolSocket),
+          CatchSignalsClient::wakeDescriptor()};
 }
 
 int ToolSystemMessage(int tag) {

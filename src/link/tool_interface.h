@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <memory>
 
 #include "link/signal_client.h"
@@ -70,6 +71,19 @@ int ToolPut(int kind, int dest, int tag, const void* data, int length);
 /// was there and `mode` is kReceivePoll, and for a tag of -1; -1 on a broken, refused or closed
 /// link. May end the process, see ToolSystemMessage.
 int ToolReceive(int mode);
+
+/// What the next poll would find. A signal that tells of a broken link, and has not been reported,
+/// counts as input.
+SocketInput ToolInput();
+
+/// Whether a poll would find a frame, bytes of one, or a broken link.
+inline bool ToolHasInput() {
+  return ToolInput() == SocketInput::kThere;
+}
+
+/// While ToolInput() is kNone: it changes only after one of these can be read. Negative ones are
+/// none.
+std::array<int, 2> ToolWakeDescriptors();
 
 /// Changes the state by a message of the Postmaster's. Ends the process on MSG_SHUTDOWN_NOW
 /// (kExitShutdownNow) and in a state without a link (kExitStateError).

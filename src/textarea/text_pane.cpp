@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 
 #include "framework/draw/measure.h"
 #include "framework/draw/readable_display.h"
@@ -15,6 +16,7 @@ namespace {
 
 constexpr std::uint32_t kLogStyle = 0x50B108C4;  // multi-line, read-only, bars, border, tab stop
 constexpr int kStartZoomLevel = 4;
+constexpr unsigned long kLongestHoldMs = 20;
 // One insertion into the widget, prefixes included, stays below this many bytes.
 constexpr std::size_t kInsertionLimit = 30000;
 constexpr char kClearedText[] = "------------- Text Log Cleared --------------\r\n";
@@ -61,13 +63,40 @@ TextPane::~TextPane() {
 }
 
 void TextPane::appendText(const char* newText) {
-  const std::string expanded = expandForLog(newText == nullptr ? "" : newText, counters);
+  holdText(newText);
+  showHeld();
+}
+
+void TextPane::holdText(const char* newText) {
+  heldText += expandForLog(newText == nullptr ? "" : newText, counters);
+  if (holdTimer == nullptr) {
+    holdTimer =
+        std::make_unique<zTimer>(this, &TextPane::heldLongEnough, kLongestHoldMs, zTimer::kOnce);
+  }
+}
+
+int TextPane::heldLongEnough(zEvH* pane) {
+  static_cast<TextPane*>(pane)->showHeld();
+  return 0;
+}
+
+void TextPane::showHeld() {
+  if (holdTimer == nullptr) {
+    return;
+  }
+  holdTimer.reset();
+  const std::string shown = std::exchange(heldText, {});
   std::size_t done = 0;
   do {
-    insertAtEnd(expanded.substr(done, kInsertionLimit));
+    insertAtEnd(shown.substr(done, kInsertionLimit));
     done += kInsertionLimit;
-  } while (done < expanded.size());
+  } while (done < shown.size());
   update();
+}
+
+// What the widget has is a matter of speed; what the log has is the same.
+void TextPane::settle() const {
+  const_cast<TextPane*>(this)->showHeld();
 }
 
 void TextPane::insertAtEnd(const std::string& piece) {
@@ -174,6 +203,7 @@ int TextPane::size(zEvent* event) {
 
 int TextPane::handle(zEvent* event) {
   if (event->message == kMsgKeyDown) {
+    showHeld();
     return handleKey(*event);
   }
   if (event->message < kMsgRightButtonDown || event->message > kMsgRightDoubleClick) {

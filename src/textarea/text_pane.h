@@ -1,8 +1,10 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 
 #include "framework/controls/edit.h"
+#include "framework/core/timer.h"
 #include "textarea/find_text.h"
 #include "textarea/line_numbering.h"
 
@@ -18,6 +20,12 @@ class TextPane : public zEditBox {
   /// The only way in for output of the tester. Drops the user's selection, takes the view to the
   /// end and shows the text at once.
   void appendText(const char* newText);
+  /// The same for a text that others are about to follow: they are shown together, which costs as
+  /// much as one of them. That is done after 20 milliseconds at the latest, and before anyone looks
+  /// at the log or changes it.
+  void holdText(const char* newText);
+  /// Shows what is held.
+  void showHeld();
   /// Replaces the whole log by the line that says so.
   void clear();
   /// After the text has been replaced by Clear's banner.
@@ -67,6 +75,8 @@ class TextPane : public zEditBox {
   int typingArrived(zEvent& event) override;
 
  private:
+  void settle() const override;
+  static int heldLongEnough(zEvH* pane);
   void insertAtEnd(const std::string& piece);
   void applyZoom();
   template <class Change>
@@ -76,6 +86,8 @@ class TextPane : public zEditBox {
   void tellNotFound(const RWCString& wanted, bool goOn, bool matchCase, bool regexp);
 
   LogCounters counters;
+  std::string heldText;  ///< counted, but not in the widget
+  std::unique_ptr<zTimer> holdTimer;
   int charHeight = 1;
   int charWidth = 1;
   int pageLines = 0;

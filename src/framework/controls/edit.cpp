@@ -242,7 +242,7 @@ int zEditBase::keyArrived(zEvent& /*event*/, bool /*typed*/) {
 }
 
 void zEditBase::setText(const char* newText) {
-  Widget edit = widget();
+  Widget edit = settledWidget();
   // A second copy of a log is not kept.
   lastText = isLine() ? RWCString(newText) : RWCString();
   const RWCString shown = shownForm(newText);
@@ -274,12 +274,17 @@ RWCString zEditBase::text() const {
   return RWCString(std::move(all));
 }
 
+Widget zEditBase::settledWidget() const {
+  settle();
+  return widget();
+}
+
 int zEditBase::textLength() const {
-  return static_cast<int>(XmTextGetLastPosition(widget()));
+  return static_cast<int>(XmTextGetLastPosition(settledWidget()));
 }
 
 void zEditBase::setSelection(int from, int to) {
-  if (XtIsRealized(widget())) {
+  if (XtIsRealized(settledWidget())) {
     // A range past the end would select nothing at all; cut to nothing it clears the selection.
     const int last = std::clamp(to, 0, textLength());
     const int first = std::clamp(from, 0, last);
@@ -289,24 +294,24 @@ void zEditBase::setSelection(int from, int to) {
 }
 
 void zEditBase::selectForTyping() {
-  ::selectForTyping(widget());
+  ::selectForTyping(settledWidget());
 }
 
 std::optional<zTextRange> zEditBase::selectionRange() const {
   XmTextPosition left = 0;
   XmTextPosition right = 0;
-  if (XmTextGetSelectionPosition(widget(), &left, &right) == False || left >= right) {
+  if (XmTextGetSelectionPosition(settledWidget(), &left, &right) == False || left >= right) {
     return std::nullopt;
   }
   return zTextRange{static_cast<int>(left), static_cast<int>(right)};
 }
 
 RWCString zEditBase::selection() const {
-  return takeXtText(XmTextGetSelection(widget()));
+  return takeXtText(XmTextGetSelection(settledWidget()));
 }
 
 int zEditBase::insertionPosition() const {
-  return static_cast<int>(XmTextGetInsertionPosition(widget()));
+  return static_cast<int>(XmTextGetInsertionPosition(settledWidget()));
 }
 
 void zEditBase::replaceSelection(const char* newText) {
@@ -326,7 +331,7 @@ void zEditBase::replaceSelection(const char* newText) {
 }
 
 void zEditBase::insertAt(int position, const char* newText) {
-  Widget edit = widget();
+  Widget edit = settledWidget();
   const Unverified change(*this);
   const XmTextPosition before = XmTextGetLastPosition(edit);
   const XmTextPosition at = std::clamp<XmTextPosition>(position, 0, before);
@@ -341,17 +346,18 @@ void zEditBase::setMaxLength(int length) {
 }
 
 void zEditBase::scroll(int lines) {
-  XmTextScroll(widget(), lines);
+  XmTextScroll(settledWidget(), lines);
 }
 
 bool zEditBase::isInView(int position) const {
   Position x = 0;
   Position y = 0;
-  return XtIsRealized(widget()) != False && XmTextPosToXY(widget(), position, &x, &y) != False;
+  return XtIsRealized(settledWidget()) != False &&
+         XmTextPosToXY(widget(), position, &x, &y) != False;
 }
 
 void zEditBase::bringIntoView(int position) {
-  XmTextShowPosition(widget(), position);
+  XmTextShowPosition(settledWidget(), position);
 }
 
 int zEditBase::linesHeight() const {
@@ -365,15 +371,15 @@ int zEditBase::linesHeight() const {
 }
 
 void zEditBase::cut() {
-  XmTextCut(widget(), lastTime(widget()));
+  XmTextCut(settledWidget(), lastTime(widget()));
 }
 
 void zEditBase::copy() {
-  XmTextCopy(widget(), lastTime(widget()));
+  XmTextCopy(settledWidget(), lastTime(widget()));
 }
 
 void zEditBase::paste() {
-  XmTextPaste(widget());
+  XmTextPaste(settledWidget());
 }
 
 int zEditBase::storeData() {

@@ -83,6 +83,9 @@ class zEditBase : public zControl {
 
   /// Whether the user may replace `range` by `inserted`, which has its shown form already.
   virtual bool verifyChange(zTextRange range, std::string_view inserted);
+  /// Called before an operation reads or changes the text: a control that has not put all of its
+  /// text into the widget does so.
+  virtual void settle() const {}
   bool takesTyping() const override { return true; }
   int keyArrived(zEvent& event, bool typed) override;
   void applyBackground() override;
@@ -91,6 +94,7 @@ class zEditBase : public zControl {
  private:
   class Unverified;
 
+  Widget settledWidget() const;
   bool isLine() const { return (style() & kEditMultiLine) == 0; }
   RWCString shownForm(const char* newText) const;
   void fitLine();

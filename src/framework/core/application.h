@@ -45,6 +45,8 @@ class zApp {
   /// Handles one event, timer, input or idle pass, waiting for it if there is none. Events go
   /// before timers and inputs, and let these through at least every 10 milliseconds.
   void processEvent();
+  /// Whether an X event waits to be handled.
+  bool hasPendingEvent() const;
   /// Handles all that is pending, then sleeps until there is an X event, `descriptor` (if it is not
   /// negative) can be read or `milliseconds` have passed.
   void pumpPending(int descriptor, int milliseconds);

@@ -67,7 +67,7 @@ void zApp::go() {
 // them whatever is due gets its turn, so that a flood of events starves nothing either.
 void zApp::processEvent() {
   const auto now = std::chrono::steady_clock::now();
-  if ((XtAppPending(appContext) & XtIMXEvent) == 0) {
+  if (!hasPendingEvent()) {
     burstEnd.reset();
   } else if (!burstEnd) {
     burstEnd = now + kEventBurst;
@@ -78,6 +78,10 @@ void zApp::processEvent() {
   }
   burstEnd.reset();
   XtAppProcessEvent(appContext, XtIMAll);
+}
+
+bool zApp::hasPendingEvent() const {
+  return (XtAppPending(appContext) & XtIMXEvent) != 0;
 }
 
 void zApp::pumpPending(int descriptor, int milliseconds) {

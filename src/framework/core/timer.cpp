@@ -2,6 +2,10 @@
 // of the application context: Xt counts the wait for its next time-out in whole milliseconds and
 // spins through the rest, which with a short period costs a tenth of a processor.
 //
+// A timer with a watch leaves its descriptor expired while it is to fire at once: an input among
+// the others, it takes turns with them, and X events go first (zApp::processEvent). Asleep, it has
+// the inputs of the watch in its place.
+//
 // A handler may delete its own timer, so a firing touches nothing of the timer once it runs.
 
 #include "framework/core/timer.h"
@@ -9,6 +13,7 @@
 #include <sys/timerfd.h>
 #include <unistd.h>
 #include <cstdint>
+#include <utility>
 
 #include "framework/core/application.h"
 
@@ -18,6 +23,12 @@ namespace {
 
 constexpr unsigned long kMillisecondsPerSecond = 1000;
 constexpr unsigned long kNanosecondsPerMillisecond = 1000000;
+
+unsigned long addInput(int source, XtInputCallbackProc procedure, zTimer* timer) {
+  // NOLINTNEXTLINE(performance-no-int-to-ptr): Xt takes the condition as a pointer
+  const auto condition = reinterpret_cast<XtPointer>(XtInputReadMask);
+  return XtAppAddInput(zApp::instance()->context(), source, condition, procedure, timer);
+}
 
 }  // namespace
 
@@ -30,7 +41,17 @@ zTimer::zTimer(zEvH* timerOwner, zOwnerHandler timerHandler, unsigned long milli
   arm();
 }
 
+zTimer::zTimer(zEvH* timerOwner, zOwnerHandler timerHandler, unsigned long milliseconds,
+               const zTimerWatch& timerWatch)
+    : zTimer(timerOwner, timerHandler, milliseconds) {
+  if (inputId != 0) {
+    watch = timerWatch;
+    setClock(0);
+  }
+}
+
 zTimer::~zTimer() {
+  endSleep();
   if (timerId != 0) {
     XtRemoveTimeOut(timerId);
   }
@@ -44,23 +65,25 @@ zTimer::~zTimer() {
 void zTimer::openDescriptor() {
   descriptor = timerfd_create(CLOCK_MONOTONIC, TFD_NONBLOCK | TFD_CLOEXEC);
   if (descriptor >= 0) {
-    // NOLINTNEXTLINE(performance-no-int-to-ptr): Xt takes the condition as a pointer
-    const auto condition = reinterpret_cast<XtPointer>(XtInputReadMask);
-    inputId =
-        XtAppAddInput(zApp::instance()->context(), descriptor, condition, &zTimer::expired, this);
+    inputId = addInput(descriptor, &zTimer::expired, this);
   }
 }
 
 void zTimer::arm() {
   if (inputId == 0) {
     timerId = XtAppAddTimeOut(zApp::instance()->context(), period, &zTimer::fired, this);
-    return;
+  } else {
+    setClock(period);
   }
+}
+
+// What has expired before is forgotten.
+void zTimer::setClock(unsigned long milliseconds) {
   itimerspec due = {};
-  due.it_value.tv_sec = static_cast<time_t>(period / kMillisecondsPerSecond);
+  due.it_value.tv_sec = static_cast<time_t>(milliseconds / kMillisecondsPerSecond);
   due.it_value.tv_nsec =
-      static_cast<long>(period % kMillisecondsPerSecond * kNanosecondsPerMillisecond);
-  if (period == 0) {
+      static_cast<long>(milliseconds % kMillisecondsPerSecond * kNanosecondsPerMillisecond);
+  if (milliseconds == 0) {
     due.it_value.tv_nsec = 1;  // zero would stop it
   }
   timerfd_settime(descriptor, 0, &due, nullptr);
@@ -77,8 +100,54 @@ void zTimer::fired(void* timer, unsigned long* /*id*/) {
 }
 
 void zTimer::expired(void* timer, int* source, unsigned long* /*id*/) {
+  auto* self = static_cast<zTimer*>(timer);
+  if (self->watch.pace != nullptr) {
+    self->fireAtPace();
+    return;
+  }
   std::uint64_t expirations = 0;
   if (read(*source, &expirations, sizeof expirations) == sizeof expirations) {
     fired(timer, nullptr);
   }
+}
+
+// The next firing is settled before the handler runs, which may start a nested event loop: at once
+// it is until a firing finds otherwise.
+void zTimer::fireAtPace() {
+  switch (watch.pace()) {
+    case zTimerPace::kAsleep:
+      sleep();
+      return;
+    case zTimerPace::kPeriod:
+      setClock(period);
+      break;
+    case zTimerPace::kAtOnce:
+      break;
+  }
+  handler(owner);
+}
+
+void zTimer::sleep() {
+  endSleep();
+  const itimerspec never = {};
+  timerfd_settime(descriptor, 0, &never, nullptr);
+  const std::array<int, 2> sources = watch.descriptors();
+  for (std::size_t i = 0; i < sources.size(); ++i) {
+    wakeIds[i] = sources[i] < 0 ? 0 : addInput(sources[i], &zTimer::woken, this);
+  }
+}
+
+void zTimer::endSleep() {
+  for (unsigned long& id : wakeIds) {
+    if (id != 0) {
+      XtRemoveInput(std::exchange(id, 0));
+    }
+  }
+}
+
+void zTimer::woken(void* timer, int* /*source*/, unsigned long* /*id*/) {
+  auto* self = static_cast<zTimer*>(timer);
+  self->endSleep();
+  self->setClock(0);
+  self->fireAtPace();
 }

@@ -1,8 +1,11 @@
 #include "framework/furniture/status_on_off.h"
 
 #include <algorithm>
+#include <memory>
 #include <string>
+#include <vector>
 
+#include "framework/core/timer.h"
 #include "framework/draw/screen.h"
 #include "framework/furniture/status_line.h"
 
@@ -14,16 +17,20 @@ namespace {
 constexpr unsigned long kTickMs = 1000;
 constexpr const char* kNoWords = "MMM";  // what the width is measured by then
 
-bool isKeyHeld(unsigned long keysym) {
+std::vector<ziStatusKeyItem*> keyItems;
+std::unique_ptr<zTimer> keyTimer;  // while there is an item
+
+using HeldKeys = char[32];  // a bit a key code
+
+bool isKeyHeld(unsigned long keysym, Display* display, const HeldKeys& keys) {
   constexpr int kBitsPerByte = 8;
-  Display* display = theScreen().display;
-  const int key = display == nullptr ? 0 : XKeysymToKeycode(display, keysym);
-  if (key == 0) {
-    return false;
-  }
-  char keys[32] = {};
-  XQueryKeymap(display, keys);
+  const int key = XKeysymToKeycode(display, keysym);
   return (static_cast<unsigned char>(keys[key / kBitsPerByte]) >> (key % kBitsPerByte) & 1) != 0;
+}
+
+int keyTimerFired(zEvH* /*owner*/) {
+  ziStatusKeyItem::tick();
+  return 0;
 }
 
 }  // namespace
@@ -44,17 +51,30 @@ void zStatusOnOffItem::setOn(bool on) {
 
 ziStatusKeyItem::ziStatusKeyItem(zStatusLine& line, zSizer* sizer, int id, const RWCString& on,
                                  const RWCString& off, unsigned long key)
-    : zStatusOnOffItem(line, sizer, id, on, off),
-      keysym(key),
-      timer(std::make_unique<zTimer>(this, &ziStatusKeyItem::ticked, kTickMs)) {}
+    : zStatusOnOffItem(line, sizer, id, on, off), keysym(key) {
+  keyItems.push_back(this);
+  if (keyTimer == nullptr) {
+    keyTimer = std::make_unique<zTimer>(nullptr, keyTimerFired, kTickMs);
+  }
+}
 
-int ziStatusKeyItem::ticked(zEvH* item) {
-  static_cast<ziStatusKeyItem*>(item)->tick();
-  return 0;
+ziStatusKeyItem::~ziStatusKeyItem() {
+  std::erase(keyItems, this);
+  if (keyItems.empty()) {
+    keyTimer.reset();
+  }
 }
 
 void ziStatusKeyItem::tick() {
-  setOn(isKeyHeld(keysym));
+  Display* display = theScreen().display;
+  if (display == nullptr) {
+    return;
+  }
+  HeldKeys keys = {};
+  XQueryKeymap(display, keys);
+  for (ziStatusKeyItem* item : keyItems) {
+    item->setOn(isKeyHeld(item->keysym, display, keys));
+  }
 }
 
 zStatusNumLock::zStatusNumLock(zStatusLine& line, zSizer* sizer, int id, const RWCString& on,

@@ -1,8 +1,5 @@
 #pragma once
 
-#include <memory>
-
-#include "framework/core/timer.h"
 #include "framework/furniture/status_item.h"
 
 /// A field that shows one of two words.
@@ -24,21 +21,21 @@ class zStatusOnOffItem : public zStatusItemText {
 };
 
 /// A word that shows while a key is held down. It is the key that is looked at, not the lock state
-/// that it switches; that is intended.
+/// that it switches; that is intended. All such items follow one timer and one look at the
+/// keyboard.
 class ziStatusKeyItem : public zStatusOnOffItem {
  public:
-  /// Asks the keyboard; the timer calls it.
-  void tick();
+  ~ziStatusKeyItem() override;
+
+  /// Asks the keyboard, for all items; the timer calls it.
+  static void tick();
 
  protected:
   ziStatusKeyItem(zStatusLine& line, zSizer* sizer, int id, const RWCString& onText,
                   const RWCString& offText, unsigned long keysym);
 
  private:
-  static int ticked(zEvH* item);
-
   unsigned long keysym;
-  std::unique_ptr<zTimer> timer;
 };
 
 class zStatusNumLock : public ziStatusKeyItem {

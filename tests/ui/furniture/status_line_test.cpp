@@ -232,8 +232,7 @@ TEST_F(StatusLine, AKeyItemShowsItsWordWhileTheKeyIsHeld) {
   auto* caps = new zStatusCapsLock(*line, new zGravSizer(kGravityRight, 0), 2);
   auto* num = new zStatusNumLock(*line, new zGravSizer(kGravityRight, 0), 3, "on", "off");
   showLine();
-  caps->tick();
-  num->tick();
+  ziStatusKeyItem::tick();
   EXPECT_EQ(caps->text(), RWCString(""));
   EXPECT_EQ(num->text(), RWCString("off"));
   caps->setOn(true);
