@@ -1,6 +1,7 @@
 #include "link/tool_interface.h"
 
 #include <gmock/gmock.h>
+#include <poll.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -215,6 +216,53 @@ TEST_F(ToolInterface, keepsNothingOfAFrameOnTheStackUnderTheHandler) {
   EXPECT_EQ(ToolReceive(kReceivePoll), MSG_T_TEXT);
   ASSERT_THAT(levels, testing::SizeIs(3));
   EXPECT_LT(levels[1] - levels[2], 2000);
+}
+
+// Whether a tool that sleeps as it is told would wake now.
+bool wouldWake() {
+  const std::array<int, 2> sources = ToolWakeDescriptors();
+  std::array entries{pollfd{sources[0], POLLIN, 0}, pollfd{sources[1], POLLIN, 0}};
+  return poll(entries.data(), entries.size(), 0) > 0;
+}
+
+TEST_F(ToolInterface, saysWhatTheNextPollWouldFindAndWhatEndsTheSilence) {
+  const auto isSilent = [] { return ToolInput() == SocketInput::kNone && !wouldWake(); };
+  const auto takes = [](int tag) {
+    EXPECT_TRUE(ToolHasInput());
+    EXPECT_EQ(ToolReceive(kReceivePoll), tag);
+  };
+  EXPECT_TRUE(isSilent());
+  arrive(MSG_T_TEXT);
+  arrive(MSG_T_PROMPT);
+  EXPECT_TRUE(wouldWake());
+  takes(MSG_T_TEXT);
+  takes(MSG_T_PROMPT);
+  EXPECT_TRUE(isSilent());
+  arrive("a part of a frame");
+  takes(0);
+  EXPECT_TRUE(isSilent());
+  far = UniqueDescriptor();
+  takes(0);
+  EXPECT_TRUE(isSilent()) << "the end of the stream can be read for ever";
+}
+
+TEST_F(ToolInterface, isWokenBySignalsAndByNoFrameThatCanNeverBeTaken) {
+  arrive(std::string(kMaxFrameText + 1, '0'));
+  ForkedTool tool([] {
+    g_SignalClient = std::make_unique<CatchSignalsClient>();
+    while (ToolInput() == SocketInput::kThere) {
+      ToolReceive(kReceivePoll);
+    }
+    const bool wasStuck = ToolInput() == SocketInput::kStuck;
+    std::raise(SIGTERM);
+    const bool wasMute = !ToolHasInput();
+    std::raise(SIGINT);
+    pollfd entry{ToolWakeDescriptors()[1], POLLIN, 0};
+    const bool wasWoken = poll(&entry, 1, 0) == 1 && ToolHasInput() && poll(&entry, 1, 0) == 0;
+    const bool wasBroken = ToolReceive(kReceivePoll) == -1 && !ToolHasInput();
+    return wasStuck && wasMute && wasWoken && wasBroken ? 1 : 0;
+  });
+  EXPECT_EQ(tool.end().status, 1);
 }
 
 // A handler may poll again, from a dialog that its message opened.

@@ -1,6 +1,7 @@
 // Timers. A single firing is an Xt time-out. A repeating one is a timer descriptor among the inputs
 // of the application context: Xt counts the wait for its next time-out in whole milliseconds and
-// spins through the rest, which with a short period costs a tenth of a processor.
+// spins through the rest, which with a short period costs a tenth of a processor. Slow timers tick
+// on a common beat, so that together they wake an idle program once.
 //
 // A timer with a watch leaves its descriptor expired while it is to fire at once: an input among
 // the others, it takes turns with them, and X events go first (zApp::processEvent). Asleep, it has
@@ -12,7 +13,9 @@
 
 #include <sys/timerfd.h>
 #include <unistd.h>
+#include <chrono>
 #include <cstdint>
+#include <ratio>
 #include <utility>
 
 #include "framework/core/application.h"
@@ -21,8 +24,18 @@
 
 namespace {
 
-constexpr unsigned long kMillisecondsPerSecond = 1000;
-constexpr unsigned long kNanosecondsPerMillisecond = 1000000;
+using std::chrono::milliseconds;
+using std::chrono::nanoseconds;
+
+constexpr milliseconds kSlowPeriod{500};
+constexpr milliseconds kBeat{100};
+
+// Never zero, which would stop a clock.
+timespec toTimespec(nanoseconds time) {
+  const auto seconds = std::chrono::floor<std::chrono::seconds>(time);
+  const auto rest = static_cast<long>((time - seconds).count());
+  return {static_cast<time_t>(seconds.count()), time.count() == 0 ? 1 : rest};
+}
 
 unsigned long addInput(int source, XtInputCallbackProc procedure, zTimer* timer) {
   // NOLINTNEXTLINE(performance-no-int-to-ptr): Xt takes the condition as a pointer
@@ -72,20 +85,20 @@ void zTimer::openDescriptor() {
 void zTimer::arm() {
   if (inputId == 0) {
     timerId = XtAppAddTimeOut(zApp::instance()->context(), period, &zTimer::fired, this);
-  } else {
-    setClock(period);
+    return;
   }
+  const milliseconds every(period);
+  nanoseconds first = std::chrono::steady_clock::now().time_since_epoch() + every;
+  if (every >= kSlowPeriod) {
+    first = std::chrono::ceil<std::chrono::duration<long, std::ratio<kBeat.count(), 1000>>>(first);
+  }
+  const itimerspec due = {toTimespec(every), toTimespec(first)};
+  timerfd_settime(descriptor, TFD_TIMER_ABSTIME, &due, nullptr);
 }
 
-// What has expired before is forgotten.
-void zTimer::setClock(unsigned long milliseconds) {
-  itimerspec due = {};
-  due.it_value.tv_sec = static_cast<time_t>(milliseconds / kMillisecondsPerSecond);
-  due.it_value.tv_nsec =
-      static_cast<long>(milliseconds % kMillisecondsPerSecond * kNanosecondsPerMillisecond);
-  if (milliseconds == 0) {
-    due.it_value.tv_nsec = 1;  // zero would stop it
-  }
+// One firing of a timer with a watch; what has expired before is forgotten.
+void zTimer::setClock(unsigned long delay) {
+  const itimerspec due = {{}, toTimespec(milliseconds(delay))};
   timerfd_settime(descriptor, 0, &due, nullptr);
 }
 
@@ -93,7 +106,7 @@ void zTimer::fired(void* timer, unsigned long* /*id*/) {
   auto* self = static_cast<zTimer*>(timer);
   self->timerId = 0;
   // The next period counts from here, however long the handler takes.
-  if (self->repeat == kRepeating) {
+  if (self->repeat == kRepeating && self->inputId == 0) {
     self->arm();
   }
   self->handler(self->owner);

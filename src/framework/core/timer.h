@@ -29,7 +29,8 @@ class zTimer {
  public:
   enum Repeat : int { kOnce = 0, kRepeating = 1 };
 
-  /// Fires `handler` with `owner` every `period` milliseconds, or once.
+  /// Fires `handler` with `owner` every `period` milliseconds, or once. With a repeated period of
+  /// half a second or more the first firing may be late by a tenth of a second.
   zTimer(zEvH* owner, zOwnerHandler handler, unsigned long period, Repeat repeat = kRepeating);
   /// Fires as `watch` says, for the first time as soon as that is asked for. `period` is not 0.
   zTimer(zEvH* owner, zOwnerHandler handler, unsigned long period, const zTimerWatch& watch);
@@ -46,7 +47,7 @@ class zTimer {
   static void woken(void* timer, int* source, unsigned long* id);
   void openDescriptor();
   void arm();
-  void setClock(unsigned long milliseconds);
+  void setClock(unsigned long delay);
   void fireAtPace();
   void sleep();
   void endSleep();

@@ -21,6 +21,8 @@
 #include "link/wire.h"
 #include "tests/ui/app_object/box_view.h"
 #include "tests/ui/support/ui_test.h"
+#include "tests/ui/textarea/log_view.h"
+#include "textarea/text_pane.h"
 
 #include <X11/keysym.h>
 
@@ -148,6 +150,27 @@ TEST_F(MainWindowBoxes, TellAnAnswerThatIsTooLongWhichCancelsTheQuestion) {
   const ssize_t count = recv(ends[1], sent.data(), sent.size(), MSG_DONTWAIT);
   EXPECT_EQ(count, 2 * kFrameHeaderBytes + 1) << "one frame without a payload";
   EXPECT_EQ(decodeFrame(sent.data(), static_cast<int>(count), binary).header.tag, MSG_UI_CANCEL);
+  close(ends[0]);
+  close(ends[1]);
+}
+
+TEST_F(MainWindowBoxes, AndTitlesComeAfterTheTextsBeforeThem) {
+  std::array<int, 2> ends{};
+  ASSERT_EQ(socketpair(AF_UNIX, SOCK_STREAM, 0, ends.data()), 0);
+  g_SocketClient = std::make_unique<SocketControlClient>(ends[0]);
+  g_ToolSocket = ends[0];
+  const auto shownAfter = [](int tag, const std::string& payload) {
+    MessageHandler(NELKV, tag, static_cast<int>(payload.size()), payload.c_str());
+    return shownLength(theTextPane->widget());
+  };
+  ASSERT_EQ(write(ends[1], "0", 1), 1);
+  EXPECT_EQ(shownAfter(MSG_T_TEXT, text("a")), 0) << "more is to follow";
+  EXPECT_EQ(shownAfter(MSG_T_PROMPT, text("go")), 0);
+  EXPECT_EQ(shownAfter(MSG_T_TITLE, text("system")), 1);
+  EXPECT_EQ(shownAfter(MSG_T_TEXT, text("b")), 1);
+  ToolReceive(kReceivePoll);
+  EXPECT_EQ(shownAfter(MSG_T_TEXT, text("c")), 3);
+  g_SocketClient.reset();
   close(ends[0]);
   close(ends[1]);
 }

@@ -1,10 +1,14 @@
 #include "framework/core/timer.h"
 
 #include <gmock/gmock.h>
+#include <unistd.h>
 
+#include <array>
 #include <memory>
 #include <vector>
 
+#include "tests/support/unique_descriptor.h"
+#include "tests/ui/app_object/event_stream.h"
 #include "tests/ui/app_object/loop_helpers.h"
 
 namespace {
@@ -78,6 +82,44 @@ TEST(Timer, GoesOnFiringInANestedLoopOfItsOwnHandler) {
   const zTimer timer(&owner, &Owner::run, 1);
   ASSERT_TRUE(runLoopUntil([&] { return innermost > 0; }));
   EXPECT_GE(innermost, 4);
+}
+
+/// Work for a timer that watches a pipe.
+int workLeft = 0;
+std::array<int, 2> watched{-1, -1};
+
+constexpr zTimerWatch kWatch{
+    [] { return workLeft > 0 ? zTimerPace::kAtOnce : zTimerPace::kAsleep; },
+    [] { return watched; }};
+
+TEST(Timer, WithAWatchFiresWithoutItsPeriodWhileThereIsWorkAndSleepsUntilItIsWoken) {
+  constexpr unsigned long kHour = 3600000;
+  std::array<int, 2> ends{};
+  ASSERT_EQ(pipe(ends.data()), 0);
+  const UniqueDescriptor near(ends[0]);
+  const UniqueDescriptor far(ends[1]);
+  watched = {-1, near.get()};
+  int eventsHandled = 0;
+  EventStream events([&] { ++eventsHandled; });
+  Owner owner([&] {
+    EXPECT_EQ(eventsHandled, owner.runs - 1) << "events go first";
+    events.post();
+    --workLeft;
+    char byte = 0;
+    return owner.runs < 4 ? 0 : static_cast<int>(read(near.get(), &byte, 1));
+  });
+  workLeft = 3;
+  const zTimer timer(&owner, &Owner::run, kHour, kWatch);
+  const zTimer lost(&owner, &Owner::run, kHour, kWatch);
+  Owner other([] { return 0; });
+  const zTimer often(&other, &Owner::run, 1);
+  ASSERT_TRUE(runLoopUntil([&] { return owner.runs == 3 && other.runs > 3; }));
+  workLeft = 1;
+  ASSERT_TRUE(runLoopUntil([&] { return other.runs > 10; }));
+  EXPECT_EQ(owner.runs, 3);
+  ASSERT_EQ(write(far.get(), "!", 1), 1);
+  EXPECT_TRUE(runLoopUntil([&] { return owner.runs == 4; }));
+  EXPECT_EQ(workLeft, 0);
 }
 
 }  // namespace

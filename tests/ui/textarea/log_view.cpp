@@ -9,6 +9,10 @@
 #include <X11/extensions/Xfixes.h>
 #include <Xm/XmAll.h>
 
+int shownLength(Widget text) {
+  return static_cast<int>(XmTextGetLastPosition(text));
+}
+
 int topLine(Widget text) {
   const std::string all = takeXtText(XmTextGetString(text));
   return static_cast<int>(std::count(all.begin(), all.begin() + XmTextGetTopCharacter(text), '\n'));

@@ -6,6 +6,8 @@
 
 /// What a user sees of a text area.
 
+/// Bytes in the widget.
+int shownLength(Widget text);
 /// The line at the upper edge, counted from 0.
 int topLine(Widget text);
 /// Whether the end of the text is on the screen.

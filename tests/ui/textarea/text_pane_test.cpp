@@ -1,5 +1,7 @@
 // The log: appending, numbering, Clear, zoom, paging.
 
+#include <algorithm>
+
 #include "resources/command_ids.h"
 #include "tests/ui/textarea/textarea_fixture.h"
 #include "textarea/command_queue.h"
@@ -43,6 +45,47 @@ TEST_F(TextAreaTest, AnAppendOfAnyLengthGoesInWhole) {
   EXPECT_NE(numbered.find("\n 18000: zzz"), std::string::npos);
   theTextPane->unnumberLines();
   EXPECT_TRUE(logText() == text + text);
+}
+
+TEST_F(TextAreaTest, WhoeverAsksTheLogFindsTheTextsThatAreHeldInIt) {
+  std::string all;
+  const auto hold = [&](const std::string& text) {
+    theTextPane->holdText(text.c_str());
+    all += text;
+  };
+  const std::vector<std::pair<const char*, std::function<bool()>>> questions = {
+      {"length", [&] { return theTextPane->textLength() == static_cast<int>(all.size()); }},
+      {"text", [&] { return logText() == all; }},
+      {"end", [&] { return theTextPane->textEnd() == static_cast<int>(all.size()); }},
+      {"lines", [&] { return theTextPane->lineCount() == std::count(all.begin(), all.end(), 10); }},
+      {"all", [&] { return theTextPane->selectAll(), theTextPane->selection().str() == all; }},
+      {"end in view", [&] { return theTextPane->scrollToEnd(), isEndInView(log()); }},
+      {"hit",
+       [&] {
+         return theTextPane->findText("last held", false, true, false),
+                theTextPane->selection() == RWCString("last held");
+       }},
+  };
+  for (const auto& [name, isTrue] : questions) {
+    hold("a text\n");
+    hold(std::string(40000, 'x') + "\nlast held");
+    EXPECT_TRUE(isTrue()) << name;
+    all += "\n";
+    theTextPane->appendText("\n");
+    EXPECT_TRUE(logText() == all) << name;
+    theTextPane->clear();
+    all = logText();
+    theTextPane->appendText("\n");
+    all += "\n";
+  }
+}
+
+TEST_F(TextAreaTest, HeldTextsAreShownTogetherByThemselves) {
+  theTextPane->holdText("one\n");
+  theTextPane->holdText("two\n");
+  EXPECT_EQ(shownLength(log()), 0);
+  ui::waitFor([] { return shownLength(log()) > 0; }, "the texts");
+  EXPECT_EQ(shownLength(log()), 8);
 }
 
 TEST_F(TextAreaTest, AppendingDropsTheSelectionAndShowsTheEnd) {
