@@ -40,9 +40,17 @@ ziXFontDict::ziXFontDict(int capacity, const ziPenaltyRules& penaltyRules, Loade
 ziXFontDict::~ziXFontDict() = default;
 
 void ziXFontDict::addName(std::string_view name) {
-  if (auto entry = parseXlfd(name)) {
-    dictionary.push_back(std::move(*entry));
+  auto entry = parseXlfd(name);
+  if (!entry) {
+    return;
   }
+  // Servers list the fonts of a family together: copies share their text.
+  if (!dictionary.empty()) {
+    const ziFontDictEntry& before = dictionary.back();
+    entry->foundry = entry->foundry == before.foundry ? before.foundry : entry->foundry;
+    entry->family = entry->family == before.family ? before.family : entry->family;
+  }
+  dictionary.push_back(std::move(*entry));
 }
 
 ziFontCacheEntry* ziXFontDict::realize(const zFontSpec& spec) {
