@@ -13,6 +13,8 @@
 namespace {
 
 constexpr zDimension kStartSize = {400, 200};
+// Units of height of the whole dialog, the row of buttons and its line included.
+constexpr int kRows = 54;
 constexpr std::uint32_t kGroupStyle = 0x50010000;
 constexpr std::uint32_t kTextComboStyle = 0x403100C2;
 constexpr std::uint32_t kListComboStyle = 0x403101C2;
@@ -23,6 +25,7 @@ constexpr std::uint32_t kCaseStyle = 0x50010003;
 
 FindDlg::FindDlg(zWindow* parent, const FindSettings& settings, int list, const PromptItems& items)
     : UIPopUpDlgBase(parent, kStartSize) {
+  fitRows(kRows);
   int y = gapY;
   const int step = unitY * 8;
   // Of two siblings the one made first is in front: the fields before their frames.

@@ -135,6 +135,13 @@ int UIPopUpDlgBase::roomForText(int others) const {
   return std::max(room, unitY * 2 * kFewLines);
 }
 
+void UIPopUpDlgBase::fitRows(int rows) {
+  // Lower than this a button cuts its letters.
+  const int lowest = (unitY * 3 + 3) / 4;
+  unitY = std::clamp((theScreen().screenHeight - kDecoration) / rows, lowest, unitY);
+  gapY = unitY * 2;
+}
+
 int UIPopUpDlgBase::addMessageText(const RWCString& wording, int y) {
   const RWCString shown = withoutLastLineFeed(wording);
   // The tallest prompt, that with a list, has this many rows' units beside its text.

@@ -36,6 +36,9 @@ class UIPopUpDlgBase : public zFormDialog {
   /// Of `size` only the height counts, and that until addButtonRow.
   UIPopUpDlgBase(zWindow* parent, const zDimension& size);
 
+  /// Moves rows that are yet to be added closer together, as far as their controls allow, so that
+  /// `rows` units of height with the decoration stay on the screen.
+  void fitRows(int rows);
   /// Adds the prompt's text at `y`; returns the y below it.
   int addMessageText(const RWCString& wording, int y);
   /// Adds an edit line bound to `bound` at `y`.

@@ -15,6 +15,8 @@ namespace {
 constexpr zDimension kUnknownSize{100, 100};
 constexpr int kArrowWidth = 20;
 constexpr int kEntryMargin = 1;
+// Room for the left half of the I-beam before the first letter.
+constexpr int kEntrySideMargin = 4;
 constexpr int kRowSpacing = 1;
 // The entry's leftmost column of pixels, a half of its highlight. Before a window that is seen as a
 // whole the toolkit looks for others, which takes it several questions to the server: at each step
@@ -70,7 +72,7 @@ void zComboBoxBase::createEntry() {
       "Text", xmTextWidgetClass, form, XmNleftAttachment, XmATTACH_FORM, XmNleftOffset, -kCutOff,
       XmNtopAttachment, XmATTACH_FORM, XmNbottomAttachment, XmATTACH_FORM, XmNrightAttachment,
       arrow != nullptr ? XmATTACH_WIDGET : XmATTACH_FORM, XmNrightWidget, arrow, XmNmarginWidth,
-      kEntryMargin, XmNmarginHeight, kEntryMargin, XmNnavigationType, XmEXCLUSIVE_TAB_GROUP,
+      kEntrySideMargin, XmNmarginHeight, kEntryMargin, XmNnavigationType, XmEXCLUSIVE_TAB_GROUP,
       XmNtraversalOn, (style() & kStyleTabStop) != 0, XmNeditable, isEditable,
       XmNcursorPositionVisible, isEditable, XmNverifyBell, False, nullptr);
 }

@@ -20,6 +20,8 @@ namespace {
 
 constexpr Dimension kLineWidth = 100;
 constexpr Dimension kTextMargin = 1;
+// Room for the left half of the I-beam before the first letter.
+constexpr Dimension kTextSideMargin = 4;
 constexpr int kLineHighlight = 2;
 constexpr Dimension kBorderShadow = 2;
 constexpr Dimension kPlainShadow = 1;
@@ -46,7 +48,7 @@ class TextArgs {
     add(XmNcursorPositionVisible, isReadOnly ? False : True);
     add(XmNtraversalOn, (style & kStyleTabStop) != 0 ? True : False);
     add(XmNshadowThickness, (style & kStyleBorder) != 0 ? kBorderShadow : kPlainShadow);
-    add(XmNmarginWidth, kTextMargin);
+    add(XmNmarginWidth, kTextSideMargin);
     add(XmNmarginHeight, kTextMargin);
   }
 

@@ -31,6 +31,7 @@ constexpr int kDragInitiatorStyle = 6;
 constexpr int kDragReceiverStyle = 5;
 // Room for what the window manager draws round a window.
 constexpr zDimension kDecoration = {16, 40};
+constexpr int kPlainResolution = 96;
 
 bool hasAll(std::uint32_t style, std::uint32_t bits) {
   return (style & bits) == bits;
@@ -56,10 +57,13 @@ int functionsFor(std::uint32_t style) {
 
 // The size that a frame starts with when nobody gave one.
 zDimension startSize(const ziScreen& screen) {
-  const zDimension wanted = g_XSettings.startSize;
+  zDimension wanted = g_XSettings.startSize;
   if (wanted.width <= 0 || wanted.height <= 0) {
     return {screen.screenWidth / 2, screen.screenHeight / 3};
   }
+  // Letters grow with the resolution of a dense screen, so the window does.
+  wanted.width = wanted.width * std::max(screen.dotsPerInchX, kPlainResolution) / kPlainResolution;
+  wanted.height = wanted.height * std::max(screen.dotsPerInchY, kPlainResolution) / kPlainResolution;
   return {std::min(wanted.width, screen.screenWidth - kDecoration.width),
           std::min(wanted.height, screen.screenHeight - kDecoration.height)};
 }

@@ -228,15 +228,21 @@ TEST(Settings, OfFontsInPointsFollowTheScreen) {
 
 TEST(Settings, GiveAFrameItsFirstSizeAsFarAsTheScreenAllows) {
   const std::string key = app().name() + ".startSize";
-  const ziScreen& screen = theScreen();
-  for (const char* wanted : {"5000x300", "400x5000"}) {
-    setXResource(key, wanted);
-    const zAppFrame frame(nullptr, new zSizer(nullptr), 0, "Test");
-    const zRect place = frame.sizer()->rect();
-    EXPECT_EQ(wanted[0] == '5' ? place.height() : place.width(), wanted[0] == '5' ? 300 : 400);
-    EXPECT_LT(place.right, screen.screenWidth);
-    EXPECT_LT(place.bottom, screen.screenHeight);
+  ziScreen& screen = theScreen();
+  const int plain = screen.dotsPerInchX;
+  for (const int density : {1, 2}) {
+    screen.dotsPerInchX = screen.dotsPerInchY = 96 * density;
+    for (const char* wanted : {"5000x300", "400x5000"}) {
+      setXResource(key, wanted);
+      const zAppFrame frame(nullptr, new zSizer(nullptr), 0, "Test");
+      const zRect place = frame.sizer()->rect();
+      EXPECT_EQ(wanted[0] == '5' ? place.height() : place.width(),
+                (wanted[0] == '5' ? 300 : 400) * density);
+      EXPECT_LT(place.right, screen.screenWidth);
+      EXPECT_LT(place.bottom, screen.screenHeight);
+    }
   }
+  screen.dotsPerInchX = screen.dotsPerInchY = plain;
   setXResource(key, "");
 }
 

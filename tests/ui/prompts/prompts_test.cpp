@@ -315,6 +315,15 @@ class Find : public Prompt {
   }
 };
 
+TEST_F(Find, MovesItsFieldsCloserWhereTheScreenIsLow) {
+  const int plain = make({})->sizer()->size().height;
+  constexpr int kDecoration = 48;
+  const int low = plain + kDecoration - 50;
+  const int whole = std::exchange(theScreen().screenHeight, low);
+  EXPECT_LE(make({})->sizer()->size().height, low - kDecoration);
+  theScreen().screenHeight = whole;
+}
+
 TEST_F(Find, StartsWithTheNewestSearchAndReturnsTextAndOptions) {
   const auto dialog = make({{"newest", "older"}, true, true, false});
   // Over the greyed lists to the options, and on to OK.
