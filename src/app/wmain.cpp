@@ -127,6 +127,8 @@ int WMain::handle(zEvent* /*event*/) {
 
 int WMain::activate(zEvent* event) {
   if (event->wparam != 0 && theCommandLine != nullptr) {
+    // What is typed before the timer has fired is a command, too, and for no button of a group.
+    theCommandLine->takeFocus();
     theCommandLine->startFocusTimer();
   }
   return 0;

@@ -184,17 +184,23 @@ void zWindow::cancelFocusTimer() {
 void zWindow::focusTimerFired(void* client, unsigned long* /*timerId*/) {
   auto* window = static_cast<zWindow*>(client);
   window->focusTimer = 0;
-  Widget target = window->inner != nullptr ? window->inner : window->mainWidget;
+  if (!window->takeFocus()) {
+    window->startFocusTimer();
+  }
+}
+
+bool zWindow::takeFocus() {
+  Widget target = inner != nullptr ? inner : mainWidget;
   // A focus change now would take the user out of the menus.
   if (zApp::isMenuPosted() || (target != nullptr && hasBarTheKeyboard(target))) {
-    window->startFocusTimer();
-    return;
+    return false;
   }
   if (target != nullptr) {
     // Twice on purpose: with nested managers the first call only wakes the outer one.
     XmProcessTraversal(target, XmTRAVERSE_CURRENT);
     XmProcessTraversal(target, XmTRAVERSE_CURRENT);
   }
+  return true;
 }
 
 int zWindow::childrenValid() {

@@ -139,6 +139,8 @@ class zWindow : public zEvH, public ziSizerWindow {
 
   /// Gives the input focus to this window 150 milliseconds from now, replacing a pending request.
   virtual void startFocusTimer();
+  /// Takes the focus at once; false, and nothing is done, while a menu has the keyboard.
+  bool takeFocus();
   /// Turns `rect` from this window's coordinates into those of `other`, of the screen with null.
   void mapRectToWindow(zWindow* other, zRect& rect);
 
