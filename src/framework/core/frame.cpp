@@ -63,7 +63,8 @@ zDimension startSize(const ziScreen& screen) {
   }
   // Letters grow with the resolution of a dense screen, so the window does.
   wanted.width = wanted.width * std::max(screen.dotsPerInchX, kPlainResolution) / kPlainResolution;
-  wanted.height = wanted.height * std::max(screen.dotsPerInchY, kPlainResolution) / kPlainResolution;
+  wanted.height =
+      wanted.height * std::max(screen.dotsPerInchY, kPlainResolution) / kPlainResolution;
   return {std::min(wanted.width, screen.screenWidth - kDecoration.width),
           std::min(wanted.height, screen.screenHeight - kDecoration.height)};
 }
