@@ -14,6 +14,14 @@ constexpr char kUsage[] =
     "Information\n\t-t<targetdir>\tuse targetdirectory\n\t-post\tconnect to NEL-Postmaster at "
     "startup\n\n";
 
+TEST_F(AppTest, TakesWhatIsTypedAsSoonAsTheWindowHasTheFocus) {
+  start();
+  shakeHands();
+  user.awaitWindow(kMainTitle);
+  user.type("at once\n");
+  postmaster.expectLater(MSG_UI_COMMAND, "at once");
+}
+
 TEST_F(AppTest, PrintsItsVersionForAnyDashVAndEmptiesThePatchLevelFile) {
   const TemporaryFolder folder;
   // The line ends in two blanks, since the file is emptied before it is read. Intended, as is the
