@@ -65,14 +65,33 @@ bool isEditing(XKeyEvent key) {
   return isPlainTyping(lookup, key.state) || lookup.keysym == XK_BackSpace;
 }
 
+bool isReturn(XKeyEvent key) {
+  const unsigned long keysym = lookUpKey(key).keysym;
+  return keysym == XK_Return || keysym == XK_KP_Enter;
+}
+
+bool isInMainWindow(Widget text) {
+  while (XtIsShell(text) == False) {
+    text = XtParent(text);
+  }
+  const zFrameWin* main = zApp::instance()->mainWindow();
+  return main != nullptr && text == main->shell();
+}
+
 }  // namespace
 
 Boolean ziKeyGuardEvents::dispatchKey(XEvent* event) noexcept {
-  if (!guards.empty() && guards.back()->holds(*event)) {
-    guards.back()->handOn(*event);
-    return True;
+  // Of dialogs that came up one right after the other, none of which the user can have seen, the
+  // first knows where he was typing.
+  const ziKeyGuard* holder = nullptr;
+  for (auto guard = guards.rbegin(); guard != guards.rend() && (*guard)->holds(*event); ++guard) {
+    holder = *guard;
   }
-  return usualDispatcher(event);
+  if (holder == nullptr) {
+    return usualDispatcher(event);
+  }
+  holder->handOn(*event);
+  return True;
 }
 
 void ziKeyGuardEvents::shellProc(Widget shell, XtPointer client, XEvent* event,
@@ -148,7 +167,8 @@ bool ziKeyGuard::holds(const XEvent& key) {
 }
 
 void ziKeyGuard::handOn(const XEvent& key) const {
-  if (typedInto == nullptr || !isEditing(key.xkey)) {
+  if (typedInto == nullptr ||
+      !(isEditing(key.xkey) || (isReturn(key.xkey) && isInMainWindow(typedInto)))) {
     return;
   }
   // Past the modal grab, which keeps the text from everything else.

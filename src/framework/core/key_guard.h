@@ -18,9 +18,9 @@ class zUnaskedScope {
 /// shell has had the focus for g_XSettings.promptKeyDelay milliseconds, by the time at which they
 /// were typed, however late they are handled.
 ///
-/// Characters and BackSpace go on to the text that had the focus when the dialog came up. All other
-/// keys are dropped: Return would send half a command, or one that was meant for a tester that was
-/// not asking anything, and the line stays in the entry for another Return.
+/// Characters and BackSpace go on to the text that had the focus when the dialog came up, and so does
+/// Return if that is the main window's: commands typed ahead must not run into one. All other keys
+/// are dropped; Return in the text of another dialog would answer that one.
 class ziKeyGuard {
  public:
   ziKeyGuard() = default;

@@ -32,6 +32,13 @@ class AskingDialog : public zFormDialog {
   int refusals = 0;
 };
 
+class ReturnCounter : public zEvH {
+ public:
+  int count(zEvent* /*event*/) { return ++counted; }
+
+  int counted = 0;
+};
+
 class Dialogs : public testing::Test {
  protected:
   Dialogs() {
@@ -172,6 +179,8 @@ TEST_F(Dialogs, ARunThatHasEndedKeepsItsResultWhenTheDialogRunsAgain) {
 TEST_F(Dialogs, ThatNobodyAskedForLeaveEarlyKeysToTheTextThatHadTheFocus) {
   using std::chrono::steady_clock;
   zEditLine behind(frame.get(), new zSizer(0, 0, 200, 30), 0x50810000, "", 9);
+  ReturnCounter returns;
+  behind.setNotify(&returns, toHandler(&ReturnCounter::count), kEditReturn);
   behind.setFocus();
   ui::waitForFocus(behind.widget());
   make(kDialogAddButton);
@@ -185,6 +194,7 @@ TEST_F(Dialogs, ThatNobodyAskedForLeaveEarlyKeysToTheTextThatHadTheFocus) {
       ui::pressKey(key);
     }
     EXPECT_EQ(behind.text(), "ac");
+    EXPECT_EQ(returns.counted, 1) << "what is typed ahead must not run into one";
     g_XSettings.promptKeyDelay = usual;
   });
   script.when(
