@@ -249,9 +249,17 @@ void ziMessageBox::onKey(Widget widget, XEvent* event, Boolean* toWidget) {
 }
 
 void ziMessageBox::show() {
-  modalShell.up(XtParent(box));
+  Widget shell = XtParent(box);
+  modalShell.up(shell);
+  int inputMode = MWM_INPUT_MODELESS;
+  XtVaGetValues(shell, XmNmwmInputMode, &inputMode, nullptr);
+  if (inputMode == MWM_INPUT_SYSTEM_MODAL) {
+    // The window manager would give the keyboard to nothing else, not even to a dialog that comes
+    // up over the box: neither could then be answered.
+    XtVaSetValues(shell, XmNmwmInputMode, MWM_INPUT_FULL_APPLICATION_MODAL, nullptr);
+  }
   XtManageChild(box);
-  XtPopup(XtParent(box), XtGrabNone);
+  XtPopup(shell, XtGrabNone);
 }
 
 void ziMessageBox::answer(int value) {

@@ -145,7 +145,8 @@ TEST_F(MessageBox, ShowsAnyTextWholeWithItsButtonsOnTheScreen) {
 // The boxes share the flag that ends their wait; other code relies on the outer box going too.
 TEST_F(MessageBox, EndsTheWaitOfABoxUnderItWithoutAnAnswer) {
   int inner = -1;
-  const int outer = answer(kBoxOkCancel, [&] {
+  // A box of any modality leaves the keyboard to the one over it.
+  const int outer = answer(kBoxSystemModal | kBoxOkCancel, [&] {
     ui::ModalScript script;
     script.onDialog("Inner", pressReturn);
     inner = script.run([&] { return zMessage(frame.get(), "Text", "Inner", kBoxOkCancel).result; });
