@@ -123,6 +123,12 @@ void zPane::createWidgets() {
   }
 }
 
+void zPane::setReachable(bool on) {
+  if ((style() & kStyleTabStop) != 0) {
+    XtVaSetValues(mainWidget, XmNtraversalOn, on ? True : False, nullptr);
+  }
+}
+
 void zPane::createScrollBars() {
   // The bars are siblings of the pane.
   Widget holder = parent()->widget();

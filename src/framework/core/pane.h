@@ -31,6 +31,8 @@ class zPane : public zChildWin, public ziDisplayOwner {
   void show(int state = kShowNormal) override;
   void update() override;
   void setShowState(int state) override;
+  /// Whether the keyboard may come to a pane that was made as a tab stop, and to what is in it.
+  void setReachable(bool on);
   void createWidgets() override;
   void getExterior(zRect& rect) override;
   void moveResize(int x, int y, int width, int height) override;
