@@ -129,7 +129,8 @@ void GroupPane::relayout() {
     group->yPosition = down.total + 1;
     down.total += group->height() + kGroupGap;
   }
-  // With nothing in them, the panes themselves would take the keyboard, and every key be lost there.
+  // With nothing in them, the panes themselves would take the keyboard, and every key be lost
+  // there.
   for (auto* pane = static_cast<zPane*>(this); pane != nullptr;
        pane = windowCast<zPane>(pane->parent())) {
     pane->setReachable(!groupList.empty());

@@ -18,9 +18,9 @@ class zUnaskedScope {
 /// shell has had the focus for g_XSettings.promptKeyDelay milliseconds, by the time at which they
 /// were typed, however late they are handled.
 ///
-/// Characters and BackSpace go on to the text that had the focus when the dialog came up, and so does
-/// Return if that is the main window's: commands typed ahead must not run into one. All other keys
-/// are dropped; Return in the text of another dialog would answer that one.
+/// Characters and BackSpace go on to the text that had the focus when the dialog came up, and so
+/// does Return if that is the main window's: commands typed ahead must not run into one. All other
+/// keys are dropped; Return in the text of another dialog would answer that one.
 class ziKeyGuard {
  public:
   ziKeyGuard() = default;

@@ -16,6 +16,7 @@
 #include "tests/ui/furniture/menu_view.h"
 
 #include <X11/keysym.h>
+#include <Xm/XmAll.h>
 
 namespace {
 
@@ -342,6 +343,7 @@ TEST_F(GroupMenu, GivesUpTheExtraRoomOfANameWithARename) {
 }
 
 TEST_F(GroupMenu, CountsGroupsAddedByApplyAsNoModification) {
+  EXPECT_FALSE(XmIsTraversable(set().widget())) << "keys would be lost in an empty area";
   ui::ModalScript script;
   script.onDialog("App Add Group", [] { ui::typeText("A"); })
       .onDialog("App Add Group",
@@ -356,6 +358,7 @@ TEST_F(GroupMenu, CountsGroupsAddedByApplyAsNoModification) {
     set().addGroup();
     return 0;
   });
+  EXPECT_TRUE(XmIsTraversable(childOf<zCheckBox>(group(0))->widget()));
   EXPECT_FALSE(set().isModified()) << "intended";
   EXPECT_EQ(group(0).height(), set().metrics().headerHeight) << "a new group has no margin below";
 }
