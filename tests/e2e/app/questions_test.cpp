@@ -204,6 +204,7 @@ TEST_F(AppTest, KeysThatWereTypedAheadAnswerNothingThatComesUpMeanwhile) {
   postmaster.send(MSG_T_ASK_STRING, "t", "Name?");
   const Window prompt = user.awaitWindow(kPrompt);
   user.type("ab\n");
+  postmaster.expect(MSG_UI_COMMAND, "ab");
   user.press(XK_Escape);
   user.close(prompt);
   postmaster.expect(MSG_UI_CANCEL);
@@ -211,7 +212,7 @@ TEST_F(AppTest, KeysThatWereTypedAheadAnswerNothingThatComesUpMeanwhile) {
   user.awaitWindow(kMainTitle);
   postmaster.send(MSG_T_ERROR_BOX, "Error", "text");
   const Window box = user.awaitWindow("Error");
-  user.type("c\n");
+  user.type("c");
   user.close(box);
   postmaster.expect(MSG_UI_ACK);
   user.awaitGone(box);
@@ -221,7 +222,7 @@ TEST_F(AppTest, KeysThatWereTypedAheadAnswerNothingThatComesUpMeanwhile) {
   confirm("About Korvane");
   user.awaitWindow(kMainTitle);
   user.press(XK_Return);
-  postmaster.expect(MSG_UI_COMMAND, "abc");
+  postmaster.expect(MSG_UI_COMMAND, "c");
 }
 
 TEST_F(AppTest, ComesBackFromItsIconWithAQuestion) {
