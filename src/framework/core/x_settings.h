@@ -20,7 +20,7 @@ struct zXSettings {
   int useChildMdi = -1;                    ///< "%s.useChildMDI"; -1 until read
   bool positionIsFrameWorkaround = false;  ///< "%s.positionIsFrameWorkaround"
   int incFontInDialogBy = 0;               ///< "%s.incFontInDialogBy": points added to dialog fonts
-  zDimension startSize;                    ///< "%s.startSize", 1000x720 pixels of 96 dpi; zero: none
+  zDimension startSize;  ///< "%s.startSize", 1000x720 pixels of 96 dpi; zero: none
   /// "%s.promptKeyDelay": how long a dialog that the user did not ask for must have the focus
   /// before it takes keys, milliseconds; 0 for not at all.
   int promptKeyDelay = kPromptKeyDelayByDefault;
