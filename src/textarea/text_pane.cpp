@@ -17,8 +17,6 @@ namespace {
 constexpr std::uint32_t kLogStyle = 0x50B108C4;  // multi-line, read-only, bars, border, tab stop
 constexpr int kStartZoomLevel = 4;
 constexpr unsigned long kLongestHoldMs = 20;
-// One insertion into the widget, prefixes included, stays below this many bytes.
-constexpr std::size_t kInsertionLimit = 30000;
 constexpr char kClearedText[] = "------------- Text Log Cleared --------------\r\n";
 
 // Of the right mouse button, in the message numbering.
@@ -85,12 +83,7 @@ void TextPane::showHeld() {
     return;
   }
   holdTimer.reset();
-  const std::string shown = std::exchange(heldText, {});
-  std::size_t done = 0;
-  do {
-    insertAtEnd(shown.substr(done, kInsertionLimit));
-    done += kInsertionLimit;
-  } while (done < shown.size());
+  insertAtEnd(std::exchange(heldText, {}));
   update();
 }
 
