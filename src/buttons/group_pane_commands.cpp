@@ -231,17 +231,17 @@ void GroupPane::deleteCurrentGroup() {
   if (currentGroup == nullptr) {
     return;
   }
-  ButtonPane& group = *currentGroup;
-  const ziAlive groupAlive(&group);
+  const ChosenGroup chosen(*this);
   const ziAlive alive(this);
-  const std::string question = "Delete Group \"" + group.name().str() + "\" ?";
+  const std::string question = "Delete Group \"" + chosen.name().str() + "\" ?";
   const zMessage box(&host.window(), question.c_str(), title("Delete Group").c_str(),
                      kBoxOkCancel | kBoxQuestion);
   if (!alive) {
     return;
   }
-  if (box.isOk() && groupAlive) {
-    deleteGroup(group);
+  ButtonPane* group = box.isOk() ? chosen.find("Deletion") : nullptr;
+  if (group != nullptr) {
+    deleteGroup(*group);
     relayout();
     setModified();
   }

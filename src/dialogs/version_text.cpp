@@ -15,7 +15,7 @@ constexpr mode_t kNewFileMode = 0666;
 
 // Makes or empties the file as mode "w+" does, but waits for nobody at a pipe or a device. What is
 // then to be read is always empty, and so is not read.
-std::string readPatchLevel() {
+void emptyPatchLevel() {
   const char* directory = std::getenv("neldir");
   const std::string path = std::string(directory == nullptr ? "" : directory) + "\\patchlevel.txt";
   const int file = open(
@@ -23,14 +23,14 @@ std::string readPatchLevel() {
   if (file >= 0) {
     close(file);
   }
-  return {};
 }
 
 }  // namespace
 
 const char* VersionText() {
-  static std::string text;
-  text = std::string(kProductVersion) + " " + readPatchLevel() + " ";
+  // The version, an empty patch level and an empty third part.
+  static const std::string text = std::string(kProductVersion) + "  ";
+  emptyPatchLevel();
   return text.c_str();
 }
 

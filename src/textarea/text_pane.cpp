@@ -61,12 +61,16 @@ TextPane::~TextPane() {
 }
 
 void TextPane::appendText(const char* newText) {
-  holdText(newText);
-  showHeld();
+  expandToHeld(newText);
+  putHeld();
+}
+
+void TextPane::expandToHeld(const char* newText) {
+  heldText += expandForLog(newText == nullptr ? "" : newText, counters);
 }
 
 void TextPane::holdText(const char* newText) {
-  heldText += expandForLog(newText == nullptr ? "" : newText, counters);
+  expandToHeld(newText);
   if (holdTimer == nullptr) {
     holdTimer =
         std::make_unique<zTimer>(this, &TextPane::heldLongEnough, kLongestHoldMs, zTimer::kOnce);
@@ -79,9 +83,12 @@ int TextPane::heldLongEnough(zEvH* pane) {
 }
 
 void TextPane::showHeld() {
-  if (holdTimer == nullptr) {
-    return;
+  if (holdTimer != nullptr) {
+    putHeld();
   }
+}
+
+void TextPane::putHeld() {
   holdTimer.reset();
   insertAtEnd(std::exchange(heldText, {}));
   update();

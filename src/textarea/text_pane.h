@@ -78,6 +78,8 @@ class TextPane : public zEditBox {
   void settle() const override;
   static int heldLongEnough(zEvH* pane);
   void insertAtEnd(const std::string& piece);
+  void expandToHeld(const char* newText);
+  void putHeld();
   void applyZoom();
   template <class Change>
   void changeView(Change change);

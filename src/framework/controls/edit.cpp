@@ -1,6 +1,7 @@
 // The edit controls on the toolkit's text widget. Every operation that the log uses costs the same
 // whatever the length of the text: none of them reads the text out. Notifications go out from
-// inside the widget's callbacks, so an operation that changes the text may destroy the control.
+// inside the widget's callbacks, so an operation that changes the text may destroy the control. The
+// widgets are made in edit_create.cpp.
 
 #include "framework/controls/edit.h"
 
@@ -18,53 +19,9 @@
 
 namespace {
 
-constexpr Dimension kLineWidth = 100;
-constexpr Dimension kTextMargin = 1;
-// Room for the left half of the I-beam before the first letter.
-constexpr Dimension kTextSideMargin = 4;
-constexpr int kLineHighlight = 2;
-constexpr Dimension kBorderShadow = 2;
-constexpr Dimension kPlainShadow = 1;
-constexpr Dimension kScrollSpacing = 1;
-
 Time lastTime(Widget text) {
   return XtLastTimestampProcessed(XtDisplay(text));
 }
-
-char* xmText(const char* text) {
-  return const_cast<char*>(text);
-}
-
-// Resources of text widgets of either kind, in the form of the toolkit's creation calls.
-class TextArgs {
- public:
-  TextArgs(std::uint32_t style, unsigned char editMode, const RWCString& text) {
-    const bool isReadOnly = (style & kEditReadOnly) != 0;
-    add(XmNeditMode, editMode);
-    add(XmNvalue, text.c_str());
-    add(XmNwordWrap, True);
-    add(XmNverifyBell, False);
-    add(XmNeditable, isReadOnly ? False : True);
-    add(XmNcursorPositionVisible, isReadOnly ? False : True);
-    add(XmNtraversalOn, (style & kStyleTabStop) != 0 ? True : False);
-    add(XmNshadowThickness, (style & kStyleBorder) != 0 ? kBorderShadow : kPlainShadow);
-    add(XmNmarginWidth, kTextSideMargin);
-    add(XmNmarginHeight, kTextMargin);
-  }
-
-  template <class Value>
-  void add(const char* name, Value value) {
-    XtSetArg(args[count], const_cast<char*>(name), value);
-    ++count;
-  }
-  Arg* list() { return args; }
-  Cardinal size() const { return count; }
-
- private:
-  static constexpr int kMaximum = 20;
-  Arg args[kMaximum];
-  Cardinal count = 0;
-};
 
 }  // namespace
 
@@ -125,37 +82,6 @@ zEditBase::~zEditBase() {
   release(horzScrollWidget, zHorzScrollProc);
 }
 
-void zEditBase::createLine() {
-  lastText = zWindow::text;
-  const RWCString shown = shownForm(zWindow::text.c_str());
-  TextArgs args(style(), XmSINGLE_LINE_EDIT, shown);
-  // A text that outgrows its holder in height would be resized without end.
-  args.add(XmNresizeHeight, False);
-  args.add(XmNresizeWidth, False);
-  args.add(XmNscrollHorizontal, False);
-  args.add(XmNscrollVertical, False);
-  args.add(XmNwidth, kLineWidth);
-  Widget line = XmCreateText(createHolder(), xmText("TextField"), args.list(), args.size());
-  finishCreation(kKindEdit, line);
-}
-
-// Dialogs follow the size of their font, which at a low resolution leaves a line little height: the
-// letters go before the margin and the focus rectangle.
-void zEditBase::fitLine() {
-  const zFont* current = fontObject();
-  if (!isLine() || current == nullptr || current->xFont() == nullptr) {
-    return;
-  }
-  Dimension height = 0;
-  Dimension shadow = 0;
-  XtVaGetValues(holder(), XmNheight, &height, nullptr);
-  XtVaGetValues(widget(), XmNshadowThickness, &shadow, nullptr);
-  const int room = (height - current->xFont()->height()) / 2 - shadow;
-  const int highlight = std::clamp(room, 0, kLineHighlight);
-  const int margin = std::clamp(room - highlight, 0, static_cast<int>(kTextMargin));
-  XtVaSetValues(widget(), XmNhighlightThickness, highlight, XmNmarginHeight, margin, nullptr);
-}
-
 void zEditBase::applyFontToWidget() {
   zControl::applyFontToWidget();
   fitLine();
@@ -169,28 +95,6 @@ void zEditBase::applyFontToWidget() {
 void zEditBase::moveResize(int x, int y, int width, int height) {
   zControl::moveResize(x, y, width, height);
   fitLine();
-}
-
-void zEditBase::createBox() {
-  TextArgs args(style(), XmMULTI_LINE_EDIT, zWindow::text);
-  args.add(XmNscrollHorizontal, (style() & kStyleHorzScroll) != 0 ? True : False);
-  args.add(XmNscrollVertical, (style() & kStyleVertScroll) != 0 ? True : False);
-  Widget box = XmCreateScrolledText(createHolder(), xmText("Text"), args.list(), args.size());
-  Widget scrolled = XtParent(box);
-  XtVaSetValues(scrolled, XmNspacing, kScrollSpacing, nullptr);
-  XtVaGetValues(scrolled, XmNverticalScrollBar, &vertScrollWidget, XmNhorizontalScrollBar,
-                &horzScrollWidget, nullptr);
-  watchScrollBars();
-  finishCreation(kKindEdit, box, scrolled);
-}
-
-void zEditBase::watchScrollBars() {
-  if (vertScrollWidget != nullptr) {
-    addScrollCallbacks(vertScrollWidget, zVertScrollProc, static_cast<zWindow*>(this));
-  }
-  if (horzScrollWidget != nullptr) {
-    addScrollCallbacks(horzScrollWidget, zHorzScrollProc, static_cast<zWindow*>(this));
-  }
 }
 
 void zEditBase::applyBackground() {
@@ -247,25 +151,30 @@ void zEditBase::setText(const char* newText) {
   Widget edit = settledWidget();
   // A second copy of a log is not kept.
   lastText = isLine() ? RWCString(newText) : RWCString();
-  const RWCString shown = shownForm(newText);
   if (edit == nullptr) {
     zWindow::text = newText;
     return;
   }
   const Unverified change(*this);
+  std::string line;
+  const char* shown = shownForm(newText, line);
   if (!XtIsManaged(edit)) {
-    XtVaSetValues(edit, XmNvalue, shown.c_str(), nullptr);
+    XtVaSetValues(edit, XmNvalue, shown, nullptr);
     return;
   }
-  XmTextSetString(edit, xmText(shown.c_str()));
+  XmTextSetString(edit, xmText(shown));
   if (change.isAlive()) {
     XmTextSetInsertionPosition(edit, XmTextGetLastPosition(edit));
   }
 }
 
-RWCString zEditBase::shownForm(const char* newText) const {
-  RWCString form(newText);
-  return isLine() ? RWCString(singleLine(form.view())) : form;
+// Several lines go in as they are: a copy of a log would cost more than its insertion.
+const char* zEditBase::shownForm(const char* newText, std::string& line) const {
+  if (!isLine()) {
+    return newText;
+  }
+  line = singleLine(newText);
+  return line.c_str();
 }
 
 RWCString zEditBase::text() const {
@@ -337,7 +246,8 @@ void zEditBase::insertAt(int position, const char* newText) {
   const Unverified change(*this);
   const XmTextPosition before = XmTextGetLastPosition(edit);
   const XmTextPosition at = std::clamp<XmTextPosition>(position, 0, before);
-  XmTextInsert(edit, at, xmText(shownForm(newText).c_str()));
+  std::string line;
+  XmTextInsert(edit, at, xmText(shownForm(newText, line)));
   if (change.isAlive()) {
     XmTextSetInsertionPosition(edit, at + (XmTextGetLastPosition(edit) - before));
   }
@@ -389,7 +299,7 @@ int zEditBase::storeData() {
     return 0;
   }
   RWCString current = text();
-  const bool isUntouched = isLine() && current == shownForm(lastText.c_str());
+  const bool isUntouched = isLine() && current.view() == singleLine(lastText.view());
   *boundString = isUntouched ? lastText : std::move(current);
   return 1;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "framework/controls/control.h"
@@ -96,7 +97,8 @@ class zEditBase : public zControl {
 
   Widget settledWidget() const;
   bool isLine() const { return (style() & kEditMultiLine) == 0; }
-  RWCString shownForm(const char* newText) const;
+  /// What the widget is given of a text; `line` holds it if that is another one.
+  const char* shownForm(const char* newText, std::string& line) const;
   void fitLine();
 
   void createLine();

@@ -7,6 +7,11 @@
 
 /// What edit controls and combo boxes do alike to the toolkit's text widget.
 
+/// A text in the form of the toolkit's functions, which change none.
+inline char* xmText(const char* text) {
+  return const_cast<char*>(text);
+}
+
 /// Whether a change of the text is the character of a command key that means nothing to the
 /// toolkit, which would put it into the text.
 bool isStrayKey(const XmTextVerifyCallbackStruct& change);
