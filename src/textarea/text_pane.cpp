@@ -100,7 +100,10 @@ void TextPane::settle() const {
 }
 
 void TextPane::insertAtEnd(const std::string& piece) {
-  setSelection(counters.textEnd + 1, counters.textEnd + 1);
+  // An empty selection, too, takes the X selection from whoever has it, and waits for the server.
+  if (selectionRange()) {
+    setSelection(counters.textEnd + 1, counters.textEnd + 1);
+  }
   insertAt(textLength(), piece.c_str());
 }
 
