@@ -16,8 +16,8 @@
 #include "framework/core/application.h"
 #include "framework/core/frame.h"
 #include "framework/draw/measure.h"
-#include "framework/furniture/menu.h"
 #include "framework/layout/grav_sizer.h"
+#include "framework/menus/menu.h"
 
 #include <Xm/XmAll.h>
 

@@ -1,6 +1,6 @@
 #include "app/main_menu.h"
 
-#include "framework/furniture/menu.h"
+#include "framework/menus/menu.h"
 #include "resources/command_ids.h"
 
 namespace {

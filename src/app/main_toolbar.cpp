@@ -2,7 +2,7 @@
 
 #include "framework/draw/bitmap.h"
 #include "framework/draw/measure.h"
-#include "framework/furniture/tool_button.h"
+#include "framework/visuals/tool_button.h"
 #include "resources/command_ids.h"
 #include "resources/resource_ids.h"
 

@@ -3,8 +3,8 @@
 #include <memory>
 #include <vector>
 
-#include "framework/furniture/tool_tip.h"
-#include "framework/furniture/toolbar.h"
+#include "framework/visuals/tool_tip.h"
+#include "framework/visuals/toolbar.h"
 
 class zToolButton;
 

@@ -7,7 +7,7 @@
 #include "app/main_menu.h"
 #include "buttons/button_host.h"
 #include "framework/core/frame.h"
-#include "framework/furniture/status_line.h"
+#include "framework/visuals/status_line.h"
 #include "prompts/find_dlg.h"
 
 class ClMainToolBar;

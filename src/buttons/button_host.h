@@ -3,7 +3,7 @@
 #include <span>
 #include <string>
 
-#include "framework/furniture/status_line.h"
+#include "framework/visuals/status_line.h"
 #include "support/rwc_string.h"
 
 class zMenu;

@@ -3,7 +3,7 @@
 #include <memory>
 #include <vector>
 
-#include "framework/furniture/menu.h"
+#include "framework/menus/menu.h"
 
 class ziButtonHost;
 

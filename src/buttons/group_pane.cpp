@@ -17,7 +17,7 @@
 #include "framework/controls/scroll_bar.h"
 #include "framework/core/show_together.h"
 #include "framework/draw/measure.h"
-#include "framework/furniture/menu_popup.h"
+#include "framework/menus/menu_popup.h"
 #include "support/label_text.h"
 
 GroupPane* theGroupPane = nullptr;

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
+#include "button_file/button_set.h"
 #include "buttons/button_host.h"
 #include "buttons/dyn_menu.h"
-#include "buttons/file/button_set.h"
 #include "buttons/group_geometry.h"
 #include "framework/core/pane.h"
 

@@ -15,7 +15,7 @@
 #include "buttons/group_pane.h"
 #include "framework/core/message_box.h"
 #include "framework/draw/measure.h"
-#include "framework/furniture/menu_popup.h"
+#include "framework/menus/menu_popup.h"
 #include "resources/command_ids.h"
 
 namespace {

@@ -6,12 +6,12 @@
 
 #include <unistd.h>
 
+#include "button_file/button_file_reader.h"
+#include "button_file/button_file_remarks.h"
+#include "button_file/button_file_writer.h"
+#include "button_file/file_access.h"
 #include "buttons/button_pane.h"
 #include "buttons/dialogs/save_changes_dlg.h"
-#include "buttons/file/button_file_reader.h"
-#include "buttons/file/button_file_remarks.h"
-#include "buttons/file/button_file_writer.h"
-#include "buttons/file/file_access.h"
 #include "buttons/group_pane.h"
 #include "dialogs/file_form.h"
 #include "framework/controls/scroll_bar.h"

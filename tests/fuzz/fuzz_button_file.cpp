@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include "buttons/file/button_file_reader.h"
-#include "buttons/file/button_file_writer.h"
+#include "button_file/button_file_reader.h"
+#include "button_file/button_file_writer.h"
 #include "tests/fuzz/fuzz_target.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

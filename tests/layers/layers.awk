@@ -1,28 +1,10 @@
-# The rules of check_layers over the files given; their paths are relative to the tree.
-
-
-# The floors, lowest first. A folder may include itself and lower floors, no neighbour.
-function build_the_house() {
-  floor["support"] = 1
-  floor["link"] = 2
-  floor["resources"] = 2
-  floor["framework/draw"] = 3
-  floor["framework/layout"] = 3
-  floor["framework/core"] = 4
-  floor["framework/controls"] = 5
-  floor["framework/furniture"] = 6
-  floor["textarea"] = 7
-  floor["buttons/file"] = 2
-  floor["prompts"] = 8
-  floor["dialogs"] = 8
-  floor["buttons"] = 9
-  floor["app"] = 10
-}
+# The rules of check_layers over the files given: the table of floors, then sources, whose paths are
+# relative to the tree.
 
 # The folder of the house that a path below src/ lies in; empty for none.
 function room(path,    parts) {
   split(path, parts, "/")
-  if (parts[1] == "framework" || (parts[1] == "buttons" && parts[2] == "file")) {
+  if (parts[1] == "framework") {
     return parts[1] "/" parts[2]
   }
   return (parts[1] in floor) ? parts[1] : ""
@@ -38,7 +20,7 @@ function check_own_include(header,    to) {
   if (to != "" && !(to in floor)) {
     fault("unknown folder in \"" header "\"")
   } else if (in_tools) {
-    if (to != "" && floor[to] > 1 && to != "link" && to != "buttons/file") {
+    if (to != "" && to != "support" && to != "link" && to != "button_file") {
       fault("a tool includes \"" header "\" of the user interface")
     }
   } else if (to != "" && to != here && from_floor <= floor[to]) {
@@ -88,8 +70,13 @@ function code_of(line,    result, start, stop) {
   return result
 }
 
-BEGIN {
-  build_the_house()
+# The table of floors comes first: rows of "| floor | `folder` | ...".
+FILENAME ~ /floors\.md$/ {
+  if (split($0, cells, "|") > 2 && cells[2] ~ /^ *[0-9]+ *$/) {
+    gsub(/[` ]/, "", cells[3])
+    floor[cells[3]] = cells[2] + 0
+  }
+  next
 }
 
 FNR == 1 {

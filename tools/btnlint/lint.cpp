@@ -1,7 +1,7 @@
 #include "btnlint/lint.h"
 
-#include "buttons/file/button_file_reader.h"
-#include "buttons/file/button_file_remarks.h"
+#include "button_file/button_file_reader.h"
+#include "button_file/button_file_remarks.h"
 
 #include <algorithm>
 #include <iterator>

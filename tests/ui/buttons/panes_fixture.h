@@ -14,8 +14,8 @@
 #include "framework/controls/scroll_bar.h"
 #include "framework/core/frame.h"
 #include "framework/draw/measure.h"
-#include "framework/furniture/menu.h"
 #include "framework/layout/grav_sizer.h"
+#include "framework/menus/menu.h"
 #include "resources/command_ids.h"
 #include "tests/ui/support/ui_test.h"
 

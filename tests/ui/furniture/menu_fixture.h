@@ -12,9 +12,9 @@
 #include "framework/core/application.h"
 #include "framework/core/frame.h"
 #include "framework/core/pane.h"
-#include "framework/furniture/menu.h"
-#include "framework/furniture/menu_popup.h"
 #include "framework/layout/grav_sizer.h"
+#include "framework/menus/menu.h"
+#include "framework/menus/menu_popup.h"
 #include "tests/ui/furniture/menu_view.h"
 #include "tests/ui/support/ui_test.h"
 

@@ -1,6 +1,6 @@
 // Furniture gives back to the X server all that it takes from it.
 
-#include "framework/furniture/status_line.h"
+#include "framework/visuals/status_line.h"
 #include "resources/resource_ids.h"
 #include "tests/ui/furniture/window_furniture.h"
 

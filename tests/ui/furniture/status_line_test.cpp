@@ -1,10 +1,10 @@
 // The status line: its fields, and the help of armed menu items.
 
-#include "framework/furniture/status_line.h"
+#include "framework/visuals/status_line.h"
 
-#include "framework/furniture/menu.h"
-#include "framework/furniture/status_clock.h"
-#include "framework/furniture/status_on_off.h"
+#include "framework/menus/menu.h"
+#include "framework/visuals/status_clock.h"
+#include "framework/visuals/status_on_off.h"
 #include "tests/ui/furniture/window_furniture.h"
 
 namespace {

@@ -1,7 +1,7 @@
 // Visuals and the toolbar that stands on them: events in, state, pixels and commands out.
 
-#include "framework/furniture/menu.h"
-#include "framework/furniture/visual_panel.h"
+#include "framework/menus/menu.h"
+#include "framework/visuals/visual_panel.h"
 #include "tests/ui/furniture/window_furniture.h"
 
 #include <X11/Xlib.h>

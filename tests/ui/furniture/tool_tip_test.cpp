@@ -1,6 +1,6 @@
 // Tool tips: when they come, where, and what makes them go.
 
-#include "framework/furniture/tool_tip.h"
+#include "framework/visuals/tool_tip.h"
 
 #include "framework/draw/screen.h"
 #include "tests/ui/furniture/window_furniture.h"

@@ -9,9 +9,9 @@
 #include "framework/core/frame.h"
 #include "framework/draw/bitmap.h"
 #include "framework/draw/readable_display.h"
-#include "framework/furniture/tool_button.h"
-#include "framework/furniture/toolbar.h"
 #include "framework/layout/grav_sizer.h"
+#include "framework/visuals/tool_button.h"
+#include "framework/visuals/toolbar.h"
 #include "tests/ui/support/ui_test.h"
 
 /// A frame that notes the commands that reach it, with a toolbar at the top.

@@ -8,7 +8,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "buttons/file/button_file_reader.h"
+#include "button_file/button_file_reader.h"
 #include "tester/commands/command_table.h"
 
 namespace {

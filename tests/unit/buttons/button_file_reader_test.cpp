@@ -1,10 +1,10 @@
 // What the bytes of a button file mean.
 
-#include "buttons/file/button_file_reader.h"
+#include "button_file/button_file_reader.h"
 
 #include <gtest/gtest.h>
 
-#include "buttons/file/button_file_lines.h"
+#include "button_file/button_file_lines.h"
 #include "tests/unit/buttons/button_set_text.h"
 
 namespace {

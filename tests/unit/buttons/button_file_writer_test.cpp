@@ -1,10 +1,10 @@
 // The bytes that a set becomes, and the set that these bytes become.
 
-#include "buttons/file/button_file_writer.h"
+#include "button_file/button_file_writer.h"
 
 #include <gtest/gtest.h>
 
-#include "buttons/file/button_file_reader.h"
+#include "button_file/button_file_reader.h"
 #include "tests/unit/buttons/button_set_text.h"
 
 namespace {

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "buttons/file/button_set.h"
+#include "button_file/button_set.h"
 
 /// A set in one line: "+" an expanded group, "-" a collapsed one, "*" a menu, each with its name
 /// and its "label=definition;" in braces; "--;" is what the reader adds for a separator.

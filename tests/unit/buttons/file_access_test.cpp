@@ -1,6 +1,6 @@
 // How button files are opened, and how they are replaced.
 
-#include "buttons/file/file_access.h"
+#include "button_file/file_access.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // Texts, states and lists of menu items.
 
-#include "framework/furniture/menu_item.h"
+#include "framework/menus/menu_item.h"
 
 #include <gtest/gtest.h>
 

@@ -1,12 +1,12 @@
 // Reading of menu resources, in memory and as bytes of a file.
 
-#include "framework/furniture/menu_resource.h"
+#include "framework/menus/menu_resource.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 
-#include "framework/furniture/menu_item.h"
+#include "framework/menus/menu_item.h"
 
 namespace {
 

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "framework/menus/menu_item.h"
+
+#include <Xm/XmAll.h>
+
+/// The widgets of menus. Items are the client data of their gadgets' callbacks; every operation
+/// here that ends a widget takes the callbacks away first, so that an item may die at once while
+/// its widget waits for the end of the running event.
+
+/// A menu bar, not managed, under a main window.
+Widget makeMenuBar(Widget over);
+
+/// Makes the root of a popup under `owner` and the gadgets of all lines of `root`.
+Widget buildPopupRoot(ziMenuItem& root, Widget owner);
+
+/// Makes the gadget of `list`'s item at `index`, and all below it, in `container`: a bar, a
+/// pulldown or a popup's root.
+void buildMenuItem(ziMenuItemDList& list, int index, Widget container);
+
+/// Ends the widgets of one item and all below it, closing what is open. No handler hears of it.
+void destroyMenuItem(ziMenuItem& item);
+
+/// Takes the callbacks of all widgets of the list and forgets them; they die with their root.
+void forgetMenuWidgets(ziMenuItemDList& list);
+
+/// Takes a bar or a popup's root off the screen and destroys it, with the widgets of `list`, its
+/// items. No handler hears of it.
+void destroyMenuRoot(Widget root, ziMenuItemDList& list);
+
+/// Bring the state or text of an item to its gadget; the first two do nothing without one.
+void showMenuItemSensitivity(const ziMenuItem& item);
+void showMenuItemCheck(const ziMenuItem& item, bool checked);
+void showMenuItemText(ziMenuItem& item);
