@@ -42,12 +42,11 @@ function(nel_program name)
   target_link_libraries(${name} PRIVATE nel_options ${arg_DEPS})
 endfunction()
 
-# nel_test(name LABEL label DEPS lib... [DISPLAY] [RENDEZVOUS] [TIMEOUT seconds])
+# nel_test(name LABEL label DEPS lib... [DISPLAY] [TIMEOUT seconds])
 # A GoogleTest program of all sources in the current folder, run as one CTest entry.
-# DISPLAY runs it under an X server and a window manager of its own; RENDEZVOUS keeps programs
-# that use the machine-wide rendezvous files from running side by side.
+# DISPLAY runs it under an X server and a window manager of its own.
 function(nel_test name)
-  cmake_parse_arguments(arg "DISPLAY;RENDEZVOUS" "LABEL;TIMEOUT" "DEPS" ${ARGN})
+  cmake_parse_arguments(arg "DISPLAY" "LABEL;TIMEOUT" "DEPS" ${ARGN})
   find_package(GTest REQUIRED)
   if(NOT arg_TIMEOUT)
     set(arg_TIMEOUT 120)
@@ -66,14 +65,11 @@ function(nel_test name)
   endif()
   add_test(NAME ${name} COMMAND ${command})
   set_tests_properties(${name} PROPERTIES LABELS "${arg_LABEL}" TIMEOUT ${arg_TIMEOUT})
-  if(arg_RENDEZVOUS)
-    set_tests_properties(${name} PROPERTIES RESOURCE_LOCK rendezvous)
-  endif()
   if(NEL_SANITIZE)
     set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT
       "LSAN_OPTIONS=suppressions='${CMAKE_SOURCE_DIR}/tests/support/lsan.supp':print_suppressions=0"
       "UBSAN_OPTIONS=print_stacktrace=1")
-    if(arg_RENDEZVOUS OR arg_DISPLAY)
+    if(arg_DISPLAY)
       # The suppressions need stacks through libraries without frame pointers.
       set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT "ASAN_OPTIONS=fast_unwind_on_malloc=0")
     endif()

@@ -1,4 +1,4 @@
-// The seam through which tests keep away from the machine-wide rendezvous files and long waits.
+// The seam through which tests keep away from long waits.
 
 #include "link/link_settings.h"
 

@@ -6,8 +6,6 @@
 #include <cstdio>
 #include <memory>
 
-#include "link/link_settings.h"
-
 namespace {
 
 struct FileCloser {
@@ -16,12 +14,17 @@ struct FileCloser {
 
 }  // namespace
 
+std::string rendezvousPrefix(const char* folder) {
+  const bool isChosen = folder != nullptr && *folder != '\0';
+  return std::string(isChosen ? folder : "/tmp") + "/.nel.tessil.";
+}
+
 std::string portFileName() {
-  return linkSettings().rendezvousPrefix + "PORTNUMBER";
+  return rendezvousPrefix() + "PORTNUMBER";
 }
 
 std::string socketFileName(int port, int postmaster) {
-  return linkSettings().rendezvousPrefix + std::to_string(port) + "." + std::to_string(postmaster);
+  return rendezvousPrefix() + std::to_string(port) + "." + std::to_string(postmaster);
 }
 
 PortControlClient::PortControlClient() {

@@ -1,9 +1,14 @@
 #pragma once
 
+#include <cstdlib>
 #include <string>
 
 /// Names of the rendezvous files, and the port number that the Postmaster left in one of them. The
 /// link is a Unix-domain socket; the "port" is no more than a part of its file name.
+
+/// Start of all rendezvous file names: ".nel.tessil." in `folder`, or in /tmp when that is null or
+/// empty. All tools of a session and their Postmaster must have the same folder.
+std::string rendezvousPrefix(const char* folder = std::getenv("NEL_RENDEZVOUS_DIR"));
 
 /// Name of the file that holds the port number in decimal, written with "%d\n".
 std::string portFileName();

@@ -14,7 +14,6 @@
 #include <cstring>
 #include <fstream>
 
-#include "link/link_settings.h"
 #include "link/port_control.h"
 #include "tests/support/deadline.h"
 
@@ -76,14 +75,6 @@ ToolEnd ForkedTool::end() {
   constexpr int kSignalBase = 128;
   result.status = WIFEXITED(status) ? WEXITSTATUS(status) : kSignalBase + WTERMSIG(status);
   return result;
-}
-
-PrivateRendezvous::PrivateRendezvous() : formerPrefix(linkSettings().rendezvousPrefix) {
-  linkSettings().rendezvousPrefix = (folder / "nel.").string();
-}
-
-PrivateRendezvous::~PrivateRendezvous() {
-  linkSettings().rendezvousPrefix = formerPrefix;
 }
 
 std::string PrivateRendezvous::socketName(int port) {

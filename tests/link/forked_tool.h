@@ -5,7 +5,7 @@
 #include <functional>
 #include <string>
 
-#include "tests/support/temporary_folder.h"
+#include "tests/support/rendezvous_folder.h"
 #include "tests/support/unique_descriptor.h"
 #include "tests/support/wire_text.h"
 
@@ -37,11 +37,6 @@ class ForkedTool {
 /// is, the parent of its forked tools.
 class PrivateRendezvous {
  public:
-  PrivateRendezvous();
-  PrivateRendezvous(const PrivateRendezvous&) = delete;
-  PrivateRendezvous& operator=(const PrivateRendezvous&) = delete;
-  ~PrivateRendezvous();
-
   static constexpr int kPort = 4711;
 
   void writePortFile() const;
@@ -54,8 +49,7 @@ class PrivateRendezvous {
   static std::string socketName(int port = kPort);
 
  private:
-  TemporaryFolder folder;
-  std::string formerPrefix;
+  RendezvousFolder folder;
   UniqueDescriptor listener;
   UniqueDescriptor connection;
 };

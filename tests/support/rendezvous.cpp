@@ -1,57 +1,34 @@
 #include "tests/support/rendezvous.h"
 
-#include <fcntl.h>
-#include <sys/file.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <fstream>
-#include <stdexcept>
 #include <system_error>
-#include <thread>
 
-#include "tests/support/deadline.h"
+#include "link/port_control.h"
 
 namespace {
 
 constexpr int kFirstPort = 4000;
 constexpr int kPortCount = 1000;
-constexpr Milliseconds kLookEvery{10};
 
 [[noreturn]] void throwSystemError(const std::string& what) {
   throw std::system_error(errno, std::generic_category(), what);
 }
 
-/// A living Postmaster keeps its port file locked.
-bool isAnotherPostmasterThere() {
-  const UniqueDescriptor file(::open(kPortFile.c_str(), O_RDONLY | O_CLOEXEC));
-  return file.isOpen() && ::flock(file.get(), LOCK_SH | LOCK_NB) != 0 && errno == EWOULDBLOCK;
-}
-
-void awaitNoOtherPostmaster() {
-  const Deadline deadline(kAnswerTime);
-  while (isAnotherPostmasterThere()) {
-    if (deadline.hasPassed()) {
-      throw std::runtime_error("another Postmaster runs on this machine");
-    }
-    std::this_thread::sleep_for(kLookEvery);
-  }
-}
-
 }  // namespace
 
 Rendezvous::Rendezvous()
-    : port(kFirstPort + ::getpid() % kPortCount),
-      socketPath(kRendezvousPrefix + std::to_string(port) + "." + std::to_string(::getpid())) {
+    : port(kFirstPort + ::getpid() % kPortCount), socketPath(socketFileName(port, ::getpid())) {
   listen();
   publishPort();
 }
 
 Rendezvous::~Rendezvous() {
   ::unlink(socketPath.c_str());
-  ::unlink(kPortFile.c_str());
 }
 
 UniqueDescriptor Rendezvous::accept() const {
@@ -72,11 +49,9 @@ void Rendezvous::listen() {
 }
 
 void Rendezvous::publishPort() const {
-  awaitNoOtherPostmaster();
-  ::unlink(kPortFile.c_str());
-  std::ofstream file(kPortFile);
+  std::ofstream file(portFileName());
   file << port << std::endl;
   if (!file) {
-    throwSystemError("cannot write " + kPortFile);
+    throwSystemError("cannot write " + portFileName());
   }
 }

@@ -2,14 +2,13 @@
 
 #include <string>
 
-#include "tests/support/rendezvous_lock.h"
+#include "tests/support/rendezvous_folder.h"
 #include "tests/support/unique_descriptor.h"
 
 /// The rendezvous of a Postmaster that is this process: its tools, children of this process, find
-/// the port file and connect to the socket. Held alone on this machine; gone with this object.
+/// the port file and connect to the socket. In a folder of its own, gone with this object.
 class Rendezvous {
  public:
-  /// Throws when a living Postmaster does not go away within a while.
   Rendezvous();
   Rendezvous(const Rendezvous&) = delete;
   Rendezvous& operator=(const Rendezvous&) = delete;
@@ -25,7 +24,7 @@ class Rendezvous {
   void listen();
   void publishPort() const;
 
-  RendezvousLock lock;
+  RendezvousFolder folder;
   int port;
   std::string socketPath;
   UniqueDescriptor listening;

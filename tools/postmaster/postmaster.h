@@ -15,7 +15,7 @@
 
 namespace postmaster {
 
-/// The whole Postmaster: the names in /tmp, the tools as children, the connections, and one poll
+/// The whole Postmaster: the rendezvous, the tools as children, the connections, and one poll
 /// loop without threads that ends when the user interface has left or a signal says so.
 class Postmaster {
  public:

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "link/port_control.h"
 #include "postmaster/unique_fd.h"
 
 #include <sys/types.h>
@@ -10,11 +11,11 @@
 namespace postmaster {
 
 /// The two names under which tools find a Postmaster: the port file and the listening socket,
-/// "<prefix>PORTNUMBER" and "<prefix><port>.<pid of the Postmaster>". Only one Postmaster of a
-/// machine can hold the port file. The names are removed with the object.
+/// "<prefix>PORTNUMBER" and "<prefix><port>.<pid of the Postmaster>". Only one Postmaster
+/// can hold the port file of a folder. The names are removed with the object.
 class Rendezvous {
  public:
-  explicit Rendezvous(std::string pathPrefix = kDefaultPrefix);
+  explicit Rendezvous(std::string pathPrefix = rendezvousPrefix());
   ~Rendezvous();
   Rendezvous(const Rendezvous&) = delete;
   Rendezvous& operator=(const Rendezvous&) = delete;
@@ -35,8 +36,6 @@ class Rendezvous {
 
   /// Removes both names, as far as they are still this Postmaster's, and stops listening.
   void close();
-
-  static constexpr const char* kDefaultPrefix = "/tmp/.nel.tessil.";
 
  private:
   using FileIdentity = std::pair<dev_t, ino_t>;

@@ -3,8 +3,8 @@
 #include <csignal>
 #include <fstream>
 
+#include "link/port_control.h"
 #include "tests/e2e/app/app_fixture.h"
-#include "tests/support/rendezvous_lock.h"
 
 namespace {
 
@@ -23,8 +23,7 @@ void PrintTo(const Obstacle& obstacle, std::ostream* out) {
 }
 
 constexpr char kPortMissing[] =
-    "PROCESS(PID=$):**ERR:Cannot connect to Tessil Postmaster due to missing port. File "
-    "/tmp/.nel.tessil.PORTNUMBER\n";
+    "PROCESS(PID=$):**ERR:Cannot connect to Tessil Postmaster due to missing port. File @\n";
 constexpr char kNoPort[] =
     "**ERR: PortControlClient::GetPortNumberClient:Clients portnumber not found!!\n"
     "PROCESS($):**ERR: Cannot connect with Tessil Postmaster (no free port available).\n";
@@ -36,6 +35,9 @@ const std::string kMissingFileTexts = std::string(kPortMissing) + kNoPort + kNoS
 const std::string kGarbledFileTexts = std::string(kNoPort) + kNoServer;
 
 std::string withProcessId(std::string text, pid_t process) {
+  if (const std::size_t at = text.find('@'); at != std::string::npos) {
+    text.replace(at, 1, portFileName());
+  }
   for (std::size_t at = text.find('$'); at != std::string::npos; at = text.find('$')) {
     text.replace(at, 1, std::to_string(process));
   }
@@ -59,14 +61,14 @@ TEST_P(Unreachable, PostmasterIsToldStepByStepAndThenInABox) {
 
 INSTANTIATE_TEST_SUITE_P(
     AppTest, Unreachable,
-    testing::Values(Obstacle{"missing port file",
-                             [](const std::string&) { ::unlink(kPortFile.c_str()); },
-                             kMissingFileTexts.c_str()},
-                    Obstacle{"garbled port file",
-                             [](const std::string&) { std::ofstream(kPortFile) << "port 4711\n"; },
-                             kGarbledFileTexts.c_str()},
-                    Obstacle{"nobody listens",
-                             [](const std::string& name) { ::unlink(name.c_str()); }, kNoServer}));
+    testing::Values(
+        Obstacle{"missing port file", [](const std::string&) { ::unlink(portFileName().c_str()); },
+                 kMissingFileTexts.c_str()},
+        Obstacle{"garbled port file",
+                 [](const std::string&) { std::ofstream(portFileName()) << "port 4711\n"; },
+                 kGarbledFileTexts.c_str()},
+        Obstacle{"nobody listens", [](const std::string& name) { ::unlink(name.c_str()); },
+                 kNoServer}));
 
 TEST_F(AppTest, CanBeClosedWhileThePostmasterIsSilent) {
   start();

@@ -1,12 +1,11 @@
-// The port file is one for the whole machine: the program holds the lock that all tests that make
-// it share, for as long as it runs. As "--play-tool" it is a tool that a Postmaster starts.
+// As "--play-tool" the program is a tool that a Postmaster starts.
 #include <gmock/gmock.h>
 #include <unistd.h>
 
 #include <string_view>
 
 #include "tests/e2e/postmaster/played_tool.h"
-#include "tests/support/rendezvous_lock.h"
+#include "tests/support/rendezvous_folder.h"
 
 int main(int argc, char** argv) {
   if (argc > 1 && std::string_view(argv[1]) == kPlayTool) {
@@ -15,6 +14,6 @@ int main(int argc, char** argv) {
   testing::InitGoogleMock(&argc, argv);
   // What this program inherited must not reach the programs under test.
   ::close_range(STDERR_FILENO + 1, ~0U, CLOSE_RANGE_CLOEXEC);
-  const RendezvousLock lock;
+  const RendezvousFolder folder;
   return RUN_ALL_TESTS();
 }

@@ -7,11 +7,11 @@
 #include <filesystem>
 #include <fstream>
 
+#include "link/port_control.h"
 #include "tests/e2e/postmaster/test_client.h"
-#include "tests/support/rendezvous_lock.h"
 
 int publishedPort() {
-  std::ifstream file(kPortFile);
+  std::ifstream file(portFileName());
   int port = 0;
   file >> port;
   return port;
@@ -34,7 +34,7 @@ NelmpmProcess::~NelmpmProcess() {
 
 bool NelmpmProcess::isUp() {
   return waitUntil([this] {
-    socketName = kRendezvousPrefix + std::to_string(publishedPort()) + "." + std::to_string(pid());
+    socketName = socketFileName(publishedPort(), pid());
     return exists(socketName);
   });
 }

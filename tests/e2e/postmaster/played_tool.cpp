@@ -7,6 +7,7 @@
 #include <filesystem>
 
 #include "link/message_numbers.h"
+#include "link/port_control.h"
 #include "tests/e2e/postmaster/nelmpm_process.h"
 #include "tests/e2e/postmaster/test_client.h"
 
@@ -37,8 +38,7 @@ int playTool(int argc, char** argv) {
     return EXIT_FAILURE;
   }
   const int toolType = std::atoi(argv[2]);
-  TestClient client("/tmp/.nel.tessil." + std::to_string(publishedPort()) + "." +
-                    std::to_string(getppid()));
+  TestClient client(socketFileName(publishedPort(), getppid()));
   if (client.connectAs(toolType) != MSG_CONNECT_OK) {
     return EXIT_FAILURE;
   }

@@ -4,9 +4,9 @@
 #include <gtest/gtest.h>
 
 #include "link/message_numbers.h"
+#include "link/port_control.h"
 #include "tests/e2e/postmaster/nelmpm_process.h"
 #include "tests/e2e/postmaster/test_client.h"
-#include "tests/support/rendezvous_lock.h"
 #include "tests/support/temporary_folder.h"
 
 /// A running Postmaster without tools; the test connects clients of its own.

@@ -19,19 +19,19 @@ int accessOf(const std::string& path) {
 }
 
 void writePortFile(const std::string& contents) {
-  std::ofstream(kPortFile) << contents;
+  std::ofstream(portFileName()) << contents;
 }
 
 }  // namespace
 
 TEST_F(PostmasterTest, PublishesItsNumberForItsOwnUserAndTakesItBackInTheEnd) {
-  EXPECT_EQ(readFile(kPortFile), std::to_string(publishedPort()) + "\n");
-  EXPECT_EQ(accessOf(kPortFile), 0600);
+  EXPECT_EQ(readFile(portFileName()), std::to_string(publishedPort()) + "\n");
+  EXPECT_EQ(accessOf(portFileName()), 0600);
   EXPECT_EQ(accessOf(mpm.socketPath()), 0600);
 
   mpm.signal(SIGINT);
   EXPECT_EQ(mpm.exitStatus(), 0);
-  EXPECT_FALSE(exists(kPortFile));
+  EXPECT_FALSE(exists(portFileName()));
   EXPECT_FALSE(exists(mpm.socketPath()));
   EXPECT_EQ(mpm.errors(), "");
 }
@@ -40,18 +40,18 @@ TEST_F(PostmasterTest, LeavesALivingOneAlone) {
   // Even when a tool has removed the name of the living one's socket.
   TestClient ui = tool(NELKVUI);
   unlink(mpm.socketPath().c_str());
-  const std::string before = readFile(kPortFile);
+  const std::string before = readFile(portFileName());
 
   NelmpmProcess second;
   EXPECT_EQ(second.exitStatus(), 1);
   EXPECT_THAT(second.errors(), HasSubstr("another Postmaster is running, port " +
                                          before.substr(0, before.size() - 1)));
   EXPECT_EQ(second.complaintCount(), 1);
-  EXPECT_EQ(readFile(kPortFile), before);
+  EXPECT_EQ(readFile(portFileName()), before);
 }
 
 TEST(RendezvousTest, KnowsALivingPostmasterThatDoesNotLockByItsSocket) {
-  const std::string path = "/tmp/.nel.tessil.4711." + std::to_string(getpid());
+  const std::string path = socketFileName(4711, getpid());
   sockaddr_un address{};
   address.sun_family = AF_UNIX;
   path.copy(address.sun_path, sizeof address.sun_path - 1);
@@ -63,9 +63,9 @@ TEST(RendezvousTest, KnowsALivingPostmasterThatDoesNotLockByItsSocket) {
   NelmpmProcess mpm;
   EXPECT_EQ(mpm.exitStatus(), 1);
   EXPECT_TRUE(exists(path));
-  EXPECT_EQ(readFile(kPortFile), "4711\n");
+  EXPECT_EQ(readFile(portFileName()), "4711\n");
   unlink(path.c_str());
-  unlink(kPortFile.c_str());
+  unlink(portFileName().c_str());
 }
 
 TEST(RendezvousTest, ReplacesWhatADeadOneLeft) {
@@ -73,7 +73,7 @@ TEST(RendezvousTest, ReplacesWhatADeadOneLeft) {
   ASSERT_TRUE(dead.isUp());
   dead.signal(SIGKILL);
   EXPECT_EQ(dead.exitStatus(), 128 + SIGKILL);
-  ASSERT_TRUE(exists(kPortFile) && exists(dead.socketPath()));
+  ASSERT_TRUE(exists(portFileName()) && exists(dead.socketPath()));
 
   NelmpmProcess mpm;
   EXPECT_TRUE(mpm.isUp());
@@ -91,15 +91,15 @@ TEST(RendezvousTest, ReplacesAPortFileWithoutANumber) {
 TEST(RendezvousTest, FollowsNoLinkAndTouchesNoOtherFile) {
   const TemporaryFolder folder;
   const std::string victim = folder.write("victim", "precious");
-  std::filesystem::create_symlink(victim, kPortFile);
+  std::filesystem::create_symlink(victim, portFileName());
 
   NelmpmProcess mpm;
   EXPECT_EQ(mpm.exitStatus(), 1);
   EXPECT_EQ(mpm.complaintCount(), 1);
-  EXPECT_THAT(mpm.errors(), HasSubstr(kPortFile));
+  EXPECT_THAT(mpm.errors(), HasSubstr(portFileName()));
   EXPECT_EQ(readFile(victim), "precious");
-  EXPECT_TRUE(std::filesystem::is_symlink(kPortFile));
-  unlink(kPortFile.c_str());
+  EXPECT_TRUE(std::filesystem::is_symlink(portFileName()));
+  unlink(portFileName().c_str());
 }
 
 TEST(RendezvousTest, OfSeveralThatStartAtOnceOverAStaleFileOneWins) {
@@ -113,9 +113,7 @@ TEST(RendezvousTest, OfSeveralThatStartAtOnceOverAStaleFileOneWins) {
   int refused = 0;
   for (const auto& rival : rivals) {
     const auto settled = [&] {
-      return rival->complaintCount() > 0 ||
-             exists("/tmp/.nel.tessil." + std::to_string(publishedPort()) + "." +
-                    std::to_string(rival->pid()));
+      return rival->complaintCount() > 0 || exists(socketFileName(publishedPort(), rival->pid()));
     };
     EXPECT_TRUE(waitUntil(settled));
     if (rival->complaintCount() == 0) {

@@ -40,7 +40,7 @@ TEST_P(SignalTest, AsksAllToolsToLeaveAndEndsOnceTheyHave) {
   mpm.signal(GetParam());
 
   EXPECT_EQ(ui.receiveTag(), MSG_SHUTDOWN);
-  EXPECT_FALSE(exists(kPortFile));
+  EXPECT_FALSE(exists(portFileName()));
   ui.directed(NELKVUI, NELMPM, MSG_SHUTDOWN_ACK);
   ui.hangUp();
   EXPECT_EQ(mpm.exitStatus(), 0);
@@ -95,7 +95,7 @@ TEST(ChildrenTest, AUserInterfaceThatCrashesEndsAllAndLeavesNoProcess) {
   EXPECT_EQ(mpm.exitStatus(), 0);
   EXPECT_THAT(mpm.errors(), HasSubstr("was killed by signal 9"));
   EXPECT_THAT(mpm.output(), HasSubstr("NELKV -> NELMPM MSG_SHUTDOWN_ACK(7002)"));
-  EXPECT_FALSE(exists(kPortFile));
+  EXPECT_FALSE(exists(portFileName()));
 }
 
 TEST(ChildrenTest, AToolThatIgnoresEverythingIsKilled) {
@@ -104,7 +104,7 @@ TEST(ChildrenTest, AToolThatIgnoresEverythingIsKilled) {
   ASSERT_TRUE(waitUntil([&] { return mpm.output().find("MSG_TOOL_ACTIVE") != std::string::npos; }));
   const pid_t tool = childOf(mpm.pid());
   mpm.signal(SIGTERM);
-  ASSERT_TRUE(waitUntil([] { return !exists(kPortFile); }));
+  ASSERT_TRUE(waitUntil([] { return !exists(portFileName()); }));
   // Each further signal brings the next step forward at once: two orders, then the kill.
   for (const int orders : {1, 2}) {
     mpm.signal(SIGTERM);
@@ -152,7 +152,7 @@ TEST(ChildrenTest, AToolThatCannotBeStartedEndsTheStart) {
     EXPECT_EQ(mpm.exitStatus(), 1);
     EXPECT_THAT(mpm.errors(), HasSubstr("cannot start " + name));
     EXPECT_EQ(mpm.complaintCount(), 1);
-    EXPECT_FALSE(exists(kPortFile));
+    EXPECT_FALSE(exists(portFileName()));
   }
 }
 
