@@ -19,14 +19,13 @@
 #include "dialogs/ddirselec.h"
 #include "dialogs/file_form.h"
 #include "framework/core/message_box.h"
+#include "framework/core/question.h"
 #include "link/message_codec.h"
 #include "link/message_numbers.h"
 #include "link/tool_interface.h"
 #include "link/typed_senders.h"
 #include "prompts/find_dlg.h"
-#include "prompts/pop_up_bit_dlg.h"
-#include "prompts/pop_up_list_dlg.h"
-#include "prompts/pop_up_sig_par_dlg.h"
+#include "prompts/pop_up_list_dlgs.h"
 #include "prompts/pop_up_value_dlgs.h"
 #include "textarea/text_pane.h"
 
@@ -51,55 +50,26 @@ void settle(int result) {
   }
 }
 
-bool isAccepted(const UIPopUpDlgBase& dialog) {
-  return dialog.accepted == 1;
-}
-
-/// Runs `dialog` and calls `answer` as soon as the run has ended, even if other questions that came
-/// up meanwhile still keep the loop from returning. Cancel goes out for a dialog that went in its
-/// run. False if the dialog has gone.
-template <class Dialog, class Answer>
-bool runAndAnswer(Dialog& dialog, Answer answer) {
-  bool isAnswered = false;
-  const bool isThere = dialog.run(0, [&] {
-    isAnswered = true;
-    answer();
-  }) != zDialogFrame::kDialogGone;
-  if (!isAnswered) {
-    answerCancel();
-  }
-  return isThere;
-}
-
-/// Runs a dialog of this call's own, hands it to `reply` when the user has confirmed it, and
-/// destroys it; any other end is answered by Cancel.
-template <class Dialog, class Accepted, class Reply>
-void runQuestion(Dialog* dialog, Accepted accepted, Reply reply) {
-  const bool isThere =
-      runAndAnswer(*dialog, [&] { accepted(*dialog) ? reply(*dialog) : answerCancel(); });
-  if (isThere) {
-    delete dialog;
-  }
+/// Runs a dialog of this call's own and hands it to `reply` when the user has confirmed it; any
+/// other end is answered by Cancel. Both are done as soon as the run has ended, even if other
+/// questions that came up meanwhile still keep the loop from returning.
+template <class Dialog, class Reply>
+void runQuestion(Dialog* dialog, Reply reply) {
+  zQuestion(dialog).run(
+      [&](zDialogEnd end) { end == zDialogEnd::kAccepted ? reply(*dialog) : answerCancel(); });
 }
 
 /// The same for a dialog that several messages have filled. With its end the next question has a
-/// new one; until then questions share it, and the last run to return destroys it.
+/// new one; until then questions share it.
 template <class Dialog, class Reply>
 void runBuiltUp(Dialog*& kept, Reply reply) {
   Dialog* dialog = kept;
-  const auto answer = [&] {
+  zQuestion(dialog).run([&](zDialogEnd end) {
     if (kept == dialog) {
       kept = nullptr;
     }
-    isAccepted(*dialog) ? reply(*dialog) : answerCancel();
-  };
-  if (!runAndAnswer(*dialog, answer)) {
-    if (kept == dialog) {
-      kept = nullptr;
-    }
-  } else if (!dialog->isInUse()) {
-    delete dialog;
-  }
+    end == zDialogEnd::kAccepted ? reply(*dialog) : answerCancel();
+  });
 }
 
 /// A message that should have filled `kept` brought nothing: the tester is told so by Cancel, the
@@ -140,10 +110,8 @@ const char* fixedAnswer(const ToolMessage& message) {
 }  // namespace
 
 void askString(const ToolMessage& message) {
-  runQuestion(
-      new UIPopUpStringDlg(g_MainWindow, message.text(1)),
-      [](const UIPopUpStringDlg& dialog) { return dialog.status == 1; },
-      [](UIPopUpStringDlg& dialog) { settle(sendStringAnswer(dialog.answer().c_str())); });
+  runQuestion(new UIPopUpStringDlg(g_MainWindow, message.text(1)),
+              [](UIPopUpStringDlg& dialog) { settle(sendStringAnswer(dialog.answer().c_str())); });
 }
 
 void askInteger(const ToolMessage& message) {
@@ -151,7 +119,7 @@ void askInteger(const ToolMessage& message) {
     sendValueAnswer(fixed);
     return;
   }
-  runQuestion(new UIPopUpIntegerDlg(g_MainWindow, message.text(1)), isAccepted,
+  runQuestion(new UIPopUpIntegerDlg(g_MainWindow, message.text(1)),
               [](const UIPopUpIntegerDlg& dialog) { sendValueAnswer(dialog.answer().c_str()); });
 }
 
@@ -162,7 +130,7 @@ void askRange(const ToolMessage& message) {
     sendValueAnswer(std::to_string(low).c_str());
     return;
   }
-  runQuestion(new UIPopUpIntegerLimitDlg(g_MainWindow, message.text(1), low, high), isAccepted,
+  runQuestion(new UIPopUpIntegerLimitDlg(g_MainWindow, message.text(1), low, high),
               [](const UIPopUpIntegerLimitDlg& dialog) {
                 const RWCString answer = dialog.answer();
                 sendValueAnswer(answer == UIPopUpIntegerLimitDlg::kAll ? "*" : answer.c_str());
@@ -192,7 +160,6 @@ void askList(const ToolMessage& message) {
 
 void askBits(const ToolMessage& message) {
   runQuestion(new UIPopUpBitDlg(g_MainWindow, message.text(1), promptItems(message.list(2))),
-              isAccepted,
               [](const UIPopUpBitDlg& dialog) { settle(sendBitsAnswer(dialog.answer())); });
 }
 
@@ -233,14 +200,16 @@ void askFile(const ToolMessage& message) {
 void askDirectory(const ToolMessage& /*message*/) {
   const std::string start = workingDirectory().value_or("");
   g_CurrentDirectory = start;
-  auto* dialog = new Ddirselec(g_MainWindow, start);
-  runQuestion(
-      dialog, [](const Ddirselec& ended) { return ended.chosen().has_value(); },
-      [](const Ddirselec& ended) {
-        g_CurrentDirectory = *ended.chosen();
-        settle(sendDirectoryAnswer(g_CurrentDirectory.c_str()));
-        static_cast<void>(!chdir(g_CurrentDirectory.c_str()));
-      });
+  runQuestion(new Ddirselec(g_MainWindow, start), [](const Ddirselec& dialog) {
+    const std::optional<std::string> chosen = dialog.chosen();
+    if (!chosen) {
+      answerCancel();
+      return;
+    }
+    g_CurrentDirectory = *chosen;
+    settle(sendDirectoryAnswer(chosen->c_str()));
+    static_cast<void>(!chdir(chosen->c_str()));
+  });
 }
 
 void askFind(const ToolMessage& message) {

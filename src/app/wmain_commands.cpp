@@ -7,6 +7,7 @@
 #include "buttons/group_pane.h"
 #include "dialogs/dabout.h"
 #include "dialogs/file_form.h"
+#include "framework/core/question.h"
 #include "framework/layout/grav_sizer.h"
 #include "framework/menus/menu.h"
 #include "link/message_numbers.h"
@@ -201,10 +202,7 @@ int WMain::onHelp(zEvent* event) {
 }
 
 int WMain::onAbout(zEvent* /*event*/) {
-  auto* about = new DAbout(this);
-  if (about->run(0) != zDialogFrame::kDialogGone) {
-    delete about;
-  }
+  zQuestion(new DAbout(this)).run();
   return 0;
 }
 

@@ -150,7 +150,3 @@ int FindDlg::onOk(zEvent* /*event*/) {
   }
   return endWith(searchString.isEmpty() ? 0 : 1);
 }
-
-int FindDlg::onCancel(zEvent* /*event*/) {
-  return endWith(0);
-}

@@ -3,7 +3,6 @@
 #include <cstdint>
 
 #include "prompts/pop_up_dlg_base.h"
-#include "prompts/prompt_items.h"
 
 class zCheckBox;
 class zComboBoxFull;
@@ -37,7 +36,6 @@ class FindDlg : public UIPopUpDlgBase {
 
   /// With nothing to search for, OK counts as Cancel. Intended.
   int onOk(zEvent* event) override;
-  int onCancel(zEvent* event) override;
 
   // The results of OK.
   RWCString searchString;

@@ -19,6 +19,7 @@
 #include "framework/draw/res_id.h"
 #include "framework/draw/screen.h"
 #include "framework/layout/leaf_sizer.h"
+#include "link/tool_message.h"
 #include "link/wire.h"
 #include "resources/dialogs.h"
 #include "resources/resource_ids.h"
@@ -57,6 +58,14 @@ RWCString withoutLastLineFeed(const RWCString& text) {
 
 }  // namespace
 
+PromptItems promptItems(const StringListNode* head) {
+  PromptItems items;
+  for (const StringListNode* node = head; node != nullptr; node = node->next) {
+    items.emplace_back(node->text);
+  }
+  return items;
+}
+
 int lineCount(const RWCString& text) {
   const std::string_view lines = text.view();
   return 1 + static_cast<int>(std::count(lines.begin(), lines.end(), '\n'));
@@ -92,11 +101,6 @@ int UIPopUpDlgBase::onOk(zEvent* /*event*/) {
 
 int UIPopUpDlgBase::onCancel(zEvent* /*event*/) {
   return 0;
-}
-
-void UIPopUpDlgBase::resetAnswer() {
-  accepted = 0;
-  zFormDialog::resetAnswer();
 }
 
 void UIPopUpDlgBase::setup(int flags) {
@@ -186,11 +190,4 @@ void UIPopUpDlgBase::finish(int y) {
   addButtonRow(y);
   centre(true);
   setup(1);
-}
-
-int UIPopUpDlgBase::endWith(int result) {
-  accepted = result;
-  status = result;
-  endDialog();
-  return 1;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <vector>
 
 #include "framework/core/dialog_frame.h"
 #include "framework/draw/measure.h"
@@ -11,6 +12,13 @@ class zEditLine;
 class zGroupBox;
 class zPushButton;
 class zStaticText;
+struct StringListNode;
+
+/// The items that a question brings along.
+using PromptItems = std::vector<RWCString>;
+
+/// Copies of the texts from `head` on; null gives none.
+PromptItems promptItems(const StringListNode* head);
 
 /// Title of all prompts; questions are told apart by it too.
 extern RWCString popUpTitle;
@@ -27,12 +35,10 @@ class UIPopUpDlgBase : public zFormDialog {
 
   void setup(int flags) override;
 
-  /// 1 after a valid OK, else 0.
-  int accepted = 0;
+  /// 1 after a valid OK, else 0: the status, by the name that it has among the prompts.
+  int& accepted = status;
 
  protected:
-  void resetAnswer() override;
-
   /// Of `size` only the height counts, and that until addButtonRow.
   UIPopUpDlgBase(zWindow* parent, const zDimension& size);
 
@@ -47,8 +53,6 @@ class UIPopUpDlgBase : public zFormDialog {
   void addButtonRow(int y);
   /// The common end of construction: the button row at `y`, then all that makes the dialog ready.
   void finish(int y);
-  /// Ends the dialog with `accepted` as given, which is also its status. 1; the dialog may be gone.
-  int endWith(int result);
 
   /// A place over the whole width between the margins.
   zSizer* rowAt(int y, int height) const;

@@ -1,6 +1,7 @@
 #include "prompts/pop_up_value_dlgs.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "framework/controls/button.h"
 #include "framework/controls/formatted_edit.h"
@@ -28,8 +29,8 @@ const RWCString& UIPopUpStringDlg::answer() {
   return answerText;
 }
 
-ziPopUpNumberDlg::ziPopUpNumberDlg(zWindow* parent, const RWCString& message)
-    : UIPopUpDlgBase(parent, kStartSize) {
+ziPopUpNumberDlg::ziPopUpNumberDlg(zWindow* parent, const RWCString& message, long low, long high)
+    : UIPopUpDlgBase(parent, kStartSize), lowLimit(low), highLimit(high) {
   const int y = addMessageText(message, gapY) + gapY;
   answerEdit =
       new zLongEdit(this, rowAt(y, unitY * 3), kNumberStyle, nextId(), &answerValue, kNumShow);
@@ -44,28 +45,29 @@ int ziPopUpNumberDlg::onFocusGained(zEvent* /*event*/) {
   return 0;
 }
 
-RWCString ziPopUpNumberDlg::digits() const {
+RWCString ziPopUpNumberDlg::answer() const {
   return answerEdit->formattedText(kNumRead);
 }
 
-int ziPopUpNumberDlg::onCancel(zEvent* /*event*/) {
-  return endWith(0);
+int ziPopUpNumberDlg::onOk(zEvent* /*event*/) {
+  answerEdit->storeData();
+  const bool isLegal = lowLimit <= answerValue && answerValue <= highLimit;
+  if (!isLegal) {
+    answerValue = 0;
+  }
+  answerEdit->showData();
+  return isLegal ? endWith(1) : 1;
 }
 
 UIPopUpIntegerDlg::UIPopUpIntegerDlg(zWindow* parent, const RWCString& message)
-    : ziPopUpNumberDlg(parent, message) {
+    : ziPopUpNumberDlg(parent, message, std::numeric_limits<long>::min(),
+                       std::numeric_limits<long>::max()) {
   finish(below);
-}
-
-int UIPopUpIntegerDlg::onOk(zEvent* /*event*/) {
-  answerEdit->storeData();
-  answerEdit->showData();
-  return endWith(1);
 }
 
 UIPopUpIntegerLimitDlg::UIPopUpIntegerLimitDlg(zWindow* parent, const RWCString& message, long low,
                                                long high)
-    : ziPopUpNumberDlg(parent, message), lowLimit(std::max(low, 0L)), highLimit(high) {
+    : ziPopUpNumberDlg(parent, message, std::max(low, 0L), high) {
   if (low < 0) {
     allCheck = new zCheckBox(this, rowAt(below, unitY * 3), kCheckStyle, "All", nextId());
     below += unitY * 3 + gapY;
@@ -73,23 +75,6 @@ UIPopUpIntegerLimitDlg::UIPopUpIntegerLimitDlg(zWindow* parent, const RWCString&
   finish(below);
 }
 
-int UIPopUpIntegerLimitDlg::onOk(zEvent* /*event*/) {
-  answerEdit->storeData();
-  const bool isLegal = lowLimit <= answerValue && answerValue <= highLimit;
-  if (!isLegal) {
-    answerValue = 0;
-  }
-  answerEdit->showData();
-  return isLegal ? endWith(1) : 0;
-}
-
-// The form's OK comes here only for what onOk has not taken: the dialog is to stay open.
-int UIPopUpIntegerLimitDlg::storeData() {
-  zFormDialog::storeData();
-  status = accepted;
-  return status;
-}
-
 RWCString UIPopUpIntegerLimitDlg::answer() const {
-  return allCheck != nullptr && allCheck->checked() ? RWCString(kAll) : digits();
+  return allCheck != nullptr && allCheck->checked() ? RWCString(kAll) : ziPopUpNumberDlg::answer();
 }

@@ -108,7 +108,7 @@ int zDialogFrame::run(int fullModal, const std::function<void()>& onEnd) {
   const zApp::ModalScope scope;
   const ziAlive alive(this);
   show();
-  resetAnswer();
+  status = 0;
   if (isRunning()) {
     modalShell.raise();
   } else {
@@ -169,6 +169,12 @@ void zDialogFrame::endDialog() {
   if (endsApplication) {
     app->stop();
   }
+}
+
+int zDialogFrame::endWith(int result) {
+  status = result;
+  endDialog();
+  return 1;
 }
 
 void zDialogFrame::centre(bool overParent) {
@@ -255,7 +261,5 @@ int zFormDialog::onOkClicked(zEvent* /*event*/) {
 }
 
 int zFormDialog::onCancelClicked(zEvent* /*event*/) {
-  status = 0;
-  endDialog();
-  return 1;
+  return endWith(0);
 }

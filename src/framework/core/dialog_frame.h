@@ -61,8 +61,8 @@ class zDialogFrame : public zFrameWin {
   void moveResize(int x, int y, int width, int height) override;
 
  protected:
-  /// Forgets the answer of an earlier run; called at the start of each.
-  virtual void resetAnswer() { status = 0; }
+  /// Ends the dialog with this status. 1; the dialog may be gone.
+  int endWith(int result);
 
  private:
   friend class ziDialogEvents;
