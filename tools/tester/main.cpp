@@ -8,10 +8,7 @@
 #include <optional>
 
 #include "support/version.h"
-#include "tester/commands/debugger.h"
-#include "tester/engine/crossing_model.h"
-#include "tester/engine/simulated_system.h"
-#include "tester/link_side/tester_tool.h"
+#include "tester/debugger.h"
 
 namespace {
 
@@ -19,9 +16,9 @@ constexpr int kUsageError = 2;
 
 int runTester() {
   tester::SimulatedSystem system(tester::crossingModel());
-  tester::LinkDialogue dialogue;
-  tester::Debugger debugger(system, dialogue, tester::testerCommands());
-  return tester::TesterTool(debugger, dialogue).run();
+  tester_link::UserLink user;
+  tester::Debugger debugger(system, user);
+  return tester_link::TesterTool(debugger, user).run("nelkv");
 }
 
 /// The exit status of the options alone, or nothing when the tester is to run.

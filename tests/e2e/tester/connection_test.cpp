@@ -62,27 +62,16 @@ TEST_F(TesterProcessTest, GreetsWithTheFirstCommandOfAUserInterfaceThatNobodyAnn
   postmaster.expectLater(MSG_T_PROMPT, "now");
 }
 
-TEST_F(TesterProcessTest, LeavesWhenTheUserInterfaceExits) {
-  connectWithUi();
-  postmaster.send(MSG_UI_EXIT);
-  postmaster.expect(MSG_DISCONNECT);
-  EXPECT_EQ(postmaster.exitStatus(), 0);
-}
-
-TEST_F(TesterProcessTest, LeavesInTheMiddleOfARun) {
+TEST_F(TesterProcessTest, LeavesInTheMiddleOfARunWhenTheUserInterfaceExits) {
   connectWithUi();
   startEndlessRun();
   postmaster.send(MSG_UI_EXIT);
   expectOrderlyEnd();
 }
 
-TEST_F(TesterProcessTest, AsksTheUserInterfaceToLeaveOnExitAndFollowsIt) {
+TEST_F(TesterProcessTest, FollowsAUserInterfaceThatItAskedToLeave) {
   connectWithUi();
   EXPECT_EQ(run("exit"), "> exit\n");
-  postmaster.expect(MSG_T_EXIT_CONFIRM);
-  // The user changed his mind.
-  EXPECT_EQ(run("now"), "> now\nnow = 0.000\n");
-  run("exit");
   postmaster.expect(MSG_T_EXIT_CONFIRM);
   uiLeaves();
   expectOrderlyEnd();
@@ -96,15 +85,15 @@ TEST_F(TesterProcessTest, AcknowledgesAShutdown) {
   EXPECT_EQ(postmaster.exitStatus(), 0);
 }
 
-TEST_F(TesterProcessTest, EndsWhenThePostmasterHangsUp) {
+TEST_F(TesterProcessTest, EndsWhenThePostmasterHangsUpDuringARun) {
   connectWithUi();
+  startEndlessRun();
   postmaster.hangUp();
   EXPECT_EQ(postmaster.exitStatus(), 0);
 }
 
-TEST_F(TesterProcessTest, EndsWhenThePostmasterHangsUpDuringARun) {
+TEST_F(TesterProcessTest, EndsWhenThePostmasterHangsUpWhileItSleeps) {
   connectWithUi();
-  startEndlessRun();
   postmaster.hangUp();
   EXPECT_EQ(postmaster.exitStatus(), 0);
 }

@@ -9,7 +9,7 @@
 #include <sstream>
 
 #include "button_file/button_file_reader.h"
-#include "tester/commands/command_table.h"
+#include "tester/commands.h"
 
 namespace {
 
@@ -97,7 +97,7 @@ TEST(ExampleButtons, AreCleanAndSendCommandsOfTheTester) {
   }
   std::istringstream pieces(commands);
   for (std::string command; std::getline(pieces, command, ';');) {
-    EXPECT_TRUE(tester::testerCommands().find(command.substr(0, command.find(' ')))) << command;
+    EXPECT_TRUE(tester::findCommand(command.substr(0, command.find(' ')))) << command;
   }
   EXPECT_FALSE(commands.empty());
 }

@@ -1,189 +1,200 @@
-#include "tests/unit/tester/debugger_fixture.h"
-#include "tests/unit/tester/toy_system.h"
+// Commands of the stand-in tester: what the user reads of them.
+
+#include "tester/debugger.h"
+
+#include <gmock/gmock.h>
+
+#include "tester/commands.h"
+#include "tests/support/temporary_folder.h"
+#include "tests/unit/tester/message_text.h"
 
 namespace tester {
 namespace {
 
-using testing::ElementsAre;
+using tester_link::Answer;
+using tester_link::AnswerKind;
 using testing::HasSubstr;
-using testing::IsEmpty;
 
-class ToyDebuggerTest : public DebuggerTest {
+class DebuggerTest : public testing::Test {
  protected:
-  ToyDebuggerTest() : DebuggerTest(toyModel()) {}
+  /// Carries out a command; all that comes of it: texts as they are, other messages in brackets.
+  std::string run(const std::string& command) {
+    debugger.takeCommand(command);
+    return result();
+  }
+  std::string answer(const Answer& reply) {
+    user.takeAnswer(reply);
+    return result();
+  }
+  std::string result() {
+    while (debugger.isWorking()) {
+      pump();
+      debugger.work();
+    }
+    pump();
+    return std::exchange(told, {});
+  }
+  void pump() {
+    now += tester_link::UserLink::kTextPeriod;
+    user.pump(now, [this](const tester_link::OutgoingMessage& message) {
+      const std::string text = messageText(message);
+      told += text.starts_with("2000|") ? text.substr(5) : '[' + text + "]\n";
+      return tester_link::UserLink::SendResult::kSent;
+    });
+  }
+
+  SimulatedSystem system{crossingModel()};
+  tester_link::UserLink user;
+  Debugger debugger{system, user};
+  tester_link::UserLink::Clock::time_point now{std::chrono::hours(1)};
+  std::string told;
 };
 
 TEST_F(DebuggerTest, NamesWhatItDoesNotUnderstand) {
   const std::pair<const char*, const char*> rows[] = {
       {"list", "Ambiguous command \"list\", it may be: list-process, "},
+      {"fly", "Unknown command \"fly\". \"?\?\" lists the commands."},
       {"set-trace", "Too few arguments. Usage: set-trace <level>"},
       {"now then", "Too many arguments. Usage: now\n"},
-      {"send \"Press Button", "A quoted text is not closed."},
       {"send Press Button:3", "There is no instance Button:3."},
       {"send Press Button:x", "No instance number in \"Button:x\"."},
       {"send Zzz Button:1", "Unknown signal \"Zzz\"."},
-      {"send Arrive Button:1 1 2", "Arrive(Integer) takes 1 parameters"},
-      {"send Arrive Button:1 many", "Parameter 1 of Arrive(Integer) must be a whole number"},
-      {"send SetAspect TrafficLight:1 Blue", "one of Red, RedAmber, Green"},
-      {"set-timer Controller Phase -1", "\"-1\" is no time in seconds"},
+      {"list-process Zzz", "Unknown process \"Zzz\"."},
+      {"show-instance Pedestrian", "Process Pedestrian has no living instance."},
+      {"proceed-until -1", "\"-1\" is no time in seconds"},
+      {"proceed-until 1.2345", "\"1.2345\" is no time in seconds"},
       {"next-transition 0", "\"0\" is no whole number from 1 up."},
       {"set-trace 4", "from 0 to 3"},
+      {"set-page-length -1", "\"-1\" is no whole number from 0 up."},
       {"remove-breakpoint 1", "no breakpoint \"1\""},
-      {"help fly", "Unknown command"},
+      {"set-breakpoint Button Amber", "Unknown state \"Amber\"."},
+      {"assign-variable Controller cycle x",
+       "[2013|Korvane - Refused|Variable cycles must be a whole"},
+      {"send Arrive Button:1 1 2", "[2013|Korvane - Refused|Signal Arrive(Integer) takes 1 param"},
+      {"send SetAspect TrafficLight:1 Blue", "must be one of Red, RedAmber, Green"},
+      {"system /x/y", "[2013|Korvane - Refused|The file /x/y cannot be read.]"},
   };
-  for (const auto& [command, answer] : rows) {
-    EXPECT_THAT(run(command), HasSubstr(answer));
+  for (const auto& [command, expected] : rows) {
+    EXPECT_THAT(run(command), HasSubstr(expected));
+    answer({AnswerKind::kAcknowledged});
   }
 }
 
-TEST_F(DebuggerTest, TakesAbbreviationsInAnyCase) {
-  EXPECT_EQ(run("l-p super"), "Supervisor:1  start  queue 0\n");
-  EXPECT_EQ(run("LIST-PR Super"), "Supervisor:1  start  queue 0\n");
-  EXPECT_EQ(run("output pr button:2"), "Press sent to Button:2\n");
-  EXPECT_THAT(run("l-q button:2"), HasSubstr("Press  from env"));
-  EXPECT_THAT(run("n-t"), HasSubstr("Supervisor:1       start                        -> Watching"));
-  // A whole name is never ambiguous, though others begin with it.
-  EXPECT_THAT(run("show TrafficL:1 aspect"), HasSubstr("aspect  Aspect  Dark"));
-}
-
-TEST_F(DebuggerTest, ListsEveryCommandAndExplainsEachOne) {
+TEST_F(DebuggerTest, ListsEveryCommandAndFindsEachByItsName) {
   const std::string list = run("?\?");
-  for (const CommandRow& row : testerCommands().all()) {
+  for (const CommandRow& row : allCommands()) {
     EXPECT_THAT(list, HasSubstr(usageText(row)));
-    EXPECT_THAT(run("help " + std::string(row.name)), HasSubstr(usageText(row)));
-    EXPECT_EQ(*testerCommands().find(row.name).value, &row);
+    EXPECT_EQ(*findCommand(row.name).value, &row);
   }
-  EXPECT_THAT(run("help send"), HasSubstr("Also called output."));
 }
 
-TEST_F(DebuggerTest, ShowsAndChangesAnInstance) {
+TEST_F(DebuggerTest, TracesARunAndShowsWhatItLeft) {
+  run("set-trace 2");
+  run("mask-trace Pedestrian Button");
   run("proceed-until 1");
-  EXPECT_EQ(run("assign-variable Controller minimum true"), "Controller:1 minimumOver := true\n");
-  EXPECT_THAT(run("assign Controller cycles x"), HasSubstr("must be a whole number, not \"x\""));
-  EXPECT_THAT(run("print Controller"), HasSubstr("minimumOver  Boolean  true"));
-  EXPECT_EQ(run("reset-timer Controller Ph"), "Timer Phase of Controller:1 is reset\n");
-  EXPECT_EQ(run("set-timer Controller Phase 2.5"),
-            "Timer Phase of Controller:1 expires at 3.500\n");
-  EXPECT_EQ(run("list-timer"),
-            "Controller:1  Phase     at 3.500\nSupervisor:1  Watchdog  at 10.000\n");
-  EXPECT_THAT(run("list-definition Controller"), HasSubstr("timers: Phase"));
-  EXPECT_EQ(run("list-signal lamp"), "Lamp(Integer, Aspect)\n");
+  run("send ARR button:1 2");
+  EXPECT_EQ(run("next-transition 3"),
+            "> next-transition 3\n[2014]\n"
+            "      1.000  Button:1           Idle: Arrive(2)              -> Idle\n"
+            "               create Pedestrian:1\n"
+            "      1.000  Pedestrian:1       start                        -> Waiting\n"
+            "               output Press to Button:1\n"
+            "      1.000  Button:1           Idle: Press                  -> Lit\n"
+            "               output Request(1) to Controller:1\n"
+            "Done; transitions: 3, now: 1.000.\n[2015]\n[2002|next-transition 3]\n");
+  EXPECT_EQ(run("show-instance Button:1"),
+            "> show-instance Button:1\n"
+            "Instance Button:1 in Lit\n"
+            "  parent null, offspring Pedestrian:1, sender Pedestrian:1, queue 0\n"
+            "  timer Reminder at 61.000\n"
+            "  party          PId      Pedestrian:1\n"
+            "  peopleCrossed  Integer  0\n"
+            "[2002|show-instance Button:1]\n");
+  EXPECT_THAT(run("list-timer"), HasSubstr("Supervisor:1  Watchdog  at 10.000\n"
+                                           "Controller:1  Phase     at 15.000\n"));
+  EXPECT_THAT(run("proceed-until 40"),
+              HasSubstr("Pedestrian:1       Crossing: Walking            -> stop\n"
+                        "               output Crossed(2) to Button:1\n"));
+  EXPECT_THAT(run("show-instance Button:1"), HasSubstr("peopleCrossed  Integer  2\n"));
+  EXPECT_THAT(run("restart"),
+              HasSubstr("stands at its start again.\n[2008|Pedestrian Crossing, now 0.000]"));
+  run("send Press Button:2");
+  EXPECT_THAT(run("restart"),
+              HasSubstr("[2016|Korvane - Restart|Lost by the restart: 1 queued signal.]"));
 }
 
 TEST_F(DebuggerTest, StopsBeforeATransitionThatABreakpointDescribesAndGoesOnFromThere) {
   run("set-trace 0");
-  EXPECT_EQ(run("set-breakpoint Button:2 * Press"), "Breakpoint 1: Button:2 in * at Press\n");
-  EXPECT_EQ(run("breakpoint Button:2 * Press"), "Breakpoint 1: Button:2 in * at Press\n");
-  EXPECT_EQ(run("set-breakpoint * VehiclesAmber"), "Breakpoint 2: * in VehiclesAmber at *\n");
-  EXPECT_THAT(run("set-breakpoint Button VehiclesAmber"), HasSubstr("Unknown state"));
+  EXPECT_THAT(run("set-breakpoint Button:2 * Press"),
+              HasSubstr("Breakpoint 1: Button:2 in * at Press\n"));
+  EXPECT_THAT(run("set-breakpoint Button:2 * Press"),
+              HasSubstr("Breakpoint 1: Button:2 in * at Press\n"));
+  run("set-breakpoint * VehiclesAmber");
   run("proceed-until 1");
-  // The breakpoint counts although the transition is the first of the run.
   run("send Press Button:2");
-  EXPECT_THAT(run("go"),
-              HasSubstr("Breakpoint 1 (Button:2 in * at Press) before Button:2 in Idle at "
-                        "Press; transitions: 0, now: 1.000."));
-  EXPECT_EQ(system.instance({"Button", 2})->state, "Idle");
+  EXPECT_THAT(run("go"), HasSubstr("Breakpoint 1 (Button:2 in * at Press) before Button:2 in Idle "
+                                   "at Press; transitions: 0, now: 1.000.\n"));
   EXPECT_THAT(run("go"), HasSubstr("Breakpoint 2 (* in VehiclesAmber at *) before Controller:1 in "
-                                   "VehiclesAmber at Phase;"));
-  EXPECT_EQ(system.instance({"Button", 2})->state, "Lit");
-  EXPECT_EQ(system.now(), 18 * kSecond);
-  EXPECT_EQ(run("next-transition"), "");
-  EXPECT_EQ(system.instance({"Controller", 1})->state, "AllRed");
+                                   "VehiclesAmber at Phase; transitions: "));
+  run("next-transition");
+  EXPECT_EQ(system.find({"Controller", 1})->state, "AllRed");
   run("remove-breakpoint 2");
-  EXPECT_EQ(run("list-breakpoint"), "1  Button:2 in * at Press\n");
-  EXPECT_THAT(run("proceed-until 100"), HasSubstr("now: 100.000."));
-}
-
-TEST_F(DebuggerTest, PausesARunWhileItsTextIsNotTaken) {
-  dialogue.takesTrace = false;
-  debugger.execute("next-transition 3");
-  debugger.runSlice();
-  EXPECT_TRUE(debugger.isRunning());
-  EXPECT_EQ(system.ready().size(), 8U);
-  dialogue.takesTrace = true;
-  debugger.runSlice();
-  // The third one, a traffic light's, found a signal waiting behind its start.
-  EXPECT_EQ(system.ready().size(), 6U);
-  EXPECT_THAT(dialogue.text, HasSubstr("Done; transitions: 3, now: 0.000."));
+  EXPECT_THAT(run("list-breakpoint"), HasSubstr("\n1  Button:2 in * at Press\n[2002"));
+  EXPECT_THAT(run("proceed-until 100"), HasSubstr("now: 100.000.\n"));
 }
 
 TEST_F(DebuggerTest, LooksAndSendsBesideARunWhichWaitsForAnswersOnly) {
   run("set-trace 0");
-  debugger.execute("go");
-  debugger.runSlice();
-  EXPECT_EQ(dialogue.title, "Pedestrian Crossing, running");
+  debugger.takeCommand("go");
+  pump();
+  debugger.work();
   for (const char* beside :
        {"list-timer", "show-instance Controller", "now", "send Press Button:1"}) {
-    debugger.execute(beside);
-    EXPECT_TRUE(debugger.isRunning()) << beside;
-    EXPECT_EQ(dialogue.confirmed.back(), beside);
+    debugger.takeCommand(beside);
+    EXPECT_TRUE(debugger.isWorking()) << beside;
   }
-  debugger.execute("send");
-  EXPECT_FALSE(debugger.isRunning()) << "while it asks";
-  debugger.takeAnswer({AnswerKind::kCancelled});
-  EXPECT_TRUE(debugger.isRunning());
-  debugger.execute("stop");
-  EXPECT_FALSE(debugger.isRunning());
-  EXPECT_THAT(dialogue.text, HasSubstr("Interrupted; transitions: 500"));
-  EXPECT_THAT(dialogue.confirmed, testing::Contains("go"));
+  debugger.takeCommand("send");
+  EXPECT_FALSE(debugger.isWorking()) << "while it asks";
+  user.takeAnswer({AnswerKind::kCancelled});
+  EXPECT_TRUE(debugger.isWorking());
+  EXPECT_THAT(run("stop"), testing::AllOf(HasSubstr("Interrupted; transitions: 500"),
+                                          HasSubstr("[2002|go]\n> stop\n[2002|stop]\n")));
 }
 
-TEST_F(DebuggerTest, EndsACommandWhoseQuestionCannotBeAsked) {
-  run("mask-trace");
-  debugger.dropQuestion();
-  EXPECT_THAT(dialogue.text, HasSubstr("too long for a message.\nThe command ends here"));
-  EXPECT_EQ(dialogue.confirmed.back(), "mask-trace");
+TEST_F(DebuggerTest, AsksAfterEachPageWhetherToShowTheNext) {
+  run("set-page-length 7");
+  EXPECT_THAT(run("list-signal"), HasSubstr("\nLamp(Integer, Aspect)\nAlarm(AlarmCause)\n"
+                                            "[2001|Korvane - Page file|More lines: "));
+  answer({AnswerKind::kYes});
+  EXPECT_THAT(answer({AnswerKind::kNo}), HasSubstr("Stopped; lines not shown: "));
+  run("set-page-length 0");
+  EXPECT_THAT(run("list-signal"), testing::EndsWith("Fault(Integer)\n[2002|list-signal]\n"));
 }
 
-TEST_F(DebuggerTest, TracesAsMuchAsAskedForEachProcess) {
+TEST_F(DebuggerTest, TellsADynamicErrorAndGoesOnAfterItsAcknowledgement) {
   run("set-trace 0");
-  run("set-trace 2 Pedestrian");
-  EXPECT_THAT(run("list-trace"), HasSubstr("Pedestrian       2"));
+  run("proceed-until 1");
+  run("assign-variable Button:1 party Pedestrian:7");
   run("send Arrive Button:1 2");
-  EXPECT_EQ(run("proceed-until 1"),
-            "      0.000  Pedestrian:1       start                        -> Waiting\n"
-            "               output Press to Button:1\n"
-            "Done; transitions: 14, now: 1.000.\n");
-  run("set-trace 3");
-  EXPECT_THAT(run("proceed-until 30"), HasSubstr("               set Walking to 26.000\n"));
+  const std::string error =
+      "Dynamic error in Button:1 in Idle at Arrive, now 1.000:\nSignal Join is "
+      "sent to Pedestrian:7, which does not live.";
+  EXPECT_EQ(run("go"), "> go\n[2014]\n" + error +
+                           "\nStopped; transitions: 1, now: 1.000.\n[2015]\n" +
+                           "[2013|Korvane - Dynamic error|" + error + "]\n");
+  EXPECT_EQ(answer({AnswerKind::kAcknowledged}), "[2002|go]\n");
 }
 
-TEST_F(DebuggerTest, BeginsAnewOnRestartAndKeepsBreakpoints) {
-  run("set-trace 0");
-  run("set-breakpoint Supervisor start");
-  run("next-transition 50");
-  run("restart");
-  EXPECT_EQ(system.now(), 0);
-  EXPECT_THAT(run("go"), HasSubstr("Breakpoint 1 (Supervisor in start at *) before Supervisor:1 in "
-                                   "start; transitions: 0"));
-}
-
-TEST_F(ToyDebuggerTest, SaysWhenNothingIsLeftToDo) {
-  EXPECT_THAT(run("go"), HasSubstr("Nothing to do until a signal comes: no transition is ready, no "
-                                   "timer is active; transitions: 2, now: 0.000."));
-  run("send Add Clerk:1 7");
-  EXPECT_EQ(run("list-queue"), "Clerk:1 in Closed:\n  Add(7)  from env  saved\n");
-  EXPECT_EQ(run("list-queue Clerk:2"), "The queue of Clerk:2 is empty.\n");
-  EXPECT_THAT(run("list-ready"), HasSubstr("No transition is ready"));
-  EXPECT_EQ(run("list-timer"), "No timer is active.\n");
-  EXPECT_THAT(run("proceed-until 7"), HasSubstr("Done; transitions: 0, now: 7.000."));
-  EXPECT_THAT(run("proceed-until 6"), HasSubstr("This time is over: it is 7.000."));
-}
-
-TEST(NamesTest, SplitsWordsAtBlanksOutsideQuotes) {
-  EXPECT_THAT(*splitWords(" a  \"b c\"'d e'\tf '' ").value, ElementsAre("a", "b cd e", "f", ""));
-  EXPECT_THAT(*splitWords("  ").value, IsEmpty());
-  EXPECT_FALSE(splitWords("a 'b"));
-}
-
-TEST(NamesTest, AbbreviatesPartByPart) {
-  EXPECT_TRUE(abbreviates("l-p", "list-process"));
-  EXPECT_TRUE(abbreviates("list", "list-process"));
-  EXPECT_TRUE(abbreviates("list-", "list-process"));
-  EXPECT_FALSE(abbreviates("l-p-x", "list-process"));
-  EXPECT_FALSE(abbreviates("listp", "list-process"));
-  EXPECT_EQ(*findName("go", {"go-on", "go"}, "command").value, "go");
-  EXPECT_FALSE(findName("", {"go"}, "command"));
+TEST_F(DebuggerTest, OpensASystemInItsDirectory) {
+  const TemporaryFolder folder;
+  const std::string path = folder.path().string();
+  EXPECT_THAT(run("system " + folder.write("c.sym", "system Lift\n").string()),
+              HasSubstr("c.sym describes the system \"Lift\"."));
+  answer({AnswerKind::kAcknowledged});
+  EXPECT_THAT(run("system " + folder.write("a 'b.sym", "system Pedestrian crossing\n").string()),
+              testing::AllOf(HasSubstr("[2012|" + path + "|Pedestrian Crossing]"),
+                             HasSubstr("[2008|Pedestrian Crossing (a 'b.sym), now 0.000]")));
+  EXPECT_THAT(run("change-directory ."), HasSubstr("Source directory: " + path + '\n'));
 }
 
 }  // namespace

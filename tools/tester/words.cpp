@@ -1,0 +1,163 @@
+#include "tester/words.h"
+
+#include <algorithm>
+#include <sstream>
+
+namespace tester {
+
+namespace {
+
+constexpr std::string_view kBlanks = " \t\r\n\f\v";
+constexpr std::size_t kColumnGap = 2;
+
+/// The item whose name the word is or begins.
+template <typename Item>
+Lookup<const Item*> findItem(const std::vector<Item>& items, const std::string& word,
+                             std::string_view kind) {
+  const auto name = findName(word, namesOf(items), kind);
+  for (const Item& item : items) {
+    if (name && item.name == *name.value) {
+      return {&item};
+    }
+  }
+  return {{}, name.problem};
+}
+
+}  // namespace
+
+std::string trimmed(std::string_view text) {
+  const std::size_t first = text.find_first_not_of(kBlanks);
+  if (first == std::string_view::npos) {
+    return "";
+  }
+  return std::string(text.substr(first, text.find_last_not_of(kBlanks) - first + 1));
+}
+
+Words splitWords(std::string_view command) {
+  std::istringstream stream{std::string(command)};
+  Words words;
+  for (std::string word; stream >> word;) {
+    words.push_back(word);
+  }
+  return words;
+}
+
+Lookup<std::string> findName(std::string_view word, const Words& names, std::string_view kind) {
+  Words candidates;
+  for (const std::string& name : names) {
+    if (equalIgnoringCase(word, name)) {
+      return {name};
+    }
+    if (!word.empty() && equalIgnoringCase(word, std::string_view(name).substr(0, word.size()))) {
+      candidates.push_back(name);
+    }
+  }
+  if (candidates.size() == 1) {
+    return {candidates.front()};
+  }
+  const std::string what = std::string(kind) + " \"" + std::string(word) + '"';
+  return {{},
+          candidates.empty() ? "Unknown " + what + '.'
+                             : "Ambiguous " + what + ", it may be: " + joinNames(candidates) + '.'};
+}
+
+Lookup<const ProcessType*> findProcess(const SimulatedSystem& system, const std::string& word) {
+  return findItem(system.definition().processes, word, "process");
+}
+
+Lookup<const SignalType*> findSignal(const SimulatedSystem& system, const std::string& word) {
+  return findItem(system.definition().signalTypes, word, "signal");
+}
+
+Lookup<InstanceId> readInstanceName(const SimulatedSystem& system, const std::string& word) {
+  const std::size_t colon = word.find(':');
+  const auto process = findProcess(system, word.substr(0, colon));
+  if (!process) {
+    return {{}, process.problem};
+  }
+  const std::string& name = (*process.value)->name;
+  if (colon == std::string::npos) {
+    return {InstanceId{name, 0}};
+  }
+  const auto instance = parseInstance(name + word.substr(colon));
+  return instance ? Lookup<InstanceId>{*instance}
+                  : Lookup<InstanceId>{{}, "No instance number in \"" + word + "\"."};
+}
+
+Lookup<InstanceId> findInstance(const SimulatedSystem& system, const std::string& word) {
+  const auto id = readInstanceName(system, word);
+  if (!id || system.find(*id.value) != nullptr) {
+    return id;
+  }
+  if (id.value->number != 0) {
+    return {{}, "There is no instance " + formatInstance(*id.value) + '.'};
+  }
+  const std::vector<InstanceId> living = livingInstances(system, id.value->process);
+  if (living.size() == 1) {
+    return {living.front()};
+  }
+  return {{},
+          "Process " + id.value->process + " has " +
+              (living.empty() ? "no living instance." : "several living instances.")};
+}
+
+std::vector<InstanceId> livingInstances(const SimulatedSystem& system, const std::string& process) {
+  std::vector<InstanceId> ids;
+  for (const ProcessInstance* instance : system.instances()) {
+    if (process.empty() || instance->id.process == process) {
+      ids.push_back(instance->id);
+    }
+  }
+  return ids;
+}
+
+Lookup<std::vector<Value>> readParameters(const SignalType& signal, const Words& words) {
+  if (words.size() != signal.parameters.size()) {
+    return {{},
+            "Signal " + describeSignal(signal) + " takes " +
+                countedThings(signal.parameters.size(), "parameter") +
+                ", given: " + std::to_string(words.size()) + '.'};
+  }
+  std::vector<Value> values;
+  for (std::size_t i = 0; i < words.size(); ++i) {
+    const Sort& sort = signal.parameters[i];
+    const auto value = parseValue(sort, words[i]);
+    if (!value) {
+      return {{},
+              "Parameter " + std::to_string(i + 1) + " of " + describeSignal(signal) + " must be " +
+                  expectedText(sort) + ", not \"" + words[i] + "\"."};
+    }
+    values.push_back(*value);
+  }
+  return {values};
+}
+
+std::string describeSignal(const SignalType& signal) {
+  return signal.name + formatParameters(namesOf(signal.parameters));
+}
+
+std::string countedThings(std::size_t count, const std::string& thing) {
+  return std::to_string(count) + ' ' + thing + (count == 1 ? "" : "s");
+}
+
+std::string columnText(const std::vector<Words>& rows, const std::string& indent) {
+  std::vector<std::size_t> widths;
+  for (const Words& row : rows) {
+    widths.resize(std::max(widths.size(), row.size()), 0);
+    for (std::size_t i = 0; i < row.size(); ++i) {
+      widths[i] = std::max(widths[i], row[i].size());
+    }
+  }
+  std::string lines;
+  for (const Words& row : rows) {
+    std::string line = indent;
+    for (std::size_t i = 0; i < row.size(); ++i) {
+      line += row[i] + std::string(widths[i] - row[i].size() + kColumnGap, ' ');
+    }
+    line.erase(line.find_last_not_of(' ') + 1);
+    lines += line + '\n';
+  }
+  return lines;
+}
+
+}  // namespace tester

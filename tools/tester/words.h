@@ -1,0 +1,70 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tester/simulated_system.h"
+
+/// What the words of a command mean in the system under test, and how lists are laid out. The case
+/// of letters does not matter; names may be abbreviated as far as they stay unique.
+namespace tester {
+
+using Words = std::vector<std::string>;
+
+/// What a word of the user was found to mean, or why it means nothing.
+template <typename T>
+struct Lookup {
+  std::optional<T> value = {};
+  std::string problem = {};  ///< one sentence, when there is no value
+
+  explicit operator bool() const { return value.has_value(); }
+};
+
+inline constexpr char kAnyWord[] = "*";
+
+/// The text without blanks and line ends around it.
+std::string trimmed(std::string_view text);
+
+Words splitWords(std::string_view command);
+
+/// The one of `names` that the word is or begins; the whole name wins over longer ones. `kind` says
+/// in a problem text what was looked for: "process".
+Lookup<std::string> findName(std::string_view word, const Words& names, std::string_view kind);
+
+Lookup<const ProcessType*> findProcess(const SimulatedSystem& system, const std::string& word);
+Lookup<const SignalType*> findSignal(const SimulatedSystem& system, const std::string& word);
+
+/// "Button:2" or "Button", number 0; such an instance need not live.
+Lookup<InstanceId> readInstanceName(const SimulatedSystem& system, const std::string& word);
+
+/// A living instance: "Button:2", or the process alone when it has exactly one living instance.
+Lookup<InstanceId> findInstance(const SimulatedSystem& system, const std::string& word);
+
+/// Living instances of a process; of all when `process` is empty.
+std::vector<InstanceId> livingInstances(const SimulatedSystem& system, const std::string& process);
+
+/// The values of a signal's parameters.
+Lookup<std::vector<Value>> readParameters(const SignalType& signal, const Words& words);
+
+/// "Arrive(Integer)": a signal with the sorts of its parameters.
+std::string describeSignal(const SignalType& signal);
+
+/// The names of things.
+template <typename Items>
+Words namesOf(const Items& items) {
+  Words names;
+  for (const auto& item : items) {
+    names.push_back(item.name);
+  }
+  return names;
+}
+
+/// "1 signal", "7 signals"
+std::string countedThings(std::size_t count, const std::string& thing);
+
+/// Lines of text columns, each as wide as its widest cell, after `indent`; with their ends and
+/// without blanks before these.
+std::string columnText(const std::vector<Words>& rows, const std::string& indent = "");
+
+}  // namespace tester
