@@ -8,7 +8,7 @@
 #include "app/message_handler.h"
 #include "app/poll_handlers.h"
 #include "app/wmain.h"
-#include "dialogs/version_text.h"
+#include "dialogs/dabout.h"
 #include "framework/controls/record_controls.h"
 #include "framework/core/application.h"
 #include "framework/core/control_registry.h"

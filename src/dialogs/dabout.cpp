@@ -2,9 +2,15 @@
 
 #include "dialogs/dabout.h"
 
-#include <memory>
+#include <fcntl.h>
+#include <unistd.h>
 
-#include "dialogs/version_text.h"
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <utility>
+
 #include "framework/controls/button.h"
 #include "framework/controls/static_text.h"
 #include "framework/draw/measure.h"
@@ -12,6 +18,7 @@
 #include "framework/layout/leaf_sizer.h"
 #include "resources/dialogs.h"
 #include "resources/resource_ids.h"
+#include "support/version.h"
 
 namespace {
 
@@ -41,7 +48,46 @@ zRCFont fontOf(int tenthsOfPoint, int weight) {
   return zRCFont(zFontSpec(kFace, zPrPoint(0, tenthsOfPoint), weight));
 }
 
+constexpr mode_t kNewFileMode = 0666;
+
+// Makes or empties the file as mode "w+" does, but waits for nobody at a pipe or a device. What is
+// then to be read is always empty, and so is not read.
+void emptyPatchLevel() {
+  const char* directory = std::getenv("neldir");
+  const std::string path = std::string(directory == nullptr ? "" : directory) + "\\patchlevel.txt";
+  const int file = open(
+      path.c_str(), O_RDWR | O_CREAT | O_TRUNC | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, kNewFileMode);
+  if (file >= 0) {
+    close(file);
+  }
+}
+
 }  // namespace
+
+const char* VersionText() {
+  // The version, an empty patch level and an empty third part.
+  static const std::string text = std::string(kProductVersion) + "  ";
+  emptyPatchLevel();
+  return text.c_str();
+}
+
+void PrintVersion() {
+  std::printf("nelkvui: Korvane : %s\n", VersionText());
+}
+
+void IconPane::setIcon(std::unique_ptr<zIcon> newIcon) {
+  icon = std::move(newIcon);
+  invalidate(nullptr, 1);
+}
+
+int IconPane::draw(zEvent* /*event*/) {
+  display()->lock();
+  if (icon != nullptr) {
+    display()->copyIcon(icon->pixmap(), icon->mask(), icon->size(), {0, 0});
+  }
+  display()->unlock();
+  return 1;
+}
 
 ziTellingBox::ziTellingBox(zWindow* parent, const char* title, const Place& size)
     : zFormDialog(parent, new zSizer(0, 0, 1, 1), kDialogStyle) {

@@ -1,7 +1,34 @@
 #pragma once
 
-#include "dialogs/icon_pane.h"
+#include <memory>
+
 #include "framework/core/dialog_frame.h"
+#include "framework/core/pane.h"
+#include "framework/draw/icon.h"
+
+/// "version patch-level " of the product, in one buffer of the process.
+///
+/// The patch level is read from a file that the reading itself empties, so it is always empty; a
+/// file of that name is made or emptied if it can be. Intended.
+const char* VersionText();
+
+/// Writes the version line to standard output.
+void PrintVersion();
+
+/// Draws an icon at its upper left corner; empty until it is given one.
+class IconPane : public zPane {
+ public:
+  IconPane(zWindow* parent, zSizer* sizer, std::uint32_t style, int id)
+      : zPane(parent, sizer, style, id) {}
+
+  /// Replaces the icon, null for none, and asks for a repaint.
+  void setIcon(std::unique_ptr<zIcon> newIcon);
+
+  int draw(zEvent* event) override;
+
+ private:
+  std::unique_ptr<zIcon> icon;
+};
 
 /// Base of the boxes that only tell something: texts, a line below them and OK. All places are in
 /// dialog units of the box's own font, so that what fits at one resolution fits at each.

@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "dialogs/file_preset.h"
+#include "dialogs/file_form.h"
 #include "tests/support/temporary_folder.h"
 
 namespace {
