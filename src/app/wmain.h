@@ -65,13 +65,8 @@ class WMain : public zAppFrame, private ziButtonHost {
   zWindow& window() override { return *this; }
   zMenu& mainMenu() override { return *menuBar; }
   RWCString applicationTitle() override;
-  RWCString programPath() override;
   int toolBarHeight() override;
-  void sendCommand(const RWCString& command) override;
   void setMenuHelp(std::span<const zHelpText> rows) override;
-  void focusCommandLine() override;
-  void repaintLog() override;
-  void tellInLog(const std::string& line) override;
 
   void createMenu();
   void createToolBar();

@@ -91,7 +91,7 @@ int WMain::onCommand(zEvent* event) {
   const auto* row = std::ranges::find(kCommands, event->wparam, &CommandRow::id);
   const int result = (this->*row->run)(event);
   // Whatever had the keyboard, the user goes on at the command line.
-  focusCommandLine();
+  theCommandLine->startFocusTimer();
   return result;
 }
 

@@ -4,11 +4,7 @@
 #include "app/main_menu.h"
 #include "app/main_toolbar.h"
 #include "app/wmain.h"
-#include "framework/core/application.h"
-#include "link/typed_senders.h"
 #include "textarea/command_queue.h"
-#include "textarea/ret_edit_line.h"
-#include "textarea/text_pane.h"
 
 void WMain::executeCommandLine(const RWCString& line) {
   ::executeCommandLine(line.view());
@@ -18,17 +14,9 @@ RWCString WMain::applicationTitle() {
   return g_AppTitle;
 }
 
-RWCString WMain::programPath() {
-  return zApp::instance()->programPath();
-}
-
 // The global keeps its value while the bar is hidden.
 int WMain::toolBarHeight() {
   return toolBarStrip.isVisible ? g_ToolBarHeight : g_ToolBarHeight - toolBarStrip.size.height;
-}
-
-void WMain::sendCommand(const RWCString& command) {
-  ::sendCommand(command.c_str());
 }
 
 void WMain::showStatus(const RWCString& shown) {
@@ -48,16 +36,4 @@ void WMain::setMenuHelp(std::span<const zHelpText> rows) {
   helpTexts.insert(helpTexts.end(), rows.begin(), rows.end());
   helpTexts.push_back({0, nullptr});
   statusLine->setHelpTable(kHelpItemId, helpTexts.data());
-}
-
-void WMain::focusCommandLine() {
-  theCommandLine->startFocusTimer();
-}
-
-void WMain::repaintLog() {
-  theTextPane->invalidate(nullptr, 1);
-}
-
-void WMain::tellInLog(const std::string& line) {
-  theTextPane->appendText((line + "\n").c_str());
 }

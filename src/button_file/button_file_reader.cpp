@@ -10,9 +10,123 @@
 
 #include <algorithm>
 
-#include "button_file/button_file_lines.h"
-
 namespace {
+
+std::string_view withoutBack(std::string_view text, char unwanted) {
+  return text.substr(0, text.find_last_not_of(unwanted) + 1);
+}
+
+std::string_view withoutFront(std::string_view text, char unwanted) {
+  return text.substr(std::min(text.find_first_not_of(unwanted), text.size()));
+}
+
+bool isBlank(char c) {
+  return c == ' ' || c == '\t';
+}
+
+/// The line without line feeds, then carriage returns at its end, then blanks, then tabs at its
+/// front, one pass each. A NUL ends the line.
+std::string normaliseLine(std::string_view line) {
+  line = line.substr(0, line.find('\0'));
+  line = withoutBack(withoutBack(line, '\n'), '\r');
+  // One pass each is intended: a blank behind a tab stays in front, and so does all at the end.
+  return std::string(withoutFront(withoutFront(line, ' '), '\t'));
+}
+
+/// Characters that one read of a line delivers at most, its line feed included.
+constexpr std::size_t kMaxButtonFileLine = 999;
+
+/// Source of a button file: gives its next byte, or EOF again and again.
+using ButtonFileBytes = std::function<int()>;
+
+/// The lines of a button file one by one, as a read into a buffer of fixed size and C strings would
+/// give them. That is a property of the file format: files exist whose meaning depends on it.
+class ButtonFileLines {
+ public:
+  ButtonFileLines(ButtonFileBytes source, const ButtonFileObserver& noteObserver)
+      : bytes(std::move(source)), observer(noteObserver) {}
+
+  /// Reads the next line; false at the end of the file, where text() keeps its value. The rest of a
+  /// line that is too long for one read comes as a line of its own.
+  bool next();
+
+  /// The line read last, normalised.
+  const std::string& text() const { return line; }
+  /// Number, from 1, of the line of the file that text() is from.
+  std::size_t number() const { return lineNumber; }
+  /// Whether text() is the rest of a longer line.
+  bool isRest() const { return rest; }
+
+  void note(ButtonFileRemark remark) const { note(remark, lineNumber, line); }
+  void note(ButtonFileRemark remark, std::size_t number, std::string_view text) const;
+
+ private:
+  std::string readRaw();
+  void noteLosses(std::string_view raw);
+
+  ButtonFileBytes bytes;
+  const ButtonFileObserver& observer;
+  std::string line;
+  std::size_t lineNumber = 0;
+  bool rest = false;
+  bool unfinished = false;  ///< the last read has not reached a line feed
+  bool longLineTold = false;
+};
+
+bool ButtonFileLines::next() {
+  const std::string raw = readRaw();
+  if (raw.empty()) {
+    return false;
+  }
+  rest = unfinished;
+  if (!rest) {
+    ++lineNumber;
+    longLineTold = false;
+  }
+  unfinished = raw.back() != '\n';
+  line = normaliseLine(raw);
+  if (observer) {
+    noteLosses(raw);
+  }
+  return true;
+}
+
+void ButtonFileLines::note(ButtonFileRemark remark, std::size_t number,
+                           std::string_view text) const {
+  if (observer) {
+    observer({remark, number, text});
+  }
+}
+
+std::string ButtonFileLines::readRaw() {
+  std::string raw;
+  while (raw.size() < kMaxButtonFileLine) {
+    const int byte = bytes();
+    if (byte == EOF) {
+      break;
+    }
+    raw += static_cast<char>(byte);
+    if (byte == '\n') {
+      break;
+    }
+  }
+  return raw;
+}
+
+void ButtonFileLines::noteLosses(std::string_view raw) {
+  if (raw.find('\0') != std::string_view::npos) {
+    note(ButtonFileRemark::kNulByte);
+  }
+  const bool isMoreThanLineEnd = raw.find_first_not_of("\r\n") != std::string_view::npos;
+  if (rest && isMoreThanLineEnd && !longLineTold) {
+    longLineTold = true;
+    note(ButtonFileRemark::kLongLine);
+  }
+  const bool isComment = line.substr(0, 1) == "#";
+  if (!rest && isBlank(raw.front()) && !line.empty() && !isComment) {
+    note(ButtonFileRemark::kBlanksLost);
+  }
+}
 
 constexpr std::string_view kMenuWord = ":MENU";
 constexpr std::string_view kCollapsedWord = ":COLLAPSED";

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "button_file/button_file_notes.h"
+#include "button_file/button_file_reader.h"
 
 /// What to tell the author of a file about a remark, to stand before the line in question.
 std::string_view remarkText(ButtonFileRemark remark);

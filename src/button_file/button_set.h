@@ -1,5 +1,6 @@
 #pragma once
 
+#include <list>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,7 +19,7 @@ struct Button {
 struct ButtonGroup {
   std::string name;
   bool expanded = true;
-  std::vector<Button> buttons;
+  std::list<Button> buttons;
   bool operator==(const ButtonGroup&) const = default;
 };
 
@@ -41,9 +42,14 @@ struct ButtonMenu {
   bool operator==(const ButtonMenu&) const = default;
 };
 
-/// What a button file holds. Names need not be unique, and any text may be empty.
+/// What a button file holds. Names need not be unique, and any text may be empty. Lists: what shows
+/// a group, a button or a menu refers to it while others come and go.
 struct ButtonSet {
-  std::vector<ButtonGroup> groups;
-  std::vector<ButtonMenu> menus;
+  std::list<ButtonGroup> groups;
+  std::list<ButtonMenu> menus;
   bool operator==(const ButtonSet&) const = default;
 };
+
+/// The bytes of a button file that holds `set`. Texts that the reader will not take for what they
+/// are go out as they stand, without a word.
+std::string formatButtonSet(const ButtonSet& set);

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <span>
-#include <string>
 
 #include "framework/visuals/status_line.h"
 #include "support/rwc_string.h"
@@ -9,7 +8,8 @@
 class zMenu;
 class zWindow;
 
-/// What the button set asks of the main window, which implements it and outlives the set.
+/// What the button set asks of the main window, which implements it and outlives the set. The log
+/// and the command line it finds by itself.
 class ziButtonHost {
  public:
   ziButtonHost() = default;
@@ -24,23 +24,14 @@ class ziButtonHost {
   virtual zMenu& mainMenu() = 0;
   /// Goes in front of the titles of dialogs and boxes.
   virtual RWCString applicationTitle() = 0;
-  /// The path that the program was started by, as the process got it.
-  virtual RWCString programPath() = 0;
   /// What the toolbar adds to the distance of the groups from the upper edge of the window, pixels.
   virtual int toolBarHeight() = 0;
 
   /// Cuts a line into commands and sends them.
   virtual void executeCommandLine(const RWCString& line) = 0;
-  /// Sends one command as it stands.
-  virtual void sendCommand(const RWCString& command) = 0;
   /// Shows a text in the first field of the status line.
   virtual void showStatus(const RWCString& text) = 0;
   /// The help of the set's menu entries, in their order, to be shown behind that of the main
   /// window's own commands. The rows' texts live until the next call; the span doesn't.
   virtual void setMenuHelp(std::span<const zHelpText> rows) = 0;
-  /// Gives the input focus to the command line, soon.
-  virtual void focusCommandLine() = 0;
-  virtual void repaintLog() = 0;
-  /// Appends a line to the log.
-  virtual void tellInLog(const std::string& line) = 0;
 };

@@ -9,11 +9,11 @@
 
 #include <algorithm>
 
-#include "buttons/button_host.h"
 #include "buttons/group_pane.h"
 #include "framework/draw/measure.h"
 #include "framework/layout/grav_sizer.h"
 #include "support/label_text.h"
+#include "textarea/ret_edit_line.h"
 
 namespace {
 
@@ -34,26 +34,25 @@ constexpr zPoint kMenuOffset = {6, -2};
 
 }  // namespace
 
-ButtonPane::ButtonPane(GroupPane& canvas, zSizer* sizer, const RWCString& name, int isExpanded)
+ButtonPane::ButtonPane(GroupPane& canvas, zSizer* sizer, const ButtonGroup& shown)
     : zPanel3d(&canvas, sizer, kPanelStyle, "", canvas.nextControlId()),
       groups(canvas),
-      groupName(name),
-      nameWidth(widenedText(canvas.textExtent(name).width)),
-      expandedHeight(canvas.metrics().headerHeight),
-      expanded(isExpanded) {
+      model(shown),
+      nameWidth(widenedText(canvas.textExtent(shown.name).width)),
+      expandedHeight(canvas.metrics().headerHeight) {
   if (canvas.background() != kNoBackground) {
     setBackground(canvas.backgroundColour());
   }
   createHeader();
   updateWidths();
-  setExpanded(isExpanded);
+  setExpanded(model.expanded ? 1 : 0);
   show();
 }
 
 ButtonPane::~ButtonPane() {
-  // They refer to their commands.
-  for (const auto& button : buttons) {
-    delete button->window;
+  // They refer to this pane as their parent until they are gone.
+  for (const ziCommand& button : buttons) {
+    delete button.window;
   }
 }
 
@@ -75,9 +74,8 @@ void ButtonPane::createHeader() {
   const zDimension boxSize = {checkBoxWidth(), metrics.headerHeight - kCheckBoxInset};
   auto* boxSizer = new zGrowToFitSizer(kGravityLeft, kGrowFixedHeight, boxSize.height, all);
   boxSizer->setSize(boxSize);
-  checkBox = new zCheckBox(this, boxSizer, kCheckBoxStyle,
-                           withoutMnemonics(groupName.view()).c_str(), groups.nextControlId());
-  checkBox->setBoundValue(&expanded);
+  checkBox = new zCheckBox(this, boxSizer, kCheckBoxStyle, withoutMnemonics(model.name).c_str(),
+                           groups.nextControlId());
   checkBox->setNotify(this, toHandler(&ButtonPane::onFold), kNotifyClicked);
   groupButton->keepFocusOnClick();
   checkBox->keepFocusOnClick();
@@ -93,27 +91,16 @@ int ButtonPane::headerHeight() const {
 
 // The plain width of a name would not hold the mark beside it.
 int ButtonPane::checkBoxWidth() const {
-  const zDimension shown = groups.textExtent(groupName);
+  const zDimension shown = groups.textExtent(model.name);
   return std::max(nameWidth + kCheckMark, shown.width + shown.height + kCheckMargins);
 }
 
-std::vector<RWCString> ButtonPane::labels() const {
-  std::vector<RWCString> all;
-  for (const auto& button : buttons) {
-    all.push_back(button->label);
-  }
-  return all;
-}
-
 void ButtonPane::setExpanded(int newValue) {
-  expanded = newValue;
-  checkBox->showData();
+  checkBox->check(newValue != 0);
 }
 
-void ButtonPane::append(const RWCString& label, const RWCString& definition) {
-  buttons.push_back(std::make_unique<ziCommand>(
-      ziCommand{label, definition, groups.nextControlId(), groups.buttonWidth(label)}));
-  maxButtonWidth = std::max(maxButtonWidth, buttons.back()->buttonWidth);
+void ButtonPane::append(const Button& shown) {
+  buttons.push_back({&shown, groups.nextControlId(), groups.buttonWidth(shown.label)});
 }
 
 void ButtonPane::updateWidths() {
@@ -125,84 +112,54 @@ void ButtonPane::updateWidths() {
 
 void ButtonPane::updateExtents() {
   maxButtonWidth = 0;
-  for (const auto& button : buttons) {
-    maxButtonWidth = std::max(maxButtonWidth, button->buttonWidth);
+  for (const ziCommand& button : buttons) {
+    maxButtonWidth = std::max(maxButtonWidth, button.buttonWidth);
   }
   updateWidths();
   expandedHeight = expandedGroupHeight(groups.metrics(), static_cast<int>(buttons.size()));
 }
 
-void ButtonPane::settleChange() {
+void ButtonPane::addAllButtons() {
+  for (const Button& shown : model.buttons) {
+    append(shown);
+  }
   updateExtents();
-  setExpanded(1);
-  groups.relayout();
-  groups.setModified();
 }
 
-void ButtonPane::addButton(const RWCString& label, const RWCString& definition) {
-  append(label, definition);
-  settleChange();
+void ButtonPane::addButton() {
+  append(model.buttons.back());
+  updateExtents();
 }
 
-void ButtonPane::changeCurrentButton(const RWCString& label, const RWCString& definition) {
-  if (current >= buttons.size()) {
-    return;
-  }
-  ziCommand& button = *buttons[current];
-  button.label = label;
-  button.definition = definition;
-  button.buttonWidth = groups.buttonWidth(label);
+ziCommand& ButtonPane::commandOf(const Button& shown) {
+  return *std::find_if(buttons.begin(), buttons.end(),
+                       [&](const ziCommand& button) { return button.shown == &shown; });
+}
+
+void ButtonPane::changeCurrentButton(const Button& changed) {
+  ziCommand& button = commandOf(changed);
+  button.buttonWidth = groups.buttonWidth(changed.label);
   if (button.window != nullptr) {
-    button.window->setText(withoutMnemonics(label.view()).c_str());
+    button.window->setText(withoutMnemonics(changed.label).c_str());
   }
-  settleChange();
+  updateExtents();
 }
 
-std::size_t ButtonPane::indexOf(const RWCString& label) const {
-  const auto found = std::find_if(buttons.begin(), buttons.end(),
-                                  [&](const auto& button) { return button->label == label; });
-  return static_cast<std::size_t>(found - buttons.begin());
-}
-
-void ButtonPane::deleteButton(const RWCString& label) {
-  const std::size_t index = indexOf(label);
-  if (index < buttons.size()) {
-    delete buttons[index]->window;
-    buttons.erase(buttons.begin() + static_cast<std::ptrdiff_t>(index));
-  }
-}
-
-void ButtonPane::rebuildAfterDelete() {
-  settleChange();
+void ButtonPane::deleteButton(const Button& going) {
+  ziCommand& button = commandOf(going);
+  delete button.window;
+  buttons.erase(buttons.begin() + (&button - buttons.data()));
 }
 
 void ButtonPane::rename(const RWCString& newName) {
   // Without the room that a new group's name gets: the check box becomes narrower by a rename to
   // the same name. Intended.
   nameWidth = groups.textExtent(newName).width;
-  groupName = newName;
   checkBox->setText(withoutMnemonics(newName.view()).c_str());
   const zPoint pos = checkBox->sizer()->pos();
   checkBox->moveResize(pos.x, pos.y, checkBoxWidth(), headerHeight() - kCheckBoxInset);
   invalidate(nullptr, 1);
   updateWidths();
-  groups.relayout();
-  groups.setModified();
-}
-
-bool ButtonPane::setCurrentButton(std::size_t row, const RWCString& label) {
-  if (row >= buttons.size() || buttons[row]->label != label) {
-    row = indexOf(label);
-  }
-  if (row >= buttons.size()) {
-    return false;
-  }
-  current = row;
-  return true;
-}
-
-const ziCommand* ButtonPane::currentButton() const {
-  return current < buttons.size() ? buttons[current].get() : nullptr;
 }
 
 void ButtonPane::place(int newWidth, int canvasTop) {
@@ -216,7 +173,7 @@ void ButtonPane::place(int newWidth, int canvasTop) {
   }
   cutOff = top - wholeTop;
   for (std::size_t i = 0; i < buttons.size(); ++i) {
-    if (buttons[i]->window != nullptr) {
+    if (buttons[i].window != nullptr) {
       placeButton(static_cast<int>(i));
     }
   }
@@ -235,7 +192,7 @@ void ButtonPane::placeGroupButton(int seenRight) {
 }
 
 void ButtonPane::showButtons(const CanvasBand& band) {
-  if (!isExpanded()) {
+  if (!model.expanded) {
     return;
   }
   const ButtonSpan span =
@@ -246,12 +203,12 @@ void ButtonPane::showButtons(const CanvasBand& band) {
 }
 
 void ButtonPane::placeButton(int index) {
-  ziCommand& button = *buttons[static_cast<std::size_t>(index)];
+  ziCommand& button = buttons[static_cast<std::size_t>(index)];
   zRect rect = buttonPlace(groups.metrics(), maxButtonWidth, index);
   rect.moveBy(0, -cutOff);
   if (button.window == nullptr) {
-    button.window =
-        new DynButton(this, new zSizer(rect.pos(), rect.size()), button, groups.mainWindow());
+    button.window = new DynButton(this, new zSizer(rect.pos(), rect.size()), button.id,
+                                  *button.shown, groups.document(), groups.mainWindow());
     groups.takeInputOf(*button.window);
     button.window->show();
   } else if (rect != button.window->sizer()->rect()) {
@@ -264,9 +221,8 @@ zPoint ButtonPane::menuPlace() const {
 }
 
 int ButtonPane::onFold(zEvent* /*event*/) {
-  checkBox->storeData();
-  groups.relayout();
-  groups.mainWindow().focusCommandLine();
+  groups.document().setExpanded(model, checkBox->checked());
+  theCommandLine->startFocusTimer();
   return 1;
 }
 

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 
-#include "buttons/button_host.h"
 #include "buttons/group_pane.h"
 #include "framework/controls/scroll_bar.h"
 #include "framework/draw/measure.h"
 #include "framework/layout/grav_sizer.h"
+#include "textarea/ret_edit_line.h"
 
 namespace {
 
@@ -43,7 +43,7 @@ void prepare(zScrollBarCtrl& bar, zScrollerBase& scroller) {
 int follow(zWindow* bar) {
   if (theGroupPane != nullptr) {
     theGroupPane->scrolled(*windowCast<zScrollBarCtrl>(bar));
-    theGroupPane->mainWindow().focusCommandLine();
+    theCommandLine->startFocusTimer();
   }
   return 1;
 }

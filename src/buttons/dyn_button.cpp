@@ -1,9 +1,12 @@
 #include "buttons/dyn_button.h"
 
+#include "button_file/button_set_document.h"
 #include "buttons/button_host.h"
 #include "framework/controls/pointer.h"
 #include "support/label_text.h"
 #include "textarea/command_queue.h"
+#include "textarea/ret_edit_line.h"
+#include "textarea/text_pane.h"
 
 namespace {
 
@@ -13,10 +16,11 @@ constexpr unsigned long kWatchPeriod = 50;  // milliseconds
 
 }  // namespace
 
-DynButton::DynButton(zWindow* parent, zSizer* sizer, ziCommand& shown, ziButtonHost& mainWindow)
-    : zPushButton(parent, sizer, kButtonStyle, withoutMnemonics(shown.label.view()).c_str(),
-                  shown.id),
+DynButton::DynButton(zWindow* parent, zSizer* sizer, int id, const Button& shown,
+                     ButtonSetDocument& set, ziButtonHost& mainWindow)
+    : zPushButton(parent, sizer, kButtonStyle, withoutMnemonics(shown.label).c_str(), id),
       command(shown),
+      document(set),
       host(mainWindow) {
   if (parent->background() != kNoBackground) {
     setBackground(parent->backgroundColour());
@@ -34,8 +38,8 @@ DynButton::~DynButton() {
 
 int DynButton::mouseButtonDown(zEvent* event) {
   if (pointerOf(*event).button == kPressingButton) {
-    host.showStatus(RWCString("Execute Command: ") + command.definition);
-    host.focusCommandLine();
+    host.showStatus("Execute Command: " + command.definition);
+    theCommandLine->startFocusTimer();
     armed = 1;
     // A release elsewhere in the program is this button's, too.
     grabPointer(*this);
@@ -75,20 +79,19 @@ int DynButton::mouseButtonUp(zEvent* event) {
         pointer.pos.y < size.height) {
       execute();
     }
-    mainWindow.repaintLog();
+    theTextPane->invalidate(nullptr, 1);
     mainWindow.showStatus("");
   }
-  mainWindow.focusCommandLine();
+  theCommandLine->startFocusTimer();
   return 0;
 }
 
 // The mouse's presses have been dealt with by then.
 int DynButton::onActivated(zEvent* event) {
   if (pointerOf(*event).button == 0) {
-    ziButtonHost& mainWindow = host;
     execute();
-    mainWindow.repaintLog();
-    mainWindow.focusCommandLine();
+    theTextPane->invalidate(nullptr, 1);
+    theCommandLine->startFocusTimer();
   }
   return 1;
 }
@@ -96,8 +99,8 @@ int DynButton::onActivated(zEvent* event) {
 // This button may be gone afterwards.
 void DynButton::execute() {
   // An empty definition becomes what it stands for, also in the button set. Intended.
-  if (command.definition.isEmpty()) {
-    command.definition = kEmptyLineCommand;
+  if (command.definition.empty()) {
+    document.define(command, kEmptyLineCommand);
   }
-  host.executeCommandLine(RWCString(command.definition));
+  host.executeCommandLine(command.definition);
 }

@@ -5,13 +5,14 @@
 #include "framework/controls/button.h"
 #include "framework/core/timer.h"
 
+class ButtonSetDocument;
 class DynButton;
 class ziButtonHost;
+struct Button;
 
-/// A command that the user put on a button. Its window is made when it is first about to be seen.
+/// A button of the set as it is shown. Its window is made when it is first about to be seen.
 struct ziCommand {
-  RWCString label;
-  RWCString definition;
+  const Button* shown;
   int id = 0;
   int buttonWidth = 0;          ///< that its label asks for, pixels
   DynButton* window = nullptr;  ///< owned by the group's panel
@@ -21,8 +22,9 @@ struct ziCommand {
 /// keyboard. A click leaves the focus where it is.
 class DynButton : public zPushButton {
  public:
-  /// `shown` and `host` must outlive the button.
-  DynButton(zWindow* parent, zSizer* sizer, ziCommand& shown, ziButtonHost& host);
+  /// `set`, its button `shown` and `host` must outlive this one.
+  DynButton(zWindow* parent, zSizer* sizer, int id, const Button& shown, ButtonSetDocument& set,
+            ziButtonHost& host);
   ~DynButton() override;
 
   int mouseButtonDown(zEvent* event) override;
@@ -34,7 +36,8 @@ class DynButton : public zPushButton {
   void endPress();
   void execute();
 
-  ziCommand& command;
+  const Button& command;
+  ButtonSetDocument& document;
   ziButtonHost& host;
   int armed = 0;                       ///< a press is under way
   std::unique_ptr<zTimer> pressWatch;  ///< while it is

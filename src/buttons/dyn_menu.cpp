@@ -4,59 +4,51 @@
 #include <cctype>
 #include <string_view>
 
-#include "buttons/button_host.h"
+#include "button_file/button_set.h"
+#include "link/typed_senders.h"
+#include "textarea/ret_edit_line.h"
 
 int menuIdCounter = kFirstMenuId;
 
 namespace {
 
-constexpr std::string_view kSeparatorText = "separator";
-
 bool isSeparatorLabel(std::string_view label) {
   return std::equal(
-      label.begin(), label.end(), kSeparatorText.begin(), kSeparatorText.end(),
+      label.begin(), label.end(), kSeparatorWord.begin(), kSeparatorWord.end(),
       [](char a, char b) { return std::tolower(static_cast<unsigned char>(a)) == b; });
 }
 
 }  // namespace
 
-DynMenuItem::DynMenuItem(ziButtonHost& mainWindow, zMenu& menu, const RWCString& label,
-                         const RWCString& definition)
-    : host(mainWindow), id(++menuIdCounter) {
-  if (isSeparatorLabel(label.view())) {
-    labelText = kSeparatorText;
-    commandText = kSeparatorText;
+DynMenuItem::DynMenuItem(zMenu& menuBar, zMenu& menu, const MenuEntry& shown)
+    : bar(menuBar), entry(shown), id(++menuIdCounter) {
+  if (isSeparatorLabel(entry.label)) {
     menu.appendSeparator();
     return;
   }
-  labelText = label;
-  commandText = definition;
-  help = RWCString("Execute Command: ") + definition;
-  menu.appendItem(id, label.c_str(), 0);
-  host.mainMenu().setCommand(this, toHandler(&DynMenuItem::onChosen), id);
+  help = "Execute Command: " + entry.definition;
+  menu.appendItem(id, entry.label.c_str(), 0);
+  bar.setCommand(this, toHandler(&DynMenuItem::onChosen), id);
 }
 
 DynMenuItem::~DynMenuItem() {
-  host.mainMenu().removeCommand(this, toHandler(&DynMenuItem::onChosen), id);
+  bar.removeCommand(this, toHandler(&DynMenuItem::onChosen), id);
 }
 
 int DynMenuItem::onChosen(zEvent* /*event*/) {
   // Neither cut at semicolons nor replaced when empty, unlike a button's. Intended.
-  host.sendCommand(commandText);
-  host.focusCommandLine();
+  sendCommand(entry.definition.c_str());
+  theCommandLine->startFocusTimer();
   return 1;
 }
 
-DynMenu::DynMenu(ziButtonHost& mainWindow, const RWCString& name)
-    : host(mainWindow), title(name), menu(std::make_unique<zMenu>()) {}
-
-void DynMenu::append(const RWCString& label, const RWCString& definition) {
-  entries.push_back(std::make_unique<DynMenuItem>(host, *menu, label, definition));
-}
-
-void DynMenu::putIntoBar(int position) {
-  host.mainMenu().addSubMenu(menu.get(), title.c_str(), position);
-  host.mainMenu().create();
+DynMenu::DynMenu(zMenu& menuBar, const ButtonMenu& shown, int position)
+    : bar(menuBar), menu(std::make_unique<zMenu>()) {
+  for (const MenuEntry& entry : shown.entries) {
+    entries.push_back(std::make_unique<DynMenuItem>(bar, *menu, entry));
+  }
+  bar.addSubMenu(menu.get(), shown.name.c_str(), position);
+  bar.create();
 }
 
 void DynMenu::removeFromBar(int position) {
@@ -64,6 +56,6 @@ void DynMenu::removeFromBar(int position) {
   while (!entries.empty()) {
     entries.pop_back();
   }
-  host.mainMenu().deleteSubMenuAt(position);
+  bar.deleteSubMenuAt(position);
   menu.reset();
 }

@@ -1,5 +1,5 @@
-// The canvas of the groups: construction, layout, scrolling. The set's file is in
-// group_pane_file.cpp, what the user does to groups and buttons in group_pane_commands.cpp.
+// The canvas of the groups: construction, what follows the set, layout, scrolling. What asks the
+// user is in group_pane_commands.cpp.
 //
 // The canvas is one window that is moved under a viewport. X's coordinates have 16 bits, and
 // thousands of buttons are higher than that. So the canvas has a fixed height of a few viewports,
@@ -11,6 +11,8 @@
 #include "buttons/group_pane.h"
 
 #include <algorithm>
+#include <iterator>
+#include <ranges>
 
 #include "buttons/button_pane.h"
 #include "framework/controls/pointer.h"
@@ -18,7 +20,9 @@
 #include "framework/core/show_together.h"
 #include "framework/draw/measure.h"
 #include "framework/menus/menu_popup.h"
+#include "resources/command_ids.h"
 #include "support/label_text.h"
+#include "textarea/text_pane.h"
 
 GroupPane* theGroupPane = nullptr;
 
@@ -76,11 +80,15 @@ GroupPane::GroupPane(zWindow* parent, zSizer* sizer, zScrollBarCtrl& vertical,
   menuIdCounter = kFirstMenuId;
   takeInputOf(*this);
   buildPopup();
+  content.addObserver(*this);
   clearModified();
 }
 
 GroupPane::~GroupPane() {
-  deleteAllGroups();
+  content.removeObserver(*this);
+  while (!groupList.empty()) {
+    deletePane(groupList.back()->group());
+  }
   deleteAllMenus();
   theGroupPane = nullptr;
 }
@@ -99,26 +107,80 @@ int GroupPane::nextControlId() {
   return controlIdCounter++;
 }
 
-ButtonPane& GroupPane::appendGroup(const RWCString& name, int expanded) {
+ButtonPane& GroupPane::appendPane(const ButtonGroup& group) {
   auto* sizer = new zSizer(1, 1, groupMetrics.minGroupWidth, groupMetrics.headerHeight);
-  groupList.push_back(new ButtonPane(*this, sizer, name, expanded));
+  groupList.push_back(new ButtonPane(*this, sizer, group));
   return *groupList.back();
 }
 
-void GroupPane::expandAll() {
-  for (ButtonPane* group : groupList) {
-    group->setExpanded(1);
+ButtonPane& GroupPane::paneOf(const ButtonGroup& group) {
+  return **std::find_if(groupList.begin(), groupList.end(),
+                        [&](const ButtonPane* pane) { return &pane->group() == &group; });
+}
+
+void GroupPane::deletePane(const ButtonGroup& group) {
+  ButtonPane* pane = &paneOf(group);
+  std::erase(groupList, pane);
+  delete pane;
+}
+
+void GroupPane::appended() {
+  const ziShowTogetherScope together;
+  const auto behind = [](const auto& all, std::size_t shown) {
+    return std::ranges::subrange(std::next(all.begin(), static_cast<std::ptrdiff_t>(shown)),
+                                 all.end());
+  };
+  for (const ButtonGroup& group : behind(content.set().groups, groupList.size())) {
+    appendPane(group).addAllButtons();
   }
+  for (const ButtonMenu& menu : behind(content.set().menus, menus.size())) {
+    menus.push_back(std::make_unique<DynMenu>(host.mainMenu(), menu, nextMenuPosition++));
+  }
+  scrollToTop();
   relayout();
+  rebuildHelpTable();
+}
+
+void GroupPane::groupRenamed(const ButtonGroup& group) {
+  paneOf(group).rename(group.name);
+}
+
+void GroupPane::groupFolded(const ButtonGroup& group) {
+  paneOf(group).setExpanded(group.expanded ? 1 : 0);
+}
+
+void GroupPane::buttonAdded(const ButtonGroup& group) {
+  paneOf(group).addButton();
+}
+
+void GroupPane::buttonChanged(const ButtonGroup& group, const Button& button) {
+  paneOf(group).changeCurrentButton(button);
+}
+
+void GroupPane::buttonGoes(const ButtonGroup& group, const Button& button) {
+  paneOf(group).deleteButton(button);
+}
+
+void GroupPane::buttonsGone(const ButtonGroup& group) {
+  paneOf(group).rebuildAfterDelete();
+}
+
+void GroupPane::modifiedChanged() {
+  host.mainMenu().enableItem(kCommandSaveButtons, content.isModified() ? 1 : 0);
+}
+
+void GroupPane::told(const std::string& line) {
+  theTextPane->appendText((line + "\n").c_str());
+}
+
+void GroupPane::scrollToTop() {
+  down.bar.scrollPos()->setPosition(0);
+  down.offset = 0;
 }
 
 void GroupPane::collapseAll() {
-  down.bar.scrollPos()->setPosition(0);
-  down.offset = 0;
-  for (ButtonPane* group : groupList) {
-    group->setExpanded(0);
-  }
-  relayout();
+  scrollToTop();
+  content.setAllExpanded(false);
 }
 
 void GroupPane::relayout() {

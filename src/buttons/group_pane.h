@@ -1,11 +1,10 @@
 #pragma once
 
-#include <cstdio>
 #include <memory>
 #include <string>
 #include <vector>
 
-#include "button_file/button_set.h"
+#include "button_file/button_set_document.h"
 #include "buttons/button_host.h"
 #include "buttons/dyn_menu.h"
 #include "buttons/group_geometry.h"
@@ -16,48 +15,39 @@ class zPopupMenu;
 class zScrollBarBase;
 class zScrollBarCtrl;
 
-/// The button set: its groups, which are children of this pane, and its menus; and the canvas on
-/// which the groups stand, which is moved about in its parent to scroll. There is one.
+/// Shows the button set, of which there is one: its menus in the main window's bar, and its groups,
+/// which are children of this pane. It is the canvas on which the groups stand, and is moved about
+/// in its parent to scroll. What the user does to the set it asks for, and leaves to the document.
 ///
 /// What asks the user runs a nested event loop; messages of the tester are carried out meanwhile
 /// and may replace the groups, and the program may end.
-class GroupPane : public zPane {
+class GroupPane : public zPane, private ButtonSetObserver {
  public:
   /// An empty set without a file. The bars' pages, and what is seen, are for the parent to set.
   GroupPane(zWindow* parent, zSizer* sizer, zScrollBarCtrl& vertical, zScrollBarCtrl& horizontal,
             ziButtonHost& host);
   ~GroupPane() override;
 
+  ButtonSetDocument& document() { return content; }
+  void setModified() { content.setModified(); }
+  void clearModified() { content.clearModified(); }
+
   // The file. Results are 1 for done, 0 for not.
   /// Lets the user choose a file and reads it, in place of the present set or, with `append`, in
   /// addition to it.
   int loadButtons(int append);
-  /// Reads a file's groups in place of the present ones, and its menus in addition; 0 if it cannot
-  /// be opened. Neither the name to save to nor whether the set counts as modified changes. As all
-  /// that read a file, it says in the log when the file holds what it hardly means.
-  int loadFile(const std::string& path);
-  /// Writes to the file that the set was saved to last; when that fails, the user is told, there is
-  /// no such file any more, and the set stays modified.
+  /// Writes to the file that the set was saved to last. When that fails, the user is told.
   int writeButtonFile();
-  /// Proposes the file that was loaded or saved last. Nothing is written while the question about
-  /// an existing file has no answer.
+  /// Nothing is written while the question about an existing file has no answer.
   int saveButtonsAs();
   /// The command Save: asks for a file only if there is none.
-  int save() { return saveName.empty() ? saveButtonsAs() : writeButtonFile(); }
+  int save() { return content.fileName().empty() ? saveButtonsAs() : writeButtonFile(); }
   /// 1 if the program may end; asks the user about unsaved changes.
   int queryExit();
-  /// Both also enable or disable the command Save.
-  void setModified();
-  void clearModified();
-  bool isModified() const { return modified != 0; }
-  const std::string& fileName() const { return saveName; }
-  ButtonSet contents() const;
 
   // The groups.
-  /// Appends a group without laying it out.
-  ButtonPane& appendGroup(const RWCString& name, int expanded);
   const std::vector<ButtonPane*>& groups() const { return groupList; }
-  void expandAll();
+  void expandAll() { content.setAllExpanded(true); }
   void collapseAll();
   /// Asks for groups to add.
   void addGroup();
@@ -100,9 +90,27 @@ class GroupPane : public zPane {
     int largest = 0;     ///< position
   };
 
+  ButtonPane& paneOf(const ButtonGroup& group);
+  ButtonPane& appendPane(const ButtonGroup& group);
+  void deletePane(const ButtonGroup& group);
+  void appended() override;
+  void groupAdded(const ButtonGroup& group) override { appendPane(group); }
+  void groupGoes(const ButtonGroup& group) override { deletePane(group); }
+  void allMenusGo() override { deleteAllMenus(); }
+  void groupRenamed(const ButtonGroup& group) override;
+  void groupFolded(const ButtonGroup& group) override;
+  void buttonAdded(const ButtonGroup& group) override;
+  void buttonChanged(const ButtonGroup& group, const Button& button) override;
+  void buttonGoes(const ButtonGroup& group, const Button& button) override;
+  void buttonsGone(const ButtonGroup& group) override;
+  void changed() override { relayout(); }
+  void modifiedChanged() override;
+  void told(const std::string& line) override;
+
   void buildPopup();
   void updateBar(Direction& direction);
   void placeCanvas();
+  void scrollToTop();
   void placeGroups();
   void placeGroupButtons();
   bool rebase();
@@ -110,17 +118,12 @@ class GroupPane : public zPane {
   int onKey(zEvent* event);
   int onPress(zEvent* event);
 
-  class ChosenGroup;
-
-  void readSet(const std::string& path, std::FILE* file);
-  void addSet(const ButtonSet& set);
-  bool readFile(const std::string& path, int append);
   void showError(const std::string& message);
   RWCString title(const char* action);
-  void deleteAllGroups();
-  void deleteGroup(ButtonPane& group);
   template <class Dialog, class Accepted>
-  bool runDialog(Dialog* dialog, const RWCString& caption, Accepted accepted);
+  void ask(Dialog* dialog, const char* action, Accepted accepted);
+  template <class Command>
+  int onChosen(Command command);
   int onMenuSelect(zEvent* event);
   int onAddButton(zEvent* event);
   int onEditButton(zEvent* event);
@@ -129,17 +132,14 @@ class GroupPane : public zPane {
   int onDeleteGroup(zEvent* event);
 
   ziButtonHost& host;
-  std::vector<std::unique_ptr<DynMenu>> menus;
+  ButtonSetDocument content;
+  std::vector<std::unique_ptr<DynMenu>> menus;  ///< in the order of the set's
   int nextMenuPosition;
-  std::vector<ButtonPane*> groupList;  ///< owned as children
-  ButtonPane* currentGroup = nullptr;
+  std::vector<ButtonPane*> groupList;  ///< in the order of the set's; owned as children
   Direction down;
   Direction across;
   int canvasTop = 0;  ///< what the canvas' upper edge shows, pixels below the top of all groups
   zDimension canvasSize;
-  int modified = 0;
-  std::string saveName;
-  std::string proposal;  ///< what Save As proposes; empty for the default
   GroupMetrics groupMetrics;
   zRCFont labelFont;  ///< the main window's
   std::unique_ptr<zPopupMenu> popupMenu;

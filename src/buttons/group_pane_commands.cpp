@@ -1,28 +1,46 @@
-// What the user does to groups and buttons: the menu of a group and the dialogs behind it.
+// What asks the user: the menu of a group, the dialogs behind it, loading, saving, the end.
 //
 // A dialog's loop carries out messages of the tester. One of them replaces all groups, so after
 // each dialog the group that it was opened for may be gone. What was entered is then for the group
 // of the same name; where there is none, the log says that it was dropped.
 
-#include <algorithm>
 #include <optional>
-#include <string>
 
+#include "button_file/chosen_group.h"
 #include "buttons/button_pane.h"
-#include "buttons/dialogs/button_list_dialogs.h"
-#include "buttons/dialogs/button_text_dialogs.h"
-#include "buttons/dialogs/group_name_dialogs.h"
+#include "buttons/dialogs/button_dialogs.h"
 #include "buttons/group_pane.h"
+#include "dialogs/file_form.h"
+#include "framework/core/application.h"
 #include "framework/core/message_box.h"
+#include "framework/core/question.h"
 #include "framework/draw/measure.h"
 #include "framework/menus/menu_popup.h"
 #include "resources/command_ids.h"
+#include "textarea/ret_edit_line.h"
 
 namespace {
 
 // Dialog units, horizontal ones in both directions. Intended.
 constexpr int kMenuInset = 5;
 constexpr int kMenuButton = 3;
+
+constexpr const char* kFilter[] = {
+    "Button Files (*.btn)", "*.btn", "All Files (*.*)", "*.*", nullptr, nullptr};
+constexpr int kErrorBox = kBoxFullModal | kBoxStop | kBoxOk;
+constexpr int kOverwriteBox = kBoxSystemModal | kBoxOkCancel;
+
+/// A flow with dialogs goes on while this holds: the pane is there, and the end of the program has
+/// not begun meanwhile. A flow may as well be a part of that end.
+class Flow {
+ public:
+  explicit Flow(GroupPane* pane) : alive(pane), wasRunning(zApp::instance()->isRunning()) {}
+  explicit operator bool() const { return alive && zApp::instance()->isRunning() == wasRunning; }
+
+ private:
+  ziAlive alive;
+  bool wasRunning;
+};
 
 }  // namespace
 
@@ -57,7 +75,7 @@ int GroupPane::onMenuSelect(zEvent* event) {
 }
 
 void GroupPane::openMenuOf(ButtonPane& group) {
-  currentGroup = &group;
+  content.setCurrentGroup(group.group());
   const int inset = zDialogUnit(kMenuInset, 0).width();
   const zPoint inGroup = group.menuPlace();
   const zPoint place = {inset + across.offset + inGroup.x,
@@ -65,145 +83,74 @@ void GroupPane::openMenuOf(ButtonPane& group) {
   const ziAlive alive(this);
   popupMenu->popup(place, kMenuButton);
   if (alive) {
-    host.focusCommandLine();
+    theCommandLine->startFocusTimer();
   }
 }
 
-/// Runs a dialog of this call's own and hands it to `accepted` when the user has confirmed it.
-/// False if the program is ending: this pane may be gone then.
+/// Asks by a dialog of this call's own and hands it to `accepted` when the user has confirmed it,
+/// unless this pane has gone.
 template <class Dialog, class Accepted>
-bool GroupPane::runDialog(Dialog* dialog, const RWCString& caption, Accepted accepted) {
+void GroupPane::ask(Dialog* dialog, const char* action, Accepted accepted) {
   const ziAlive alive(this);
-  dialog->setCaption(caption);
-  const int status = dialog->run(0);
-  if (status == zDialogFrame::kDialogGone) {
-    return false;
+  {
+    zQuestion question(dialog);
+    question->setCaption(title(action));
+    if (question.run() == zDialogEnd::kAccepted && alive) {
+      accepted(*question);
+    }
   }
-  if (status != 0 && alive) {
-    accepted(*dialog);
-  }
-  delete dialog;
   if (alive) {
-    host.focusCommandLine();
+    theCommandLine->startFocusTimer();
   }
-  return static_cast<bool>(alive);
 }
 
-/// The current group as the user sees it, by its name.
-class GroupPane::ChosenGroup {
- public:
-  explicit ChosenGroup(GroupPane& canvas)
-      : groups(canvas),
-        canvasAlive(&canvas),
-        pane(canvas.currentGroup),
-        alive(pane),
-        chosenName(pane->name()) {}
-
-  const RWCString& name() const { return chosenName; }
-  /// Null when there is no such group any more; `lost` is then told.
-  ButtonPane* find(const std::string& lost) const {
-    if (alive || !canvasAlive) {
-      return alive ? pane : nullptr;
-    }
-    for (ButtonPane* group : groups.groupList) {
-      if (group->name() == chosenName) {
-        return group;
-      }
-    }
-    groups.host.tellInLog(lost + " dropped: there is no group \"" + chosenName.str() +
-                          "\" any more");
-    return nullptr;
+/// Carries out a command of the current group's menu, if there is such a group.
+template <class Command>
+int GroupPane::onChosen(Command command) {
+  if (content.currentGroup() != nullptr) {
+    ChosenGroup chosen(content, *content.currentGroup());
+    command(chosen);
   }
-
- private:
-  GroupPane& groups;
-  ziAlive canvasAlive;
-  ButtonPane* pane;
-  ziAlive alive;
-  RWCString chosenName;
-};
+  return 1;
+}
 
 int GroupPane::onAddButton(zEvent* /*event*/) {
-  if (currentGroup == nullptr) {
-    return 1;
-  }
-  const ChosenGroup chosen(*this);
-  const auto add = [&](const RWCString& label, const RWCString& definition) {
-    if (ButtonPane* group = chosen.find("Button \"" + label.str() + "\""); group != nullptr) {
-      group->addButton(label, definition);
-    }
-  };
-  runDialog(new AddButtonDlg(&host.window(), add), title("Add Button"),
-            [&](const AddButtonDlg& dialog) { add(dialog.label(), dialog.definition()); });
-  return 1;
+  return onChosen([this](ChosenGroup& chosen) {
+    const auto add = [&](const RWCString& label, const RWCString& definition) {
+      chosen.addButton({label.str(), definition.str()});
+    };
+    ask(new AddButtonDlg(&host.window(), add), "Add Button",
+        [&](const AddButtonDlg& dialog) { add(dialog.label(), dialog.definition()); });
+  });
 }
 
 int GroupPane::onEditButton(zEvent* /*event*/) {
-  if (currentGroup == nullptr) {
-    return 1;
-  }
-  const ChosenGroup chosen(*this);
-  const RWCString caption = title("Edit Button");
-  const std::vector<RWCString> labels = currentGroup->labels();
-  std::size_t row = 0;
-  std::optional<ziCommand> button;
-  const bool goesOn = runDialog(
-      new SelectButtonDlg(&host.window(), labels), caption, [&](const SelectButtonDlg& dialog) {
-        row = static_cast<std::size_t>(std::max(dialog.chosenRow(), 0));
-        ButtonPane* group = chosen.find("Selection");
-        if (group != nullptr && row < labels.size() && group->setCurrentButton(row, labels[row])) {
-          button = *group->currentButton();
-        }
-      });
-  if (!goesOn || !button) {
-    return 1;
-  }
-  runDialog(new EditButtonDlg(&host.window(), button->label, button->definition), caption,
-            [&](const EditButtonDlg& dialog) {
-              const std::string lost = "Button \"" + dialog.label().str() + "\"";
-              ButtonPane* group = chosen.find(lost);
-              if (group != nullptr && group->setCurrentButton(row, button->label)) {
-                group->changeCurrentButton(dialog.label(), dialog.definition());
-              } else if (group != nullptr) {
-                host.tellInLog(lost + " dropped: there is no button \"" + button->label.str() +
-                               "\" any more");
-              }
-            });
-  return 1;
+  return onChosen([this](ChosenGroup& chosen) {
+    constexpr const char* kAction = "Edit Button";
+    std::optional<Button> button;
+    ask(new SelectButtonDlg(&host.window(), chosen.labels()), kAction,
+        [&](const SelectButtonDlg& dialog) { button = chosen.choose(dialog.chosenRow()); });
+    if (button) {
+      ask(new EditButtonDlg(&host.window(), button->label, button->definition), kAction,
+          [&](const EditButtonDlg& dialog) {
+            chosen.changeButton({dialog.label().str(), dialog.definition().str()});
+          });
+    }
+  });
 }
 
 int GroupPane::onDeleteButton(zEvent* /*event*/) {
-  if (currentGroup == nullptr) {
-    return 1;
-  }
-  const ChosenGroup chosen(*this);
-  runDialog(new DeleteButtonDlg(&host.window(), currentGroup->labels()), title("Delete Button"),
-            [&](const DeleteButtonDlg& dialog) {
-              ButtonPane* group = chosen.find("Deletion");
-              if (group == nullptr) {
-                return;
-              }
-              for (const RWCString& label : dialog.chosenLabels()) {
-                group->deleteButton(label);
-              }
-              group->rebuildAfterDelete();
-            });
-  return 1;
+  return onChosen([this](ChosenGroup& chosen) {
+    ask(new DeleteButtonDlg(&host.window(), chosen.labels()), "Delete Button",
+        [&](const DeleteButtonDlg& dialog) { chosen.removeButtons(dialog.chosenLabels()); });
+  });
 }
 
 int GroupPane::onRenameGroup(zEvent* /*event*/) {
-  if (currentGroup == nullptr) {
-    return 1;
-  }
-  const ChosenGroup chosen(*this);
-  runDialog(new RenameGroupDlg(&host.window(), chosen.name()), title("Rename Group"),
-            [&](const RenameGroupDlg& dialog) {
-              ButtonPane* group = chosen.find("Name \"" + dialog.name().str() + "\"");
-              if (group != nullptr) {
-                group->rename(dialog.name());
-              }
-            });
-  return 1;
+  return onChosen([this](ChosenGroup& chosen) {
+    ask(new RenameGroupDlg(&host.window(), chosen.name()), "Rename Group",
+        [&](const RenameGroupDlg& dialog) { chosen.rename(dialog.name().str()); });
+  });
 }
 
 int GroupPane::onDeleteGroup(zEvent* /*event*/) {
@@ -211,53 +158,123 @@ int GroupPane::onDeleteGroup(zEvent* /*event*/) {
   return 1;
 }
 
+void GroupPane::deleteCurrentGroup() {
+  onChosen([this](ChosenGroup& chosen) {
+    const ziAlive alive(this);
+    const std::string question = "Delete Group \"" + chosen.name() + "\" ?";
+    const zMessage box(&host.window(), question.c_str(), title("Delete Group").c_str(),
+                       kBoxOkCancel | kBoxQuestion);
+    if (box.isOk()) {
+      chosen.remove();
+    }
+    if (alive) {
+      theCommandLine->startFocusTimer();
+    }
+  });
+}
+
 void GroupPane::addGroup() {
   const ziAlive alive(this);
-  const auto add = [&](const RWCString& name) {
+  const auto apply = [&](const RWCString& name) {
     if (alive) {
-      appendGroup(name, 1);
-      relayout();
+      content.addGroupUncounted(name.str());
     }
   };
-  runDialog(new AddGroupDlg(&host.window(), add), title("Add Group"),
-            [&](const AddGroupDlg& dialog) {
-              add(dialog.name());
-              // Not so for groups that Apply has added. Intended.
-              setModified();
-            });
+  ask(new AddGroupDlg(&host.window(), apply), "Add Group",
+      [&](const AddGroupDlg& dialog) { content.addGroup(dialog.name().str()); });
 }
 
-void GroupPane::deleteCurrentGroup() {
-  if (currentGroup == nullptr) {
-    return;
-  }
-  const ChosenGroup chosen(*this);
-  const ziAlive alive(this);
-  const std::string question = "Delete Group \"" + chosen.name().str() + "\" ?";
-  const zMessage box(&host.window(), question.c_str(), title("Delete Group").c_str(),
-                     kBoxOkCancel | kBoxQuestion);
-  if (!alive) {
-    return;
-  }
-  ButtonPane* group = box.isOk() ? chosen.find("Deletion") : nullptr;
-  if (group != nullptr) {
-    deleteGroup(*group);
-    relayout();
-    setModified();
-  }
-  host.focusCommandLine();
+RWCString GroupPane::title(const char* action) {
+  return host.applicationTitle() + RWCString(" ") + RWCString(action);
 }
 
-void GroupPane::deleteGroup(ButtonPane& group) {
-  std::erase(groupList, &group);
-  if (currentGroup == &group) {
-    currentGroup = nullptr;
-  }
-  delete &group;
+void GroupPane::showError(const std::string& message) {
+  const zMessage box(&host.window(), message.c_str(), title("Error").c_str(), kErrorBox);
 }
 
-void GroupPane::deleteAllGroups() {
-  while (!groupList.empty()) {
-    deleteGroup(*groupList.back());
+int GroupPane::loadButtons(int append) {
+  using Reading = ButtonSetDocument::Reading;
+  const Reading reading = append != 0 ? Reading::append : Reading::load;
+  const Flow goesOn(this);
+  const RWCString caption = title(append != 0 ? "Append Buttons" : "Load Buttons");
+  int result = 0;
+  while (result == 0) {
+    const zFileOpenForm form(&host.window(), caption.c_str(), nullptr, kFilter);
+    if (!goesOn) {
+      return 0;
+    }
+    if (form.accepted() == 0) {
+      break;
+    }
+    result = content.read(form.path(), reading) ? 1 : 0;
+    if (result == 0) {
+      showError("File does not exist\n" + form.path() + ".");
+      if (!goesOn) {
+        return 0;
+      }
+    }
+  }
+  theCommandLine->startFocusTimer();
+  return result;
+}
+
+int GroupPane::writeButtonFile() {
+  const std::string target = content.fileName();
+  if (!content.save()) {
+    showError("Permission denied!\nCannot write to file\n" + target + ".");
+    return 0;
+  }
+  return 1;
+}
+
+int GroupPane::saveButtonsAs() {
+  const Flow goesOn(this);
+  while (goesOn) {
+    const zFileSaveForm form(&host.window(), title("Save Buttons").c_str(),
+                             content.proposal().c_str(), kFilter);
+    if (!goesOn || form.accepted() == 0) {
+      return 0;
+    }
+    const ButtonSaveTarget target(form.path());
+    if (target.isTooLong) {
+      showError("Cannot write to file\n" + form.path() + ".");
+      continue;
+    }
+    if (target.isThere) {
+      // The question informs; the file is written after either answer. Intended.
+      const zMessage question(&host.window(), "File already exist!\nOK for writing",
+                              title("Error").c_str(), kOverwriteBox);
+      if (question.result == kAnswerNone) {
+        continue;
+      }
+    }
+    if (!goesOn) {
+      return 0;
+    }
+    content.setFileName(target.path);
+    if (writeButtonFile() != 0) {
+      return 1;
+    }
+  }
+  return 0;
+}
+
+int GroupPane::queryExit() {
+  if (!content.isModified()) {
+    return 1;
+  }
+  int result = 0;
+  bool isSaveRequested = false;
+  ask(new SaveChangesDlg(&host.window(), "Save changes to button set?"), "Exit",
+      [&](const SaveChangesDlg& dialog) {
+        result = 1;
+        isSaveRequested = dialog.saveRequested != 0;
+      });
+  return isSaveRequested ? save() : result;
+}
+
+void loadDefaultButtons(const RWCString& directory) {
+  if (!theGroupPane->document().readDefault(directory.str(), zApp::instance()->programPath())) {
+    theGroupPane->loadButtons(0);
   }
 }

@@ -5,7 +5,6 @@
 #include <string_view>
 
 #include "button_file/button_file_reader.h"
-#include "button_file/button_file_writer.h"
 #include "tests/fuzz/fuzz_target.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

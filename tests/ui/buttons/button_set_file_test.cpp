@@ -4,6 +4,7 @@
 
 #include <unistd.h>
 
+#include "link/message_codec.h"
 #include "resources/command_ids.h"
 #include "tests/ui/buttons/panes_fixture.h"
 #include "tests/ui/furniture/menu_view.h"
@@ -63,14 +64,14 @@ TEST_F(ButtonSetFile, IsLoadedAppendedAndSaved) {
       .onDialog("App Error", XK_Return);
   name(load, "App Load Buttons", file);
   EXPECT_EQ(load.run([] { return set().loadButtons(0); }), 1);
-  EXPECT_FALSE(set().isModified());
-  EXPECT_EQ(set().fileName(), "") << "a load leaves no name to save to: intended";
+  EXPECT_FALSE(document().isModified());
+  EXPECT_EQ(document().fileName(), "") << "a load leaves no name to save to: intended";
   EXPECT_THAT(barLabels(), ElementsAre("Menu", "Menu", "Menu", "Extra"));
   EXPECT_THAT(frame->help, ElementsAre("8001 Execute Command: first; x", "8002 "));
   ui::ModalScript append;
   name(append, "App Append Buttons", file);
   EXPECT_EQ(append.run([] { return set().loadButtons(1); }), 1);
-  EXPECT_TRUE(set().isModified());
+  EXPECT_TRUE(document().isModified());
   EXPECT_EQ(set().groups().size(), 4);
   EXPECT_EQ(frame->help.back(), "8004 ");
   EXPECT_THAT(barLabels(), ElementsAre("Menu", "Menu", "Menu", "Extra", "Extra"));
@@ -79,7 +80,7 @@ TEST_F(ButtonSetFile, IsLoadedAppendedAndSaved) {
       .onDialog("App Error", XK_Return);
   name(save, "App Save Buttons", "saved.btn");
   EXPECT_EQ(save.run([] { return set().save(); }), 1);
-  EXPECT_FALSE(set().isModified());
+  EXPECT_FALSE(document().isModified());
   EXPECT_EQ(read(saved).size(), 2 * text.size());
   // Cancel does not keep it from writing over a file: intended.
   write(saved, "");
@@ -87,13 +88,12 @@ TEST_F(ButtonSetFile, IsLoadedAppendedAndSaved) {
   name(again, "App Save Buttons", "saved.btn").onDialog("App Error", XK_Escape);
   EXPECT_EQ(again.run([] { return set().saveButtonsAs(); }), 1);
   EXPECT_EQ(read(saved).size(), 2 * text.size());
-  EXPECT_THAT(frame->told, IsEmpty());
+  EXPECT_EQ(log(), "");
   write(file, "early\n" + text);
   ui::ModalScript reload;
   name(reload, "App Load Buttons", file);
   EXPECT_EQ(reload.run([] { return set().loadButtons(0); }), 1);
-  EXPECT_THAT(frame->told,
-              ElementsAre("a.btn: 1 remark: line 1: before the first header, so it is ignored"));
+  EXPECT_EQ(log(), "a.btn: 1 remark: line 1: before the first header, so it is ignored\n");
   EXPECT_THAT(frame->help, ElementsAre("8001 Execute Command: first; x", "8002 "));
   EXPECT_THAT(barLabels(), ElementsAre("Menu", "Menu", "Menu", "Extra"));
   set().setModified();
@@ -101,8 +101,7 @@ TEST_F(ButtonSetFile, IsLoadedAppendedAndSaved) {
   std::filesystem::current_path(directory / "bin");
   EXPECT_EQ(set().save(), 1) << "the name of the last save is still there";
   EXPECT_EQ(read(saved), text);
-  set().loadFile(file);
-  EXPECT_EQ(frame->told.size(), 2);
+  document().read(file, ButtonSetDocument::Reading::start);
   ui::ModalScript proposed;
   proposed.onDialog("App Save Buttons", XK_Return).onDialog("App Error", XK_Return);
   EXPECT_EQ(proposed.run([] { return set().saveButtonsAs(); }), 1);
@@ -111,18 +110,16 @@ TEST_F(ButtonSetFile, IsLoadedAppendedAndSaved) {
 
 TEST_F(ButtonSetFile, IsFoundAtTheStart) {
   write("bin/nelkv.btn", ":Beside\n:MENU M\n");
-  frame->program = "./bin/nelkvui";
   set().setModified();
-  loadDefaultButtons(directory.c_str());
-  EXPECT_EQ(group(0).name(), "Beside");
+  document().readDefault(directory.string(), "./bin/nelkvui");
+  EXPECT_EQ(group(0).group().name, "Beside");
   write("nelkv.btn", text);
   loadDefaultButtons(directory.c_str());
   EXPECT_EQ(set().groups().size(), 2);
-  EXPECT_EQ(group(0).name(), "Run");
-  EXPECT_TRUE(set().isModified());
+  EXPECT_EQ(group(0).group().name, "Run");
+  EXPECT_TRUE(document().isModified());
   EXPECT_THAT(barLabels(), ElementsAre("Menu", "Menu", "Menu", "M", "Extra"))
       << "menus are not taken away: intended";
-  frame->program = "nelkvui";
   ui::ModalScript script;
   script.onDialog("App Load Buttons", XK_Escape);
   script.run([] {
@@ -137,8 +134,8 @@ TEST_F(ButtonSetFile, SendsMenuEntriesUncut) {
   loadDefaultButtons(directory.c_str());
   zEvent chosen = zEvent::of(kMsgCommand, 8001);
   EXPECT_NE(frame->bar->dispatch(&chosen), 0);
-  EXPECT_THAT(frame->sent, ElementsAre("first; x"));
-  EXPECT_EQ(frame->focusCount, 1);
+  EXPECT_THAT(std::string(g_EncodeBuffer.begin(), g_EncodeBuffer.end()),
+              testing::HasSubstr("first; x"));
 }
 
 TEST_F(ButtonSetFile, IsAskedForAtTheEnd) {

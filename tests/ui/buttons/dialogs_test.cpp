@@ -5,10 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "buttons/dialogs/button_list_dialogs.h"
-#include "buttons/dialogs/button_text_dialogs.h"
-#include "buttons/dialogs/group_name_dialogs.h"
-#include "buttons/dialogs/save_changes_dlg.h"
+#include "buttons/dialogs/button_dialogs.h"
 #include "framework/controls/edit.h"
 #include "framework/controls/record_controls.h"
 #include "framework/controls/static_text.h"
@@ -78,7 +75,7 @@ class ButtonDialogs : public testing::Test {
   std::unique_ptr<zAppFrame> frame =
       std::make_unique<zAppFrame>(nullptr, new zSizer(200, 150, 400, 300), 0xCF0000, "Parent");
   zWindow* const parent = frame.get();
-  const std::vector<RWCString> labels = {"Go", "Step", "Go", "Stop"};
+  const std::vector<std::string> labels = {"Go", "Step", "Go", "Stop"};
 };
 
 TEST_F(ButtonDialogs, TakeANameThatHasMoreThanBlanks) {
@@ -143,7 +140,7 @@ TEST_F(ButtonDialogs, AddGroupsByApplyAndTheLastByOk) {
 
 TEST_F(ButtonDialogs, SelectARow) {
   const struct {
-    std::vector<RWCString> shown;
+    std::vector<std::string> shown;
     const char* keys;
     int row;
   } rows[] = {{labels, "\n", 0}, {labels, "\v\v\n", 2}, {{}, "\n", -1}};
@@ -155,7 +152,7 @@ TEST_F(ButtonDialogs, SelectARow) {
 }
 
 TEST_F(ButtonDialogs, TakeADoubleClickOnARowForTheDefaultButton) {
-  DeleteButtonDlg dialog(parent, std::vector<RWCString>(40, "Same"));
+  DeleteButtonDlg dialog(parent, std::vector<std::string>(40, "Same"));
   ui::ModalScript script;
   script.onDialog(kTitle, [&] { ui::doubleClick(control(dialog, kDialogList).innerWidget()); });
   EXPECT_EQ(run(dialog, script), 1);

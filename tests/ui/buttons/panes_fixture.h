@@ -18,6 +18,9 @@
 #include "framework/menus/menu.h"
 #include "resources/command_ids.h"
 #include "tests/ui/support/ui_test.h"
+#include "textarea/my_pane.h"
+#include "textarea/ret_edit_line.h"
+#include "textarea/text_pane.h"
 
 /// A main window that notes what the button set asks of it. Its bar has three pull-downs.
 class PanesFrame : public zAppFrame, public ziButtonHost {
@@ -37,16 +40,15 @@ class PanesFrame : public zAppFrame, public ziButtonHost {
     area = std::make_unique<zGravSizer>(kGravityLeft, zDialogUnit(160, 0).width(), sizer());
     pane = new ControlPane(this, new zGravSizer(kGravityFill, 0, area.get()), *this);
     pane->show();
+    textArea = std::make_unique<MyPane>(this, new zGravSizer(kGravityFill, zDimension{}, sizer()));
   }
   ~PanesFrame() override { delete pane; }
 
   zWindow& window() override { return *this; }
   zMenu& mainMenu() override { return *bar; }
   RWCString applicationTitle() override { return "App"; }
-  RWCString programPath() override { return program; }
   int toolBarHeight() override { return 0; }
   void executeCommandLine(const RWCString& line) override { executed.push_back(line.str()); }
-  void sendCommand(const RWCString& command) override { sent.push_back(command.str()); }
   void showStatus(const RWCString& shown) override { status.push_back(shown.str()); }
   void setMenuHelp(std::span<const zHelpText> rows) override {
     help.clear();
@@ -54,9 +56,6 @@ class PanesFrame : public zAppFrame, public ziButtonHost {
       help.push_back(std::to_string(row.id) + " " + row.text);
     }
   }
-  void focusCommandLine() override { ++focusCount; }
-  void repaintLog() override { ++repaints; }
-  void tellInLog(const std::string& line) override { told.push_back(line); }
   int onMenuSelect(zEvent* event) {
     explained.push_back(event->lparam == kMenuClosed ? 0 : static_cast<int>(event->wparam));
     return 0;
@@ -66,15 +65,11 @@ class PanesFrame : public zAppFrame, public ziButtonHost {
   zMenu* bar = nullptr;
   std::unique_ptr<zGravSizer> area;
   ControlPane* pane = nullptr;
-  RWCString program = "nelkvui";
+  std::unique_ptr<MyPane> textArea;
   std::vector<std::string> executed;
-  std::vector<std::string> sent;
   std::vector<std::string> status;
   std::vector<std::string> help;
-  std::vector<std::string> told;
   std::vector<int> explained;  ///< entries of menus, 0 when one closed
-  int focusCount = 0;
-  int repaints = 0;
 };
 
 class ButtonPanes : public testing::Test {
@@ -92,19 +87,27 @@ class ButtonPanes : public testing::Test {
   }
 
   static GroupPane& set() { return *theGroupPane; }
+  static ButtonSetDocument& document() { return set().document(); }
   static ButtonPane& group(std::size_t index) { return *set().groups().at(index); }
 
   /// A group on the screen, its buttons named "B1", "B2", ... and defined as "b1", ...
   static ButtonPane& addGroup(const RWCString& name, int buttons, int expanded = 1) {
-    ButtonPane& added = set().appendGroup(name, expanded);
+    ButtonGroup added{name.str(), expanded != 0, {}};
     for (int i = 1; i <= buttons; ++i) {
-      added.append("B" + std::to_string(i), "b" + std::to_string(i));
+      added.buttons.push_back({"B" + std::to_string(i), "b" + std::to_string(i)});
     }
-    added.updateExtents();
-    set().relayout();
+    document().append({{added}, {}});
     ui::drain();
-    return added;
+    return *set().groups().back();
   }
+  static std::vector<std::string> labelsOf(const ButtonPane& group) {
+    std::vector<std::string> labels;
+    for (const Button& button : group.group().buttons) {
+      labels.push_back(button.label);
+    }
+    return labels;
+  }
+  static std::string log() { return theTextPane->text().str(); }
 
   template <class Control>
   static Control* childOf(zWindow& window, int number = 0) {

@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include "button_file/button_file_lines.h"
 #include "tests/unit/buttons/button_set_text.h"
 
 namespace {
@@ -27,11 +26,10 @@ std::string xs(std::size_t count) {
 }
 
 TEST(ButtonFileReader, StripsEachEndOfALineInOnePassOnly) {
-  EXPECT_EQ(normaliseLine(" \t x \t\r\r\n\n"), " x \t");
-  EXPECT_EQ(normaliseLine("\t \tx\n\r"), " \tx\n");
-  EXPECT_EQ(normaliseLine(" \r\n"), "");
-  EXPECT_EQ(normaliseLine("ab\0cd\n"s), "ab");
-  EXPECT_EQ(normaliseLine(""), "");
+  expectAll({
+      {":A\n \t x \t\r\r\n\t \tx\r\n", "+A{ x \t= \tx;}"},
+      {":A\nl\n \r\nd\r \n", "+A{l=d\r ;}"},
+  });
 }
 
 TEST(ButtonFileReader, TakesHeadersByTheirFirstWordAndPairsTheLinesBelow) {

@@ -1,6 +1,6 @@
 // The bytes that a set becomes, and the set that these bytes become.
 
-#include "button_file/button_file_writer.h"
+#include "button_file/button_set.h"
 
 #include <gtest/gtest.h>
 
@@ -21,7 +21,7 @@ TEST(ButtonFileWriter, WritesGroupsThenMenusAndKeepsThemAll) {
 
 // Each row is a property of the format that files depend on.
 TEST(ButtonFileWriter, WritesWhatTheReaderTakesForSomethingElse) {
-  const auto group = [](std::vector<Button> buttons) {
+  const auto group = [](std::list<Button> buttons) {
     return ButtonSet{{{"A", true, std::move(buttons)}}, {}};
   };
   const auto named = [](const char* name, bool expanded = true) {

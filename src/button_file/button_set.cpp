@@ -1,4 +1,4 @@
-#include "button_file/button_file_writer.h"
+#include "button_file/button_set.h"
 
 namespace {
 
