@@ -78,17 +78,12 @@ class ziFileSelection {
   bool isFinished() const { return form.isFinished; }
 
  private:
-  using Data = XmAnyCallbackStruct;
-
   void create(Widget shell, const ziFilePreset& preset);
   void addName(const std::string& name);
-  void onOk(Data* data);
+  void onOk();
   void goTo(const std::string& directory);
-  void onCancel(Data* /*data*/) { form.isFinished = true; }
-  void onDestroy(Data* data);
-  static void closeProc(Widget /*shell*/, XtPointer self, XtPointer /*data*/) noexcept {
-    static_cast<ziFileSelection*>(self)->onCancel(nullptr);
-  }
+  void onCancel() { form.isFinished = true; }
+  void onDestroy();
   Widget selectionField() const { return XmFileSelectionBoxGetChild(box, XmDIALOG_TEXT); }
 
   zFileForm& form;
@@ -112,7 +107,7 @@ ziFileSelection::ziFileSelection(zFileForm& owner, zFileForm::Target wanted, Wid
   connect<&ziFileSelection::onOk>(box, callback::ok, this);
   connect<&ziFileSelection::onCancel>(box, callback::cancel, this);
   connect<&ziFileSelection::onDestroy>(box, callback::destroy, this);
-  XmAddWMProtocolCallback(XtParent(box), closeProtocol(box), closeProc, this);
+  connect<&ziFileSelection::onCancel>(XtParent(box), kCloseRequest, this);
 }
 
 void ziFileSelection::create(Widget shell, const ziFilePreset& preset) {
@@ -140,7 +135,7 @@ void ziFileSelection::addName(const std::string& name) {
   XmTextFieldSetInsertionPosition(field, XmTextFieldGetLastPosition(field));
 }
 
-void ziFileSelection::onOk(Data* /*data*/) {
+void ziFileSelection::onOk() {
   const std::string name = takeXtText(XmTextFieldGetString(selectionField()));
   if (name.empty()) {
     return;
@@ -162,7 +157,7 @@ void ziFileSelection::goTo(const std::string& directory) {
   XmTextFieldSetInsertionPosition(field, XmTextFieldGetLastPosition(field));
 }
 
-void ziFileSelection::onDestroy(Data* /*data*/) {
+void ziFileSelection::onDestroy() {
   box = nullptr;
   form.isFinished = true;
 }
@@ -178,7 +173,7 @@ ziFileSelection::~ziFileSelection() {
     return;
   }
   // Inside a callback the widgets are only marked and live on, with late events under way to them.
-  XmRemoveWMProtocolCallback(XtParent(box), closeProtocol(box), closeProc, this);
+  disconnect<&ziFileSelection::onCancel>(XtParent(box), kCloseRequest, this);
   disconnect<&ziFileSelection::onOk>(box, callback::ok, this);
   disconnect<&ziFileSelection::onCancel>(box, callback::cancel, this);
   disconnect<&ziFileSelection::onDestroy>(box, callback::destroy, this);

@@ -55,7 +55,7 @@ zControl::~zControl() {
 }
 
 void zControl::removeEventHandlers() {
-  XtRemoveEventHandler(mainWidget, kWindowEventMask, False, zControlEventProc, this);
+  XtRemoveEventHandler(mainWidget, kWindowEvents.mask, False, zControlEventProc, this);
 }
 
 void zControl::settleSize(zDimension unknownSize) {
@@ -101,7 +101,7 @@ void zControl::finishCreation(zControlKind newKind, Widget realWidget, Widget fi
   if (filling != realWidget) {
     XtManageChild(filling);
   }
-  XtInsertEventHandler(realWidget, kWindowEventMask, False, zControlEventProc, this, XtListHead);
+  XtInsertEventHandler(realWidget, kWindowEvents.mask, False, zControlEventProc, this, XtListHead);
   if ((style() & kStyleDisabled) != 0) {
     applySensitivity(false);
   }

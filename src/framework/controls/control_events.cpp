@@ -53,7 +53,7 @@ bool ziControlEvents::run(zControl& control, XEvent* xevent) {
     case FocusIn:
     case FocusOut:
       // Focus changes are those of any window, the tracking of the last one included.
-      zWindowEventProc(control.widget(), static_cast<zWindow*>(&control), xevent, nullptr);
+      control.zWindowEventProc(*xevent);
       return false;
     case EnterNotify:
     case LeaveNotify:
@@ -160,10 +160,9 @@ void zControlEventProc(Widget /*widget*/, XtPointer control, XEvent* event, Bool
   }
 }
 
-void zHolderEventProc(Widget holder, XtPointer control, XEvent* event, Boolean* toWidget) {
+void zHolderEventProc(Widget holder, XtPointer control, XEvent* event, Boolean* /*toWidget*/) {
   // Structure events of a parent's own children come here as well when a child reports them.
   if (event->xany.window == XtWindow(holder)) {
-    zWindowEventProc(holder, static_cast<zWindow*>(static_cast<zControl*>(control)), event,
-                     toWidget);
+    static_cast<zControl*>(control)->zWindowEventProc(*event);
   }
 }

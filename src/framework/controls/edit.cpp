@@ -72,14 +72,12 @@ zEditBase::~zEditBase() {
   disconnect<&zEditBase::onFocus<XmAnyCallbackStruct>>(widget(), callback::focus, this);
   disconnect<&zEditBase::onActivate<XmAnyCallbackStruct>>(widget(), callback::activate, this);
   // The bars die with the holder; the window must not destroy them one by one.
-  const auto release = [this](Widget& bar, XtCallbackProc procedure) {
-    if (bar != nullptr) {
-      removeScrollCallbacks(bar, procedure, static_cast<zWindow*>(this));
-      bar = nullptr;
-    }
-  };
-  release(vertScrollWidget, zVertScrollProc);
-  release(horzScrollWidget, zHorzScrollProc);
+  if (Widget bar = std::exchange(vertScrollWidget, nullptr)) {
+    disconnectScrollBar<zVertScrollProc>(bar, this);
+  }
+  if (Widget bar = std::exchange(horzScrollWidget, nullptr)) {
+    disconnectScrollBar<zHorzScrollProc>(bar, this);
+  }
 }
 
 void zEditBase::applyFontToWidget() {

@@ -99,9 +99,9 @@ void zEditBase::createBox() {
 
 void zEditBase::watchScrollBars() {
   if (vertScrollWidget != nullptr) {
-    addScrollCallbacks(vertScrollWidget, zVertScrollProc, static_cast<zWindow*>(this));
+    connectScrollBar<zVertScrollProc>(vertScrollWidget, this);
   }
   if (horzScrollWidget != nullptr) {
-    addScrollCallbacks(horzScrollWidget, zHorzScrollProc, static_cast<zWindow*>(this));
+    connectScrollBar<zHorzScrollProc>(horzScrollWidget, this);
   }
 }

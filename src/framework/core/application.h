@@ -90,13 +90,13 @@ class zApp {
     PostedMenu(const PostedMenu&) = delete;
     PostedMenu& operator=(const PostedMenu&) = delete;
     ~PostedMenu() { --count; }
+    static bool any() { return count > 0; }
 
    private:
-    friend class zApp;
     static inline int count = 0;
   };
   /// True while a menu is on the screen; the program's focus changes wait for its end.
-  static bool isMenuPosted() { return PostedMenu::count > 0; }
+  static bool isMenuPosted() { return PostedMenu::any(); }
 
   /// How many modal dialogs run; accelerators are silent while there is one.
   int modalDepth() const { return modalDialogs; }

@@ -34,8 +34,7 @@ void zChildWin::createWidgets() {
     place.moveBy(-outer.left, -outer.top);
   }
   sizer()->setPos(place.pos());
-  XtAddEventHandler(mainWidget, kWindowEventMask, False, zWindowEventProc,
-                    static_cast<zWindow*>(this));
+  connect<&zWindow::zWindowEventProc>(mainWidget, kWindowEvents, this);
   if (parent()->fontObject() != nullptr) {
     setFont(parent()->fontHandle(), 0);
   }

@@ -9,12 +9,12 @@ zDevice::zDevice(zWindow* owner, std::uint32_t mask) : ownerWindow(owner), owner
 zDevice::~zDevice() = default;
 
 int zDevice::dispatch(zEvent* event) {
-  const std::weak_ptr<const void> alive = life();
+  const ziAlive alive(this);
   if (shared != nullptr && shared->handlers != nullptr && shared->handlers->run(*event) != 0) {
     return 1;
   }
   // A device that a handler destroyed can take no more part in the event.
-  if (alive.expired()) {
+  if (!alive) {
     return 1;
   }
   return handlers == nullptr ? 0 : handlers->run(*event);

@@ -29,8 +29,6 @@ class zDevice : public zEvH {
   void removeHandler(zEvH* target, zHandler member, int message, unsigned id);
 
   zWindow* owner() const { return ownerWindow; }
-  /// Expires with the device: tells, after a call that may have destroyed it, whether it has.
-  std::weak_ptr<const void> life() const { return lifeToken; }
 
  protected:
   /// Lets this device run the handlers of `attached`, which must outlive it, before its own.
@@ -41,7 +39,6 @@ class zDevice : public zEvH {
   void markOwner();
 
   std::unique_ptr<zNotifyNodeDlist> handlers;
-  std::shared_ptr<const void> lifeToken = std::make_shared<char>();
   zDevice* shared = nullptr;
   zWindow* ownerWindow;
   std::uint32_t ownerMask;

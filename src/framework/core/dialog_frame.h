@@ -65,8 +65,6 @@ class zDialogFrame : public zFrameWin {
   int endWith(int result);
 
  private:
-  friend class ziDialogEvents;
-
   /// One call of run, on the stack of that call.
   struct Run {
     const std::function<void()>& onEnd;
@@ -83,6 +81,7 @@ class zDialogFrame : public zFrameWin {
   void chooseFont(const DialogResource& resource);
   void popUp(int fullModal);
   void popDown();
+  void shellFocus(XEvent& event);
   void focusFirst();
   int onKey(zEvent* event);
   int press(zWindow* button);

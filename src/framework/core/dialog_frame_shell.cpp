@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <span>
+#include <utility>
 
 #include "framework/core/application.h"
 #include "framework/core/connect_xm.h"
@@ -14,16 +15,6 @@
 
 #include <Xm/DialogS.h>
 #include <Xm/MwmUtil.h>
-#include <Xm/Protocols.h>
-
-/// The shell's own events.
-class ziDialogEvents {
- public:
-  static void closeProc(Widget /*shell*/, XtPointer dialog, XtPointer /*data*/) noexcept {
-    static_cast<zDialogFrame*>(dialog)->endDialog();
-  }
-  static void shellProc(Widget shell, XtPointer dialog, XEvent* event, Boolean* toWidget);
-};
 
 namespace {
 
@@ -59,13 +50,10 @@ void makeTabStops(Widget board) {
 
 }  // namespace
 
-void ziDialogEvents::shellProc(Widget /*shell*/, XtPointer client, XEvent* event,
-                               Boolean* /*toWidget*/) {
-  auto& dialog = *static_cast<zDialogFrame*>(client);
+void zDialogFrame::shellFocus(XEvent& event) {
   // At once, for keys that are typed right away, and by the timer for a focus that comes late.
-  if (event->type == FocusIn && dialog.focusPending) {
-    dialog.focusPending = false;
-    dialog.focusFirst();
+  if (event.type == FocusIn && std::exchange(focusPending, false)) {
+    focusFirst();
   }
 }
 
@@ -83,8 +71,8 @@ void zDialogFrame::createWidgets() {
   XtVaSetValues(mainWidget, XmNuserData, this, nullptr);
   XtManageChild(mainWidget);
   addEventHandlers();
-  XtAddEventHandler(shellWidget, FocusChangeMask, False, ziDialogEvents::shellProc, this);
-  XmAddWMProtocolCallback(shellWidget, closeProtocol(shellWidget), ziDialogEvents::closeProc, this);
+  connect<&zDialogFrame::shellFocus>(shellWidget, kFocusEvents, this);
+  connect<&zDialogFrame::endDialog>(shellWidget, kCloseRequest, this);
   if (parent() != nullptr && parent()->fontObject() != nullptr) {
     setFont(parent()->fontHandle(), 0);
   }
@@ -95,9 +83,8 @@ zDialogFrame::~zDialogFrame() {
   if (hasState(kWidgetGone)) {
     return;
   }
-  XtRemoveEventHandler(shellWidget, FocusChangeMask, False, ziDialogEvents::shellProc, this);
-  XmRemoveWMProtocolCallback(shellWidget, closeProtocol(shellWidget), ziDialogEvents::closeProc,
-                             this);
+  disconnect<&zDialogFrame::shellFocus>(shellWidget, kFocusEvents, this);
+  disconnect<&zDialogFrame::endDialog>(shellWidget, kCloseRequest, this);
   popDown();
 }
 

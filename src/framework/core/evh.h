@@ -2,6 +2,7 @@
 
 #include <concepts>
 #include <cstdint>
+#include <memory>
 
 #include "framework/core/class_numbers.h"
 
@@ -21,6 +22,8 @@ class zEvH {
   virtual int handle(zEvent* event);
 
   bool isA(int classNumber) const;
+  /// Expires with the object, or before as soon as it takes no more part in events; see ziAlive.
+  std::weak_ptr<const void> life() const { return lifeToken; }
 
  protected:
   /// Adds a class number; for constructors only.
@@ -33,10 +36,28 @@ class zEvH {
   };
   bool hasState(StateFlag flag) const { return (stateFlags & flag) != 0; }
   void setState(StateFlag flag, bool on);
+  /// From now on the object counts as destroyed.
+  void endLife() { lifeToken.reset(); }
 
  private:
+  std::shared_ptr<const void> lifeToken = std::make_shared<char>();
   std::uint8_t classBits[10] = {};
   std::uint16_t stateFlags = 0;
+};
+
+/// Tells, after a call that may have destroyed an object, whether it is still there. Of no object
+/// it says no.
+class ziAlive {
+ public:
+  explicit ziAlive(const zEvH* watched) {
+    if (watched != nullptr) {
+      life = watched->life();
+    }
+  }
+  explicit operator bool() const { return !life.expired(); }
+
+ private:
+  std::weak_ptr<const void> life;
 };
 
 /// The object as a T, or null when it is none (or null itself). The framework's only downcast.

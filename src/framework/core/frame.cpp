@@ -18,15 +18,12 @@
 #include "framework/draw/icon.h"
 #include "framework/draw/screen.h"
 
-#include "framework/core/shell_xm.h"
-
 #include <X11/Xmu/Editres.h>
 #include <Xm/MwmUtil.h>
-#include <Xm/Protocols.h>
 
 namespace {
 
-constexpr EventMask kShellEventMask = StructureNotifyMask | FocusChangeMask;
+constexpr zEventKinds kShellEvents{StructureNotifyMask | FocusChangeMask};
 constexpr int kDragInitiatorStyle = 6;
 constexpr int kDragReceiverStyle = 5;
 // Room for what the window manager draws round a window.
@@ -78,57 +75,46 @@ zPoint startPlace(const ziScreen& screen, const zDimension& size) {
           random(screen.screenHeight, size.height + kDecoration.height)};
 }
 
-void windowManagerCloses(Widget /*shell*/, XtPointer /*frame*/, XtPointer /*data*/) {
+void windowManagerCloses(zAppFrame& /*frame*/) {
   zApp::instance()->closeMainWindow();
 }
 
 }  // namespace
 
-/// The shell's events of a frame.
-class ziFrameEvents {
- public:
-  static void zShellEventProc(Widget shell, XtPointer frame, XEvent* event, Boolean* toWidget);
-
- private:
-  static void activation(zFrameWin& frame, zEvent& event, bool isIn);
-};
-
-void ziFrameEvents::zShellEventProc(Widget /*shell*/, XtPointer client, XEvent* xevent,
-                                    Boolean* /*toWidget*/) {
-  auto& frame = *static_cast<zFrameWin*>(client);
-  const bool isFocus = xevent->type == FocusIn || xevent->type == FocusOut;
+void zFrameWin::zShellEventProc(XEvent& xevent) {
+  const bool isFocus = xevent.type == FocusIn || xevent.type == FocusOut;
   // The list that is open may be what a grab is for: its scroll bar.
-  if (isFocus && isGrabFocusEvent(*xevent)) {
+  if (isFocus && isGrabFocusEvent(xevent)) {
     return;
   }
   zEvent event;
-  event.xevent = xevent;
-  event.window = &frame;
-  switch (xevent->type) {
+  event.xevent = &xevent;
+  event.window = this;
+  switch (xevent.type) {
     case FocusOut:
       closeOpenDropDown();
-      activation(frame, event, false);
+      activation(event, false);
       break;
     case FocusIn:
-      activation(frame, event, true);
+      activation(event, true);
       break;
     case ConfigureNotify:
       closeOpenDropDown();
-      frame.move(&event);
+      move(&event);
       break;
     case ReparentNotify:
-      frame.reparented(xevent->xreparent.parent != RootWindowOfScreen(XtScreen(frame.shell())));
+      reparented(xevent.xreparent.parent != RootWindowOfScreen(XtScreen(shellWidget)));
       break;
     default:
       break;
   }
 }
 
-void ziFrameEvents::activation(zFrameWin& frame, zEvent& event, bool isIn) {
+void zFrameWin::activation(zEvent& event, bool isIn) {
   event.message = kMsgActivate;
   event.wparam = isIn ? 1 : 0;
-  if (zDispatchHandlers(event, &frame) == 0) {
-    frame.activate(&event);
+  if (zDispatchHandlers(event, this) == 0) {
+    activate(&event);
   }
 }
 
@@ -145,11 +131,9 @@ zFrameWin::zFrameWin(zWindow* parent, zSizer* sizer, std::uint32_t style, const 
 zFrameWin::~zFrameWin() {
   zApp* app = zApp::instance();
   if (shellWidget != nullptr && !hasState(kWidgetGone)) {
-    XtRemoveEventHandler(mainWidget, kFrameEventMask, False, zWindowEventProc,
-                         static_cast<zWindow*>(this));
-    XtRemoveEventHandler(shellWidget, FocusChangeMask, False, zWindowEventProc,
-                         static_cast<zWindow*>(this));
-    XtRemoveEventHandler(shellWidget, kShellEventMask, False, ziFrameEvents::zShellEventProc, this);
+    disconnect<&zWindow::zWindowEventProc>(mainWidget, kFrameEvents, this);
+    disconnect<&zWindow::zWindowEventProc>(shellWidget, kFocusEvents, this);
+    disconnect<&zFrameWin::zShellEventProc>(shellWidget, kShellEvents, this);
   }
   menuBar.reset();
   // Children go first: their widgets are destroyed by messages to a shell that is still there.
@@ -263,11 +247,9 @@ void zFrameWin::createInterior() {
 }
 
 void zFrameWin::addEventHandlers() {
-  XtAddEventHandler(mainWidget, kFrameEventMask, False, zWindowEventProc,
-                    static_cast<zWindow*>(this));
-  XtAddEventHandler(shellWidget, FocusChangeMask, False, zWindowEventProc,
-                    static_cast<zWindow*>(this));
-  XtAddEventHandler(shellWidget, kShellEventMask, False, ziFrameEvents::zShellEventProc, this);
+  connect<&zWindow::zWindowEventProc>(mainWidget, kFrameEvents, this);
+  connect<&zWindow::zWindowEventProc>(shellWidget, kFocusEvents, this);
+  connect<&zFrameWin::zShellEventProc>(shellWidget, kShellEvents, this);
 }
 
 void zFrameWin::chooseStartGeometry() {
@@ -295,11 +277,11 @@ zAppFrame::zAppFrame(zWindow* parent, zSizer* sizer, std::uint32_t style, const 
   markClass(kClassAppFrame);
   setClassName("AppFrameCL");
   zFrameWin::createWidgets();
-  XmAddWMProtocolCallback(shellWidget, closeProtocol(shellWidget), windowManagerCloses, this);
+  connect<windowManagerCloses>(shellWidget, kCloseRequest, this);
 }
 
 zAppFrame::~zAppFrame() {
   if (!hasState(kWidgetGone)) {
-    XmRemoveWMProtocolCallback(shellWidget, closeProtocol(shellWidget), windowManagerCloses, this);
+    disconnect<windowManagerCloses>(shellWidget, kCloseRequest, this);
   }
 }

@@ -68,8 +68,8 @@ class zFrameWin : public zWindow {
   Widget shellWidget = nullptr;
 
  private:
-  friend class ziFrameEvents;
-
+  void zShellEventProc(XEvent& event);
+  void activation(zEvent& event, bool isIn);
   void createShell();
   void createInterior();
   void chooseStartGeometry();

@@ -6,8 +6,7 @@
 #include "framework/core/idle_list.h"
 
 #include "framework/core/application.h"
-
-#include <X11/Intrinsic.h>
+#include "framework/core/connect_xm.h"
 
 namespace {
 
@@ -35,7 +34,7 @@ void zIdleList::add(zEvH* owner, zOwnerHandler handler) {
 void zIdleList::install() {
   removeProc = false;
   if (workProcId == 0) {
-    workProcId = XtAppAddWorkProc(zApp::instance()->context(), &zIdleList::workProcedure, this);
+    workProcId = connectWork<&zIdleList::runPass>(zApp::instance()->context(), this);
   }
 }
 
@@ -67,11 +66,7 @@ void zIdleList::contextReplaced() {
   }
 }
 
-char zIdleList::workProcedure(void* list) {
-  return static_cast<zIdleList*>(list)->runPass();
-}
-
-char zIdleList::runPass() {
+bool zIdleList::runPass() {
   if (!isEmpty() && passes >= kPassesPerRun) {
     passes = 0;
     runHandlers();
@@ -80,7 +75,7 @@ char zIdleList::runPass() {
   if (removeProc) {
     workProcId = 0;
   }
-  return removeProc ? 1 : 0;
+  return removeProc;
 }
 
 void zIdleList::runHandlers() {

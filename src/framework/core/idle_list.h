@@ -37,8 +37,8 @@ class zIdleList {
  private:
   static constexpr int kPassesPerRun = 101;
 
-  static char workProcedure(void* list);
-  char runPass();
+  /// True when the work procedure is to go.
+  bool runPass();
   void runHandlers();
   void install();
   /// False when the item has been taken off already.

@@ -16,27 +16,18 @@
 #include <X11/Xatom.h>
 #include <Xm/XmAll.h>
 
-/// The events that guards hear of.
-class ziKeyGuardEvents {
- public:
-  static Boolean dispatchKey(XEvent* event) noexcept;
-  static void shellProc(Widget shell, XtPointer guard, XEvent* event, Boolean* toWidget) noexcept;
-  static void textGone(Widget text, XtPointer guard, XtPointer data) noexcept;
-};
-
 namespace {
 
-constexpr EventMask kShellMask = FocusChangeMask | PropertyChangeMask;
+constexpr zEventKinds kShellEvents{FocusChangeMask | PropertyChangeMask};
 
 int unaskedDepth = 0;
 // Of the dialogs on the screen; the newest, the last, has the say.
 std::vector<ziKeyGuard*> guards;
 XtEventDispatchProc usualDispatcher = nullptr;
 
-void installDispatcher(Display* display) {
-  const XtEventDispatchProc before =
-      XtSetEventDispatcher(display, KeyPress, ziKeyGuardEvents::dispatchKey);
-  if (before != ziKeyGuardEvents::dispatchKey) {
+void installDispatcher(Display* display, XtEventDispatchProc dispatcher) {
+  const XtEventDispatchProc before = XtSetEventDispatcher(display, KeyPress, dispatcher);
+  if (before != dispatcher) {
     usualDispatcher = before;
   }
 }
@@ -80,7 +71,7 @@ bool isInMainWindow(Widget text) {
 
 }  // namespace
 
-Boolean ziKeyGuardEvents::dispatchKey(XEvent* event) noexcept {
+char ziKeyGuard::dispatchKey(XEvent* event) noexcept {
   // Of dialogs that came up one right after the other, none of which the user can have seen, the
   // first knows where he was typing.
   const ziKeyGuard* holder = nullptr;
@@ -94,23 +85,17 @@ Boolean ziKeyGuardEvents::dispatchKey(XEvent* event) noexcept {
   return True;
 }
 
-void ziKeyGuardEvents::shellProc(Widget shell, XtPointer client, XEvent* event,
-                                 Boolean* /*toWidget*/) noexcept {
-  auto& guard = *static_cast<ziKeyGuard*>(client);
-  if (guard.hasFocus) {
+void ziKeyGuard::shellEvent(XEvent& event) {
+  if (hasFocus) {
     return;
   }
-  if (event->type == FocusIn && !isGrabFocusEvent(*event)) {
-    XChangeProperty(XtDisplay(shell), XtWindow(shell), focusTimeAtom(shell), XA_INTEGER, 32,
+  if (event.type == FocusIn && !isGrabFocusEvent(event)) {
+    XChangeProperty(XtDisplay(watched), XtWindow(watched), focusTimeAtom(watched), XA_INTEGER, 32,
                     PropModeReplace, nullptr, 0);
-  } else if (event->type == PropertyNotify && event->xproperty.atom == focusTimeAtom(shell)) {
-    guard.hasFocus = true;
-    guard.focusTime = event->xproperty.time;
+  } else if (event.type == PropertyNotify && event.xproperty.atom == focusTimeAtom(watched)) {
+    hasFocus = true;
+    focusTime = event.xproperty.time;
   }
-}
-
-void ziKeyGuardEvents::textGone(Widget /*text*/, XtPointer guard, XtPointer /*data*/) noexcept {
-  static_cast<ziKeyGuard*>(guard)->typedInto = nullptr;
 }
 
 zUnaskedScope::zUnaskedScope() {
@@ -135,10 +120,10 @@ void ziKeyGuard::start(Widget shell) {
   isOpen = false;
   typedInto = textWithFocus(XtDisplay(shell));
   if (typedInto != nullptr) {
-    XtAddCallback(typedInto, XmNdestroyCallback, ziKeyGuardEvents::textGone, this);
+    connect<&ziKeyGuard::textGone>(typedInto, callback::destroy, this);
   }
-  XtAddEventHandler(shell, kShellMask, False, ziKeyGuardEvents::shellProc, this);
-  installDispatcher(XtDisplay(shell));
+  connect<&ziKeyGuard::shellEvent>(shell, kShellEvents, this);
+  installDispatcher(XtDisplay(shell), dispatchKey);
   guards.push_back(this);
 }
 
@@ -147,9 +132,9 @@ void ziKeyGuard::stop() {
     return;
   }
   std::erase(guards, this);
-  XtRemoveEventHandler(watched, kShellMask, False, ziKeyGuardEvents::shellProc, this);
+  disconnect<&ziKeyGuard::shellEvent>(watched, kShellEvents, this);
   if (typedInto != nullptr) {
-    XtRemoveCallback(typedInto, XmNdestroyCallback, ziKeyGuardEvents::textGone, this);
+    disconnect<&ziKeyGuard::textGone>(typedInto, callback::destroy, this);
   }
   watched = nullptr;
   typedInto = nullptr;

@@ -33,8 +33,10 @@ class ziKeyGuard {
   void stop();
 
  private:
-  friend class ziKeyGuardEvents;
-
+  /// Takes the place of the toolkit's dispatcher of key presses.
+  static char dispatchKey(XEvent* event) noexcept;
+  void shellEvent(XEvent& event);
+  void textGone() { typedInto = nullptr; }
   bool holds(const XEvent& key);
   void handOn(const XEvent& key) const;
 

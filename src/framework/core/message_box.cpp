@@ -135,16 +135,12 @@ class ziMessageBox {
   void show();
 
  private:
-  using Data = XmAnyCallbackStruct;
-
-  void onOk(Data* /*data*/) { answer(message.okValue); }
-  void onCancel(Data* /*data*/) { answer(message.cancelValue); }
-  void onHelp(Data* /*data*/) { answer(message.helpValue); }
-  static void closeProc(Widget /*shell*/, XtPointer self, XtPointer /*data*/) noexcept {
-    static_cast<ziMessageBox*>(self)->answer(static_cast<ziMessageBox*>(self)->closeValue);
-  }
-  void onDestroy(Data* /*data*/);
-  void onKey(Widget widget, XEvent* event, Boolean* toWidget);
+  void onOk() { answer(values[0]); }
+  void onCancel() { answer(values[1]); }
+  void onHelp() { answer(values[2]); }
+  void onClose() { answer(closeValue); }
+  void onDestroy();
+  bool onKey(XEvent& event);
   void answer(int value);
 
   void create(Widget shell, const char* text, const char* title, int style);
@@ -152,10 +148,11 @@ class ziMessageBox {
   void setUpClosing(const Buttons& buttons);
   void removeCallbacks();
 
-  static constexpr XtEventHandler keyProc = &ziEventTrampoline<&ziMessageBox::onKey, ziMessageBox>;
+  static constexpr zEventKinds kKeys{KeyPressMask, false, XtListHead};
 
   zMessage& message;
-  Widget box = nullptr;  ///< null once Motif has destroyed it
+  std::array<int, 3> values{};  ///< answers of the buttons
+  Widget box = nullptr;         ///< null once Motif has destroyed it
   ziModalShell modalShell;
   int closeValue = kAnswerNone;
 };
@@ -177,9 +174,7 @@ ziMessageBox::ziMessageBox(zMessage& owner, Widget shell, const char* text, cons
                            int style)
     : message(owner) {
   const Buttons buttons = buttonsOf(style);
-  message.okValue = buttons[0].value;
-  message.cancelValue = buttons[1].value;
-  message.helpValue = buttons[2].value;
+  values = {buttons[0].value, buttons[1].value, buttons[2].value};
   create(shell, text, title, style);
   setUpButtons(buttons);
   setUpClosing(buttons);
@@ -218,10 +213,10 @@ void ziMessageBox::setUpButtons(const Buttons& buttons) {
     }
   }
   connect<&ziMessageBox::onOk>(box, callback::ok, this);
-  if (message.cancelValue != kAnswerNone) {
+  if (values[1] != kAnswerNone) {
     connect<&ziMessageBox::onCancel>(box, callback::cancel, this);
   }
-  if (message.helpValue != kAnswerNone) {
+  if (values[2] != kAnswerNone) {
     connect<&ziMessageBox::onHelp>(box, callback::help, this);
   }
 }
@@ -230,22 +225,22 @@ void ziMessageBox::setUpClosing(const Buttons& buttons) {
   const auto cancel = std::find_if(buttons.begin(), buttons.end(), [](const Button& button) {
     return button.value == kAnswerCancel;
   });
-  closeValue = cancel != buttons.end() ? kAnswerCancel : message.cancelValue;
+  closeValue = cancel != buttons.end() ? kAnswerCancel : values[1];
   // Motif's own Escape presses the second button, which is not the one called Cancel everywhere and
   // may not be there.
-  XtInsertEventHandler(box, KeyPressMask, False, keyProc, this, XtListHead);
-  XmAddWMProtocolCallback(XtParent(box), closeProtocol(box), closeProc, this);
+  connect<&ziMessageBox::onKey>(box, kKeys, this);
+  connect<&ziMessageBox::onClose>(XtParent(box), kCloseRequest, this);
 }
 
-void ziMessageBox::onKey(Widget widget, XEvent* event, Boolean* toWidget) {
+bool ziMessageBox::onKey(XEvent& event) {
   Modifiers used = 0;
   KeySym keysym = NoSymbol;
-  XtTranslateKeycode(XtDisplay(widget), static_cast<KeyCode>(event->xkey.keycode),
-                     event->xkey.state, &used, &keysym);
+  XtTranslateKeycode(XtDisplay(box), static_cast<KeyCode>(event.xkey.keycode), event.xkey.state,
+                     &used, &keysym);
   if (keysym == osfXK_Cancel) {
-    *toWidget = False;
     answer(closeValue);
   }
+  return keysym == osfXK_Cancel;
 }
 
 void ziMessageBox::show() {
@@ -267,14 +262,14 @@ void ziMessageBox::answer(int value) {
   done = true;
 }
 
-void ziMessageBox::onDestroy(Data* /*data*/) {
+void ziMessageBox::onDestroy() {
   box = nullptr;
   done = true;
 }
 
 void ziMessageBox::removeCallbacks() {
-  XmRemoveWMProtocolCallback(XtParent(box), closeProtocol(box), closeProc, this);
-  XtRemoveEventHandler(box, KeyPressMask, False, keyProc, this);
+  disconnect<&ziMessageBox::onClose>(XtParent(box), kCloseRequest, this);
+  disconnect<&ziMessageBox::onKey>(box, kKeys, this);
   disconnect<&ziMessageBox::onOk>(box, callback::ok, this);
   disconnect<&ziMessageBox::onCancel>(box, callback::cancel, this);
   disconnect<&ziMessageBox::onHelp>(box, callback::help, this);

@@ -54,11 +54,4 @@ class zMessage {
   /// A zMessageResult.
   int result = kAnswerNone;
   bool isOk() const { return result == kAnswerOk; }
-
- private:
-  friend class ziMessageBox;
-
-  int okValue = kAnswerNone;
-  int cancelValue = kAnswerNone;
-  int helpValue = kAnswerNone;
 };

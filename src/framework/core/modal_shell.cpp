@@ -5,17 +5,9 @@
 #include <vector>
 
 #include "framework/core/application.h"
+#include "framework/core/connect_xm.h"
 #include "framework/core/desktop_properties.h"
 #include "framework/core/frame.h"
-
-#include <Xm/XmAll.h>
-
-/// The events of the shells.
-class ziModalShellEvents {
- public:
-  static void focusProc(Widget shell, XtPointer modal, XEvent* event, Boolean* toWidget) noexcept;
-  static void destroyed(Widget shell, XtPointer modal, XtPointer data) noexcept;
-};
 
 namespace {
 
@@ -37,24 +29,18 @@ bool bringBack(Widget shell) {
 
 }  // namespace
 
-void ziModalShellEvents::focusProc(Widget /*shell*/, XtPointer modal, XEvent* event,
-                                   Boolean* /*toWidget*/) noexcept {
-  auto& self = *static_cast<ziModalShell*>(modal);
-  if (event->type == FocusIn && std::exchange(self.isCalling, false) && mainShell() != nullptr) {
+void ziModalShell::focusChanged(XEvent& event) {
+  if (event.type == FocusIn && std::exchange(isCalling, false) && mainShell() != nullptr) {
     demandAttention(mainShell(), false);
   }
-}
-
-void ziModalShellEvents::destroyed(Widget /*shell*/, XtPointer modal, XtPointer /*data*/) noexcept {
-  static_cast<ziModalShell*>(modal)->down();
 }
 
 void ziModalShell::up(Widget newShell) {
   down();
   shell = newShell;
   shellsUp.push_back(this);
-  XtAddEventHandler(shell, FocusChangeMask, False, ziModalShellEvents::focusProc, this);
-  XtAddCallback(shell, XmNdestroyCallback, ziModalShellEvents::destroyed, this);
+  connect<&ziModalShell::focusChanged>(shell, zEventKinds{FocusChangeMask}, this);
+  connect<&ziModalShell::down>(shell, callback::destroy, this);
   if (zUnaskedScope::isActive()) {
     keyGuard.start(shell);
     callUser();
@@ -76,8 +62,8 @@ void ziModalShell::down() {
   if (std::exchange(isCalling, false) && mainShell() != nullptr) {
     demandAttention(mainShell(), false);
   }
-  XtRemoveEventHandler(shell, FocusChangeMask, False, ziModalShellEvents::focusProc, this);
-  XtRemoveCallback(shell, XmNdestroyCallback, ziModalShellEvents::destroyed, this);
+  disconnect<&ziModalShell::focusChanged>(shell, zEventKinds{FocusChangeMask}, this);
+  disconnect<&ziModalShell::down>(shell, callback::destroy, this);
   std::erase(shellsUp, this);
   shell = nullptr;
 }

@@ -23,8 +23,7 @@ class ziModalShell {
   static void raiseNewest();
 
  private:
-  friend class ziModalShellEvents;
-
+  void focusChanged(XEvent& event);
   void callUser();
 
   Widget shell = nullptr;

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "framework/core/pane_events_xm.h"
 #include "framework/core/window_events_xm.h"
 #include "framework/draw/brush.h"
 #include "framework/draw/screen.h"
@@ -19,13 +18,10 @@ constexpr int kScrollBarExtent = 16;  // until the bar's own extent is known
 constexpr int kScrollMaximum = 100;
 constexpr zColor kFurnitureGrey = kColorLightGrey;
 
-Widget createScrollBar(Widget parent, const char* name, unsigned char orientation,
-                       XtCallbackProc procedure, zWindow* window) {
-  Widget bar = XtVaCreateWidget(name, xmScrollBarWidgetClass, parent, XmNorientation, orientation,
-                                XmNminimum, 0, XmNmaximum, kScrollMaximum, XmNvalue, 0,
-                                XmNsliderSize, 1, nullptr);
-  addScrollCallbacks(bar, procedure, window);
-  return bar;
+Widget createScrollBar(Widget parent, const char* name, unsigned char orientation) {
+  return XtVaCreateWidget(name, xmScrollBarWidgetClass, parent, XmNorientation, orientation,
+                          XmNminimum, 0, XmNmaximum, kScrollMaximum, XmNvalue, 0, XmNsliderSize, 1,
+                          nullptr);
 }
 
 int realExtent(Widget bar, bool isVertical) {
@@ -73,7 +69,7 @@ zPane::zPane(zWindow* parent, int id)
   if (zWindow* replaced = siblingById(id); replaced != nullptr) {
     adoptFrom(*replaced);
     placeholder.reset(replaced);
-    XtInsertEventHandler(mainWidget, ExposureMask, True, zPaneExposeProc, this, XtListHead);
+    connect<&zPane::zPaneExposeProc>(mainWidget, kExposures, this);
     ownDisplay->setXWindow(XtWindow(mainWidget));
   }
 }
@@ -86,7 +82,7 @@ zPane::~zPane() {
 
 void zPane::removeEventHandlers() {
   zChildWin::removeEventHandlers();
-  XtRemoveEventHandler(mainWidget, ExposureMask, True, zPaneExposeProc, this);
+  disconnect<&zPane::zPaneExposeProc>(mainWidget, kExposures, this);
 }
 
 void zPane::createWidgets() {
@@ -114,9 +110,8 @@ void zPane::createWidgets() {
     XtVaSetValues(mainWidget, XmNtraversalOn, False, nullptr);
   }
   createScrollBars();
-  XtAddEventHandler(mainWidget, kWindowEventMask, False, zWindowEventProc,
-                    static_cast<zWindow*>(this));
-  XtInsertEventHandler(mainWidget, ExposureMask, True, zPaneExposeProc, this, XtListHead);
+  connect<&zWindow::zWindowEventProc>(mainWidget, kWindowEvents, this);
+  connect<&zPane::zPaneExposeProc>(mainWidget, kExposures, this);
   ownDisplay->setXWindow(XtWindow(mainWidget));
   if (parent()->fontObject() != nullptr) {
     setFont(parent()->fontHandle(), 0);
@@ -136,10 +131,12 @@ void zPane::createScrollBars() {
     scrollClip = mainWidget;
   }
   if ((style() & kStyleVertScroll) != 0) {
-    vertScrollWidget = createScrollBar(holder, "ScrollbarV", XmVERTICAL, zVertScrollProc, this);
+    vertScrollWidget = createScrollBar(holder, "ScrollbarV", XmVERTICAL);
+    connectScrollBar<zVertScrollProc>(vertScrollWidget, this);
   }
   if ((style() & kStyleHorzScroll) != 0) {
-    horzScrollWidget = createScrollBar(holder, "ScrollbarH", XmHORIZONTAL, zHorzScrollProc, this);
+    horzScrollWidget = createScrollBar(holder, "ScrollbarH", XmHORIZONTAL);
+    connectScrollBar<zHorzScrollProc>(horzScrollWidget, this);
   }
 }
 

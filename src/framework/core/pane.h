@@ -23,6 +23,8 @@ class zPane : public zChildWin, public ziDisplayOwner {
   virtual int draw(zEvent* event);
   /// The display has become ready: the first exposure is here.
   virtual void displayReady();
+  /// Paints what an exposure of the pane's widget tells, and all others that wait.
+  void zPaneExposeProc(XEvent& event);
   virtual void scrollRect(int dx, int dy, const zRect& rect);
 
   int scroll(zEvent* event) override;
@@ -51,8 +53,6 @@ class zPane : public zChildWin, public ziDisplayOwner {
   void removeEventHandlers() override;
 
  private:
-  friend class ziPaneEvents;
-
   // What the display asks.
   Window displayWindow() const override;
   unsigned long backgroundPixel() const override;
@@ -60,6 +60,8 @@ class zPane : public zChildWin, public ziDisplayOwner {
   zRCFont displayFont() const override;
   zDimension clientSize() const override;
 
+  void makeReady(const XEvent& event);
+  void expose(XEvent& event);
   zWindow* siblingById(int id);
   void createScrollBars();
   void placeWithScrollBars(int x, int y, int width, int height);

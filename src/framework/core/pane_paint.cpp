@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "framework/core/pane.h"
-#include "framework/core/pane_events_xm.h"
 #include "framework/core/window_events_xm.h"
 #include "framework/draw/region.h"
 #include "framework/draw/screen.h"
@@ -42,66 +41,50 @@ void addQueuedExposures(Display* display, Window window, const zDimension& whole
 
 }  // namespace
 
-/// The paint procedure's view of a pane.
-class ziPaneEvents {
- public:
-  static void expose(zPane& pane, XEvent& event);
-
- private:
-  static void makeReady(zPane& pane, const XEvent& event);
-};
-
-void ziPaneEvents::makeReady(zPane& pane, const XEvent& event) {
-  if (pane.vertScrollWidget == nullptr && pane.horzScrollWidget == nullptr) {
+void zPane::makeReady(const XEvent& event) {
+  if (vertScrollWidget == nullptr && horzScrollWidget == nullptr) {
     Position x = 0;
     Position y = 0;
-    XtVaGetValues(pane.mainWidget, XmNx, &x, XmNy, &y, nullptr);
-    pane.sizer()->setPos({x, y});
-    pane.sizer()->setSize(widgetSize(pane.mainWidget));
+    XtVaGetValues(mainWidget, XmNx, &x, XmNy, &y, nullptr);
+    sizer()->setPos({x, y});
+    sizer()->setSize(widgetSize(mainWidget));
   }
-  pane.ownDisplay->makeReady(event.xany.display, event.xany.window);
-  pane.displayReady();
+  ownDisplay->makeReady(event.xany.display, event.xany.window);
+  displayReady();
 }
 
-void ziPaneEvents::expose(zPane& pane, XEvent& event) {
-  if (!pane.ownDisplay->isReady()) {
-    makeReady(pane, event);
+void zPane::expose(XEvent& event) {
+  if (!ownDisplay->isReady()) {
+    makeReady(event);
   }
-  const zDimension whole = pane.clientSize();
+  const zDimension whole = clientSize();
   zRegion region;
   region.add(exposedRect(event, whole));
   addQueuedExposures(event.xany.display, event.xany.window, whole, region);
-  const bool isPushed = pane.currentDisplay != pane.ownDisplay.get();
+  const bool isPushed = currentDisplay != ownDisplay.get();
   if (isPushed) {
-    pane.pushDisplay(pane.ownDisplay.get());
+    pushDisplay(ownDisplay.get());
   }
-  const ziAlive alive(&pane);
-  pane.ownDisplay->takeInvalidRects(region);
-  pane.ownDisplay->beginPaint(std::move(region));
+  const ziAlive alive(this);
+  ownDisplay->takeInvalidRects(region);
+  ownDisplay->beginPaint(std::move(region));
   zEvent paint;
   paint.xevent = &event;
-  paint.window = &pane;
-  pane.draw(&paint);
+  paint.window = this;
+  draw(&paint);
   if (!alive) {
     return;
   }
-  pane.ownDisplay->endPaint();
+  ownDisplay->endPaint();
   if (isPushed) {
-    pane.popDisplay();
+    popDisplay();
   }
 }
 
-void zPaneExposeProc(Widget /*widget*/, XtPointer client, XEvent* event, Boolean* /*toWidget*/) {
-  if (event->type != Expose && event->type != GraphicsExpose) {
-    return;
+void zPane::zPaneExposeProc(XEvent& event) {
+  if (event.type == Expose || event.type == GraphicsExpose) {
+    expose(event);
   }
-  if (client == nullptr) {
-    const XExposeEvent& e = event->xexpose;
-    XClearArea(e.display, e.window, e.x, e.y, static_cast<unsigned>(e.width),
-               static_cast<unsigned>(e.height), False);
-    return;
-  }
-  ziPaneEvents::expose(*static_cast<zPane*>(client), *event);
 }
 
 int zPane::draw(zEvent* /*event*/) {
@@ -126,7 +109,7 @@ void zPane::update() {
   event.xexpose.y = first.top;
   event.xexpose.width = first.width();
   event.xexpose.height = first.height();
-  ziPaneEvents::expose(*this, event);
+  expose(event);
   XFlush(XtDisplay(mainWidget));
 }
 

@@ -13,7 +13,3 @@ Widget shellAbove(zWindow* parent) {
   }
   return widget;
 }
-
-Atom closeProtocol(Widget widget) {
-  return XInternAtom(XtDisplay(widget), "WM_DELETE_WINDOW", False);
-}

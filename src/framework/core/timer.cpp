@@ -19,8 +19,7 @@
 #include <utility>
 
 #include "framework/core/application.h"
-
-#include <X11/Intrinsic.h>
+#include "framework/core/connect_xm.h"
 
 namespace {
 
@@ -37,10 +36,8 @@ timespec toTimespec(nanoseconds time) {
   return {static_cast<time_t>(seconds.count()), time.count() == 0 ? 1 : rest};
 }
 
-unsigned long addInput(int source, XtInputCallbackProc procedure, zTimer* timer) {
-  // NOLINTNEXTLINE(performance-no-int-to-ptr): Xt takes the condition as a pointer
-  const auto condition = reinterpret_cast<XtPointer>(XtInputReadMask);
-  return XtAppAddInput(zApp::instance()->context(), source, condition, procedure, timer);
+XtAppContext context() {
+  return zApp::instance()->context();
 }
 
 }  // namespace
@@ -78,13 +75,13 @@ zTimer::~zTimer() {
 void zTimer::openDescriptor() {
   descriptor = timerfd_create(CLOCK_MONOTONIC, TFD_NONBLOCK | TFD_CLOEXEC);
   if (descriptor >= 0) {
-    inputId = addInput(descriptor, &zTimer::expired, this);
+    inputId = connectInput<&zTimer::expired>(context(), descriptor, this);
   }
 }
 
 void zTimer::arm() {
   if (inputId == 0) {
-    timerId = XtAppAddTimeOut(zApp::instance()->context(), period, &zTimer::fired, this);
+    timerId = connectTimeOut<&zTimer::fired>(context(), period, this);
     return;
   }
   const milliseconds every(period);
@@ -102,25 +99,23 @@ void zTimer::setClock(unsigned long delay) {
   timerfd_settime(descriptor, 0, &due, nullptr);
 }
 
-void zTimer::fired(void* timer, unsigned long* /*id*/) {
-  auto* self = static_cast<zTimer*>(timer);
-  self->timerId = 0;
+void zTimer::fired() {
+  timerId = 0;
   // The next period counts from here, however long the handler takes.
-  if (self->repeat == kRepeating && self->inputId == 0) {
-    self->arm();
+  if (repeat == kRepeating && inputId == 0) {
+    arm();
   }
-  self->handler(self->owner);
+  handler(owner);
 }
 
-void zTimer::expired(void* timer, int* source, unsigned long* /*id*/) {
-  auto* self = static_cast<zTimer*>(timer);
-  if (self->watch.pace != nullptr) {
-    self->fireAtPace();
+void zTimer::expired() {
+  if (watch.pace != nullptr) {
+    fireAtPace();
     return;
   }
   std::uint64_t expirations = 0;
-  if (read(*source, &expirations, sizeof expirations) == sizeof expirations) {
-    fired(timer, nullptr);
+  if (read(descriptor, &expirations, sizeof expirations) == sizeof expirations) {
+    fired();
   }
 }
 
@@ -146,7 +141,7 @@ void zTimer::sleep() {
   timerfd_settime(descriptor, 0, &never, nullptr);
   const std::array<int, 2> sources = watch.descriptors();
   for (std::size_t i = 0; i < sources.size(); ++i) {
-    wakeIds[i] = sources[i] < 0 ? 0 : addInput(sources[i], &zTimer::woken, this);
+    wakeIds[i] = sources[i] < 0 ? 0 : connectInput<&zTimer::woken>(context(), sources[i], this);
   }
 }
 
@@ -158,9 +153,8 @@ void zTimer::endSleep() {
   }
 }
 
-void zTimer::woken(void* timer, int* /*source*/, unsigned long* /*id*/) {
-  auto* self = static_cast<zTimer*>(timer);
-  self->endSleep();
-  self->setClock(0);
-  self->fireAtPace();
+void zTimer::woken() {
+  endSleep();
+  setClock(0);
+  fireAtPace();
 }

@@ -42,9 +42,9 @@ class zTimer {
   bool isPending() const { return timerId != 0 || inputId != 0; }
 
  private:
-  static void fired(void* timer, unsigned long* id);
-  static void expired(void* timer, int* source, unsigned long* id);
-  static void woken(void* timer, int* source, unsigned long* id);
+  void fired();
+  void expired();
+  void woken();
   void openDescriptor();
   void arm();
   void setClock(unsigned long delay);

@@ -28,23 +28,6 @@ bool hasBarTheKeyboard(Widget widget) {
 
 }  // namespace
 
-ziAlive::ziAlive(zWindow* watched) : window(watched), next(nullptr) {
-  if (window != nullptr) {
-    next = std::exchange(window->watchers, this);
-  }
-}
-
-ziAlive::~ziAlive() {
-  if (window == nullptr) {
-    return;
-  }
-  ziAlive** link = &window->watchers;
-  while (*link != this) {
-    link = &(*link)->next;
-  }
-  *link = next;
-}
-
 zWindow::zWindow(zWindow* parent, zSizer* sizer, std::uint32_t style)
     : ownSizer(sizer != nullptr ? sizer : new zSizer(nullptr)),
       styleBits(style | kStyleEveryWindow),
@@ -60,9 +43,7 @@ zWindow::~zWindow() {
   setState(kDeleteOnUnmap, false);
   cancelFocusTimer();
   forgetFocusWindow(this);
-  for (ziAlive* watcher = watchers; watcher != nullptr; watcher = watcher->next) {
-    watcher->window = nullptr;
-  }
+  endLife();
   if (parentWindow != nullptr) {
     parentWindow->childWindows.remove(this);
   }
@@ -77,12 +58,12 @@ void zWindow::destroyWidgets() {
   if (mainWidget == nullptr) {
     return;
   }
-  XtRemoveEventHandler(mainWidget, kWindowEventMask, False, zWindowEventProc, this);
+  disconnect<&zWindow::zWindowEventProc>(mainWidget, kWindowEvents, this);
   if (vertScrollWidget != nullptr) {
-    removeScrollCallbacks(vertScrollWidget, zVertScrollProc, this);
+    disconnectScrollBar<zVertScrollProc>(vertScrollWidget, this);
   }
   if (horzScrollWidget != nullptr) {
-    removeScrollCallbacks(horzScrollWidget, zHorzScrollProc, this);
+    disconnectScrollBar<zHorzScrollProc>(horzScrollWidget, this);
   }
   if (hasState(kWidgetGone)) {
     return;
@@ -171,7 +152,7 @@ void zWindow::setCursor(const zCursor& newCursor) {
 void zWindow::startFocusTimer() {
   cancelFocusTimer();
   if (const zApp* app = zApp::instance(); app != nullptr) {
-    focusTimer = XtAppAddTimeOut(app->context(), kFocusDelayMs, focusTimerFired, this);
+    focusTimer = connectTimeOut<&zWindow::focusTimerFired>(app->context(), kFocusDelayMs, this);
   }
 }
 
@@ -181,11 +162,10 @@ void zWindow::cancelFocusTimer() {
   }
 }
 
-void zWindow::focusTimerFired(void* client, unsigned long* /*timerId*/) {
-  auto* window = static_cast<zWindow*>(client);
-  window->focusTimer = 0;
-  if (!window->takeFocus()) {
-    window->startFocusTimer();
+void zWindow::focusTimerFired() {
+  focusTimer = 0;
+  if (!takeFocus()) {
+    startFocusTimer();
   }
 }
 
@@ -270,7 +250,7 @@ void zWindow::adoptFrom(zWindow& other) {
 }
 
 void zWindow::removeEventHandlers() {
-  XtRemoveEventHandler(mainWidget, kWindowEventMask, False, zWindowEventProc, this);
+  disconnect<&zWindow::zWindowEventProc>(mainWidget, kWindowEvents, this);
 }
 
 void zWindow::adoptWidgets(zWindow& other) {
@@ -279,13 +259,13 @@ void zWindow::adoptWidgets(zWindow& other) {
   scrollClip = std::exchange(other.scrollClip, nullptr);
   vertScrollWidget = std::exchange(other.vertScrollWidget, nullptr);
   horzScrollWidget = std::exchange(other.horzScrollWidget, nullptr);
-  XtAddEventHandler(mainWidget, kWindowEventMask, False, zWindowEventProc, this);
+  connect<&zWindow::zWindowEventProc>(mainWidget, kWindowEvents, this);
   if (vertScrollWidget != nullptr) {
-    removeScrollCallbacks(vertScrollWidget, zVertScrollProc, &other);
-    addScrollCallbacks(vertScrollWidget, zVertScrollProc, this);
+    disconnectScrollBar<zVertScrollProc>(vertScrollWidget, &other);
+    connectScrollBar<zVertScrollProc>(vertScrollWidget, this);
   }
   if (horzScrollWidget != nullptr) {
-    removeScrollCallbacks(horzScrollWidget, zHorzScrollProc, &other);
-    addScrollCallbacks(horzScrollWidget, zHorzScrollProc, this);
+    disconnectScrollBar<zHorzScrollProc>(horzScrollWidget, &other);
+    connectScrollBar<zHorzScrollProc>(horzScrollWidget, this);
   }
 }

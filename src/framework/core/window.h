@@ -21,21 +21,6 @@ class zWindow;
 
 using zWindowDlist = zTypedDlist<zWindow>;
 
-/// Tells, after a call that may have destroyed a window, whether it is still there.
-class ziAlive {
- public:
-  explicit ziAlive(zWindow* watched);
-  ziAlive(const ziAlive&) = delete;
-  ziAlive& operator=(const ziAlive&) = delete;
-  ~ziAlive();
-  explicit operator bool() const { return window != nullptr; }
-
- private:
-  friend class zWindow;
-  zWindow* window;
-  ziAlive* next;  ///< next watcher of the same window
-};
-
 /// Base of all windows: a node of the window tree, a place in the layout, an Xt widget, and the
 /// handlers that its events run through. A parent owns its children and deletes them; a window owns
 /// its sizer. The object exists before its widget and every operation allows for that.
@@ -64,6 +49,9 @@ class zWindow : public zEvH, public ziSizerWindow {
   virtual int focus(zEvent* event);
   virtual int character(zEvent* event);
   virtual void buttonPressNotify(zEvent* event);
+  /// Turns an X event of the window's widget into a zEvent and offers it to the handlers, then to
+  /// the operation above. The window may be gone afterwards.
+  void zWindowEventProc(XEvent& event);
 
   // State and geometry.
   virtual void getInterior(zRect& rect);
@@ -100,6 +88,11 @@ class zWindow : public zEvH, public ziSizerWindow {
   void addCtrlHandler(zEvH* target, zHandler member, int code);
   void removeCtrlHandler(zEvH* target, zHandler member, int code);
   void addHandlerMask(std::uint32_t bits) { handlerMask |= bits; }
+  /// Offer the event to the bindings of one list; 1 if one took it. The window may be gone after.
+  int runHandlers(zEvent& event) { return handlers == nullptr ? 0 : handlers->run(event); }
+  int runCtrlHandlers(zEvent& event) {
+    return ctrlHandlers == nullptr ? 0 : ctrlHandlers->run(event);
+  }
 
   // The tree.
   zWindow* parent() const { return parentWindow; }
@@ -192,15 +185,22 @@ class zWindow : public zEvH, public ziSizerWindow {
   std::unique_ptr<zCursor> cursor;
 
  private:
-  friend class ziAlive;
-  friend class ziEventRoad;
-  friend int zDispatch(zEvent& event, zWindow* window);
-  friend int zDispatchHandlers(zEvent& event, zWindow* window);
+  using Operation = int (zWindow::*)(zEvent*);
+
+  // The steps of zWindowEventProc.
+  void keyPress(zEvent& event);
+  void keyRelease(zEvent& event);
+  void buttonPress(zEvent& event);
+  void mouse(zEvent& event, unsigned mask, Operation operation);
+  void focusChange(zEvent& event);
+  void unmapped();
+  void mapped(zEvent& event);
+  void configured(zEvent& event);
 
   void noteHandlerMask(int message);
   void destroyWidgets();
   void adoptWidgets(zWindow& other);
-  static void focusTimerFired(void* window, unsigned long* timerId);
+  void focusTimerFired();
 
   zRCFont font;
   int windowId = -1;
@@ -215,7 +215,6 @@ class zWindow : public zEvH, public ziSizerWindow {
   zWindowDlist childWindows;
   zWindow* parentWindow;
   unsigned long focusTimer = 0;
-  ziAlive* watchers = nullptr;
 };
 
 /// Offers an event to the window's control handlers, its handlers and the application's handlers,

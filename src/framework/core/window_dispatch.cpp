@@ -89,7 +89,7 @@ void zWindow::removeCtrlHandler(zEvH* target, zHandler member, int code) {
 
 int zDispatch(zEvent& event, zWindow* window) {
   const ziAlive alive(window);
-  if (window->ctrlHandlers != nullptr && window->ctrlHandlers->run(event) != 0) {
+  if (window->runCtrlHandlers(event) != 0) {
     return 1;
   }
   if (!alive || zDispatchHandlers(event, window) != 0) {
@@ -103,7 +103,7 @@ int zDispatch(zEvent& event, zWindow* window) {
 
 int zDispatchHandlers(zEvent& event, zWindow* window) {
   const ziAlive alive(window);
-  if (window->handlers != nullptr && window->handlers->run(event) != 0) {
+  if (window->runHandlers(event) != 0) {
     return 1;
   }
   // A window that a handler destroyed can take no more part in its event.

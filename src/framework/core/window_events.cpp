@@ -15,70 +15,47 @@ Time lastPressTime = 0;
 
 }  // namespace
 
-/// The steps of zWindowEventProc, with access to what windows keep for themselves.
-class ziEventRoad {
- public:
-  static void run(zWindow* window, XEvent* xevent);
-  static void forget(const zWindow* window) {
-    if (lastFocusWindow == window) {
-      lastFocusWindow = nullptr;
-    }
-  }
-
- private:
-  using Operation = int (zWindow::*)(zEvent*);
-
-  static void keyPress(zWindow* window, zEvent& event);
-  static void keyRelease(zWindow* window, zEvent& event);
-  static void buttonPress(zWindow* window, zEvent& event);
-  static void mouse(zWindow* window, zEvent& event, unsigned mask, Operation operation);
-  static void focusChange(zWindow* window, zEvent& event);
-  static void unmapped(zWindow* window);
-  static void mapped(zWindow* window, zEvent& event);
-  static void configured(zWindow* window, zEvent& event);
-};
-
-void ziEventRoad::run(zWindow* window, XEvent* xevent) {
+void zWindow::zWindowEventProc(XEvent& xevent) {
   zEvent event;
-  event.xevent = xevent;
-  switch (xevent->type) {
+  event.xevent = &xevent;
+  switch (xevent.type) {
     case KeyPress:
-      return keyPress(window, event);
+      return keyPress(event);
     case KeyRelease:
-      return keyRelease(window, event);
+      return keyRelease(event);
     case ButtonPress:
-      return buttonPress(window, event);
+      return buttonPress(event);
     case ButtonRelease:
       event.message = kMsgButtonUp;
-      return mouse(window, event, zWindow::kMaskButtonUp, &zWindow::mouseButtonUp);
+      return mouse(event, kMaskButtonUp, &zWindow::mouseButtonUp);
     case MotionNotify:
       event.message = kMsgMouseMove;
-      return mouse(window, event, zWindow::kMaskMouseMove, &zWindow::mouseMove);
+      return mouse(event, kMaskMouseMove, &zWindow::mouseMove);
     case FocusIn:
     case FocusOut:
-      return isGrabFocusEvent(*xevent) ? void() : focusChange(window, event);
+      return isGrabFocusEvent(xevent) ? void() : focusChange(event);
     case UnmapNotify:
-      return unmapped(window);
+      return unmapped();
     case MapNotify:
-      return mapped(window, event);
+      return mapped(event);
     case ConfigureNotify:
-      return configured(window, event);
+      return configured(event);
     default:
       // All other core events are ignored here; exposures have a procedure of their own.
-      if (xevent->type < KeyPress || xevent->type > MappingNotify) {
+      if (xevent.type < KeyPress || xevent.type > MappingNotify) {
         std::fputs("Invalid event type\n", stderr);
       }
   }
 }
 
-void ziEventRoad::keyPress(zWindow* window, zEvent& event) {
+void zWindow::keyPress(zEvent& event) {
   const zKeyLookup key = lookUpKey(event.xevent->xkey);
   event.lparam = key.keysym;
   event.wparam = key.code();
   event.message = kMsgKeyDown;
-  event.window = window;
-  const ziAlive alive(window);
-  if (zDispatch(event, window) != 0 || !alive) {
+  event.window = this;
+  const ziAlive alive(this);
+  if (zDispatch(event, this) != 0 || !alive) {
     return;
   }
   zApp* app = zApp::instance();
@@ -88,98 +65,97 @@ void ziEventRoad::keyPress(zWindow* window, zEvent& event) {
   event.wparam = key.character;
   event.message = kMsgChar;
   if (key.hasText) {
-    window->character(&event);
+    character(&event);
   }
 }
 
-void ziEventRoad::keyRelease(zWindow* window, zEvent& event) {
+void zWindow::keyRelease(zEvent& event) {
   const zKeyLookup key = lookUpKey(event.xevent->xkey);
   event.lparam = key.keysym;
   event.wparam = key.code();
   event.message = kMsgKeyUp;
-  event.window = window;
-  zDispatch(event, window);
+  event.window = this;
+  zDispatch(event, this);
 }
 
-void ziEventRoad::buttonPress(zWindow* window, zEvent& event) {
+void zWindow::buttonPress(zEvent& event) {
   const XButtonEvent& press = event.xevent->xbutton;
   // One clock for all windows and buttons: a quick second press elsewhere is a double click too.
   const bool isSecond =
       press.time - lastPressTime < static_cast<Time>(XtGetMultiClickTime(press.display));
   lastPressTime = press.time;
   event.message = isSecond ? kMsgDoubleClick : kMsgButtonDown;
-  const ziAlive alive(window);
-  window->buttonPressNotify(&event);
+  const ziAlive alive(this);
+  buttonPressNotify(&event);
   if (alive) {
-    mouse(window, event, zWindow::kMaskButtonDown, &zWindow::mouseButtonDown);
+    mouse(event, kMaskButtonDown, &zWindow::mouseButtonDown);
   }
 }
 
-void ziEventRoad::mouse(zWindow* window, zEvent& event, unsigned mask, Operation operation) {
-  const ziAlive alive(window);
-  if ((window->handlerMask & mask) != 0 && zDispatchHandlers(event, window) != 0) {
+void zWindow::mouse(zEvent& event, unsigned mask, Operation operation) {
+  const ziAlive alive(this);
+  if ((handlerMask & mask) != 0 && zDispatchHandlers(event, this) != 0) {
     return;
   }
   if (alive) {
-    (window->*operation)(&event);
+    (this->*operation)(&event);
   }
 }
 
-void ziEventRoad::focusChange(zWindow* window, zEvent& event) {
+void zWindow::focusChange(zEvent& event) {
   const bool isIn = event.xevent->type == FocusIn;
   event.message = isIn ? kMsgFocusIn : kMsgFocusOut;
-  const ziAlive alive(window);
-  const int taken = zDispatchHandlers(event, window);
+  const ziAlive alive(this);
+  const int taken = zDispatchHandlers(event, this);
   if (taken == 0 && alive) {
-    window->focus(&event);
+    focus(&event);
   }
-  for (zWindow* up = isIn && alive ? window->parent() : nullptr; up != nullptr && alive;
+  for (zWindow* up = isIn && alive ? parent() : nullptr; up != nullptr && alive;
        up = up->parent()) {
-    up->childFocusChanged(lastFocusWindow, window);
+    up->childFocusChanged(lastFocusWindow, this);
   }
   if (alive) {
-    lastFocusWindow = window;
+    lastFocusWindow = this;
   }
 }
 
-void ziEventRoad::unmapped(zWindow* window) {
-  if (window->hasState(zWindow::kDeleteOnUnmap)) {
-    window->setState(zWindow::kWidgetGone, true);
-    delete window;
+void zWindow::unmapped() {
+  if (hasState(kDeleteOnUnmap)) {
+    setState(kWidgetGone, true);
+    delete this;
   }
 }
 
-void ziEventRoad::mapped(zWindow* window, zEvent& event) {
-  Widget widget = window->widget();
-  if (widget == nullptr || !XtIsRealized(widget)) {
+void zWindow::mapped(zEvent& event) {
+  if (!isRealized()) {
     return;
   }
-  Display* display = XtDisplay(widget);
-  if (window->isA(kClassPane)) {
-    Widget raised = window->scrollClip != nullptr ? window->scrollClip : widget;
+  Display* display = XtDisplay(mainWidget);
+  if (isA(kClassPane)) {
+    Widget raised = scrollClip != nullptr ? scrollClip : mainWidget;
     XRaiseWindow(display, XtWindow(raised));
   }
-  if (window->cursor == nullptr) {
-    window->cursor = std::make_unique<zCursor>();
+  if (cursor == nullptr) {
+    cursor = std::make_unique<zCursor>();
   }
-  if (const zCursor shape = *window->cursor; shape.xCursor() != None) {
-    XDefineCursor(display, XtWindow(widget), shape.xCursor());
+  if (const zCursor shape = *cursor; shape.xCursor() != None) {
+    XDefineCursor(display, XtWindow(mainWidget), shape.xCursor());
   }
-  if (zApp::instance() == nullptr || zApp::instance()->mainWindow() != window) {
+  if (zApp::instance() == nullptr || zApp::instance()->mainWindow() != this) {
     return;
   }
-  XEvent configure = configureOf(widget);
+  XEvent configure = configureOf(mainWidget);
   event.xevent = &configure;
-  window->runResizeSequence(event);
+  runResizeSequence(event);
 }
 
-void ziEventRoad::configured(zWindow* window, zEvent& event) {
-  const ziAlive alive(window);
-  if (window->isRealized()) {
-    window->move(&event);
+void zWindow::configured(zEvent& event) {
+  const ziAlive alive(this);
+  if (isRealized()) {
+    move(&event);
   }
   if (alive) {
-    window->runResizeSequence(event);
+    runResizeSequence(event);
   }
 }
 
@@ -188,11 +164,9 @@ bool isGrabFocusEvent(const XEvent& event) {
 }
 
 void forgetFocusWindow(const zWindow* window) {
-  ziEventRoad::forget(window);
-}
-
-void zWindowEventProc(Widget /*widget*/, XtPointer window, XEvent* event, Boolean* /*toWidget*/) {
-  ziEventRoad::run(static_cast<zWindow*>(window), event);
+  if (lastFocusWindow == window) {
+    lastFocusWindow = nullptr;
+  }
 }
 
 zDimension widgetSize(Widget widget) {

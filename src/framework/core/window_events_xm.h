@@ -2,34 +2,32 @@
 
 #include <Xm/XmAll.h>
 
+#include "framework/core/connect_xm.h"
 #include "framework/core/event.h"
 #include "support/geometry.h"
 
 class ziScrollBar;
 
-/// The Xt procedures through which X events become framework events.
+class zWindow;
+
+/// How X events and callbacks become framework events.
 
 /// Every event but exposures and hints: for the windows' own widgets.
-inline constexpr EventMask kWindowEventMask = 0x1f7ff7f;
+inline constexpr zEventKinds kWindowEvents{0x1f7ff7f};
 /// The same without focus changes: a frame's board, whose shell gets those.
-inline constexpr EventMask kFrameEventMask = kWindowEventMask & ~FocusChangeMask;
+inline constexpr zEventKinds kFrameEvents{kWindowEvents.mask & ~FocusChangeMask};
+inline constexpr zEventKinds kFocusEvents{FocusChangeMask};
+/// Exposures, before the widget itself sees them.
+inline constexpr zEventKinds kExposures{ExposureMask, true, XtListHead};
 
-/// Turns an X event of `widget` into a zEvent and offers it to the zWindow in `window`. Other
-/// handlers on the widget still run. The window may be gone afterwards.
-void zWindowEventProc(Widget widget, XtPointer window, XEvent* event, Boolean* toWidget);
-
-/// Callbacks of a window's own scroll bars; `window` is the zWindow.
-void zVertScrollProc(Widget bar, XtPointer window, XtPointer data);
-void zHorzScrollProc(Widget bar, XtPointer window, XtPointer data);
+/// Callbacks of a window's own scroll bars.
+void zVertScrollProc(zWindow& window, XmScrollBarCallbackStruct* data);
+void zHorzScrollProc(zWindow& window, XmScrollBarCallbackStruct* data);
 
 /// Moves `bar` as its widget reports in `data` and gives `window` the scroll message. The window
 /// may be gone afterwards.
 void scrollByWidget(zWindow& window, ziScrollBar& bar, int message,
                     const XmScrollBarCallbackStruct& data);
-
-/// Adds (removes) `procedure` on the eight callbacks of a scroll bar widget.
-void addScrollCallbacks(Widget bar, XtCallbackProc procedure, XtPointer window);
-void removeScrollCallbacks(Widget bar, XtCallbackProc procedure, XtPointer window);
 
 /// The character (or the keysym, when there is none) and the keysym of a key event.
 struct zKeyLookup {

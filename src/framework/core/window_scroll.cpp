@@ -31,16 +31,12 @@ ScrollStep scrollStep(const XmScrollBarCallbackStruct& data, const ziScrollBar& 
   }
 }
 
-void scrollWindow(zWindow* window, ziScrollBar* bar, int message, XtPointer data) {
+void scrollWindow(zWindow& window, ziScrollBar* bar, int message,
+                  const XmScrollBarCallbackStruct& data) {
   if (bar != nullptr) {
-    scrollByWidget(*window, *bar, message, *static_cast<XmScrollBarCallbackStruct*>(data));
+    scrollByWidget(window, *bar, message, data);
   }
 }
-
-constexpr const char* kScrollCallbacks[] = {
-    XmNvalueChangedCallback,  XmNincrementCallback, XmNdecrementCallback, XmNpageIncrementCallback,
-    XmNpageDecrementCallback, XmNtoTopCallback,     XmNtoBottomCallback,  XmNdragCallback,
-};
 
 }  // namespace
 
@@ -54,24 +50,10 @@ void scrollByWidget(zWindow& window, ziScrollBar& bar, int message,
   window.scroll(&event);
 }
 
-void zVertScrollProc(Widget /*bar*/, XtPointer client, XtPointer data) {
-  auto* window = static_cast<zWindow*>(client);
-  scrollWindow(window, window->vertBar(), kMsgVertScroll, data);
+void zVertScrollProc(zWindow& window, XmScrollBarCallbackStruct* data) {
+  scrollWindow(window, window.vertBar(), kMsgVertScroll, *data);
 }
 
-void zHorzScrollProc(Widget /*bar*/, XtPointer client, XtPointer data) {
-  auto* window = static_cast<zWindow*>(client);
-  scrollWindow(window, window->horzBar(), kMsgHorzScroll, data);
-}
-
-void addScrollCallbacks(Widget bar, XtCallbackProc procedure, XtPointer window) {
-  for (const char* name : kScrollCallbacks) {
-    XtAddCallback(bar, const_cast<char*>(name), procedure, window);
-  }
-}
-
-void removeScrollCallbacks(Widget bar, XtCallbackProc procedure, XtPointer window) {
-  for (const char* name : kScrollCallbacks) {
-    XtRemoveCallback(bar, const_cast<char*>(name), procedure, window);
-  }
+void zHorzScrollProc(zWindow& window, XmScrollBarCallbackStruct* data) {
+  scrollWindow(window, window.horzBar(), kMsgHorzScroll, *data);
 }

@@ -5,7 +5,6 @@
 #include <string_view>
 #include <vector>
 
-#include "framework/core/pane_events_xm.h"
 #include "framework/core/window_events_xm.h"
 #include "framework/draw/measure.h"
 #include "framework/draw/screen.h"
@@ -60,9 +59,7 @@ ziToolHelper::ziToolHelper(zWindow* parent)
 
 ziToolHelper::~ziToolHelper() {
   hide();
-  XtRemoveEventHandler(mainWidget, ExposureMask, True, zPaneExposeProc, this);
-  XtRemoveEventHandler(mainWidget, kWindowEventMask, False, zWindowEventProc,
-                       static_cast<zWindow*>(this));
+  zPane::removeEventHandlers();
   // The shell takes the drawing area with it.
   mainWidget = tipShell;
 }
@@ -76,9 +73,8 @@ void ziToolHelper::createWidgets() {
                                        1, XmNheight, 1, XmNresizePolicy, XmRESIZE_NONE, XmNuserData,
                                        this, XmNmarginHeight, 0, XmNmarginWidth, 0, XmNborderWidth,
                                        0, XmNtraversalOn, False, nullptr);
-  XtAddEventHandler(mainWidget, kWindowEventMask, False, zWindowEventProc,
-                    static_cast<zWindow*>(this));
-  XtInsertEventHandler(mainWidget, ExposureMask, True, zPaneExposeProc, this, XtListHead);
+  connect<&zWindow::zWindowEventProc>(mainWidget, kWindowEvents, this);
+  connect<&zPane::zPaneExposeProc>(mainWidget, kExposures, this);
   setBackground(backgroundColour());
   const zPrPoint size(0, kTenthsOfPoint);
   zPane::setFont(zRCFont(zFontSpec(kFace, size.size(), kFontNormal)), 0);
