@@ -1,12 +1,10 @@
 #include "app/app_main.h"
 
 #include <cstdio>
-#include <cstring>
 #include <utility>
 
-#include "app/command_line_options.h"
 #include "app/message_handler.h"
-#include "app/poll_handlers.h"
+#include "app/session.h"
 #include "app/wmain.h"
 #include "dialogs/dabout.h"
 #include "framework/controls/record_controls.h"
@@ -16,39 +14,12 @@
 #include "link/message_numbers.h"
 #include "link/tool_interface.h"
 
-char* g_AppTitle = nullptr;
-std::string g_TargetDir;
-int g_PostOption = 0;
-zIdleList* g_IdleList = nullptr;
-std::string g_SymbolName;
-std::string g_Identification2;
-std::string g_Identification3;
-
 namespace {
 
-constexpr std::size_t kAppTitleBytes = 21;
-constexpr char kAppTitle[] = "Korvane UI";
-static_assert(sizeof kAppTitle <= kAppTitleBytes);
 constexpr char kAppName[] = "nelkvui";
-constexpr char kUnknown[] = "- unknown -";
 constexpr char kUsage[] =
     "Usage:\n\t-h\t\tthis help page\n\t-v\t\tprint Version Information\n\t-t<targetdir>\tuse "
     "targetdirectory\n\t-post\tconnect to NEL-Postmaster at startup\n";
-
-/// g_AppTitle while appMain runs.
-class AppTitle {
- public:
-  AppTitle() : text(std::make_unique<char[]>(kAppTitleBytes)) {
-    std::memcpy(text.get(), kAppTitle, sizeof kAppTitle);
-    g_AppTitle = text.get();
-  }
-  AppTitle(const AppTitle&) = delete;
-  AppTitle& operator=(const AppTitle&) = delete;
-  ~AppTitle() { g_AppTitle = nullptr; }
-
- private:
-  std::unique_ptr<char[]> text;
-};
 
 void registerControls() {
   registerRecordControls();
@@ -109,13 +80,9 @@ void runMainWindow(zApp& app) {
 }  // namespace
 
 void appMain(zApp* app) {
-  const AppTitle title;
+  theSession = Session();
   app->setName(kAppName);
-  for (std::string* identification : {&g_SymbolName, &g_Identification2, &g_Identification3}) {
-    *identification = kUnknown;
-  }
   registerControls();
-  g_TargetDir.clear();
   CommandLineOptions& options = CommandLineOptions::instance(app->commandLine());
   if (printWhatIsAskedFor(options)) {
     return;

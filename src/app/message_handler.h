@@ -1,8 +1,15 @@
 #pragma once
 
+#include <string>
+
+#include "framework/core/timer.h"
 #include "link/tool_message.h"
 
-class zTimer;
+class zIdleList;
+
+/// How messages come in. First an idle handler reads the link, and once the tester's side has asked
+/// for it a repeating timer does. Each poll takes one message at most; while there is more, the
+/// next one follows as soon as no X event waits.
 
 /// Takes every message that the link does not keep for itself, decodes it and has it carried out.
 /// The handler that the tool interface is given.
@@ -12,8 +19,17 @@ void MessageHandler(int sender, int tag, int length, const char* payload);
 /// ends the program. May run nested inside a dialog that an earlier message opened. Always 0.
 int PROCESS_MESSAGE(int tag, ToolMessage message);
 
-/// 1 while the tester says that it is busy; read by nothing.
-extern int g_TesterBusy;
+/// What a box says about a message that could not be decoded; empty for any other result.
+std::string decodeErrorText(int result, int tag, int length);
+
+/// Idle handler; `owner` is the window over which the loss of the link is told. Takes itself off
+/// the idle list after 100 polls without a message. Returns 0.
+int PollLinkIdle(zEvH* owner);
+
+/// Handler of the poll timer: one poll, without the counting.
+int PollLinkTimer(zEvH* owner);
 
 /// The timer that polls the link; null until a message asks for it. Owned by appMain.
 extern zTimer* g_PollTimer;
+/// The application's idle handlers.
+extern zIdleList* g_IdleList;

@@ -8,13 +8,13 @@
 #include "app/tester_questions.h"
 
 #include <array>
+#include <cstdlib>
 #include <optional>
-#include <string_view>
 #include <utility>
 
 #include <unistd.h>
 
-#include "app/app_main.h"
+#include "app/session.h"
 #include "app/wmain.h"
 #include "dialogs/ddirselec.h"
 #include "dialogs/file_form.h"
@@ -28,11 +28,6 @@
 #include "prompts/pop_up_list_dlgs.h"
 #include "prompts/pop_up_value_dlgs.h"
 #include "textarea/text_pane.h"
-
-UIPopUpListDlg* g_ListDialog = nullptr;
-UIPopUpSigParDlg* g_SigParDialog = nullptr;
-FindDlg* g_FindDialog = nullptr;
-std::string g_CurrentDirectory;
 
 namespace {
 
@@ -83,107 +78,91 @@ void refuseEmptyList(Dialog*& kept, bool isLast, const char* notice) {
   }
 }
 
-/// What the Find dialog asked for.
-struct Search {
-  RWCString text;
-  bool matchCase = false;
-  bool useRegexp = false;
-};
-
-/// The answer to a question for an instance that needs no dialog; null for any other question.
-const char* fixedAnswer(const ToolMessage& message) {
-  constexpr std::string_view kInstanceZero = "Instance number (0)";
-  constexpr std::string_view kInstanceAny = "Instance number (*)";
-  // The title counts without its last four characters. Intended.
-  constexpr std::string_view kTitle = "Korvane Select";
-  constexpr std::string_view kTitleStart = kTitle.substr(0, kTitle.size() - 4);
-  if (!std::string_view(message.text(0)).starts_with(kTitleStart)) {
-    return nullptr;
-  }
-  const std::string_view text = message.text(1);
-  if (text.starts_with(kInstanceZero)) {
-    return "0";
-  }
-  return text.starts_with(kInstanceAny) ? "*" : nullptr;
+FindSettings findSettings(const Session& session) {
+  const Search newest = session.newestSearch().value_or(Search{});
+  return {.history = session.searchesNewestFirst(),
+          .offersRegexp = std::getenv("KV_REGEXP") != nullptr,
+          .useRegexp = newest.useRegexp,
+          .matchCase = newest.matchCase};
 }
 
 }  // namespace
 
-void askString(const ToolMessage& message) {
+void askString(Session& /*session*/, const ToolMessage& message) {
   runQuestion(new UIPopUpStringDlg(g_MainWindow, message.text(1)),
               [](UIPopUpStringDlg& dialog) { settle(sendStringAnswer(dialog.answer().c_str())); });
 }
 
-void askInteger(const ToolMessage& message) {
-  if (const char* fixed = fixedAnswer(message); fixed != nullptr) {
-    sendValueAnswer(fixed);
+void askInteger(Session& /*session*/, const ToolMessage& message) {
+  if (const auto known = onlyAnswer(MSG_T_ASK_INTEGER, message)) {
+    sendValueAnswer(known->c_str());
     return;
   }
   runQuestion(new UIPopUpIntegerDlg(g_MainWindow, message.text(1)),
               [](const UIPopUpIntegerDlg& dialog) { sendValueAnswer(dialog.answer().c_str()); });
 }
 
-void askRange(const ToolMessage& message) {
-  const int low = message.number(2);
-  const int high = message.number(3);
-  if (low == high) {
-    sendValueAnswer(std::to_string(low).c_str());
+void askRange(Session& /*session*/, const ToolMessage& message) {
+  if (const auto known = onlyAnswer(MSG_T_ASK_RANGE, message)) {
+    sendValueAnswer(known->c_str());
     return;
   }
-  runQuestion(new UIPopUpIntegerLimitDlg(g_MainWindow, message.text(1), low, high),
+  runQuestion(new UIPopUpIntegerLimitDlg(g_MainWindow, message.text(1), message.number(2),
+                                         message.number(3)),
               [](const UIPopUpIntegerLimitDlg& dialog) {
                 const RWCString answer = dialog.answer();
                 sendValueAnswer(answer == UIPopUpIntegerLimitDlg::kAll ? "*" : answer.c_str());
               });
 }
 
-void askList(const ToolMessage& message) {
+void askList(Session& session, const ToolMessage& message) {
   const bool isLast = message.number(2) == 0;
   if (message.list(3) == nullptr) {
-    refuseEmptyList(g_ListDialog, isLast, "< No timer values available >\n");
+    refuseEmptyList(session.listDialog, isLast, "< No timer values available >\n");
     return;
   }
   const PromptItems items = promptItems(message.list(3));
-  if (g_ListDialog == nullptr) {
-    g_ListDialog = new UIPopUpListDlg(g_MainWindow, message.text(1), items, true);
+  if (session.listDialog == nullptr) {
+    session.listDialog = new UIPopUpListDlg(g_MainWindow, message.text(1), items, true);
   } else {
-    g_ListDialog->addItems(items);
+    session.listDialog->addItems(items);
   }
   if (!isLast) {
     return;
   }
-  runBuiltUp(g_ListDialog, [](UIPopUpListDlg& dialog) {
+  runBuiltUp(session.listDialog, [](UIPopUpListDlg& dialog) {
     const RWCString& answer = dialog.answer();
     settle(sendListAnswer(answer.isEmpty() ? "-" : answer.c_str()));
   });
 }
 
-void askBits(const ToolMessage& message) {
+void askBits(Session& /*session*/, const ToolMessage& message) {
   runQuestion(new UIPopUpBitDlg(g_MainWindow, message.text(1), promptItems(message.list(2))),
               [](const UIPopUpBitDlg& dialog) { settle(sendBitsAnswer(dialog.answer())); });
 }
 
-void askSignalParameters(const ToolMessage& message) {
+void askSignalParameters(Session& session, const ToolMessage& message) {
   const bool isLast = message.number(2) == 0;
   if (message.list(3) == nullptr) {
-    refuseEmptyList(g_SigParDialog, isLast, "< Error: invalid Signalparameter-Definition >\n");
+    refuseEmptyList(session.sigParDialog, isLast,
+                    "< Error: invalid Signalparameter-Definition >\n");
     return;
   }
   const PromptItems items = promptItems(message.list(3));
-  if (g_SigParDialog == nullptr) {
-    g_SigParDialog = new UIPopUpSigParDlg(g_MainWindow, message.text(1), items);
+  if (session.sigParDialog == nullptr) {
+    session.sigParDialog = new UIPopUpSigParDlg(g_MainWindow, message.text(1), items);
   } else {
-    g_SigParDialog->addDefinitions(items, 0);
+    session.sigParDialog->addDefinitions(items, 0);
   }
   if (!isLast) {
     return;
   }
-  runBuiltUp(g_SigParDialog, [](UIPopUpSigParDlg& dialog) {
+  runBuiltUp(session.sigParDialog, [](UIPopUpSigParDlg& dialog) {
     settle(sendSignalParameterAnswer(dialog.answer().c_str()));
   });
 }
 
-void askFile(const ToolMessage& message) {
+void askFile(Session& /*session*/, const ToolMessage& message) {
   const std::string pattern = std::string("*.") + message.text(2);
   const std::array<const char*, 6> filter = {message.text(3), pattern.c_str(), "All Files (*.*)",
                                              "*.*",           nullptr,         nullptr};
@@ -197,46 +176,45 @@ void askFile(const ToolMessage& message) {
   }
 }
 
-void askDirectory(const ToolMessage& /*message*/) {
+void askDirectory(Session& session, const ToolMessage& /*message*/) {
   const std::string start = workingDirectory().value_or("");
-  g_CurrentDirectory = start;
-  runQuestion(new Ddirselec(g_MainWindow, start), [](const Ddirselec& dialog) {
+  session.currentDirectory = start;
+  runQuestion(new Ddirselec(g_MainWindow, start), [&session](const Ddirselec& dialog) {
     const std::optional<std::string> chosen = dialog.chosen();
     if (!chosen) {
       answerCancel();
       return;
     }
-    g_CurrentDirectory = *chosen;
+    session.currentDirectory = *chosen;
     settle(sendDirectoryAnswer(chosen->c_str()));
     static_cast<void>(!chdir(chosen->c_str()));
   });
 }
 
-void askFind(const ToolMessage& message) {
+void askFind(Session& session, const ToolMessage& message) {
   const int list = message.number(1);
   const PromptItems items = promptItems(message.list(2));
-  if (g_FindDialog == nullptr) {
-    g_FindDialog = new FindDlg(g_MainWindow, g_MainWindow->findSettings(), list, items);
+  if (session.findDialog == nullptr) {
+    session.findDialog = new FindDlg(g_MainWindow, findSettings(session), list, items);
   } else {
-    g_FindDialog->addItems(list, items);
+    session.findDialog->addItems(list, items);
   }
   if (message.number(0) != 0) {
     return;
   }
-  // Shared by all runs that one end has ended: what was asked for twice is searched for once.
-  static std::optional<Search> wanted;
-  runBuiltUp(g_FindDialog, [](const FindDlg& dialog) {
-    wanted = Search{dialog.searchString, dialog.matchCase != 0, dialog.useRegexp != 0};
+  runBuiltUp(session.findDialog, [&session](const FindDlg& dialog) {
+    session.wantedSearch =
+        Search{dialog.searchString, dialog.matchCase != 0, dialog.useRegexp != 0};
   });
   // The search may end in a box, which must not stand over a dialog that is done.
-  if (const std::optional<Search> search = std::exchange(wanted, std::nullopt)) {
+  if (const std::optional<Search> search = std::exchange(session.wantedSearch, std::nullopt)) {
     theTextPane->startFocusTimer();
-    g_MainWindow->findFirst(search->text, search->matchCase, search->useRegexp);
+    g_MainWindow->findFirst(*search);
   }
 }
 
-void dropUnfinishedQuestions() {
-  delete std::exchange(g_ListDialog, nullptr);
-  delete std::exchange(g_SigParDialog, nullptr);
-  delete std::exchange(g_FindDialog, nullptr);
+void dropUnfinishedQuestions(Session& session) {
+  delete std::exchange(session.listDialog, nullptr);
+  delete std::exchange(session.sigParDialog, nullptr);
+  delete std::exchange(session.findDialog, nullptr);
 }

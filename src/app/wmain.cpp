@@ -1,19 +1,21 @@
-// The main window: construction and destruction. Commands are in wmain_commands.cpp, the roads out
-// in wmain_exits.cpp.
+// The main window: construction and destruction, what the button set asks of it, and the roads out
+// of the program, which all meet in canExit, close, ToolExit and zApp::quit. The commands are in
+// wmain_commands.cpp.
 
 #include "app/wmain.h"
 
-#include "app/app_main.h"
-#include "app/main_toolbar.h"
 #include "app/tester_questions.h"
 #include "buttons/control_pane.h"
+#include "buttons/group_pane.h"
 #include "framework/core/application.h"
+#include "framework/core/modal_shell.h"
 #include "framework/draw/icon.h"
 #include "framework/draw/measure.h"
 #include "framework/draw/res_id.h"
 #include "framework/layout/grav_sizer.h"
 #include "framework/menus/menu.h"
-#include "resources/command_ids.h"
+#include "link/message_numbers.h"
+#include "link/tool_interface.h"
 #include "resources/resource_ids.h"
 #include "textarea/command_queue.h"
 #include "textarea/my_pane.h"
@@ -36,8 +38,8 @@ constexpr zDimension kLeastUnits = {260, 90};
 
 }  // namespace
 
-WMain::WMain(zWindow* parent, const char* title)
-    : zAppFrame(parent, new zSizer(nullptr), kMainWindowStyle, title) {
+WMain::WMain(zWindow* parent, const char* title, Session& ownSession)
+    : zAppFrame(parent, new zSizer(nullptr), kMainWindowStyle, title), session(ownSession) {
   g_MainWindow = this;
   createMenu();
   zApp::instance()->loadAccelerators(kAcceleratorsMain);
@@ -47,7 +49,7 @@ WMain::WMain(zWindow* parent, const char* title)
   createStatusLine();
   createMargins();
   createPanes();
-  setCaption(g_AppTitle);
+  setCaption(session.appTitle.data());
   setMinSize(zDialogUnit(kLeastUnits.width, kLeastUnits.height).size());
   theCommandLine->startFocusTimer();
   show();
@@ -107,8 +109,7 @@ void WMain::createPanes() {
 }
 
 WMain::~WMain() {
-  dropUnfinishedQuestions();
-  findHistory.clear();
+  dropUnfinishedQuestions(session);
   for (auto& pulldown : pulldowns) {
     pulldown.reset();
   }
@@ -139,4 +140,63 @@ int WMain::focus(zEvent* event) {
     theCommandLine->startFocusTimer();
   }
   return 0;
+}
+
+int WMain::canExit() {
+  if (session.isAskingToExit()) {
+    // The question is on the screen already; its answer decides for the first who asked.
+    ziModalShell::raiseNewest();
+  }
+  const ziAlive alive(this);
+  return session.confirmExit([] { return theGroupPane->queryExit(); },
+                             [&alive] { return alive && zApp::instance()->isRunning(); });
+}
+
+// Asked before the link is left, which may end the process. Where the question is up already, the
+// end follows its answer.
+void WMain::endWithoutLink() {
+  session.isLinkLost = true;
+  exit();
+}
+
+int WMain::close(zEvent* /*event*/) {
+  if (canExit() == 0) {
+    return 1;
+  }
+  ToolSend(NELKV, MSG_UI_EXIT, nullptr, 0);
+  ToolExit(NELKVUI);
+  theCommandLine->startFocusTimer();
+  return 0;
+}
+
+// The link is left first, so that close, which quit asks, has nobody left to tell: no 1007 is sent.
+void WMain::exit() {
+  if (canExit() != 0) {
+    ToolExit(NELKVUI);
+    zApp::instance()->quit();
+  }
+}
+
+void WMain::executeCommandLine(const RWCString& line) {
+  ::executeCommandLine(line.view());
+}
+
+RWCString WMain::applicationTitle() {
+  return session.appTitle.data();
+}
+
+// The global keeps its value while the bar is hidden.
+int WMain::toolBarHeight() {
+  return toolBarStrip.isVisible ? g_ToolBarHeight : g_ToolBarHeight - toolBarStrip.size.height;
+}
+
+void WMain::showStatus(const RWCString& shown) {
+  statusLine->setText(0, shown);
+}
+
+void WMain::setMenuHelp(std::span<const zHelpText> rows) {
+  helpTexts = mainCommandHelp();
+  helpTexts.insert(helpTexts.end(), rows.begin(), rows.end());
+  helpTexts.push_back({0, nullptr});
+  statusLine->setHelpTable(kHelpItemId, helpTexts.data());
 }

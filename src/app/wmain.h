@@ -4,11 +4,11 @@
 #include <span>
 #include <vector>
 
-#include "app/main_menu.h"
+#include "app/main_bars.h"
+#include "app/session.h"
 #include "buttons/button_host.h"
 #include "framework/core/frame.h"
 #include "framework/visuals/status_line.h"
-#include "prompts/find_dlg.h"
 
 class ClMainToolBar;
 class ControlPane;
@@ -21,8 +21,8 @@ class zStatusLineEZ;
 /// accelerator, and is the gate through which the program closes.
 class WMain : public zAppFrame, private ziButtonHost {
  public:
-  /// Builds everything and shows the window.
-  WMain(zWindow* parent, const char* title);
+  /// Builds everything and shows the window. The session outlives it.
+  WMain(zWindow* parent, const char* title, Session& session = theSession);
   ~WMain() override;
 
   /// 1 if the program may end. The answer is final once it has been yes. While the question about
@@ -39,11 +39,8 @@ class WMain : public zAppFrame, private ziButtonHost {
   /// Shows `text` in the status line.
   void showStatus(const RWCString& text) override;
 
-  /// Searches the log for `wanted` from its start, remembers it and how it was searched for, and
-  /// lets the user go on with Find next.
-  void findFirst(const RWCString& wanted, bool matchCase, bool regexp);
-  /// What the Find dialog is to start with.
-  FindSettings findSettings() const;
+  /// Searches the log from its start, and lets the user go on with Find next.
+  void findFirst(const Search& search);
 
   int handle(zEvent* event) override;
   int activate(zEvent* event) override;
@@ -75,38 +72,29 @@ class WMain : public zAppFrame, private ziButtonHost {
   void createPanes();
   void toggleStrip(Strip& strip);
 
-  // Handlers of commands, in the order of the menus.
-  int onOpen(zEvent* event);
-  int onSetDirectory(zEvent* event);
-  int onExit(zEvent* event);
-  int onFind(zEvent* event);
-  int onFindNext(zEvent* event);
-  int onFindSelection(zEvent* event);
-  int onCopy(zEvent* event);
-  int onPaste(zEvent* event);
-  int onLineNumbering(zEvent* event);
-  int onClearText(zEvent* event);
-  int onButtonSet(zEvent* event);
-  int onHelp(zEvent* event);
-  int onAbout(zEvent* event);
-  int onToggleToolBar(zEvent* event);
-  int onToggleStatusLine(zEvent* event);
-  int onOrganizer(zEvent* event);
-  int onZoomIn(zEvent* event);
-  int onZoomOut(zEvent* event);
+  // What commands do that takes more than a line.
+  void openSymbolFile();
+  void exit();
+  void findNext();
+  void findSelection();
+  void copy();
+  void paste();
+  void toggleLineNumbering();
+
   int onViewMenuShown(zEvent* event);
   int onViewMenuSelect(zEvent* event);
   void enableSelectionItems(bool on);
 
-  struct CommandRow {
+  struct Command {
     int id;
-    int (WMain::*run)(zEvent* event);
+    void (*run)(WMain& window);
   };
-  static const CommandRow kCommands[];
+  static const Command kCommands[];
   void bindCommands();
   /// Runs a command of the table and gives the focus back.
   int onCommand(zEvent* event);
 
+  Session& session;
   zMenu* menuBar = nullptr;  ///< owned by the frame
   MainPulldowns pulldowns;
   ClMainToolBar* toolBar = nullptr;  ///< a child, as is the next
@@ -120,21 +108,10 @@ class WMain : public zAppFrame, private ziButtonHost {
   std::unique_ptr<zSizer> rightSpacer;
   std::unique_ptr<ControlPane> controlPane;
   std::unique_ptr<MyPane> myPane;
-  bool isAskingToExit = false;  ///< the question about unsaved buttons is up
-  bool hasNoLink = false;       ///< the program cannot stay
-  bool findRegexp = false;
-  bool findMatchCase = false;
-  std::vector<RWCString> findHistory;  ///< texts searched for, newest last
 };
 
 /// The main window; null before it is made and after.
 extern WMain* g_MainWindow;
 
-/// 1 once the user has agreed to the end of the program.
-extern int g_ExitConfirmed;
-
 /// The resource id of the main icon, for dialogs.
 extern int g_MainIconId;
-
-/// Text of Copy and Paste; private to the program, the X clipboard is not used.
-extern RWCString copyBuffer;

@@ -20,7 +20,7 @@
 #include "framework/core/show_together.h"
 #include "framework/draw/measure.h"
 #include "framework/menus/menu_popup.h"
-#include "resources/command_ids.h"
+#include "resources/resource_ids.h"
 #include "support/label_text.h"
 #include "textarea/text_pane.h"
 

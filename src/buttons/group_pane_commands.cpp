@@ -16,7 +16,7 @@
 #include "framework/core/question.h"
 #include "framework/draw/measure.h"
 #include "framework/menus/menu_popup.h"
-#include "resources/command_ids.h"
+#include "resources/resource_ids.h"
 #include "textarea/ret_edit_line.h"
 
 namespace {

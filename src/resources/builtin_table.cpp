@@ -3,10 +3,8 @@
 #include <algorithm>
 #include <limits>
 
-#include "resources/accelerators.h"
 #include "resources/dialogs.h"
 #include "resources/resource_ids.h"
-#include "resources/resource_types.h"
 
 // The pictures are the files of resources/images; the build makes the lists of their bytes.
 
@@ -54,6 +52,23 @@ constexpr Picture kPictures[] = {
     {kResourceIcon, kIconText, kText},
 };
 
+constexpr int kUnused = 1;  // set in all rows with modifiers or virtual keys, and never tested
+constexpr int kControl = kAccelControl | kUnused;
+
+constexpr AcceleratorRow kMainAccelerators[] = {
+    {0, kCommandOpen, "o", kAccelCharacter, kControl},
+    {0, kCommandExit, "q", kAccelCharacter, kControl},
+    {0, kCommandHelpUi, "h", kAccelCharacter, kControl},
+    {0, kCommandToggleToolBar, "t", kAccelCharacter, kControl},
+    {0, kCommandToggleStatusLine, "f", kAccelCharacter, kControl},
+    {0, kCommandOrganizer, "1", kAccelCharacter, kControl},
+    {0, kCommandCopy, "c", kAccelCharacter, kControl},
+    {0, kCommandPaste, "v", kAccelCharacter, kControl},
+    {0, kCommandHelpTessil, "VK_F1", kAccelVirtualKey, kUnused},
+    {0, kCommandFindNext, "VK_F3", kAccelVirtualKey, kUnused},
+    {0, 0, nullptr, kAccelEnd, 0},
+};
+
 }  // namespace
 
 std::span<const std::uint8_t> builtInPicture(int type, std::uint32_t id) {
@@ -61,6 +76,10 @@ std::span<const std::uint8_t> builtInPicture(int type, std::uint32_t id) {
       std::begin(kPictures), std::end(kPictures),
       [&](const Picture& picture) { return picture.type == type && picture.id == id; });
   return found == std::end(kPictures) ? std::span<const std::uint8_t>() : found->bytes;
+}
+
+const AcceleratorRow* acceleratorResource(int id) {
+  return id == kAcceleratorsMain ? kMainAccelerators : nullptr;
 }
 
 const void* builtInResource(int type, std::uint32_t id) {

@@ -7,7 +7,7 @@
 #include "framework/draw/measure.h"
 #include "framework/draw/readable_display.h"
 #include "framework/layout/sizer.h"
-#include "resources/command_ids.h"
+#include "resources/resource_ids.h"
 #include "textarea/ret_edit_line.h"
 
 TextPane* theTextPane = nullptr;

@@ -7,7 +7,6 @@
 #include <string>
 
 #include "resources/resource_file.h"
-#include "resources/resource_reader.h"
 #include "tests/fuzz/fuzz_target.h"
 
 namespace {

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "framework/core/event.h"
-#include "resources/accelerators.h"
+#include "resources/builtin_table.h"
 
 /// One entry of the accelerator table, ready to be compared with key events.
 struct zAccel {

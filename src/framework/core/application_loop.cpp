@@ -10,7 +10,7 @@
 #include "framework/core/messages.h"
 #include "framework/core/x_error_xm.h"
 #include "framework/draw/res_id.h"
-#include "resources/accelerators.h"
+#include "resources/builtin_table.h"
 
 #include <X11/Intrinsic.h>
 

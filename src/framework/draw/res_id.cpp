@@ -10,7 +10,6 @@
 
 #include "resources/builtin_table.h"
 #include "resources/resource_file.h"
-#include "resources/resource_reader.h"
 
 // The one way to resources. At most one resource file is open; what was loaded from it is kept here
 // until it is given back, and does not need the file any more.

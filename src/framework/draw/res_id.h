@@ -6,7 +6,7 @@
 #include <string>
 #include <utility>
 
-#include "resources/resource_types.h"
+#include "resources/resource_ids.h"
 
 /// Names a resource: its id, and where it is looked for.
 struct zResId {

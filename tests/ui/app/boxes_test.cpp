@@ -9,9 +9,8 @@
 #include <cstdlib>
 #include <iostream>
 
-#include "app/app_main.h"
 #include "app/message_handler.h"
-#include "app/poll_handlers.h"
+#include "app/session.h"
 #include "app/wmain.h"
 #include "framework/controls/edit.h"
 #include "framework/core/application.h"
@@ -48,16 +47,11 @@ struct BoxRow {
 class MainWindowBoxes : public testing::Test {
  protected:
   MainWindowBoxes() {
-    static char title[] = "Korvane UI";
-    g_AppTitle = title;
     window = std::make_unique<WMain>(nullptr, "");
-    ui::waitForDialog(title);
+    ui::waitForDialog(g_AppTitle);
     g_XSettings.promptKeyDelay = 0;
   }
-  ~MainWindowBoxes() override {
-    window.reset();
-    g_AppTitle = nullptr;
-  }
+  ~MainWindowBoxes() override { window.reset(); }
 
   std::unique_ptr<WMain> window;
 };

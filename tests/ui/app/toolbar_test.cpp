@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "app/app_main.h"
+#include "app/session.h"
 #include "app/wmain.h"
-#include "resources/command_ids.h"
+#include "resources/resource_ids.h"
 #include "tests/ui/support/ui_test.h"
 #include "textarea/text_pane.h"
 
@@ -20,10 +20,8 @@ zWindow* toolButton(WMain& window, int command) {
 }
 
 TEST(MainToolBar, GreysTheZoomButtonsAtTheirLimitsAndBringsThemBack) {
-  static char title[] = "Korvane UI";
-  g_AppTitle = title;
   WMain window(nullptr, "");
-  ui::waitForDialog(title);
+  ui::waitForDialog(g_AppTitle);
   zWindow* zoomOut = toolButton(window, kCommandZoomOut);
   zWindow* zoomIn = toolButton(window, kCommandZoomIn);
   ASSERT_TRUE(zoomOut != nullptr && zoomIn != nullptr);
@@ -37,7 +35,6 @@ TEST(MainToolBar, GreysTheZoomButtonsAtTheirLimitsAndBringsThemBack) {
   ui::click(zoomIn->widget());
   EXPECT_EQ(theTextPane->zoomLevel(), 1);
   EXPECT_TRUE(zoomOut->isEnabled());
-  g_AppTitle = nullptr;
 }
 
 }  // namespace

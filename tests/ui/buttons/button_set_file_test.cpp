@@ -5,7 +5,7 @@
 #include <unistd.h>
 
 #include "link/message_codec.h"
-#include "resources/command_ids.h"
+#include "resources/resource_ids.h"
 #include "tests/ui/buttons/panes_fixture.h"
 #include "tests/ui/furniture/menu_view.h"
 

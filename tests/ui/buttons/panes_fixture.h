@@ -16,7 +16,7 @@
 #include "framework/draw/measure.h"
 #include "framework/layout/grav_sizer.h"
 #include "framework/menus/menu.h"
-#include "resources/command_ids.h"
+#include "resources/resource_ids.h"
 #include "tests/ui/support/ui_test.h"
 #include "textarea/my_pane.h"
 #include "textarea/ret_edit_line.h"

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "resources/command_ids.h"
+#include "resources/resource_ids.h"
 #include "tests/ui/textarea/textarea_fixture.h"
 #include "textarea/command_queue.h"
 

@@ -7,7 +7,6 @@
 #include "image_data.h"
 #include "resources/builtin_table.h"
 #include "resources/resource_ids.h"
-#include "resources/resource_types.h"
 
 namespace {
 

@@ -10,8 +10,6 @@
 #include "resource_file_data.h"
 #include "resources/builtin_table.h"
 #include "resources/resource_ids.h"
-#include "resources/resource_reader.h"
-#include "resources/resource_types.h"
 
 namespace {
 

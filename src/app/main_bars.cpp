@@ -1,9 +1,24 @@
-#include "app/main_menu.h"
+#include "app/main_bars.h"
 
+#include <iterator>
+
+#include "framework/draw/bitmap.h"
+#include "framework/draw/measure.h"
 #include "framework/menus/menu.h"
-#include "resources/command_ids.h"
+#include "framework/visuals/tool_button.h"
+#include "resources/resource_ids.h"
+
+int g_ToolBarHeight = 0;
 
 namespace {
+
+/// One row of a pulldown; a separator has no label.
+struct MenuRow {
+  MainPulldown menu;
+  int id;
+  const char* label;       ///< with the mnemonic's "&", and a tab before the accelerator's name
+  const char* statusText;  ///< shown in the status line while the item is armed
+};
 
 constexpr MenuRow separator(MainPulldown menu) {
   return {menu, 0, nullptr, nullptr};
@@ -49,7 +64,7 @@ constexpr MenuRow kRows[] = {
     {kHelpMenu, kCommandAbout, "&About UI...", "About Korvane UI"},
 };
 
-constexpr CommandHelp kOtherHelp[] = {
+constexpr zHelpText kOtherHelp[] = {
     {kCommandOrganizer, "Show the Organizer"},
     {kCommandZoomIn, "Zoom in text area"},
     {kCommandZoomOut, "Zoom out text area"},
@@ -63,15 +78,33 @@ constexpr CommandHelp kOtherHelp[] = {
 
 constexpr const char* kPulldownLabels[kPulldownCount] = {"&File", "&View", "&Buttons", "&Help"};
 
+constexpr int kBarStyle = kToolbarEdgeByGravity | kToolbarLineTop | kToolbarLineBottom;
+constexpr int kButtonTop = 4;  // pixels, as all of the places below
+constexpr zDimension kButtonSize = {24, 22};
+constexpr int kUnitsBelowButtons = 5;
+
+struct ToolButtonRow {
+  int left;
+  std::uint32_t picture;
+  int command;
+};
+
+constexpr ToolButtonRow kToolButtons[] = {
+    {5, kBitmapOpen, kCommandOpen},      {35, kBitmapZoomOut, kCommandZoomOut},
+    {60, kBitmapZoomIn, kCommandZoomIn}, {90, kBitmapOrganizer, kCommandOrganizer},
+    {120, kBitmapHelp, kCommandHelpUi},
+};
+
+constexpr zToolTipText kTips[] = {
+    {kCommandOpen, "Open an SDL-System (Symbol-file)"},
+    {kCommandHelpUi, "Help on Korvane user interface"},
+    {kCommandOrganizer, "Organizer"},
+    {kCommandZoomIn, "Zoom in"},
+    {kCommandZoomOut, "Zoom out"},
+    {0, nullptr},
+};
+
 }  // namespace
-
-std::span<const MenuRow> mainMenuRows() {
-  return kRows;
-}
-
-std::span<const CommandHelp> otherCommandHelp() {
-  return kOtherHelp;
-}
 
 MainPulldowns buildMainMenu(zMenu& bar) {
   MainPulldowns pulldowns;
@@ -90,4 +123,38 @@ MainPulldowns buildMainMenu(zMenu& bar) {
     bar.addSubMenu(pulldowns[position].get(), kPulldownLabels[position], position);
   }
   return pulldowns;
+}
+
+std::vector<zHelpText> mainCommandHelp() {
+  std::vector<zHelpText> help;
+  for (const MenuRow& row : kRows) {
+    if (row.label != nullptr) {
+      help.push_back({row.id, row.statusText});
+    }
+  }
+  help.insert(help.end(), std::begin(kOtherHelp), std::end(kOtherHelp));
+  return help;
+}
+
+ClMainToolBar::ClMainToolBar(zWindow* parent, zSizer* sizer, int barFlags)
+    : zToolbar(parent, sizer, kBarStyle, nullptr),
+      flags(barFlags),
+      toolTips(std::make_unique<zToolTipCtrl>(parent)) {
+  toolTips->setTable(kTips);
+  for (const ToolButtonRow& row : kToolButtons) {
+    auto* place = new zSizer({row.left, kButtonTop}, kButtonSize, this->sizer());
+    auto* button = new zToolButton(this, place, 0, row.command, new zBitmap(zResId(row.picture)));
+    button->show();
+    toolTips->add(button);
+    buttons.push_back(button);
+  }
+  g_ToolBarHeight = kButtonSize.height + zDialogUnit(0, kUnitsBelowButtons).height();
+}
+
+void ClMainToolBar::setPossible(int command, bool possible) {
+  for (zToolButton* button : buttons) {
+    if (button->id() == command && button->isEnabled() != possible) {
+      possible ? button->enable() : button->disable();
+    }
+  }
 }

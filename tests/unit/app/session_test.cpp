@@ -1,4 +1,4 @@
-#include "app/command_line_options.h"
+#include "app/session.h"
 
 #include <gtest/gtest.h>
 
@@ -54,13 +54,9 @@ TEST(CommandLineOptions, ValueReachesToTheNextOptionAndLosesItsEndAtTheEndOfTheL
 }
 
 TEST(CommandLineOptions, AreMadeByTheFirstRequest) {
-  CommandLineOptions::destroy();
   CommandLineOptions& first = CommandLineOptions::instance("nelkvui -v");
   EXPECT_EQ(&CommandLineOptions::instance(""), &first);
   EXPECT_EQ(CommandLineOptions::instance("").hasOptionChar('v'), 1);
-  CommandLineOptions::destroy();
-  EXPECT_EQ(CommandLineOptions::instance("nelkvui").hasOptionChar('v'), 0);
-  CommandLineOptions::destroy();
 }
 
 }  // namespace
