@@ -22,8 +22,7 @@
 #include "benchmarks/probe_main.h"
 #include "benchmarks/subject.h"
 #include "benchmarks/x_proxy.h"
-#include "tests/support/screen/windows.h"
-#include "tests/support/temporary_folder.h"
+#include "tests/support/basics.h"
 
 #include <X11/Xlib.h>
 
@@ -66,7 +65,7 @@ void measureIdle(const Words& words) {
 
 /// Resizes the window as its frame would, and lets it come to rest.
 void resize(const Watcher& watcher, Subject& subject, int wider) {
-  const screen::ScreenArea area = screen::areaOf(watcher.display(), subject.window());
+  const screen::ScreenArea area = watcher.areaOf(subject.window());
   XResizeWindow(watcher.display(), subject.window(), static_cast<unsigned>(area.width + wider),
                 static_cast<unsigned>(area.height + wider));
   XSync(watcher.display(), False);

@@ -45,13 +45,13 @@ Look lookAt(const XImage& image) {
 }
 
 /// Pixels of the windows inside belong to the picture.
-Look lookAt(Display* display, Window window) {
-  const screen::ScreenArea area = screen::areaOf(display, window);
+Look lookAt(const screen::Screen& screen, Window window) {
+  const screen::ScreenArea area = screen.areaOf(window);
   if (area.width == 0) {
     return {};
   }
   const std::unique_ptr<XImage, ImageDeleter> image(
-      XGetImage(display, window, 0, 0, static_cast<unsigned>(area.width),
+      XGetImage(screen.display(), window, 0, 0, static_cast<unsigned>(area.width),
                 static_cast<unsigned>(area.height), AllPlanes, ZPixmap));
   return image == nullptr ? Look() : lookAt(*image);
 }
@@ -72,13 +72,13 @@ void forEachInside(Display* display, Window parent, Visit visit) {
   }
 }
 
-bool isTitled(Display* display, Window window, std::string_view title) {
+bool isTitled(const screen::Screen& screen, Window window, std::string_view title) {
   char* name = nullptr;
-  if (XFetchName(display, window, &name) == 0) {
+  if (XFetchName(screen.display(), window, &name) == 0) {
     return false;
   }
   const std::unique_ptr<char, XDeleter> owned(name);
-  return std::string_view(name).starts_with(title) && screen::isViewable(display, window);
+  return std::string_view(name).starts_with(title) && screen.isViewable(window);
 }
 
 /// What two areas have in common; without a size when that is nothing.
@@ -95,25 +95,25 @@ int ignoreXError(Display* /*display*/, XErrorEvent* /*error*/) {
 
 }  // namespace
 
-Watcher::Watcher() : connection(XOpenDisplay(nullptr)) {
-  if (connection == nullptr) {
+Watcher::Watcher() : Screen(XOpenDisplay(nullptr)) {
+  if (display() == nullptr) {
     throw std::runtime_error("no display");
   }
   XSetErrorHandler(ignoreXError);
 }
 
 Watcher::~Watcher() {
-  XCloseDisplay(connection);
+  XCloseDisplay(display());
 }
 
 Window Watcher::find(std::string_view title) const {
-  return findBelow(DefaultRootWindow(connection), title, kTitleDepth);
+  return findBelow(DefaultRootWindow(display()), title, kTitleDepth);
 }
 
 Window Watcher::findBelow(Window parent, std::string_view title, int depth) const {
   Window found = None;
-  forEachInside(connection, parent, [&](Window child) {
-    if (found == None && isTitled(connection, child, title)) {
+  forEachInside(display(), parent, [&](Window child) {
+    if (found == None && isTitled(*this, child, title)) {
       found = child;
     } else if (found == None && depth > 1) {
       found = findBelow(child, title, depth - 1);
@@ -123,14 +123,14 @@ Window Watcher::findBelow(Window parent, std::string_view title, int depth) cons
 }
 
 Window Watcher::largestInside(Window window) const {
-  return largest(window, screen::areaOf(connection, window)).window;
+  return largest(window, areaOf(window)).window;
 }
 
 Watcher::Part Watcher::largest(Window window, const screen::ScreenArea& seen) const {
   Part found;
-  forEachInside(connection, window, [&](Window child) {
-    const screen::ScreenArea visible = common(seen, screen::areaOf(connection, child));
-    if (screen::isViewable(connection, child) && visible.width > 0 && visible.height > 0) {
+  forEachInside(display(), window, [&](Window child) {
+    const screen::ScreenArea visible = common(seen, areaOf(child));
+    if (isViewable(child) && visible.width > 0 && visible.height > 0) {
       const Part part = largest(child, visible);
       found = part.pixels > found.pixels ? part : found;
     }
@@ -143,7 +143,7 @@ Watcher::Clock::time_point Watcher::awaitStill(Window window, const Pause& pause
   std::uint64_t last = 0;
   Clock::time_point changed = Clock::now();
   for (const auto end = Clock::now() + patience; Clock::now() < end;) {
-    const Look look = lookAt(connection, window);
+    const Look look = lookAt(*this, window);
     const auto now = Clock::now();
     if (std::exchange(last, look.digest) != look.digest) {
       changed = now;

@@ -8,11 +8,11 @@
 #include <string_view>
 
 #include "framework/draw/xtfwd.h"
-#include "tests/support/screen/windows.h"
+#include "tests/support/screen/screen.h"
 
 /// Looks at the windows of a screen as a user does: by what they show. It has a connection of its
 /// own, so that looking does not count as work of the program looked at.
-class Watcher {
+class Watcher : public screen::Screen {
  public:
   using Clock = std::chrono::steady_clock;
   /// Lets so much time pass, doing meanwhile what the program looked at needs to go on.
@@ -20,11 +20,7 @@ class Watcher {
 
   /// Throws std::runtime_error when there is no display.
   Watcher();
-  ~Watcher();
-  Watcher(const Watcher&) = delete;
-  Watcher& operator=(const Watcher&) = delete;
-
-  Display* display() const { return connection; }
+  ~Watcher() override;
 
   /// The first viewable window whose title begins with `title`; 0 when there is none.
   Window find(std::string_view title) const;
@@ -45,8 +41,6 @@ class Watcher {
   };
   Part largest(Window window, const screen::ScreenArea& seen) const;
   Window findBelow(Window parent, std::string_view title, int depth) const;
-
-  Display* connection;
 };
 
 /// How often the watcher looks.

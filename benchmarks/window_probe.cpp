@@ -20,8 +20,6 @@
 #include "benchmarks/probe_main.h"
 #include "benchmarks/subject.h"
 #include "benchmarks/x_proxy.h"
-#include "tests/support/screen/keyboard.h"
-#include "tests/support/screen/windows.h"
 
 #include <X11/Xlib.h>
 
@@ -49,11 +47,9 @@ class Session {
 
   /// Types a line and returns when the last key went down.
   Clock::time_point type(const std::string& line) {
-    for (const char character : line + "\n") {
-      screen::fakeKey(watcher.display(), screen::symbolOf(character));
-    }
+    watcher.type(line);
     const auto pressed = Clock::now();
-    XSync(watcher.display(), False);
+    watcher.type("\n");
     return pressed;
   }
 

@@ -1,142 +1,87 @@
 #include "tests/support/child_process.h"
 
 #include <fcntl.h>
-#include <poll.h>
-#include <signal.h>
+#include <gtest/gtest.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
+#include <csignal>
+#include <cstdio>
 #include <cstring>
-#include <string_view>
 #include <system_error>
-
-#include "tests/support/script_failure.h"
 
 namespace {
 
 constexpr int kCannotStart = 127;
 constexpr int kSignalBase = 128;
 constexpr std::size_t kPipeChunk = 65536;
+constexpr Milliseconds kChildPollTime{10};
 
-/// Texts and the null-ended array of pointers to them that exec wants.
-class PointerList {
- public:
-  explicit PointerList(std::vector<std::string> entries) : texts(std::move(entries)) {
-    pointers.reserve(texts.size() + 1);
-    for (std::string& text : texts) {
-      pointers.push_back(text.data());
-    }
-    pointers.push_back(nullptr);
+/// The child's side of the fork.
+int runProgram(const Launch& launch) {
+  std::vector<std::string> words = {launch.program.filename().string()};
+  words.insert(words.end(), launch.arguments.begin(), launch.arguments.end());
+  std::vector<char*> arguments;
+  for (std::string& word : words) {
+    arguments.push_back(word.data());
   }
-  PointerList(const PointerList&) = delete;
-  PointerList& operator=(const PointerList&) = delete;
-
-  char* const* get() const { return pointers.data(); }
-
- private:
-  std::vector<std::string> texts;
-  std::vector<char*> pointers;
-};
-
-std::string nameOf(const std::string& variable) {
-  return variable.substr(0, variable.find('='));
-}
-
-std::vector<std::string> mergedEnvironment(const std::vector<std::string>& changes) {
-  std::vector<std::string> result;
-  for (char** variable = environ; *variable != nullptr; ++variable) {
-    result.emplace_back(*variable);
+  arguments.push_back(nullptr);
+  for (const std::string& variable : launch.environment) {
+    const std::size_t end = variable.find('=');
+    const std::string name = variable.substr(0, end);
+    end == std::string::npos ? ::unsetenv(name.c_str())
+                             : ::setenv(name.c_str(), variable.c_str() + end + 1, 1);
   }
-  for (const std::string& change : changes) {
-    std::erase_if(result, [&](const std::string& old) { return nameOf(old) == nameOf(change); });
-    if (change.find('=') != std::string::npos) {
-      result.push_back(change);
-    }
+  const std::filesystem::path program = std::filesystem::absolute(launch.program);
+  if (launch.workingFolder.empty() || ::chdir(launch.workingFolder.c_str()) == 0) {
+    ::execv(program.c_str(), arguments.data());
   }
-  return result;
-}
-
-struct Pipe {
-  UniqueDescriptor readEnd;
-  UniqueDescriptor writeEnd;
-};
-
-Pipe makePipe() {
-  std::array<int, 2> ends = {};
-  if (::pipe2(ends.data(), O_CLOEXEC) != 0) {
-    throw std::system_error(errno, std::generic_category(), "pipe");
-  }
-  ::fcntl(ends[0], F_SETFL, O_NONBLOCK);
-  return {UniqueDescriptor(ends[0]), UniqueDescriptor(ends[1])};
-}
-
-/// The child's side of the fork. Only calls that are allowed between fork and exec.
-[[noreturn]] void runProgram(const char* program, char* const* arguments, char* const* environment,
-                             const char* folder, int output, int errors) {
-  ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-  ::dup2(output, STDOUT_FILENO);
-  ::dup2(errors, STDERR_FILENO);
-  if (*folder == '\0' || ::chdir(folder) == 0) {
-    ::execve(program, arguments, environment);
-  }
-  const char* const reason = strerrordesc_np(errno);
-  for (const char* const part : {"cannot start ", program, ": ", reason, "\n"}) {
-    if (::write(STDERR_FILENO, part, std::strlen(part)) < 0) {
-      break;
-    }
-  }
-  ::_exit(kCannotStart);
-}
-
-int toStatus(int waitStatus) {
-  return WIFSIGNALED(waitStatus) ? kSignalBase + WTERMSIG(waitStatus) : WEXITSTATUS(waitStatus);
-}
-
-std::string indented(const std::string& text) {
-  std::string result = "    ";
-  for (const char c : std::string_view(text)) {
-    result += c;
-    if (c == '\n') {
-      result += "    ";
-    }
-  }
-  return result;
+  std::fprintf(stderr, "cannot start %s: %s\n", program.c_str(), std::strerror(errno));
+  return kCannotStart;
 }
 
 }  // namespace
 
-ChildProcess::ChildProcess(const Launch& launch) {
-  const std::filesystem::path program = std::filesystem::absolute(launch.program);
-  std::vector<std::string> line = {program.filename().string()};
-  line.insert(line.end(), launch.arguments.begin(), launch.arguments.end());
-  const PointerList arguments(std::move(line));
-  const PointerList environment(mergedEnvironment(launch.environment));
+void failScript(const std::string& text, SourceLine where) {
+  ADD_FAILURE_AT(where.file, where.line) << text;
+  throw testing::AssertionException(testing::TestPartResult(testing::TestPartResult::kFatalFailure,
+                                                            where.file, where.line, text.c_str()));
+}
 
-  Pipe output = makePipe();
-  Pipe errors = makePipe();
+ChildProcess::ChildProcess(const Launch& launch)
+    : ChildProcess([&launch] { return runProgram(launch); }) {}
+
+ChildProcess::ChildProcess(const std::function<int()>& body) {
+  std::array<UniqueDescriptor, 2> ends;
+  for (std::size_t i = 0; i < ends.size(); ++i) {
+    std::array<int, 2> pipe = {};
+    if (::pipe2(pipe.data(), O_CLOEXEC) != 0) {
+      throw std::system_error(errno, std::generic_category(), "pipe");
+    }
+    ::fcntl(pipe[0], F_SETFL, O_NONBLOCK);
+    streams[i].pipe = UniqueDescriptor(pipe[0]);
+    ends[i] = UniqueDescriptor(pipe[1]);
+  }
+  std::fflush(nullptr);
   processId = ::fork();
+  if (processId == 0) {
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+    ::dup2(ends[0].get(), STDOUT_FILENO);
+    ::dup2(ends[1].get(), STDERR_FILENO);
+    const int result = body();
+    std::fflush(nullptr);
+    ::_exit(result);
+  }
   if (processId < 0) {
     throw std::system_error(errno, std::generic_category(), "fork");
   }
-  if (processId == 0) {
-    runProgram(program.c_str(), arguments.get(), environment.get(), launch.workingFolder.c_str(),
-               output.writeEnd.get(), errors.writeEnd.get());
-  }
-  streams[0].pipe = std::move(output.readEnd);
-  streams[1].pipe = std::move(errors.readEnd);
-}
-
-ChildProcess::~ChildProcess() {
-  kill();
 }
 
 bool ChildProcess::isRunning() {
-  int waitStatus = 0;
-  if (!status && ::waitpid(processId, &waitStatus, WNOHANG) == processId) {
-    status = toStatus(waitStatus);
+  int ended = 0;
+  if (!status && ::waitpid(processId, &ended, WNOHANG) == processId) {
+    status = WIFSIGNALED(ended) ? kSignalBase + WTERMSIG(ended) : WEXITSTATUS(ended);
   }
   return !status;
 }
@@ -148,43 +93,31 @@ void ChildProcess::signal(int number) const {
 }
 
 void ChildProcess::kill() {
-  if (isRunning()) {
-    signal(SIGKILL);
-    int waitStatus = 0;
-    while (::waitpid(processId, &waitStatus, 0) < 0 && errno == EINTR) {
-    }
-    status = toStatus(waitStatus);
+  for (signal(SIGKILL); isRunning();) {
+    ::usleep(100);
   }
 }
 
 void ChildProcess::drain() {
-  for (Stream& stream : streams) {
-    drain(stream);
-  }
-}
-
-void ChildProcess::drain(Stream& stream) {
   std::array<char, kPipeChunk> chunk;
-  while (stream.pipe.isOpen()) {
-    const ssize_t count = ::read(stream.pipe.get(), chunk.data(), chunk.size());
-    if (count > 0) {
-      stream.text.append(chunk.data(), static_cast<std::size_t>(count));
-    } else if (count == 0) {
-      stream.pipe.close();
-    } else if (errno != EINTR) {
-      return;
+  for (Stream& stream : streams) {
+    ssize_t count = 1;
+    while (stream.pipe.isOpen() && count > 0) {
+      count = ::read(stream.pipe.get(), chunk.data(), chunk.size());
+      stream.text.append(chunk.data(), count > 0 ? static_cast<std::size_t>(count) : 0);
+      if (count == 0) {
+        stream.pipe.close();
+      }
     }
   }
 }
 
-std::array<pollfd, 2> ChildProcess::pollEntries() const {
-  return {pollfd{streams[0].pipe.get(), POLLIN, 0}, pollfd{streams[1].pipe.get(), POLLIN, 0}};
-}
-
-void ChildProcess::waitABit(Milliseconds limit) {
-  std::array<pollfd, 2> entries = pollEntries();
+void ChildProcess::waitABit(Milliseconds limit, std::vector<pollfd> others) {
+  for (const Stream& stream : streams) {
+    others.push_back({stream.pipe.get(), POLLIN, 0});
+  }
   const Milliseconds timeout = std::min(limit, kChildPollTime);
-  ::poll(entries.data(), entries.size(), static_cast<int>(timeout.count()));
+  ::poll(others.data(), others.size(), static_cast<int>(timeout.count()));
   drain();
 }
 
@@ -202,23 +135,22 @@ int ChildProcess::exitStatus(Milliseconds limit, SourceLine where) {
 
 void ChildProcess::expectText(const std::string& text, Milliseconds limit, SourceLine where) {
   const Deadline deadline(limit);
-  const auto isThere = [&] {
-    return output().find(text) != std::string::npos || errors().find(text) != std::string::npos;
-  };
-  for (drain(); !isThere(); waitABit(deadline.left(limit))) {
-    const bool hasEnded = !isRunning();
+  for (;;) {
+    const bool canComeLater = isRunning() && !deadline.hasPassed();
     drain();
-    if (!isThere() && (hasEnded || deadline.hasPassed())) {
+    if (output().find(text) != std::string::npos || errors().find(text) != std::string::npos) {
+      return;
+    }
+    if (!canComeLater) {
       failScript("the program did not write \"" + text + "\"\n" + report(), where);
     }
+    waitABit(deadline.left(limit));
   }
 }
 
 std::string ChildProcess::report() {
-  const bool runs = isRunning();
+  const std::string state = isRunning() ? "runs" : "ended with status " + std::to_string(*status);
   drain();
-  return "  program " + std::to_string(processId) +
-         (runs ? " runs\n" : " ended with status " + std::to_string(*status) + "\n") +
-         "  standard output:\n" + indented(output()) + "\n  standard error:\n" +
-         indented(errors()) + "\n";
+  return "  program " + std::to_string(processId) + " " + state + "\n  standard output:\n" +
+         output() + "\n  standard error:\n" + errors() + "\n";
 }

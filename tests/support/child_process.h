@@ -1,18 +1,20 @@
 #pragma once
 
+#include <poll.h>
 #include <sys/types.h>
 
 #include <array>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "tests/support/deadline.h"
-#include "tests/support/source_line.h"
-#include "tests/support/unique_descriptor.h"
+#include "tests/support/basics.h"
 
-struct pollfd;
+/// Reports `text` as a failure of the running test at `where` and ends the test by an exception
+/// that GoogleTest knows as reported. For helpers whose caller cannot go on.
+[[noreturn]] void failScript(const std::string& text, SourceLine where);
 
 /// What to start and how.
 struct Launch {
@@ -27,9 +29,11 @@ struct Launch {
 class ChildProcess {
  public:
   explicit ChildProcess(const Launch& launch);
+  /// Runs `body` in a copy of this process; its result is the exit status.
+  explicit ChildProcess(const std::function<int()>& body);
   ChildProcess(const ChildProcess&) = delete;
   ChildProcess& operator=(const ChildProcess&) = delete;
-  ~ChildProcess();
+  ~ChildProcess() { kill(); }
 
   pid_t id() const { return processId; }
   bool isRunning();
@@ -51,11 +55,9 @@ class ChildProcess {
   void expectText(const std::string& text, Milliseconds limit = kAnswerTime,
                   SourceLine where = SourceLine::current());
 
-  /// Sleeps until the program writes, ends or `limit` passes, at most a short while, then drains.
-  void waitABit(Milliseconds limit);
-
-  /// Entries for a poll that wakes when the program writes.
-  std::array<pollfd, 2> pollEntries() const;
+  /// Sleeps until the program writes, one of `others` is ready or `limit` passes, at most a short
+  /// while, since nothing wakes it when a child ends; then drains.
+  void waitABit(Milliseconds limit, std::vector<pollfd> others = {});
 
   /// Everything the program wrote, for the text of a failure.
   std::string report();
@@ -66,12 +68,7 @@ class ChildProcess {
     std::string text;
   };
 
-  static void drain(Stream& stream);
-
   pid_t processId = -1;
   std::array<Stream, 2> streams;
   std::optional<int> status;
 };
-
-/// How often a poll looks whether a child has ended, since nothing wakes it then.
-inline constexpr Milliseconds kChildPollTime{10};

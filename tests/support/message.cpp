@@ -1,52 +1,33 @@
+// Reads and writes payloads by itself: a fault of the codec under test shows as a wrong message.
+
 #include "tests/support/message.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
-#include <deque>
+#include <cstring>
 #include <ostream>
 #include <stdexcept>
 
-#include "link/message_codec.h"
-#include "link/tool_message.h"
-
 namespace {
 
-MessageDirection opposite(MessageDirection direction) {
-  return direction == MessageDirection::kSentByUi ? MessageDirection::kReceivedByUi
-                                                  : MessageDirection::kSentByUi;
-}
-
 const MessageRow* findRow(int tag, MessageDirection preferred) {
+  using enum MessageDirection;
   const MessageRow* const row = findMessage(tag, preferred);
-  return row != nullptr ? row : findMessage(tag, opposite(preferred));
-}
-
-std::string nameOf(int tag) {
-  const MessageRow* const row = findRow(tag, MessageDirection::kSentByUi);
-  return row != nullptr ? std::string(row->name) : "unknown message";
-}
-
-std::string shapeOf(const std::vector<Parameter>& parameters) {
-  std::string shape;
-  for (const Parameter& parameter : parameters) {
-    shape += parameter.kind();
-  }
-  return shape;
+  return row != nullptr ? row
+                        : findMessage(tag, preferred == kSentByUi ? kReceivedByUi : kSentByUi);
 }
 
 std::string quoted(std::string_view text) {
   std::string result = "\"";
   for (const char c : text) {
-    const auto byte = static_cast<unsigned char>(c);
-    if (c == '\n') {
-      result += "\\n";
-    } else if (c == '\t') {
-      result += "\\t";
+    if (c == '\n' || c == '\t') {
+      result += c == '\n' ? "\\n" : "\\t";
     } else if (c == '"' || c == '\\') {
       result += {'\\', c};
-    } else if (byte < ' ') {
+    } else if (static_cast<unsigned char>(c) < ' ') {
       std::array<char, 5> escape = {};
-      std::snprintf(escape.data(), escape.size(), "\\x%02x", byte);
+      std::snprintf(escape.data(), escape.size(), "\\x%02x", c);
       result += escape.data();
     } else {
       result += c;
@@ -55,99 +36,73 @@ std::string quoted(std::string_view text) {
   return result + '"';
 }
 
-/// A record for the encoder and what its words point to.
-class OutgoingRecord {
+/// Takes parameters out of a payload.
+class Reader {
  public:
-  explicit OutgoingRecord(const std::vector<Parameter>& parameters) {
-    for (std::size_t i = 0; i < parameters.size(); ++i) {
-      set(static_cast<int>(i), parameters[i]);
-    }
-  }
+  explicit Reader(std::string_view payload) : rest(payload) {}
 
-  ToolMessage record;
+  Parameter parameter(char kind) {
+    if (kind != kListParameter) {
+      return kind == kIntegerParameter ? Parameter(word()) : Parameter(text());
+    }
+    Parameter::List list;
+    for (int count = word(); count > 0 && isSound; --count) {
+      list.emplace_back(text());
+    }
+    return list;
+  }
+  /// Whether all was there and nothing is left.
+  bool isAtEnd() const { return isSound && rest.empty(); }
 
  private:
-  void set(int index, const Parameter& parameter) {
-    switch (parameter.kind()) {
-      case kIntegerParameter:
-        record.setNumber(index, parameter.number());
-        break;
-      case kStringParameter:
-        record.setText(index, texts.emplace_back(parameter.text()).c_str());
-        break;
-      default: {
-        StringList& list = lists.emplace_back();
-        for (const std::string& item : parameter.list()) {
-          list.append(item);
-        }
-        record.setList(index, list.head());
-      }
-    }
+  std::string_view take(std::size_t count) {
+    isSound = isSound && count <= rest.size();
+    const std::string_view taken = isSound ? rest.substr(0, count) : std::string_view();
+    rest.remove_prefix(taken.size());
+    return taken;
   }
+  int word() {
+    std::int32_t value = 0;
+    take(sizeof value).copy(reinterpret_cast<char*>(&value), sizeof value);
+    return value;
+  }
+  // A negative count is one that is much too large.
+  std::string_view text() { return take(static_cast<std::size_t>(word())); }
 
-  std::deque<std::string> texts;
-  std::deque<StringList> lists;
+  std::string_view rest;
+  bool isSound = true;
 };
-
-Parameter incomingParameter(const ToolMessage& record, int index, char kind) {
-  if (kind == kIntegerParameter) {
-    return record.number(index);
-  }
-  if (kind == kStringParameter) {
-    const char* const text = record.text(index);
-    return text != nullptr ? Parameter(text) : Parameter("");
-  }
-  Parameter::List list;
-  for (const StringListNode* node = record.list(index); node != nullptr; node = node->next) {
-    list.emplace_back(node->text);
-  }
-  return list;
-}
 
 }  // namespace
 
-std::string Parameter::text() const {
-  const auto* const held = std::get_if<std::string>(&value);
-  return held != nullptr ? *held : std::string();
-}
-
-int Parameter::number() const {
-  const int* const held = std::get_if<int>(&value);
-  return held != nullptr ? *held : 0;
-}
-
-Parameter::List Parameter::list() const {
-  const List* const held = std::get_if<List>(&value);
-  return held != nullptr ? *held : List();
-}
-
-char Parameter::kind() const {
-  constexpr std::array kKinds = {kIntegerParameter, kStringParameter, kListParameter};
-  return kKinds[value.index()];
-}
-
-std::string describe(const Parameter& parameter) {
-  if (parameter.kind() == kIntegerParameter) {
-    return std::to_string(parameter.number());
-  }
-  if (parameter.kind() == kStringParameter) {
-    return quoted(parameter.text());
+std::string Parameter::describe() const {
+  if (kind() != kListParameter) {
+    return kind() == kIntegerParameter ? std::to_string(number()) : quoted(text());
   }
   std::string result = "[";
-  for (const std::string& item : parameter.list()) {
+  for (const std::string& item : list()) {
     result += (result.size() > 1 ? ", " : "") + quoted(item);
   }
   return result + "]";
 }
 
-Parameter Message::parameter(std::size_t index) const {
-  return index < parameters.size() ? parameters[index] : Parameter("");
+std::string Parameter::payload() const {
+  if (kind() != kListParameter) {
+    return kind() == kIntegerParameter ? wireWord(number()) : wireString(text());
+  }
+  std::string result = wireWord(static_cast<int>(list().size()));
+  for (const std::string& item : list()) {
+    result += wireString(item);
+  }
+  return result;
 }
 
 std::string describe(const Message& message) {
-  std::string result = std::to_string(message.tag) + " " + nameOf(message.tag);
+  const MessageRow* const row = findRow(message.tag, MessageDirection::kSentByUi);
+  std::string result = std::to_string(message.tag) + " ";
+  result += row != nullptr ? row->name : "unknown message";
   for (const Parameter& parameter : message.parameters) {
-    result += " " + describe(parameter);
+    result += " " + parameter.describe();
   }
   return message.fault.empty() ? result : result + " (" + message.fault + ")";
 }
@@ -158,49 +113,49 @@ std::ostream& operator<<(std::ostream& out, const Message& message) {
 
 std::string toWire(const Message& message, MessageDirection preferred) {
   const MessageRow* const row = findRow(message.tag, preferred);
-  const std::string_view shape = row != nullptr ? row->shape : std::string_view();
-  if (shape != shapeOf(message.parameters)) {
-    throw std::invalid_argument(describe(message) + " needs parameters " + std::string(shape));
+  std::string shape;
+  std::string payload;
+  for (const Parameter& parameter : message.parameters) {
+    shape += parameter.kind();
+    payload += parameter.payload();
   }
-  const OutgoingRecord outgoing(message.parameters);
-  std::array<char, kMaxPayloadBytes> payload = {};
-  const int length =
-      row != nullptr ? EncodeMessage(message.tag, outgoing.record, payload, row->direction) : 0;
-  std::string text(kMaxSentFrameText, '\0');
-  const FrameHeader header{message.kind, message.tag, message.sender, message.dest, length};
-  const int written = length < 0 ? -1 : encodeFrame(header, payload.data(), text);
-  if (written < 0) {
-    throw std::invalid_argument("too long for a frame: " + std::to_string(message.tag));
+  if (shape != (row != nullptr ? row->shape : "")) {
+    throw std::invalid_argument("wrong parameters: " + describe(message));
   }
-  text.resize(static_cast<std::size_t>(written));
-  return text;
+  const auto length = static_cast<int>(payload.size());
+  return wireText({message.kind, message.tag, message.sender, message.dest, length}, payload);
 }
 
 Message fromWire(std::string_view frame, MessageDirection preferred) {
-  const std::string text(frame);
-  std::array<char, kMaxReceivedFrameBytes> binary = {};
-  const Frame taken = decodeFrame(text.c_str(), static_cast<int>(text.size()), binary);
-  const FrameHeader& header = taken.header;
+  std::string binary(std::max<std::size_t>(frame.size() / 2, sizeof(FrameHeader)), '\0');
+  NibbleDecode(frame.data(), binary.data(), static_cast<int>(frame.size()));
+  FrameHeader header;
+  std::memcpy(&header, binary.data(), sizeof header);
+  const std::string_view payload = std::string_view(binary).substr(sizeof header);
   Message message{header.kind, header.tag, header.sender, header.dest};
-  if (taken.payload.size() != static_cast<std::size_t>(header.length) ||
-      taken.binaryBytes != kFrameHeaderBytes + header.length) {
-    message.fault = "length word " + std::to_string(header.length) + " in a frame of " +
-                    std::to_string(taken.binaryBytes) + " bytes";
-    return message;
-  }
+  Reader reader(payload);
   const MessageRow* const row = findRow(message.tag, preferred);
-  const MessageDirection direction = row != nullptr ? row->direction : preferred;
-  ToolMessage record;
-  const int result =
-      DecodeMessage(message.tag, taken.payload.data(), header.length, &record, direction);
-  if (result != kDecodeOk) {
-    message.fault = "payload of " + std::to_string(header.length) +
-                    " bytes does not decode: " + std::to_string(result);
-  } else if (row != nullptr) {
-    for (std::size_t i = 0; i < row->shape.size(); ++i) {
-      message.parameters.push_back(incomingParameter(record, static_cast<int>(i), row->shape[i]));
-    }
+  for (const char kind : row != nullptr ? row->shape : std::string_view()) {
+    message.parameters.push_back(reader.parameter(kind));
   }
-  FreeMessage(message.tag, &record, direction);
+  if (!reader.isAtEnd() || payload.size() != static_cast<std::size_t>(header.length)) {
+    message.fault = "length word " + std::to_string(header.length) + ", payload " + quoted(payload);
+  }
   return message;
+}
+
+std::string wireWord(std::int32_t value) {
+  return {reinterpret_cast<const char*>(&value), sizeof value};
+}
+
+std::string wireString(std::string_view text) {
+  return wireWord(static_cast<std::int32_t>(text.size())).append(text);
+}
+
+std::string wireText(const FrameHeader& header, std::string_view payload) {
+  std::string binary(reinterpret_cast<const char*>(&header), sizeof header);
+  binary += payload;
+  std::string text(2 * binary.size() + 1, '\0');
+  NibbleEncode(binary.data(), text.data(), static_cast<int>(binary.size()));
+  return text;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <iosfwd>
 #include <string>
 #include <string_view>
@@ -23,21 +24,26 @@ class Parameter {
   Parameter(List list) : value(std::move(list)) {}
 
   /// Empty or 0 when the parameter is of another kind.
-  std::string text() const;
-  int number() const;
-  List list() const;
-
+  std::string text() const { return get<std::string>(); }
+  int number() const { return get<int>(); }
+  List list() const { return get<List>(); }
   /// I, S or L.
-  char kind() const;
+  char kind() const { return "ISL"[value.index()]; }
+  /// 7, "text" or ["one", "two"], with C escapes.
+  std::string describe() const;
+  std::string payload() const;
 
   bool operator==(const Parameter&) const = default;
 
  private:
+  template <class T>
+  T get() const {
+    const T* const held = std::get_if<T>(&value);
+    return held != nullptr ? *held : T();
+  }
+
   std::variant<int, std::string, List> value;
 };
-
-/// 7, "text" or ["one", "two"], with C escapes.
-std::string describe(const Parameter& parameter);
 
 /// A message as it crossed the wire.
 struct Message {
@@ -49,7 +55,9 @@ struct Message {
   std::string fault{};  ///< why the payload could not be decoded; empty when it could
 
   /// Parameter number `index`; an empty text when there is none.
-  Parameter parameter(std::size_t index) const;
+  Parameter parameter(std::size_t index) const {
+    return index < parameters.size() ? parameters[index] : Parameter("");
+  }
   std::string text(std::size_t index = 0) const { return parameter(index).text(); }
   int number(std::size_t index = 0) const { return parameter(index).number(); }
   Parameter::List list(std::size_t index = 0) const { return parameter(index).list(); }
@@ -65,3 +73,10 @@ std::string toWire(const Message& message, MessageDirection preferred);
 
 /// Takes a wire form (with or without its NUL) apart, likewise.
 Message fromWire(std::string_view frame, MessageDirection preferred);
+
+// Payloads and frames as they stand on the wire, right or wrong.
+
+/// A number; a counted text; a frame with its NUL.
+std::string wireWord(std::int32_t value);
+std::string wireString(std::string_view text);
+std::string wireText(const FrameHeader& header, std::string_view payload = {});

@@ -1,17 +1,15 @@
 #pragma once
 
-#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
-#include "link/message_numbers.h"
 #include "tests/support/child_process.h"
+#include "tests/support/connection.h"
 #include "tests/support/message.h"
 #include "tests/support/rendezvous.h"
-#include "tests/support/source_line.h"
 
 /// A message number together with the line of the test that names it.
 struct ScriptTag {
@@ -21,8 +19,8 @@ struct ScriptTag {
   SourceLine where;
 };
 
-/// The Postmaster of a test: it makes the rendezvous files, starts one tool as its child and holds
-/// a conversation with it, which reads as such:
+/// The Postmaster of a test: it makes the rendezvous files, starts a tool as its child and holds a
+/// conversation with it, which reads as such:
 ///
 ///   ScriptedPostmaster postmaster;
 ///   postmaster.start({builtProgram("nelkvui")});
@@ -35,16 +33,21 @@ struct ScriptTag {
 ///
 /// The conversation is strict: expect() takes the next message, and fails the test and ends it when
 /// that is another one or none comes. The failure names what was awaited, all messages so far and
-/// what the tool printed. The object holds the machine's rendezvous; its end kills the tool.
+/// what the tool printed. The object's end kills the tool.
 class ScriptedPostmaster {
  public:
-  ScriptedPostmaster();
+  ScriptedPostmaster() = default;
   ScriptedPostmaster(const ScriptedPostmaster&) = delete;
   ScriptedPostmaster& operator=(const ScriptedPostmaster&) = delete;
   ~ScriptedPostmaster();
 
-  /// Starts the tool. Once a Postmaster.
-  void start(const Launch& launch);
+  /// Starts the tool: a program, or a function that a copy of this process runs. One at a time.
+  ChildProcess& start(const Launch& launch) {
+    return begin(std::make_unique<ChildProcess>(launch));
+  }
+  ChildProcess& start(const std::function<int()>& body) {
+    return begin(std::make_unique<ChildProcess>(body));
+  }
 
   // The tool speaks.
 
@@ -116,30 +119,24 @@ class ScriptedPostmaster {
   std::string transcript();
 
  private:
+  ChildProcess& begin(std::unique_ptr<ChildProcess> started);
   Message expectNext(const ScriptTag& tag, const std::vector<Parameter>& parameters);
   Message expectAmongNext(const ScriptTag& tag, const std::vector<Parameter>& parameters);
   void sendMessage(const ScriptTag& tag, std::vector<Parameter> parameters);
   void sendInPieces(std::size_t count, const ScriptTag& tag, std::vector<Parameter> parameters);
 
-  MessageDirection spoken() const;
-  MessageDirection heard() const;
   std::string makeFrame(const ScriptTag& tag, std::vector<Parameter> parameters);
-  bool takeMessage(Message& message);
   Message nextMessage(const std::string& awaited, SourceLine where);
-  void acceptConnection();
-  void readConnection();
   void waitForNews(Milliseconds limit);
   void sendBytes(std::string_view bytes, SourceLine where);
-  void note(char direction, const std::string& text);
+  void note(const std::string& text) { log += "    " + text + "\n"; }
   [[noreturn]] void fail(const std::string& awaited, const std::string& cameInstead,
                          SourceLine where);
 
   Rendezvous rendezvous;
-  UniqueDescriptor connection;
+  Connection connection;
   std::unique_ptr<ChildProcess> child;
   int toolType = NELKVUI;
   bool hasConnected = false;
-  bool hasHungUp = false;  // the tool closed its end
-  std::string received;    // not yet taken as messages
   std::string log;
 };

@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "tests/e2e/app/user.h"
+#include "tests/support/basics.h"
 #include "tests/support/scripted_postmaster.h"
-#include "tests/support/temporary_folder.h"
 
 #include <X11/keysym.h>
 

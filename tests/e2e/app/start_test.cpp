@@ -102,7 +102,7 @@ TEST_F(AppTest, IsUsableOnAServerWithoutFontsOfItsOwn) {
   User poorUser(display);
   start({}, {"DISPLAY=" + display});
   shakeHands();
-  poorUser.awaitWindow(kMainTitle);
+  poorUser.giveFocus(kMainTitle);
   const Deadline deadline(kAnswerTime);
   while (!postmaster.hasMessage(Milliseconds{50}) && !deadline.hasPassed()) {
     poorUser.press(XK_Return);

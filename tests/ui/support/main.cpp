@@ -2,14 +2,85 @@
 
 #include <gmock/gmock.h>
 
-#include "tests/ui/support/screenshot.h"
-#include "tests/ui/support/test_application.h"
-#include "tests/ui/support/watchdog.h"
+#include <array>
+#include <cstdlib>
+#include <filesystem>
+#include <iostream>
+#include <memory>
+
+#include "framework/core/application.h"
+#include "tests/ui/support/main.h"
+#include "tests/ui/support/ui_test.h"
+
+#include <X11/Xlib.h>
+
+namespace {
+
+int failOnXError(Display* connection, XErrorEvent* event) {
+  std::array<char, 100> text = {};
+  XGetErrorText(connection, event->error_code, text.data(), static_cast<int>(text.size()));
+  ADD_FAILURE() << "X error: " << text.data() << ", request " << int{event->request_code} << "."
+                << int{event->minor_code} << ", resource 0x" << std::hex << event->resourceid;
+  return 0;
+}
+
+/// Makes each failing test leave a picture of the screen at its first failure, and ends one that
+/// stays in an event loop for longer than any test takes. Such loops also wake regularly, so that
+/// one that waits for nothing is noticed.
+class Guard : public testing::EmptyTestEventListener {
+ public:
+  void OnTestStart(const testing::TestInfo& started) override {
+    constexpr Milliseconds kPeriod{50};
+    constexpr Milliseconds kLongestTest{30000};
+    picture = std::string(started.test_suite_name()) + "." + started.name() + ".png";
+    std::replace(picture.begin(), picture.end(), '/', '_');
+    ticker = std::make_unique<ui::Ticker>(kPeriod, [deadline = Deadline(kLongestTest)] {
+      if (deadline.hasPassed()) {
+        ui::endHangingTest("");
+      }
+    });
+  }
+
+  void OnTestPartResult(const testing::TestPartResult& result) override {
+    if (result.failed() && !picture.empty()) {
+      std::filesystem::create_directories("ui-failures");
+      const std::string file = "ui-failures/" + std::exchange(picture, "");
+      if (std::system(("import -window root '" + file + "'").c_str()) == 0) {
+        std::cout << "picture of the screen: " << std::filesystem::absolute(file) << "\n";
+      }
+    }
+  }
+
+  void OnTestEnd(const testing::TestInfo& /*test*/) override { ticker.reset(); }
+
+ private:
+  std::string picture;  // of the running test, until it is taken
+  std::unique_ptr<ui::Ticker> ticker;
+};
+
+}  // namespace
+
+void ui::endHangingTest(const std::string& awaited) {
+  std::string text = "hangs in an event loop; awaited:\n" + awaited;
+  for (const std::string& what : user().awaited()) {
+    text += "\n  " + what;
+  }
+  ADD_FAILURE() << text;
+  if (const auto* const test = testing::UnitTest::GetInstance()->current_test_info()) {
+    std::cout << "[  FAILED  ] " << test->test_suite_name() << "." << test->name()
+              << "\nThe loop cannot be left: this test program ends here.\n"
+              << std::flush;
+  }
+  std::_Exit(EXIT_FAILURE);
+}
 
 int main(int argc, char** argv) {
   testing::InitGoogleMock(&argc, argv);
-  ui::makeTestApplication(argc, argv);
-  ui::takePicturesOfFailures();
-  ui::watchForHangs();
+  // Lives as long as the process, as does the display: Motif keeps what it made for a connection
+  // and would hand it out for the next one.
+  static zApp application(argc, argv, "nelkvui");
+  application.setName("nelkvui");
+  XSetErrorHandler(failOnXError);
+  testing::UnitTest::GetInstance()->listeners().Append(new Guard);
   return RUN_ALL_TESTS();
 }

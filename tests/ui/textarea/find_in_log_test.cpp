@@ -2,7 +2,6 @@
 
 #include "framework/core/busy_scope.h"
 #include "framework/core/pane.h"
-#include "tests/support/screen/keyboard.h"
 #include "tests/ui/textarea/textarea_fixture.h"
 
 #include <string>
@@ -76,8 +75,9 @@ TEST_F(FindInLog, EscapeStopsASearchThatLastsWhileTheWindowIsPaintedAndOtherKeys
   const auto usualPatience = std::exchange(zBusyScope::patience, std::chrono::milliseconds(0));
   Painted painted(&frame);
   painted.show();
+  screen::Screen unheard(ui::display());  // handles no events
   for (const ui::KeySymbol key : {XK_x, XK_Escape, XK_y}) {
-    screen::fakeKey(ui::display(), key);
+    unheard.press(key);
   }
   theTextPane->update();  // until all of that has come
 

@@ -1,4 +1,4 @@
-#include "tests/support/temporary_folder.h"
+#include "tests/support/basics.h"
 
 #include <stdlib.h>
 

@@ -1,0 +1,94 @@
+#pragma once
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <chrono>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <utility>
+
+/// What all tests share. Needs no test library: the benchmarks use it too.
+
+using Milliseconds = std::chrono::milliseconds;
+
+/// How long a test waits for something that should happen at once. Generous, since a loaded machine
+/// or a sanitizer slows programs down; only a failing test waits it out.
+inline constexpr Milliseconds kAnswerTime{10000};
+
+/// A moment to wait for at most.
+class Deadline {
+ public:
+  explicit Deadline(Milliseconds fromNow) : end(Clock::now() + fromNow) {}
+
+  bool hasPassed() const { return Clock::now() >= end; }
+  /// What is left, at most `limit`, never negative: a timeout for poll.
+  Milliseconds left(Milliseconds limit) const {
+    return std::clamp(std::chrono::ceil<Milliseconds>(end - Clock::now()), Milliseconds{0}, limit);
+  }
+
+ private:
+  using Clock = std::chrono::steady_clock;
+  Clock::time_point end;
+};
+
+/// A line of a test. What std::source_location is, which clang 14 does not have.
+struct SourceLine {
+  /// As a default argument, the line of the caller.
+  static constexpr SourceLine current(const char* file = __builtin_FILE(),
+                                      int line = __builtin_LINE()) {
+    return {file, line};
+  }
+
+  const char* file;
+  int line;
+};
+
+/// Owns a file descriptor.
+class UniqueDescriptor {
+ public:
+  UniqueDescriptor() = default;
+  explicit UniqueDescriptor(int opened) : fd(opened) {}
+  UniqueDescriptor(UniqueDescriptor&& other) noexcept : fd(std::exchange(other.fd, -1)) {}
+  UniqueDescriptor& operator=(UniqueDescriptor&& other) noexcept {
+    std::swap(fd, other.fd);
+    return *this;
+  }
+  ~UniqueDescriptor() { close(); }
+
+  int get() const { return fd; }
+  bool isOpen() const { return fd >= 0; }
+  void close() {
+    if (isOpen()) {
+      ::close(std::exchange(fd, -1));
+    }
+  }
+
+ private:
+  int fd = -1;
+};
+
+/// An empty folder for one test, removed with all its contents. Its path holds no "-", since some
+/// programs look for options anywhere in their command line.
+class TemporaryFolder {
+ public:
+  TemporaryFolder();
+  TemporaryFolder(const TemporaryFolder&) = delete;
+  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+  ~TemporaryFolder();
+
+  const std::filesystem::path& path() const { return folder; }
+  std::filesystem::path operator/(std::string_view name) const { return folder / name; }
+  /// Writes a file into the folder and returns its path.
+  std::filesystem::path write(std::string_view name, std::string_view bytes) const;
+
+ private:
+  std::filesystem::path folder;
+};
+
+/// All bytes of a file; empty when it cannot be read.
+std::string readFile(const std::filesystem::path& path);
+
+/// The program `name` of this build: it stands in the folder of the running test program.
+std::filesystem::path builtProgram(std::string_view name);

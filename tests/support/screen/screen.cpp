@@ -1,0 +1,261 @@
+#include "tests/support/screen/screen.h"
+
+#include <algorithm>
+#include <array>
+#include <memory>
+#include <optional>
+#include <span>
+#include <stdexcept>
+
+#include <X11/extensions/XTest.h>
+#include <X11/keysym.h>
+#include <X11/XKBlib.h>
+#include <X11/Xlib.h>
+#include <X11/Xutil.h>
+
+namespace screen {
+
+namespace {
+
+/// While one lives, windows may go while they are looked at.
+class Looking {
+ public:
+  explicit Looking(Display* connection) : display(connection) {
+    XSync(display, False);
+    previous = XSetErrorHandler([](Display* /*display*/, XErrorEvent* /*event*/) { return 0; });
+  }
+  Looking(const Looking&) = delete;
+  Looking& operator=(const Looking&) = delete;
+  ~Looking() {
+    XSync(display, False);
+    XSetErrorHandler(previous);
+  }
+
+ private:
+  Display* display;
+  XErrorHandler previous;
+};
+
+struct XDeleter {
+  void operator()(void* memory) const { XFree(memory); }
+};
+
+template <typename T>
+using XPointer = std::unique_ptr<T, XDeleter>;
+
+struct Family {
+  Window parent = None;
+  std::vector<Window> children;  ///< from the bottom of the stack up
+};
+
+Family familyOf(Display* display, Window window) {
+  Family family;
+  Window root = None;
+  Window* children = nullptr;
+  unsigned count = 0;
+  if (XQueryTree(display, window, &root, &family.parent, &children, &count) != 0) {
+    const XPointer<Window> owned(children);
+    family.children.assign(children, children + count);
+  }
+  return family;
+}
+
+XWindowAttributes attributesOf(Display* display, Window window) {
+  XWindowAttributes attributes = {};
+  if (window == None || XGetWindowAttributes(display, window, &attributes) == 0) {
+    attributes.map_state = IsUnmapped;
+  }
+  return attributes;
+}
+
+bool isShown(Display* display, Window window) {
+  return attributesOf(display, window).map_state == IsViewable;
+}
+
+std::string titleOf(Display* display, Window window) {
+  char* name = nullptr;
+  const bool hasName = XFetchName(display, window, &name) != 0;
+  const XPointer<char> owned(name);
+  return hasName ? name : "";
+}
+
+/// Searches from the top of the stack down. Titles are on the root's children, on those of the
+/// window manager's frames and of frames within frames.
+Window findTitle(Display* display, Window parent, const std::string& title, int depth = 4) {
+  std::vector<Window> children = familyOf(display, parent).children;
+  std::reverse(children.begin(), children.end());
+  for (const Window child : depth == 0 ? std::vector<Window>() : children) {
+    if (titleOf(display, child) == title && isShown(display, child)) {
+      return child;
+    }
+    if (const Window found = findTitle(display, child, title, depth - 1)) {
+      return found;
+    }
+  }
+  return None;
+}
+
+void collectInnermost(Display* display, Window window, std::vector<Window>& found) {
+  const std::vector<Window> children = familyOf(display, window).children;
+  for (const Window child : children) {
+    collectInnermost(display, child, found);
+  }
+  if (children.empty() && isShown(display, window)) {
+    found.push_back(window);
+  }
+}
+
+/// A key and whether Shift has to be down for the symbol wanted.
+struct Key {
+  KeyCode code = 0;
+  bool needsShift = false;
+};
+
+/// The first key with the symbol; with NoSymbol the last spare key.
+std::optional<Key> findKey(Display* display, KeySym symbol) {
+  int first = 0;
+  int last = 0;
+  XDisplayKeycodes(display, &first, &last);
+  std::optional<Key> spare;
+  for (const int level : {0, 1}) {
+    for (int code = first; code <= last; ++code) {
+      const auto key = static_cast<KeyCode>(code);
+      if (XkbKeycodeToKeysym(display, key, 0, level) == symbol) {
+        spare = Key{key, level == 1};
+        if (symbol != NoSymbol) {
+          return spare;
+        }
+      }
+    }
+    if (spare) {
+      return spare;
+    }
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+ScreenArea Screen::areaOf(Window window) const {
+  const Looking looking(connection);
+  const XWindowAttributes attributes = attributesOf(connection, window);
+  ScreenArea area{0, 0, attributes.width, attributes.height};
+  Window child = None;
+  XTranslateCoordinates(connection, window, attributes.root, 0, 0, &area.x, &area.y, &child);
+  return area;
+}
+
+bool Screen::isViewable(Window window) const {
+  const Looking looking(connection);
+  return isShown(connection, window);
+}
+
+Window Screen::windowWithTitle(const std::string& title) const {
+  const Looking looking(connection);
+  return findTitle(connection, DefaultRootWindow(connection), title);
+}
+
+std::vector<Window> Screen::innermost(Window window) const {
+  const Looking looking(connection);
+  std::vector<Window> found;
+  collectInnermost(connection, window, found);
+  return found;
+}
+
+bool Screen::hasPopup() const {
+  constexpr int kSmallestExtent = 20;  // window managers keep tiny windows of their own
+  const Looking looking(connection);
+  const auto all = familyOf(connection, DefaultRootWindow(connection)).children;
+  return std::any_of(all.begin(), all.end(), [this](Window window) {
+    const XWindowAttributes look = attributesOf(connection, window);
+    return look.override_redirect != False && look.map_state == IsViewable &&
+           look.height >= kSmallestExtent && look.width >= kSmallestExtent && look.x >= 0 &&
+           look.y >= 0;
+  });
+}
+
+Window Screen::inputFocus() const {
+  Window focus = None;
+  int revert = 0;
+  XGetInputFocus(connection, &focus, &revert);
+  return focus;
+}
+
+bool Screen::hasInputFocus(Window window) const {
+  const Looking looking(connection);
+  Window at = inputFocus();
+  while (at != None && at != PointerRoot && at != window) {
+    at = familyOf(connection, at).parent;
+  }
+  return window != None && at == window;
+}
+
+void Screen::press(KeySymbol symbol, unsigned modifiers) {
+  std::optional<Key> key = findKey(connection, symbol);
+  if (!key) {
+    const std::optional<Key> spare = findKey(connection, NoSymbol);
+    if (!spare) {
+      throw std::runtime_error("the keyboard has no key left for a new symbol");
+    }
+    XChangeKeyboardMapping(connection, spare->code, 1, &symbol, 1);
+    while (!key) {
+      settle();
+      key = findKey(connection, symbol);
+    }
+  }
+  const unsigned held = modifiers | (key->needsShift ? kShift : kNoModifier);
+  const auto fakeModifiers = [&](Bool areDown) {
+    constexpr std::array<KeySym, 3> kKeys = {XK_Shift_L, XK_Control_L, XK_Alt_L};
+    for (unsigned bit = 0; bit < kKeys.size(); ++bit) {
+      if ((held & (1U << bit)) != 0) {
+        XTestFakeKeyEvent(connection, XKeysymToKeycode(connection, kKeys[bit]), areDown,
+                          CurrentTime);
+      }
+    }
+  };
+  // The key goes up before its modifiers do: menus look at them on its release.
+  fakeModifiers(True);
+  XTestFakeKeyEvent(connection, key->code, True, CurrentTime);
+  XTestFakeKeyEvent(connection, key->code, False, CurrentTime);
+  fakeModifiers(False);
+  settle();
+}
+
+void Screen::type(std::string_view text) {
+  for (const char c : text) {
+    // The symbols of Latin-1 have the numbers of its characters.
+    press(c == '\n' ? XK_Return : c == '\t' ? XK_Tab : static_cast<unsigned char>(c));
+  }
+}
+
+void Screen::moveTo(int x, int y) {
+  XTestFakeMotionEvent(connection, -1, x, y, CurrentTime);
+  settle();
+}
+
+void Screen::button(unsigned number, bool isDown) {
+  XTestFakeButtonEvent(connection, number, isDown ? True : False, CurrentTime);
+  settle();
+}
+
+void Screen::close(Window window) {
+  XEvent event = {};
+  event.xclient.type = ClientMessage;
+  event.xclient.window = window;
+  event.xclient.message_type = XInternAtom(connection, "WM_PROTOCOLS", False);
+  event.xclient.format = 32;
+  event.xclient.data.l[0] = static_cast<long>(XInternAtom(connection, "WM_DELETE_WINDOW", False));
+  event.xclient.data.l[1] = CurrentTime;
+  XSendEvent(connection, window, False, NoEventMask, &event);
+  settle();
+}
+
+void Screen::settle() {
+  XSync(connection, False);
+  XEvent event;
+  while (XCheckTypedEvent(connection, MappingNotify, &event) != False) {
+    XRefreshKeyboardMapping(&event.xmapping);
+  }
+}
+
+}  // namespace screen

@@ -1,0 +1,274 @@
+// Input by the XTEST extension on the one connection: it is in the queue of events once the server
+// has answered, so handling all events after each piece of input is enough. Only clicks may come
+// later: into a window without the focus they go through the window manager first.
+
+#include "tests/ui/support/ui_test.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <exception>
+#include <span>
+#include <utility>
+
+#include "framework/core/application.h"
+#include "tests/ui/support/main.h"
+
+#include <X11/keysym.h>
+#include <X11/Xlib.h>
+#include <Xm/XmAll.h>
+
+#include <X11/extensions/XRes.h>  // needs Xlib.h before it
+
+namespace ui {
+
+namespace {
+
+/// How long a step of a test waits. Only a failing test waits it out.
+constexpr Milliseconds kWaitTime{3000};
+constexpr Milliseconds kClickTime{200};
+constexpr Milliseconds kTick{10};
+
+class UserInside : public screen::User {
+ public:
+  UserInside() : User(ui::display(), kWaitTime) {}
+
+ protected:
+  void settle() override { drain(); }
+  /// The next thing, whatever it is; a timer of its own keeps that from taking long.
+  void pause() override {
+    constexpr unsigned long kShortly = 2;
+    bool hasFired = false;
+    const XtIntervalId id = XtAppAddTimeOut(
+        context(), kShortly,
+        [](XtPointer fired, XtIntervalId* /*id*/) { *static_cast<bool*>(fired) = true; },
+        &hasFired);
+    XtAppProcessEvent(context(), XtIMAll);
+    if (!hasFired) {
+      XtRemoveTimeOut(id);
+    }
+  }
+};
+
+int releasesSeen = 0;
+XtEventDispatchProc usualDispatcher = nullptr;
+
+Boolean countRelease(XEvent* event) {
+  ++releasesSeen;
+  return usualDispatcher(event);
+}
+
+/// Clicks where the pointer is, and handles events until the release has come, or for a short
+/// while: it may have hit a window of another program.
+void clickHere(MouseButton button) {
+  const XtEventDispatchProc previous = XtSetEventDispatcher(display(), ButtonRelease, countRelease);
+  usualDispatcher = previous != countRelease ? previous : usualDispatcher;
+  const int before = releasesSeen;
+  pressButton(button);
+  releaseButton(button);
+  const Deadline deadline(kClickTime);
+  while (releasesSeen == before && !deadline.hasPassed()) {
+    ::usleep(1000);
+    drain();
+  }
+}
+
+}  // namespace
+
+Display* display() {
+  return zApp::instance()->display();
+}
+
+XtAppContext context() {
+  return zApp::instance()->context();
+}
+
+screen::User& user() {
+  static UserInside inside;
+  return inside;
+}
+
+void drain() {
+  // A request can cause events whose handling causes further ones; three rounds settle them.
+  for (int round = 0; round < 3; ++round) {
+    XSync(display(), False);
+    while ((XtAppPending(context()) & XtIMXEvent) != 0) {
+      XtAppProcessEvent(context(), XtIMXEvent);
+    }
+  }
+}
+
+Window windowOf(Widget widget) {
+  return widget != nullptr ? XtWindowOfObject(widget) : None;
+}
+
+Place::Place(Widget widget) : Place(windowOf(widget)) {
+  if (!XtIsWidget(widget)) {
+    Position left = 0;
+    Position top = 0;
+    Dimension wide = 0;
+    Dimension high = 0;
+    XtVaGetValues(widget, XmNx, &left, XmNy, &top, XmNwidth, &wide, XmNheight, &high, nullptr);
+    x += left;
+    y += top;
+    width = wide;
+    height = high;
+  }
+}
+
+bool isOnTheScreen(const Place& place) {
+  Screen* const screen = DefaultScreenOfDisplay(display());
+  return place.x >= 0 && place.y >= 0 && place.x + place.width <= WidthOfScreen(screen) &&
+         place.y + place.height <= HeightOfScreen(screen);
+}
+
+bool isViewable(Widget widget) {
+  return widget != nullptr && (XtIsShell(widget) || XtIsManaged(widget)) &&
+         isViewable(windowOf(widget));
+}
+
+bool focusIs(Widget widget) {
+  Widget shell = widget;
+  while (shell != nullptr && !XtIsShell(shell)) {
+    shell = XtParent(shell);
+  }
+  return shell != nullptr && XmGetFocusWidget(widget) == widget && hasInputFocus(windowOf(shell));
+}
+
+void waitForFocus(Widget widget, SourceLine where) {
+  waitFor([&] { return focusIs(widget); }, std::string("the focus at ") + XtName(widget), where);
+}
+
+void click(const Place& place, int x, int y, MouseButton button) {
+  moveTo(place, x, y);
+  clickHere(button);
+}
+
+void click(const Place& place, MouseButton button) {
+  click(place, place.width / 2, place.height / 2, button);
+}
+
+void doubleClick(const Place& place) {
+  click(place);
+  clickHere(kLeftButton);
+}
+
+void wheel(const Place& place, int x, int y, int notches) {
+  moveTo(place, x, y);
+  for (int turned = 0; turned < std::abs(notches); ++turned) {
+    clickHere(notches > 0 ? kWheelUp : kWheelDown);
+  }
+}
+
+void waitForNoDialog(const std::string& title, SourceLine where) {
+  waitFor([&] { return windowWithTitle(title) == None; }, "the end of window \"" + title + "\"",
+          where);
+}
+
+std::map<std::string, unsigned> serverResources() {
+  drain();
+  int count = 0;
+  XResType* types = nullptr;
+  std::map<std::string, unsigned> counts;
+  // Any id of this process stands for all that it has.
+  XResQueryClientResources(display(), XAllocID(display()), &count, &types);
+  for (const XResType& type : std::span(types, static_cast<std::size_t>(count))) {
+    char* name = XGetAtomName(display(), type.resource_type);
+    counts[name] = type.count;
+    XFree(name);
+  }
+  XFree(types);
+  return counts;
+}
+
+Ticker::Ticker(Milliseconds interval, std::function<void()> function)
+    : period(interval), tick(std::move(function)) {
+  fired(this, nullptr);
+}
+
+Ticker::~Ticker() {
+  // The timers of a context that was replaced are gone.
+  if (armedIn == context()) {
+    XtRemoveTimeOut(id);
+  }
+}
+
+void Ticker::fired(void* ticker, unsigned long* id) {
+  auto* const self = static_cast<Ticker*>(ticker);
+  self->armedIn = context();
+  self->id = XtAppAddTimeOut(context(), static_cast<unsigned long>(self->period.count()),
+                             &Ticker::fired, self);
+  if (id != nullptr) {
+    self->tick();
+  }
+}
+
+// The steps run from a timer, which fires in whatever loop the modal call runs. A step counts as
+// done before it acts, since its action may open the loop in which the next step is due. While an
+// action waits by waitFor, the next step stays back.
+
+ModalScript& ModalScript::onDialog(const std::string& title, Action action) {
+  return when([title] { return hasInputFocus(windowWithTitle(title)); },
+              "a window \"" + title + "\" with the focus", std::move(action));
+}
+
+ModalScript& ModalScript::onDialog(const std::string& title, KeySymbol key, unsigned modifiers) {
+  return onDialog(title, [key, modifiers] { pressKey(key, modifiers); });
+}
+
+ModalScript& ModalScript::when(Condition condition, const std::string& what, Action action) {
+  steps.push_back({std::move(condition), what, std::move(action)});
+  return *this;
+}
+
+ModalScript::Running::Running(ModalScript& owner)
+    : script(owner), ticker(kTick, [&owner] { owner.tick(); }) {
+  script.baseDepth = user().awaited().size();
+  script.deadline.emplace(kWaitTime);
+}
+
+ModalScript::Running::~Running() {
+  if (script.next < script.steps.size() && !script.hasFailed) {
+    script.giveUp("the modal call returned before there was " + script.awaited());
+  }
+}
+
+void ModalScript::tick() {
+  if (user().awaited().size() > baseDepth) {
+    return;
+  }
+  if (hasFailed) {
+    if (deadline->hasPassed()) {
+      endHangingTest("  the end of the modal call");
+    }
+    pressKey(XK_Escape);
+    closeByWindowManager(user().inputFocus());
+  } else if (next < steps.size() && steps[next].condition()) {
+    deadline.emplace(kWaitTime);
+    // No exception may cross the frames of Xt.
+    try {
+      steps[next++].action();
+    } catch (const testing::AssertionException&) {
+      hasFailed = true;
+    } catch (const std::exception& error) {
+      giveUp(std::string("exception: ") + error.what());
+    }
+  } else if (deadline->hasPassed()) {
+    giveUp("awaited in vain in a modal call: " + awaited());
+  }
+}
+
+void ModalScript::giveUp(const std::string& reason) {
+  hasFailed = true;
+  deadline.emplace(kWaitTime);
+  ADD_FAILURE_AT(where.file, where.line) << reason;
+}
+
+std::string ModalScript::awaited() const {
+  if (next < steps.size()) {
+    return steps[next].what;
+  }
+  return "the call's end" + (steps.empty() ? "" : " after the step on " + steps.back().what);
+}
+
+}  // namespace ui
