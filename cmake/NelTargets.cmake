@@ -21,10 +21,12 @@ if(NEL_BUILD_FUZZ)
   target_compile_options(nel_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
-# nel_library(name [DEPS lib...]): a static library of all sources in the current folder.
+# nel_library(name [DEPS lib...]): a static library of all sources in the current folder and in its
+# subfolder extra/.
 function(nel_library name)
   cmake_parse_arguments(arg "" "" "DEPS" ${ARGN})
-  file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp")
+  file(GLOB sources CONFIGURE_DEPENDS
+    "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp" "${CMAKE_CURRENT_SOURCE_DIR}/extra/*.cpp")
   if(NOT sources)
     add_library(${name} INTERFACE)
     target_link_libraries(${name} INTERFACE nel_options ${arg_DEPS})

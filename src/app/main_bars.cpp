@@ -2,10 +2,10 @@
 
 #include <iterator>
 
-#include "framework/draw/bitmap.h"
 #include "framework/draw/measure.h"
+#include "framework/draw/pictures.h"
 #include "framework/menus/menu.h"
-#include "framework/visuals/tool_button.h"
+#include "framework/visuals/toolbar.h"
 #include "resources/resource_ids.h"
 
 int g_ToolBarHeight = 0;

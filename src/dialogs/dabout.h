@@ -4,7 +4,7 @@
 
 #include "framework/core/dialog_frame.h"
 #include "framework/core/pane.h"
-#include "framework/draw/icon.h"
+#include "framework/draw/pictures.h"
 
 /// "version patch-level " of the product, in one buffer of the process.
 ///

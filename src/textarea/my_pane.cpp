@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "framework/controls/static_text.h"
-#include "framework/draw/readable_display.h"
+#include "framework/draw/displays.h"
 #include "framework/layout/grav_sizer.h"
 #include "textarea/command_line_place.h"
 #include "textarea/ret_edit_line.h"

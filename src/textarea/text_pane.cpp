@@ -4,8 +4,8 @@
 #include <string>
 #include <utility>
 
+#include "framework/draw/displays.h"
 #include "framework/draw/measure.h"
-#include "framework/draw/readable_display.h"
 #include "framework/layout/sizer.h"
 #include "resources/resource_ids.h"
 #include "textarea/ret_edit_line.h"

@@ -1,6 +1,6 @@
 // Any bytes decode to a picture within the limits, or to none.
 
-#include "framework/draw/image/bmp.h"
+#include "framework/draw/image/picture.h"
 #include "tests/fuzz/fuzz_target.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

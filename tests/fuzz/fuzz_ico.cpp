@@ -1,6 +1,6 @@
 // Any bytes decode, as icon and as cursor, to a picture with a mask of its size, or to none.
 
-#include "framework/draw/image/ico.h"
+#include "framework/draw/image/picture.h"
 #include "tests/fuzz/fuzz_target.h"
 
 namespace {

@@ -14,8 +14,8 @@
 #include "framework/core/known_colours_xm.h"
 #include "framework/core/x_error_xm.h"
 #include "framework/core/x_settings.h"
-#include "framework/draw/draw_cache.h"
-#include "framework/draw/draw_message.h"
+#include "framework/draw/font_dict.h"
+#include "framework/draw/pictures.h"
 #include "framework/draw/res_id.h"
 #include "framework/draw/screen.h"
 #include "framework/draw/x_font_xm.h"
@@ -106,7 +106,7 @@ void zApp::openDisplay() {
   initializeToolkit();
   theScreen().display = xDisplay;
   readScreen();
-  ziDrawCache::instance().makeFonts(ziXFontDict::kDefaultCapacity);
+  ziDrawCache::instance().makeFonts();
   resolveFontPoints(xDisplay);
   dropOldConfigureEvents(xDisplay);
   loadDefaultFont();

@@ -3,7 +3,7 @@
 #include <chrono>
 #include <optional>
 
-#include "framework/draw/cursor.h"
+#include "framework/draw/pictures.h"
 
 /// Work that may keep the user waiting, for as long as this lives. Once it has lasted for
 /// `patience` the main window shows a busy pointer, is repainted where it needs to be, and Escape

@@ -7,8 +7,9 @@
 #include <string_view>
 #include <vector>
 
-#include "framework/draw/draw_cache.h"
+#include "framework/draw/font_dict.h"
 #include "framework/draw/measure.h"
+#include "framework/draw/screen.h"
 
 #include <X11/Intrinsic.h>
 

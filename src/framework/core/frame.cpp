@@ -14,8 +14,7 @@
 #include "framework/core/known_colours_xm.h"
 #include "framework/core/window_events_xm.h"
 #include "framework/core/x_settings.h"
-#include "framework/draw/draw_cache.h"
-#include "framework/draw/icon.h"
+#include "framework/draw/pictures.h"
 #include "framework/draw/screen.h"
 
 #include <X11/Xmu/Editres.h>
@@ -211,7 +210,7 @@ void zFrameWin::createWidgets() {
   createInterior();
   zApp* app = zApp::instance();
   app->takeDisplay(mainWidget);
-  ziDrawCache::instance().makeFonts(ziXFontDict::kDefaultCapacity);
+  ziDrawCache::instance().makeFonts();
   readXSettings(app->display(), app->name());
   addEventHandlers();
   chooseStartGeometry();

@@ -9,7 +9,7 @@
 #include <optional>
 #include <string_view>
 
-#include "framework/draw/color_cache.h"
+#include "framework/draw/color.h"
 
 #include <X11/StringDefs.h>
 #include <Xm/XmAll.h>

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "framework/core/window_events_xm.h"
-#include "framework/draw/brush.h"
+#include "framework/draw/draw_obj.h"
 #include "framework/draw/screen.h"
 
 #include <X11/IntrinsicP.h>

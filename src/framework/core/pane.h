@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "framework/core/child.h"
-#include "framework/draw/win_display.h"
+#include "framework/draw/displays.h"
 
 /// A child window on which the program draws, an XmDrawingArea. It owns a display that is ready
 /// from the first exposure on, and paints a whole burst of exposures in one draw.

@@ -6,8 +6,8 @@
 
 #include "framework/core/pane.h"
 #include "framework/core/window_events_xm.h"
-#include "framework/draw/region.h"
 #include "framework/draw/screen.h"
+#include "framework/draw/x_handles.h"
 
 namespace {
 

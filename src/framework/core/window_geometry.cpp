@@ -7,9 +7,9 @@
 #include "framework/core/window.h"
 #include "framework/core/window_events_xm.h"
 #include "framework/core/xm_handles_xm.h"
-#include "framework/draw/draw_cache.h"
-#include "framework/draw/region.h"
+#include "framework/draw/screen.h"
 #include "framework/draw/x_font_xm.h"
+#include "framework/draw/x_handles.h"
 
 void zWindow::getInterior(zRect& rect) {
   rect = zRect(zPoint{}, ownSizer->size());

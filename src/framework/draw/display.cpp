@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstring>
 
-#include "framework/draw/draw_cache.h"
 #include "framework/draw/screen.h"
 #include "framework/draw/x_font_xm.h"
 
@@ -18,10 +17,6 @@ namespace {
 constexpr int kDefaultStockFont = 14;
 // No pen has this width, so the first pen is always sent.
 constexpr int kNoPenWidth = 333;
-
-unsigned long pixelOf(zColor& colour) {
-  return ziDrawCache::instance().colours().pixel(colour);
-}
 
 }  // namespace
 
@@ -140,16 +135,6 @@ void zDisplay::setStippleFrom(const zBrush& source) {
   }
 }
 
-void zDisplay::pushFont(const zFontSpec& spec) {
-  fontObjects.push(std::make_unique<zFont>(spec).release());
-  sendFont();
-}
-
-void zDisplay::popFont() {
-  const std::unique_ptr<zFont> last(fontObjects.pop());
-  sendFont();
-}
-
 void zDisplay::setFont(const zRCFont& font) {
   baseFont = font;
   sendFont();
@@ -190,15 +175,6 @@ zColor zDisplay::setTextColour(const zColor& colour) {
   return before;
 }
 
-int zDisplay::setRop(int mode) {
-  const int before = std::exchange(ropMode, mode);
-  if (hasContexts()) {
-    XSetFunction(xDisplay, penGC.get(), mode);
-    XSetFunction(xDisplay, brushGC.get(), mode);
-  }
-  return before;
-}
-
 int zDisplay::setClipRegion(const zRegion* region) {
   if (region == nullptr) {
     clipRegion.reset();
@@ -221,14 +197,6 @@ int zDisplay::intersectClip(const zRect& rect) {
   return setClipRegion(&area);
 }
 
-void zDisplay::setClipOrigin(const zPoint& clipOrigin) {
-  for (const GC gc : {penGC.get(), brushGC.get(), textGC.get()}) {
-    if (gc != nullptr) {
-      XSetClipOrigin(xDisplay, gc, clipOrigin.x, clipOrigin.y);
-    }
-  }
-}
-
 void zDisplay::clipContexts(const zRegion* region) {
   for (const GC gc : {penGC.get(), brushGC.get(), textGC.get()}) {
     if (gc == nullptr) {
@@ -246,12 +214,6 @@ void zDisplay::forgetClip() {
   clipRegion.reset();
   paintRegion.reset();
   clipContexts(nullptr);
-}
-
-void zDisplay::flush() {
-  if (xDisplay != nullptr) {
-    XFlush(xDisplay);
-  }
 }
 
 void zDisplay::invalidate(const zRect* /*rect*/, int /*erase*/) {}

@@ -3,11 +3,8 @@
 #include <memory>
 #include <vector>
 
-#include "framework/draw/brush.h"
-#include "framework/draw/display_stacks.h"
-#include "framework/draw/pen.h"
-#include "framework/draw/rc_font.h"
-#include "framework/draw/region.h"
+#include "framework/draw/draw_obj.h"
+#include "framework/draw/font.h"
 #include "framework/draw/x_handles.h"
 
 /// Results of the drawing operations.

@@ -1,6 +1,14 @@
 #include "framework/draw/screen.h"
 
+#include "framework/draw/font_dict.h"
 #include "framework/draw/x_font_xm.h"
+
+namespace {
+
+// A bare pointer, so that fonts that outlive every static object may still ask whether it is there.
+ziDrawCache* theCache = nullptr;
+
+}  // namespace
 
 ziScreen::ziScreen() = default;
 ziScreen::~ziScreen() = default;
@@ -37,4 +45,41 @@ int dotsPerInch(int pixels, int millimetres) {
 ziScreen& theScreen() {
   static ziScreen screen;
   return screen;
+}
+
+ziDrawCache::ziDrawCache() = default;
+ziDrawCache::~ziDrawCache() = default;
+
+ziDrawCache& ziDrawCache::instance() {
+  create();
+  return *theCache;
+}
+
+ziDrawCache* ziDrawCache::existing() {
+  return theCache;
+}
+
+void ziDrawCache::create() {
+  if (theCache == nullptr) {
+    theCache = std::make_unique<ziDrawCache>().release();
+  }
+}
+
+void ziDrawCache::destroy() {
+  const std::unique_ptr<ziDrawCache> last(theCache);
+  theCache = nullptr;
+}
+
+void ziDrawCache::makeFonts() {
+  if (dictionary == nullptr) {
+    dictionary = ziXFontDict::ofServer(ziXFontDict::kDefaultCapacity);
+  }
+}
+
+void ziDrawCache::setFonts(std::unique_ptr<ziXFontDict> fonts) {
+  dictionary = std::move(fonts);
+}
+
+unsigned long pixelOf(zColor colour) {
+  return ziDrawCache::instance().colours().pixel(colour);
 }

@@ -2,9 +2,12 @@
 
 #include <array>
 #include <memory>
+#include <optional>
 #include <string>
 
+#include "framework/draw/color.h"
 #include "framework/draw/x_handles.h"
+#include "support/geometry.h"
 
 /// The screen as the application object found it, and its default font. The application object
 /// fills it in: `display` and the font when the display is open, the rest with the first frame. It
@@ -42,3 +45,40 @@ int dotsPerInch(int pixels, int millimetres);
 
 /// The one screen.
 ziScreen& theScreen();
+
+class ziXFontDict;
+
+/// What all drawing shares. Made by the application object before the display opens and destroyed
+/// by it while the display is still open; used without that, it comes to life on first use.
+class ziDrawCache {
+ public:
+  ziDrawCache();
+  ziDrawCache(const ziDrawCache&) = delete;
+  ziDrawCache& operator=(const ziDrawCache&) = delete;
+  ~ziDrawCache();
+
+  static ziDrawCache& instance();
+  /// Null before it is made and after it is destroyed.
+  static ziDrawCache* existing();
+  static void create();
+  static void destroy();
+
+  zColorCache& colours() { return colourCache; }
+
+  /// The font dictionary, or null until makeFonts().
+  ziXFontDict* fonts() { return dictionary.get(); }
+  /// Reads the server's font list; does nothing when that has been done.
+  void makeFonts();
+  void setFonts(std::unique_ptr<ziXFontDict> fonts);
+
+  /// Size of the dialog unit's text in the default font, once it has been measured.
+  std::optional<zDimension>& dialogReference() { return reference; }
+
+ private:
+  zColorCache colourCache;
+  std::unique_ptr<ziXFontDict> dictionary;
+  std::optional<zDimension> reference;
+};
+
+/// The pixel of a colour on the screen.
+unsigned long pixelOf(zColor colour);

@@ -2,22 +2,16 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <memory>
 #include <optional>
-#include <system_error>
 
-#include "framework/draw/draw_cache.h"
-#include "framework/draw/draw_message.h"
+#include "framework/draw/pictures.h"
 #include "framework/draw/screen.h"
 
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
 
 namespace {
-
-constexpr std::uintmax_t kMaxFileSize = std::uintmax_t{64} << 20;
 
 struct ImageDestroy {
   void operator()(XImage* image) const { XDestroyImage(image); }
@@ -36,8 +30,7 @@ class PixelTable {
     }
     auto& known = pixels[index];
     if (!known) {
-      zColor colour(colours[index]);
-      known = ziDrawCache::instance().colours().pixel(colour);
+      known = pixelOf(zColor(colours[index]));
     }
     return *known;
   }
@@ -119,26 +112,7 @@ void reportMessages(const ziMessages& messages) {
   std::for_each(messages.begin(), messages.end(), drawMessage);
 }
 
-std::optional<std::vector<std::uint8_t>> readPictureFile(const char* reader, const char* fileName) {
-  const std::string name = fileName == nullptr ? "" : fileName;
-  const std::string unable = std::string(reader) + " Unable to ";
-  std::error_code error;
-  if (!std::filesystem::exists(name, error)) {
-    drawMessage(unable + "find file " + name);
-    return std::nullopt;
-  }
-  // Only regular files have an end that can be relied on.
-  std::ifstream file;
-  if (std::filesystem::is_regular_file(name, error)) {
-    file.open(name, std::ios::binary);
-  }
-  if (!file.is_open()) {
-    drawMessage(unable + "open file " + name);
-    return std::nullopt;
-  }
-  const std::uintmax_t size = std::filesystem::file_size(name, error);
-  std::vector<char> bytes(error ? 0 : static_cast<std::size_t>(std::min(size, kMaxFileSize)));
-  file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  bytes.resize(static_cast<std::size_t>(file.gcount()));
-  return std::vector<std::uint8_t>(bytes.begin(), bytes.end());
+std::string unableToFind(const char* className, const char* kind, const zResId& resource) {
+  return std::string(className) + "::" + className + " Unable to find " + kind + " with resId(" +
+         std::to_string(static_cast<std::int32_t>(resource.id)) + ")";
 }

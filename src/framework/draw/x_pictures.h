@@ -1,12 +1,9 @@
 #pragma once
 
-#include <cstdint>
-#include <optional>
 #include <string>
-#include <vector>
 
-#include "framework/draw/image/ico.h"
 #include "framework/draw/image/picture.h"
+#include "framework/draw/res_id.h"
 #include "framework/draw/x_handles.h"
 
 /// From decoded pictures to the X server.
@@ -25,6 +22,5 @@ ziPixmapHandle bitPixmapOf(const ziBitRows& rows);
 /// Passes each message on to drawMessage().
 void reportMessages(const ziMessages& messages);
 
-/// Reads a picture's file. Nothing, with a message that begins with `reader` ("zIcon::zIcon"), if
-/// it cannot be. What lies beyond 64 MiB is left out.
-std::optional<std::vector<std::uint8_t>> readPictureFile(const char* reader, const char* fileName);
+/// The message that a resource of the kind "icon" for a "zIcon" is not there.
+std::string unableToFind(const char* className, const char* kind, const zResId& resource);

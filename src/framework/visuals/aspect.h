@@ -2,9 +2,8 @@
 
 #include <memory>
 
-#include "framework/draw/brush.h"
-#include "framework/draw/font_spec.h"
-#include "framework/draw/pen.h"
+#include "framework/draw/draw_obj.h"
+#include "framework/draw/font.h"
 #include "support/storable.h"
 
 class zDisplay;

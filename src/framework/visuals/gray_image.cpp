@@ -1,13 +1,11 @@
-#include "framework/visuals/gray_image.h"
+#include "framework/visuals/bevel.h"
 
 #include <functional>
 #include <vector>
 
-#include "framework/draw/bitmap.h"
-#include "framework/draw/draw_cache.h"
-#include "framework/draw/readable_display.h"
+#include "framework/draw/displays.h"
+#include "framework/draw/pictures.h"
 #include "framework/draw/screen.h"
-#include "framework/visuals/bevel.h"
 
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
@@ -72,7 +70,7 @@ std::unique_ptr<zBitmap> makeGrayImage(const zBitmap& image) {
   }
   const Points points = drawnPoints(*pixels);
   auto gray = std::make_unique<zBitmap>(image.width(), image.height());
-  zBitmapDisplay canvas(gray->pixmap(), gray->size());
+  zBitmapDisplay canvas(*gray);
   canvas.lock();
   fillArea(canvas, zRect({}, gray->size()), kFaceColour);
   for (const zPoint& point : points) {

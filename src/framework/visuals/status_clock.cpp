@@ -1,4 +1,4 @@
-#include "framework/visuals/status_clock.h"
+#include "framework/visuals/status_item.h"
 
 #include <string>
 #include <vector>

@@ -11,13 +11,11 @@
 #include "framework/core/frame.h"
 #include "framework/draw/measure.h"
 #include "framework/draw/res_id.h"
-#include "framework/draw/unit_arithmetic.h"
 #include "framework/draw/x_font_xm.h"
 #include "framework/layout/grav_sizer.h"
 #include "framework/menus/menu_item.h"
 #include "framework/visuals/bevel.h"
-#include "framework/visuals/status_clock.h"
-#include "framework/visuals/status_on_off.h"
+#include "framework/visuals/status_item.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "framework/draw/font_spec.h"
+#include "framework/draw/font.h"
 #include "framework/visuals/status_item.h"
 #include "framework/visuals/visual_pane.h"
 

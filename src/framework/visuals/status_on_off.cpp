@@ -1,4 +1,4 @@
-#include "framework/visuals/status_on_off.h"
+#include "framework/visuals/status_item.h"
 
 #include <algorithm>
 #include <memory>

@@ -1,4 +1,4 @@
-#include "framework/visuals/tool_button.h"
+#include "framework/visuals/toolbar.h"
 
 #include "framework/layout/grav_sizer.h"
 #include "framework/visuals/bevel.h"

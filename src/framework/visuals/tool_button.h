@@ -1,6 +1,6 @@
 #pragma once
 
-#include "framework/visuals/visual_bmp_button.h"
+#include "framework/visuals/visual_button.h"
 #include "framework/visuals/visual_pane.h"
 
 /// Base of the buttons that draw themselves. A press issues the control's id as a command: it is

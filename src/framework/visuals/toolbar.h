@@ -3,8 +3,8 @@
 #include <memory>
 
 #include "framework/layout/slot_layout.h"
+#include "framework/visuals/extra/more_visuals.h"
 #include "framework/visuals/visual_pane.h"
-#include "framework/visuals/visual_panel.h"
 
 /// Style bits of a toolbar: where it draws lines.
 enum zToolbarStyle : std::uint32_t {

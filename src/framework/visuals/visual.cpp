@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "framework/draw/display.h"
-#include "framework/visuals/aspect.h"
+#include "framework/visuals/extra/more_visuals.h"
 #include "framework/visuals/visual_compound.h"
 
 ziVisual::ziVisual(ziCompound* compound, std::unique_ptr<zSizer> sizer, std::uint32_t style)

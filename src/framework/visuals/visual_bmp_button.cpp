@@ -1,10 +1,9 @@
-#include "framework/visuals/visual_bmp_button.h"
+#include "framework/visuals/visual_button.h"
 
 #include <algorithm>
 
 #include "framework/draw/display.h"
 #include "framework/visuals/bevel.h"
-#include "framework/visuals/gray_image.h"
 
 namespace {
 

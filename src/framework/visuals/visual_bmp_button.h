@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "framework/draw/bitmap.h"
+#include "framework/draw/pictures.h"
 #include "framework/visuals/visual_button.h"
 #include "framework/visuals/visual_text.h"
 

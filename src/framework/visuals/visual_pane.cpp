@@ -5,8 +5,8 @@
 
 #include <utility>
 
-#include "framework/draw/brush.h"
-#include "framework/draw/region.h"
+#include "framework/draw/draw_obj.h"
+#include "framework/draw/x_handles.h"
 
 #include <Xm/XmAll.h>
 

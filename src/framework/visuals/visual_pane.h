@@ -2,7 +2,7 @@
 
 #include "framework/controls/control.h"
 #include "framework/core/pane.h"
-#include "framework/draw/win_display.h"
+#include "framework/draw/displays.h"
 #include "framework/visuals/visual_compound.h"
 
 /// A control whose widget is a drawing area, on which it paints through a display of its own. The

@@ -1,4 +1,4 @@
-#include "framework/visuals/visual_panel.h"
+#include "framework/visuals/extra/more_visuals.h"
 
 #include "framework/draw/display.h"
 

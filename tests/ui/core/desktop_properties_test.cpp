@@ -11,7 +11,7 @@
 
 #include "framework/core/dialog_frame.h"
 #include "framework/core/message_box.h"
-#include "framework/draw/icon.h"
+#include "framework/draw/pictures.h"
 #include "framework/draw/res_id.h"
 #include "resources/resource_ids.h"
 #include "tests/ui/support/ui_test.h"
@@ -78,7 +78,7 @@ TEST(DesktopProperties, TellTypeProcessPresentTitleAndIconOfEachWindow) {
   frame.show();
   ui::waitForDialog("Parent");
   expectAnnounced(ui::windowOf(frame.shell()), "_NET_WM_WINDOW_TYPE_NORMAL", "Parent");
-  EXPECT_EQ(iconOf(frame), iconPixels(zResId(kIconMain)));
+  EXPECT_EQ(iconOf(frame), zIcon(zResId(kIconMain)).windowManagerPixels());
   for (const bool wanted : {true, false}) {
     constexpr unsigned long kUrgency = 1U << 8;
     demandAttention(frame.shell(), wanted);
@@ -89,7 +89,7 @@ TEST(DesktopProperties, TellTypeProcessPresentTitleAndIconOfEachWindow) {
   dialog.setCaption("Gr\xFC\xDF");
   expectAnnounced(ui::windowOf(dialog.shell()), "_NET_WM_WINDOW_TYPE_DIALOG", "Gr\xC3\xBC\xC3\x9F");
   dialog.setIcon(zResId(kIconText));
-  EXPECT_EQ(iconOf(dialog), iconPixels(zResId(kIconText)));
+  EXPECT_EQ(iconOf(dialog), zIcon(zResId(kIconText)).windowManagerPixels());
   dialog.setIcon(std::unique_ptr<zIcon>());
   EXPECT_TRUE(iconOf(dialog).empty());
 

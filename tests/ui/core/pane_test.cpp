@@ -3,8 +3,8 @@
 #include <gmock/gmock.h>
 
 #include "framework/core/application.h"
-#include "framework/draw/region.h"
 #include "framework/draw/screen.h"
+#include "framework/draw/x_handles.h"
 #include "tests/ui/core/recording.h"
 #include "tests/ui/support/ui_test.h"
 

@@ -41,7 +41,7 @@ class RecordingPane : public zPane {
 
   int draw(zEvent* /*event*/) override {
     ++paints;
-    lastPaint = static_cast<zWinDisplay*>(display())->paintBox();
+    display()->clipBounds(lastPaint);
     return 0;
   }
   void displayReady() override { ++readies; }

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "framework/draw/draw_cache.h"
 #include "framework/draw/screen.h"
 #include "framework/draw/x_font_xm.h"
 
@@ -101,7 +100,7 @@ int main(int argc, char** argv) {
   theScreen().readSize();
   theScreen().loadDefaultFont(ziScreen::kDefaultFontName);
   ziDrawCache::create();
-  ziDrawCache::instance().makeFonts(ziXFontDict::kDefaultCapacity);
+  ziDrawCache::instance().makeFonts();
   const int result = RUN_ALL_TESTS();
   ziDrawCache::destroy();
   theScreen().defaultFont.reset();

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "framework/draw/win_display.h"
+#include "framework/draw/displays.h"
 
 /// A mapped window of 100 by 80 pixels on the default display, with a background of 0xC0C0C0, that
 /// stands in for a pane. The display connection is opened once, by the test program's main.

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "fake_pane.h"
+#include "framework/draw/pictures.h"
 
 namespace {
 
@@ -166,15 +167,16 @@ TEST_F(Shapes, APatternedBrushFillsWithTheWindowsBackgroundBetween) {
 }
 
 TEST_F(Shapes, APictureDrawnOffScreenIsCopiedWithAndWithoutMask) {
-  zBitmapDisplay picture({2, 1});
+  zBitmap bitmap(2, 1);
+  zBitmapDisplay picture(bitmap);
   picture.lock();
   picture.fillRect({0, 0, 2, 1}, &blueBrush);
   picture.unlock();
-  display.drawBitmap(picture.pixmap(), {0, 0, 2, 1}, {10, 10});
+  display.drawBitmap(bitmap.pixmap(), {0, 0, 2, 1}, {10, 10});
   EXPECT_EQ(pane.count({10, 10, 12, 11}, kBlue), 2);
 
   const ziPixmapHandle mask = leftPixelMask();
-  display.copyIcon(picture.pixmap(), mask.get(), {2, 1}, {20, 10});
+  display.copyIcon(bitmap.pixmap(), mask.get(), {2, 1}, {20, 10});
   EXPECT_EQ(pane.at(20, 10), kBlue);
   EXPECT_EQ(pane.at(21, 10), kGround);
   display.copyArea({10, 10, 12, 11}, {40, 40});

@@ -3,11 +3,9 @@
 #include <string_view>
 
 #include "fake_pane.h"
-#include "framework/draw/draw_cache.h"
-#include "framework/draw/font_info.h"
+#include "framework/draw/extra/font_info.h"
 #include "framework/draw/measure.h"
 #include "framework/draw/screen.h"
-#include "framework/draw/unit_arithmetic.h"
 #include "framework/draw/x_font_xm.h"
 
 namespace {

@@ -4,7 +4,7 @@
 
 zBitmap* FurnitureTest::blueSquare() {
   auto* image = new zBitmap(16, 16);
-  zBitmapDisplay canvas(image->pixmap(), image->size());
+  zBitmapDisplay canvas(*image);
   canvas.lock();
   zBrush grey(kColorLightGrey);
   zBrush blue(kBlue);

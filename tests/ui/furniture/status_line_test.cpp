@@ -3,8 +3,7 @@
 #include "framework/visuals/status_line.h"
 
 #include "framework/menus/menu.h"
-#include "framework/visuals/status_clock.h"
-#include "framework/visuals/status_on_off.h"
+#include "framework/visuals/status_item.h"
 #include "tests/ui/furniture/window_furniture.h"
 
 namespace {

@@ -1,7 +1,7 @@
 // Visuals and the toolbar that stands on them: events in, state, pixels and commands out.
 
 #include "framework/menus/menu.h"
-#include "framework/visuals/visual_panel.h"
+#include "framework/visuals/extra/more_visuals.h"
 #include "tests/ui/furniture/window_furniture.h"
 
 #include <X11/Xlib.h>

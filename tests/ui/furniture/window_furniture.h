@@ -7,10 +7,9 @@
 #include <vector>
 
 #include "framework/core/frame.h"
-#include "framework/draw/bitmap.h"
-#include "framework/draw/readable_display.h"
+#include "framework/draw/displays.h"
+#include "framework/draw/pictures.h"
 #include "framework/layout/grav_sizer.h"
-#include "framework/visuals/tool_button.h"
 #include "framework/visuals/toolbar.h"
 #include "tests/ui/support/ui_test.h"
 

@@ -2,9 +2,8 @@
 
 #include <vector>
 
-#include "framework/draw/brush.h"
-#include "framework/draw/color_cache.h"
-#include "framework/draw/pen.h"
+#include "framework/draw/color.h"
+#include "framework/draw/draw_obj.h"
 
 namespace {
 

@@ -3,10 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "framework/draw/draw_cache.h"
-#include "framework/draw/rc_font.h"
+#include "framework/draw/font.h"
+#include "framework/draw/measure.h"
 #include "framework/draw/screen.h"
-#include "framework/draw/unit_arithmetic.h"
 #include "framework/draw/x_font_xm.h"
 
 namespace {

@@ -1,11 +1,10 @@
-#include "framework/draw/unit_arithmetic.h"
+#include "framework/draw/measure.h"
 
 #include <gtest/gtest.h>
 
 #include <climits>
 #include <string_view>
 
-#include "framework/draw/measure.h"
 #include "framework/draw/screen.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "framework/draw/xlfd.h"
+#include "framework/draw/font_dict.h"
 
 #include <gtest/gtest.h>
 

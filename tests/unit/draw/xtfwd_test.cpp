@@ -3,7 +3,7 @@
 // The real headers come second here: that this compiles is half of the test.
 #include <gtest/gtest.h>
 
-#include "framework/draw/region.h"
+#include "framework/draw/x_handles.h"
 
 #include <X11/Intrinsic.h>
 #include <X11/Xutil.h>

@@ -1,4 +1,4 @@
-#include "framework/draw/image/bmp.h"
+#include "framework/draw/image/picture.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,9 +1,8 @@
-#include "framework/draw/image/ico.h"
+#include "framework/draw/image/picture.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "framework/draw/image/bmp.h"
 #include "image_data.h"
 #include "resources/builtin_table.h"
 #include "resources/resource_ids.h"

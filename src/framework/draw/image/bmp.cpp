@@ -1,7 +1,6 @@
-#include "framework/draw/image/bmp.h"
+#include "framework/draw/image/picture.h"
 
 #include "framework/draw/image/dib.h"
-#include "framework/draw/image/rle.h"
 
 // A file header of 14 bytes, an info header, a colour table, pixels. Nothing of the file header is
 // checked: an offset of the pixels that points into the headers or beyond the data is passed over.

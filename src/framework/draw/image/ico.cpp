@@ -1,4 +1,4 @@
-#include "framework/draw/image/ico.h"
+#include "framework/draw/image/picture.h"
 
 #include <algorithm>
 #include <optional>

@@ -1,5 +1,8 @@
 #pragma once
 
+// Part of the framework's interface that this program does not use: compiled, its behaviour is not
+// under test.
+
 #include "framework/draw/font.h"
 
 /// Measures read out of a loaded font, in pixels; all 0 when the font could not be loaded.

@@ -1,43 +1,22 @@
-#include "framework/draw/display.h"
+// Part of the framework's interface that this program does not use: compiled, its behaviour is not
+// under test.
 
 #include <algorithm>
 #include <array>
 #include <cstdlib>
 
-#include "framework/draw/draw_cache.h"
-#include "framework/draw/x_coords.h"
+#include "framework/draw/display_xm.h"
+#include "framework/draw/displays.h"
+#include "framework/draw/measure.h"
+#include "framework/draw/screen.h"
 
-#include <X11/Xlib.h>
-
-// The shapes. Areas are filled with the brush, lines drawn with the pen; a hollow brush or a null
-// pen leaves its half out.
+#include <X11/Xutil.h>
 
 namespace {
 
 constexpr int kXAngleUnit = 64;  // X counts in 64ths of a degree
 constexpr int kFullCircle = 360;
 constexpr int kQuarterCircle = 90;
-
-std::vector<XPoint> toXPoints(const std::vector<zPoint>& points, const zPoint& origin) {
-  std::vector<XPoint> result;
-  result.reserve(points.size());
-  for (const zPoint& point : points) {
-    result.push_back(
-        {toXCoord(std::int64_t{point.x} + origin.x), toXCoord(std::int64_t{point.y} + origin.y)});
-  }
-  return result;
-}
-
-XRectangle toXRectangle(const zPoint& origin, int left, int top, std::int64_t width,
-                        std::int64_t height) {
-  return {toXCoord(std::int64_t{left} + origin.x), toXCoord(std::int64_t{top} + origin.y),
-          toXExtent(width), toXExtent(height)};
-}
-
-XRectangle toXRectangle(const zPoint& origin, const zRect& rect) {
-  return toXRectangle(origin, rect.left, rect.top, std::int64_t{rect.right} - rect.left,
-                      std::int64_t{rect.bottom} - rect.top);
-}
 
 XArc arcIn(const XRectangle& box, int startAngle, int sweep) {
   return {box.x,
@@ -47,27 +26,6 @@ XArc arcIn(const XRectangle& box, int startAngle, int sweep) {
           static_cast<short>(startAngle * kXAngleUnit),
           static_cast<short>(sweep * kXAngleUnit)};
 }
-
-/// Has a brush in force as long as it lives; null changes nothing.
-class ziBrushInForce {
- public:
-  ziBrushInForce(zDisplay& on, zBrush* brush) : display(on), isPushed(brush != nullptr) {
-    if (isPushed) {
-      display.setBrush(brush);
-    }
-  }
-  ziBrushInForce(const ziBrushInForce&) = delete;
-  ziBrushInForce& operator=(const ziBrushInForce&) = delete;
-  ~ziBrushInForce() {
-    if (isPushed) {
-      display.popBrush();
-    }
-  }
-
- private:
-  zDisplay& display;
-  bool isPushed;
-};
 
 }  // namespace
 
@@ -101,18 +59,6 @@ int zDisplay::lineTo(int x, int y) {
     XDrawLine(xDisplay, xWindow, penGC.get(), points[0].x, points[0].y, points[1].x, points[1].y);
   }
   currentPoint = end;
-  return kDrawn;
-}
-
-int zDisplay::polyline(const std::vector<zPoint>& points) {
-  if (!canDraw()) {
-    return kNotReady;
-  }
-  if (!pen()->isNull() && !points.empty()) {
-    auto xPoints = toXPoints(points, origin);
-    XDrawLines(xDisplay, xWindow, penGC.get(), xPoints.data(), static_cast<int>(xPoints.size()),
-               CoordModeOrigin);
-  }
   return kDrawn;
 }
 
@@ -187,18 +133,6 @@ int zDisplay::roundRect(const zRect& rect, const zDimension& corner) {
   return kDrawn;
 }
 
-int zDisplay::fillRect(const zRect& rect, zBrush* withBrush) {
-  if (!canDraw()) {
-    return kNotReady;
-  }
-  const ziBrushInForce inForce(*this, withBrush);
-  if (!brush()->isHollow()) {
-    const XRectangle box = toXRectangle(origin, rect);
-    XFillRectangle(xDisplay, xWindow, brushGC.get(), box.x, box.y, box.width, box.height);
-  }
-  return kDrawn;
-}
-
 int zDisplay::frameRect(const zRect& rect, zBrush* withBrush) {
   if (!canDraw()) {
     return kNotReady;
@@ -212,49 +146,70 @@ int zDisplay::frameRect(const zRect& rect, zBrush* withBrush) {
   return kDrawn;
 }
 
-int zDisplay::setPixel(int x, int y, const zColor& colour) {
-  if (!canDraw()) {
-    return kNotReady;
+int zDisplay::centerText(const zRect& rect, const char* string, int length) {
+  zDimension size;
+  textSize(size, string, length);
+  // A text that fits exactly is moved by one pixel, which is intended.
+  const auto half = [](int room) { return room / 2 == 0 ? 1 : room / 2; };
+  return text(rect.left + half(rect.width() - size.width),
+              rect.top + half(rect.height() - size.height), string, length);
+}
+
+void zDisplay::pushFont(const zFontSpec& spec) {
+  fontObjects.push(std::make_unique<zFont>(spec).release());
+  sendFont();
+}
+
+void zDisplay::popFont() {
+  const std::unique_ptr<zFont> last(fontObjects.pop());
+  sendFont();
+}
+
+int zDisplay::setRop(int mode) {
+  const int before = std::exchange(ropMode, mode);
+  if (hasContexts()) {
+    XSetFunction(xDisplay, penGC.get(), mode);
+    XSetFunction(xDisplay, brushGC.get(), mode);
   }
-  zColor wanted = colour;
-  XSetForeground(xDisplay, penGC.get(), ziDrawCache::instance().colours().pixel(wanted));
-  const auto at = toXPoints({{x, y}}, origin).front();
-  XDrawPoint(xDisplay, xWindow, penGC.get(), at.x, at.y);
-  XSetForeground(xDisplay, penGC.get(), pen()->pixel());
-  return kDrawn;
+  return before;
+}
+
+void zDisplay::setClipOrigin(const zPoint& clipOrigin) {
+  for (const GC gc : {penGC.get(), brushGC.get(), textGC.get()}) {
+    if (gc != nullptr) {
+      XSetClipOrigin(xDisplay, gc, clipOrigin.x, clipOrigin.y);
+    }
+  }
+}
+
+void zDisplay::flush() {
+  if (xDisplay != nullptr) {
+    XFlush(xDisplay);
+  }
 }
 
 int zDisplay::getPixel(int /*x*/, int /*y*/, zColor& /*colour*/) {
   return kNotReady;
 }
 
-int zDisplay::drawBitmap(Pixmap pixmap, const zRect& source, const zPoint& to) {
+int zReadableDisplay::getPixel(int x, int y, zColor& colour) {
   if (!canDraw()) {
     return kNotReady;
   }
-  if (pixmap != 0) {
-    const XRectangle from = toXRectangle({}, source);
-    const XRectangle dest = toXRectangle(origin, to.x, to.y, 0, 0);
-    XCopyArea(xDisplay, pixmap, xWindow, textGC.get(), from.x, from.y, from.width, from.height,
-              dest.x, dest.y);
+  XImage* image = XGetImage(xDisplay, xWindow, x + currentOrigin().x, y + currentOrigin().y, 1, 1,
+                            AllPlanes, ZPixmap);
+  if (image == nullptr) {
+    return kNotReady;
   }
+  colour = ziDrawCache::instance().colours().colourOf(XGetPixel(image, 0, 0));
+  XDestroyImage(image);
   return kDrawn;
 }
 
-int zDisplay::copyIcon(Pixmap pixmap, Pixmap mask, const zDimension& size, const zPoint& to) {
-  if (!canDraw()) {
-    return kNotReady;
-  }
-  if (mask == 0 || pixmap == 0) {
-    return drawBitmap(pixmap, zRect({}, size), to);
-  }
-  // A context of its own: the mask takes the place of the clip region.
-  XGCValues values{};
-  values.graphics_exposures = False;
-  const ziGcHandle gc(xDisplay, XCreateGC(xDisplay, xWindow, GCGraphicsExposures, &values));
-  const XRectangle dest = toXRectangle(origin, to.x, to.y, size.width, size.height);
-  XSetClipMask(xDisplay, gc.get(), mask);
-  XSetClipOrigin(xDisplay, gc.get(), dest.x, dest.y);
-  XCopyArea(xDisplay, pixmap, xWindow, gc.get(), 0, 0, dest.width, dest.height, dest.x, dest.y);
-  return kDrawn;
+zDialogUnit::zDialogUnit(int x, int y, zDisplay& display) : zLogMeasure(x, y) {
+  zDimension reference;
+  display.lock();
+  display.textSize(reference, kDialogUnitText, kDialogUnitTextLength);
+  display.unlock();
+  convert(reference);
 }

@@ -1,13 +1,29 @@
-#include "framework/draw/brush.h"
+// Part of the framework's interface that this program does not use: compiled, its behaviour is not
+// under test.
+// Dashed pens, patterned and stock brushes.
 
+#include <algorithm>
 #include <array>
+#include <limits>
 
-#include "framework/draw/draw_cache.h"
+#include "framework/draw/draw_obj.h"
 #include "framework/draw/screen.h"
 
 #include <X11/Xlib.h>
 
 namespace {
+
+struct DashRow {
+  int count;
+  std::array<int, ziDashList::kMax> widths;  // in widths of the pen
+};
+
+constexpr std::array<DashRow, 4> kDashRows{{
+    {2, {4, 2}},
+    {2, {1, 2}},
+    {6, {8, 3, 2, 3, 8, 3}},
+    {8, {8, 3, 2, 3, 2, 3, 8, 3}},
+}};
 
 constexpr int kPatternSize = 8;
 using Pattern = std::array<char, kPatternSize>;
@@ -39,13 +55,24 @@ zColor stockColour(zStockBrush stock) {
 
 }  // namespace
 
-zBrush::zBrush(const zColor& colour) : zBrush(colour, kHatchNone) {}
+ziDashList dashList(int style, int width) {
+  ziDashList list;
+  if (style < kPenDash || style > kPenDashDotDot) {
+    return list;
+  }
+  // X takes lengths of one byte, and none of 0.
+  constexpr int kLongest = std::numeric_limits<unsigned char>::max();
+  const DashRow& row = kDashRows[static_cast<std::size_t>(style - kPenDash)];
+  const int unit = std::clamp(width, 1, kLongest);
+  list.count = row.count;
+  for (std::size_t i = 0; i < static_cast<std::size_t>(row.count); ++i) {
+    list.lengths[i] = static_cast<char>(std::min(row.widths[i] * unit, kLongest));
+  }
+  return list;
+}
 
 zBrush::zBrush(const zColor& colour, zHatch hatch)
     : zDrawObj(false), stock(kPlainBrush), colourValue(colour), hatchValue(hatch) {}
-
-zBrush::zBrush(zStockBrush stockBrush)
-    : zDrawObj(true), stock(stockBrush), colourValue(stockColour(stockBrush)) {}
 
 Pixmap zBrush::stipple() const {
   Display* display = theScreen().display;
@@ -59,7 +86,5 @@ Pixmap zBrush::stipple() const {
   return pattern.get();
 }
 
-unsigned long zBrush::lookUpPixel() const {
-  zColor wanted = colourValue;
-  return ziDrawCache::instance().colours().pixel(wanted);
-}
+zBrush::zBrush(zStockBrush stockBrush)
+    : zDrawObj(true), stock(stockBrush), colourValue(stockColour(stockBrush)) {}

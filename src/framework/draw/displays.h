@@ -3,7 +3,41 @@
 #include <memory>
 #include <vector>
 
-#include "framework/draw/readable_display.h"
+#include "framework/draw/display.h"
+
+/// A display whose pixels can be read back.
+class zReadableDisplay : public zDisplay {
+ public:
+  int getPixel(int x, int y, zColor& colour) override;
+};
+
+class zBitmap;
+
+/// A display that only measures: it has no surface and is never ready.
+class ziInfoDisplay : public zReadableDisplay {
+ public:
+  ziInfoDisplay() = default;
+
+  void getInterior(zRect& rect) override { rect = zRect(); }
+
+ protected:
+  void lockAttach() override;
+};
+
+/// A display on an off-screen pixmap of the screen's depth; ready at once.
+class zBitmapDisplay : public zReadableDisplay {
+ public:
+  /// Draws on a bitmap, which must outlive the display; never ready if that has no pixmap.
+  explicit zBitmapDisplay(zBitmap& bitmap);
+
+  void getInterior(zRect& rect) override { rect = zRect({}, extent); }
+
+ protected:
+  void lockAttach() override;
+
+ private:
+  zDimension extent;
+};
 
 /// What a window's display asks of its window.
 class ziDisplayOwner {
@@ -62,14 +96,10 @@ class zWinDisplay : public zReadableDisplay {
   void beginPaint(zRegion region);
   /// Ends it: unlocks and removes all clipping, the user's clip region included.
   void endPaint();
-  bool inPaint() const { return painting; }
-  /// The clip box of the paint.
-  const zRect& paintBox() const { return paintRect; }
 
   /// The brush of the window's background, which becomes the text background too. Owned; the
   /// previous one is released.
   void setBackgroundBrush(std::unique_ptr<zBrush> brush);
-  zBrush* backgroundBrush() const { return background.get(); }
 
   /// Copies a part of the window; for scrolling.
   void copyArea(const zRect& source, const zPoint& to);

@@ -1,10 +1,13 @@
-#include "framework/draw/win_display.h"
+#include "framework/draw/displays.h"
 
-#include "framework/draw/draw_cache.h"
+#include <algorithm>
+
+#include "framework/draw/pictures.h"
 #include "framework/draw/screen.h"
-#include "framework/draw/x_coords.h"
+#include "framework/draw/x_handles.h"
 
 #include <X11/Xlib.h>
+#include <X11/Xutil.h>
 
 // Repaints go through one record: the first area since the last paint makes the server send the
 // window an Expose event, the later ones only wait in the record for that paint.
@@ -26,6 +29,26 @@ zRect triggerArea(const zRect& area, bool erase) {
 }
 
 }  // namespace
+
+void ziInfoDisplay::lockAttach() {
+  if (Display* display = theScreen().display) {
+    makeContexts(display, DefaultRootWindow(display), WhitePixel(display, DefaultScreen(display)));
+  }
+}
+
+zBitmapDisplay::zBitmapDisplay(zBitmap& bitmap) : extent(bitmap.size()) {
+  xDisplay = theScreen().display;
+  xWindow = bitmap.pixmap();
+  if (xDisplay != nullptr && !bitmap.isEmpty()) {
+    state = kDrawStateReady;
+  }
+}
+
+void zBitmapDisplay::lockAttach() {
+  if (isReady()) {
+    makeContexts(xDisplay, xWindow, WhitePixel(xDisplay, DefaultScreen(xDisplay)));
+  }
+}
 
 zWinDisplay::zWinDisplay(ziDisplayOwner& displayOwner) : owner(displayOwner) {}
 
