@@ -1,7 +1,10 @@
 #pragma once
 
+#include <ctime>
+#include <memory>
 #include <vector>
 
+#include "framework/core/timer.h"
 #include "framework/visuals/visual.h"
 #include "support/rwc_string.h"
 
@@ -56,4 +59,91 @@ class zStatusItemText : public zStatusItem {
 
  private:
   RWCString string;
+};
+
+/// The time of day, drawn anew once a minute.
+class zStatusClock : public zStatusItemText {
+ public:
+  using TimeSource = std::time_t (*)();
+
+  zStatusClock(zStatusLine& line, zSizer* sizer, int id, std::uint32_t style = kStatusSunken);
+
+  /// At the start it shows 12 hours, with AM or PM.
+  void setUse24Hours(bool on);
+  void setSeparator(const RWCString& newSeparator);
+  /// A blank stands in the separator's place when it is off.
+  void setColonVisible(bool on);
+  bool takesText() const override { return false; }
+  /// Looks at the time; the timer calls it.
+  void tick();
+
+  /// Where all clocks read the time; for tests. Null for the system's clock.
+  static void setTimeSource(TimeSource source);
+
+ private:
+  static int ticked(zEvH* clock);
+  void refit();
+  RWCString timeText() const;
+
+  RWCString separator = ":";
+  RWCString amText = "AM";
+  RWCString pmText = "PM";
+  bool use24Hours = false;
+  bool colonVisible = true;
+  std::time_t lastTime = 0;
+  std::unique_ptr<zTimer> timer;
+};
+
+/// A field that shows one of two words.
+class zStatusOnOffItem : public zStatusItemText {
+ public:
+  zStatusOnOffItem(zStatusLine& line, zSizer* sizer, int id, const RWCString& onText,
+                   const RWCString& offText, std::uint32_t style = kStatusSunken | kStatusCentred);
+
+  bool takesText() const override { return false; }
+  void setOn(bool on);
+
+ protected:
+  /// The word for on when none was given.
+  virtual const char* defaultOnText() const { return ""; }
+
+ private:
+  RWCString onText;
+  RWCString offText;
+};
+
+/// A word that shows while a key is held down. It is the key that is looked at, not the lock state
+/// that it switches; that is intended. All such items follow one timer and one look at the
+/// keyboard.
+class ziStatusKeyItem : public zStatusOnOffItem {
+ public:
+  ~ziStatusKeyItem() override;
+
+  /// Asks the keyboard, for all items; the timer calls it.
+  static void tick();
+
+ protected:
+  ziStatusKeyItem(zStatusLine& line, zSizer* sizer, int id, const RWCString& onText,
+                  const RWCString& offText, unsigned long keysym);
+
+ private:
+  unsigned long keysym;
+};
+
+class zStatusNumLock : public ziStatusKeyItem {
+ public:
+  zStatusNumLock(zStatusLine& line, zSizer* sizer, int id, const RWCString& onText = "",
+                 const RWCString& offText = "");
+
+ protected:
+  const char* defaultOnText() const override { return "NUM"; }
+};
+
+class zStatusCapsLock : public ziStatusKeyItem {
+ public:
+  zStatusCapsLock(zStatusLine& line, zSizer* sizer, int id, const RWCString& onText = "",
+                  const RWCString& offText = "");
+
+ protected:
+  const char* defaultOnText() const override { return "CAP"; }
 };

@@ -132,11 +132,6 @@ void zStatusLine::setText(int slot, const RWCString& newText) {
   }
 }
 
-RWCString zStatusLine::textAt(int slot) {
-  const zStatusItemText* item = textItem(slot);
-  return item == nullptr ? RWCString() : item->text();
-}
-
 int zStatusLine::draw(zEvent* event) {
   display()->lock();
   zRect interior;
@@ -144,11 +139,9 @@ int zStatusLine::draw(zEvent* event) {
   fillArea(*display(), interior, backgroundColour());
   drawEdges();
   if (messageMode && helpTarget == kHelpWholeLine) {
-    display()->setTextMode(kTextTransparent);
     zDimension size;
     display()->textSize(size, message.c_str());
-    display()->text(kTextIndent, centredIn(visualArea(), size).y, message.c_str());
-    display()->setTextMode(kTextOpaque);
+    drawText(*display(), {kTextIndent, centredIn(visualArea(), size).y}, message);
   } else {
     ziVisualPane::draw(event);
   }
@@ -161,10 +154,7 @@ void zStatusLine::drawEdges() {
   getInterior(area);
   int y = area.top;
   for (const zColor& colour : {kColorBlack, kColorWhite}) {
-    zPen pen(colour);
-    display()->pushPen(&pen);
-    display()->polyline({{area.left, y}, {area.right - 1, y}});
-    display()->popPen();
+    drawLines(*display(), colour, {{area.left, y}, {area.right - 1, y}});
     ++y;
   }
 }

@@ -30,7 +30,6 @@ class zStatusLine : public ziVisualPane {
   zStatusItem* itemById(int itemId);
   /// Sets the text of the item number `slot`, counted from 0 over those that take texts.
   void setText(int slot, const RWCString& text);
-  RWCString textAt(int slot);
 
   // Menu help.
   /// Takes `menu` (with null, none) as the one whose armed items are explained.
@@ -47,6 +46,9 @@ class zStatusLine : public ziVisualPane {
   bool isOnFrame() const { return onFrame; }
   /// Pixels that the font needs.
   int neededHeight();
+  // For items.
+  void addItem(zStatusItem* item);
+  void removeItem(const zStatusItem* item);
   /// Items came, went or changed their widths.
   void itemsChanged();
   /// Whether a help text stands in `item`: `text` comes up after it then.
@@ -60,13 +62,9 @@ class zStatusLine : public ziVisualPane {
   zRect visualArea() override;
 
  private:
-  friend class zStatusItem;
-
   /// Where a help text goes.
   enum HelpTarget { kHelpWholeLine = 0, kHelpItem = 2 };
 
-  void addItem(zStatusItem* item);
-  void removeItem(const zStatusItem* item);
   zStatusItemText* textItem(int slot);
   int menuSelected(zEvent* event);
   void menuClosed();

@@ -8,6 +8,7 @@
 #include "framework/core/window_events_xm.h"
 #include "framework/draw/measure.h"
 #include "framework/draw/screen.h"
+#include "framework/visuals/bevel.h"
 #include "framework/visuals/tool_tip.h"
 
 #include <X11/IntrinsicP.h>
@@ -132,11 +133,7 @@ int ziToolHelper::draw(zEvent* /*event*/) {
   on.lock();
   zRect area;
   getInterior(area);
-  zPen pen(kColorLightGrey);
-  on.pushPen(&pen);
-  on.polyline({{0, area.bottom - 1}, {0, 0}, {area.right - 1, 0}});
-  on.polyline({{0, area.bottom - 1}, {area.right - 1, area.bottom - 1}, {area.right - 1, 0}});
-  on.popPen();
+  drawFrame(on, area, kColorLightGrey);
   const int height = lineHeight(on);
   int y = kTextPlace.y;
   for (const std::string_view line : linesOf(tip.view())) {

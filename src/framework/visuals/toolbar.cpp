@@ -2,7 +2,9 @@
 
 #include "framework/core/device.h"
 #include "framework/core/frame.h"
+#include "framework/layout/grav_sizer.h"
 #include "framework/visuals/bevel.h"
+#include "framework/visuals/extra/more_visuals.h"
 
 namespace {
 
@@ -29,6 +31,12 @@ zFrameWin* frameAbove(zWindow* window) {
     window = window->parent();
   }
   return windowCast<zFrameWin>(window);
+}
+
+constexpr const char* kButtonWidgetName = "BmpButton";
+
+std::unique_ptr<zSizer> fill() {
+  return std::make_unique<zGravSizer>(kGravityFill, 0);
 }
 
 }  // namespace
@@ -119,4 +127,43 @@ int zToolbar::size(zEvent* event) {
     border->sizer()->setSize(sizer()->size());
   }
   return ziVisualPane::size(event);
+}
+
+ziCtrlBase::ziCtrlBase(zWindow* parent, zSizer* sizer, std::uint32_t style, const char* captionText,
+                       int id)
+    : ziVisualCtrlPane(parent, sizer, style, captionText, id, kButtonWidgetName) {
+  setBackground(kFaceColour);
+}
+
+void ziCtrlBase::createVisuals(std::uint32_t buttonStyle, zBitmap* bitmap,
+                               const char* captionText) {
+  visual = new ziVisBmpButtonInternal(&visuals(), fill(), buttonStyle, id(), bitmap,
+                                      ziVisBmpButtonInternal::Ownership::kOwned);
+  visual->setCaption(new ziVisText3dBmp(&visuals(), fill(), captionText, buttonStyle));
+}
+
+int ziCtrlBase::enable() {
+  visual->setEnabled(true);
+  return ziVisualCtrlPane::enable();
+}
+
+int ziCtrlBase::disable() {
+  visual->setEnabled(false);
+  return ziVisualCtrlPane::disable();
+}
+
+ziVCBCtrlButton::ziVCBCtrlButton(zWindow* parent, zSizer* sizer, std::uint32_t style,
+                                 std::uint32_t buttonStyle, const char* captionText, int id,
+                                 zBitmap* bitmap)
+    : ziCtrlBase(parent, sizer, style, captionText, id) {
+  createVisuals(buttonStyle, bitmap, captionText);
+  addPlainHandler(this, toHandler(&ziVCBCtrlButton::keyReleased), kMsgKeyUp);
+}
+
+zToolButton::zToolButton(zWindow* parent, zSizer* sizer, int style, int id, zBitmap* bitmap)
+    : ziVCBCtrlButton(parent, sizer, kStyleChild, static_cast<std::uint32_t>(style) | kBmpTool, "",
+                      id, bitmap) {}
+
+bool zToolButton::isEnabled() const {
+  return ziVCBCtrlButton::isEnabled() && visualState() != kVisualDisabled;
 }

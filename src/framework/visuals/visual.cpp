@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "framework/draw/display.h"
-#include "framework/visuals/extra/more_visuals.h"
 #include "framework/visuals/visual_compound.h"
 
 ziVisual::ziVisual(ziCompound* compound, std::unique_ptr<zSizer> sizer, std::uint32_t style)
@@ -84,13 +83,6 @@ void ziVisual::resetAspects(zDisplay& target) {
 
 zDisplay* ziVisual::display() const {
   return ownCompound == nullptr ? nullptr : ownCompound->display();
-}
-
-void ziVisual::addAspect(std::unique_ptr<ziAspect> aspect) {
-  if (aspects == nullptr) {
-    aspects = std::make_unique<std::vector<std::unique_ptr<ziAspect>>>();
-  }
-  aspects->push_back(std::move(aspect));
 }
 
 void ziVisControl::draw(zDisplay& target) {

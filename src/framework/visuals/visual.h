@@ -8,10 +8,18 @@
 #include "framework/core/evh.h"
 #include "framework/layout/sizer.h"
 #include "support/geometry.h"
+#include "support/storable.h"
 
-class ziAspect;
 class ziCompound;
 class zDisplay;
+
+/// A drawing attribute of a visual, in force on the display while the visual draws.
+class ziAspect : public zStorable {
+ public:
+  /// Both with the display locked; calls are paired, the last applied is the first undone.
+  virtual void apply(zDisplay& display) = 0;
+  virtual void undo(zDisplay& display) = 0;
+};
 
 /// A drawable thing inside the one drawing area of a control or a pane: no widget, only a place, a
 /// state and the ability to paint itself and to take mouse events. Its compound owns it, it owns

@@ -1,8 +1,30 @@
 #include "framework/visuals/visual_button.h"
 
+#include <algorithm>
+
 #include "framework/core/window.h"
 #include "framework/draw/display.h"
+#include "framework/visuals/bevel.h"
 #include "framework/visuals/visual_compound.h"
+
+namespace {
+
+constexpr int kDefaultFrameWidth = 1;
+constexpr int kEdgeWidth = 2;  // a black frame and the bevel
+
+int imageCount(std::uint32_t images) {
+  switch (images) {
+    case kBmpImageUpDown:
+    case kBmpImageUpDisabled:
+      return 2;
+    case kBmpImageUpDownDisabled:
+      return 3;
+    default:
+      return 1;
+  }
+}
+
+}  // namespace
 
 ziVisButton::ziVisButton(ziCompound* owner, std::unique_ptr<zSizer> sizer, std::uint32_t style,
                          int id)
@@ -130,20 +152,6 @@ int ziVisButton::mouseUp(zEvent* event) {
   return 1;
 }
 
-void ziVisButton::press() {
-  if (isEnabled() && !isPressed()) {
-    stateAtPress = state;
-    show(&ziVisButton::drawDown);
-  }
-}
-
-void ziVisButton::click() {
-  if (isPressed()) {
-    show(&ziVisButton::drawUp);
-    fire(nullptr);
-  }
-}
-
 int ziVisButton::fire(XEvent* cause) {
   ziVisualHost* host = compound()->host();
   zWindow* window = host == nullptr ? nullptr : host->visualWindow();
@@ -164,4 +172,125 @@ int ziVisButton::fire(XEvent* cause) {
     return 1;
   }
   return parent->handle(&event);
+}
+
+ziVisBmpButtonInternal::ziVisBmpButtonInternal(ziCompound* owner, std::unique_ptr<zSizer> sizer,
+                                               std::uint32_t style, int id, zBitmap* image,
+                                               Ownership ownership)
+    : ziVisButton(owner, std::move(sizer), style, id),
+      bitmap(image),
+      bitmapShared(ownership == Ownership::kShared),
+      frameCount(imageCount(images())) {}
+
+void ziVisBmpButtonInternal::setCaption(ziVisText3dBmp* text) {
+  if (caption != nullptr) {
+    caption->setHolder(nullptr);
+  }
+  if (text != nullptr) {
+    text->setHolder(&caption);
+  }
+}
+
+ziVisBmpButtonInternal::~ziVisBmpButtonInternal() {
+  setCaption(nullptr);
+  if (!bitmapShared) {
+    const std::unique_ptr<zBitmap> last(bitmap);
+  }
+}
+
+zDimension ziVisBmpButtonInternal::imageSize() const {
+  return bitmap == nullptr ? zDimension()
+                           : zDimension{bitmap->width() / frameCount, bitmap->height()};
+}
+
+zRect ziVisBmpButtonInternal::innerRect() const {
+  const int frame = (style() & kBmpDefaultFrame) != 0 ? kDefaultFrameWidth : 0;
+  return insetRect(rect(), frame + (hasEdge() ? kEdgeWidth : 0));
+}
+
+void ziVisBmpButtonInternal::drawUp(zDisplay& display) {
+  ziVisButton::drawUp(display);
+  drawAll(display);
+}
+
+void ziVisBmpButtonInternal::drawDisabled(zDisplay& display) {
+  ziVisButton::drawDisabled(display);
+  drawAll(display);
+}
+
+void ziVisBmpButtonInternal::drawIdle(zDisplay& display) {
+  if ((style() & kLatching) == 0) {
+    drawUp(display);
+    return;
+  }
+  ziVisButton::drawIdle(display);
+  drawAll(display);
+}
+
+void ziVisBmpButtonInternal::drawDown(zDisplay& display) {
+  ziVisButton::drawDown(display);
+  drawAll(display);
+}
+
+void ziVisBmpButtonInternal::drawHeld(zDisplay& display) {
+  ziVisButton::drawHeld(display);
+  drawAll(display);
+}
+
+void ziVisBmpButtonInternal::drawAll(zDisplay& display) {
+  const zDimension image = imageSize();
+  const zPoint place =
+      caption != nullptr ? caption->arrange(innerRect(), image) : centredIn(innerRect(), image);
+  const int shift = isPressed() && (style() & kBmpFlat) == 0 ? 1 : 0;
+  imageX = place.x + shift;
+  imageY = place.y + shift;
+  drawBody(display);
+  drawImage(display);
+  if (caption != nullptr) {
+    caption->setLook(visualState());
+    caption->draw(display);
+  }
+}
+
+void ziVisBmpButtonInternal::drawBody(zDisplay& display) {
+  zRect edge = rect();
+  if ((style() & kBmpDefaultFrame) != 0) {
+    fillArea(display, edge, kColorWhite);
+    drawFrame(display, edge, kColorBlack);
+    edge = insetRect(edge, kDefaultFrameWidth);
+  }
+  fillArea(display, edge, kFaceColour);
+  if (hasEdge()) {
+    drawFrame(display, edge, kColorBlack);
+    drawBevel(display, insetRect(edge, 1), isPressed() ? zBevel::kSunken : zBevel::kRaised);
+  }
+}
+
+void ziVisBmpButtonInternal::drawImage(zDisplay& display) {
+  const zDimension size = imageSize();
+  const bool isGrayed = visualState() == kVisualDisabled && (images() & kBmpImageUpDisabled) == 0;
+  const zBitmap* shown = isGrayed ? grayImage() : bitmap;
+  if (shown == nullptr) {
+    return;
+  }
+  // An image that fills the inside is cut when it moves, not the edge.
+  const zRect inner = innerRect();
+  const zDimension part{std::min(size.width, inner.right - imageX),
+                        std::min(size.height, inner.bottom - imageY)};
+  display.drawBitmap(shown->pixmap(), zRect(zPoint{imageIndex() * size.width, 0}, part),
+                     {imageX, imageY});
+}
+
+int ziVisBmpButtonInternal::imageIndex() const {
+  if (visualState() == kVisualDisabled) {
+    return (images() & kBmpImageUpDisabled) != 0 ? frameCount - 1 : 0;
+  }
+  return isPressed() && (images() & kBmpImageUpDown) != 0 ? 1 : 0;
+}
+
+const zBitmap* ziVisBmpButtonInternal::grayImage() {
+  if (grayBitmap == nullptr && bitmap != nullptr) {
+    grayBitmap = makeGrayImage(*bitmap);
+  }
+  return grayBitmap.get();
 }

@@ -46,14 +46,13 @@ class ziCompound : public ziVisual {
   void setHotButton(ziVisual* button) { root().hot = button; }
   ziVisual* hotButton() { return root().hot; }
 
-  ziVisualDList& visuals() { return children; }
+  // For the visuals themselves.
+  void add(ziVisual* visual) { children.append(visual); }
+  void remove(const ziVisual* visual);
   /// The root's host; null without one.
   virtual ziVisualHost* host() const;
 
  private:
-  friend class ziVisual;
-  void add(ziVisual* visual) { children.append(visual); }
-  void remove(const ziVisual* visual);
   ziCompound& root() { return compound() == nullptr ? *this : compound()->root(); }
   ziVisual* receiver(const zEvent& event);
 
@@ -75,14 +74,6 @@ class ziControlCompound : public ziCompound {
 
  private:
   ziVisualHost& ownHost;
-};
-
-/// A group of visuals that is painted as one and lets the pointer through to what lies below it.
-class ziShellCompound : public ziCompound {
- public:
-  using ziCompound::ziCompound;
-
-  ziVisual* hitTest(const zPoint& /*point*/) override { return nullptr; }
 };
 
 /// Where the pointer was at a mouse or crossing event, in the window of the event.

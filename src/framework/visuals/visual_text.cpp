@@ -26,23 +26,13 @@ zDimension ziVisText::textSize() const {
   return size;
 }
 
-void ziVisText::draw(zDisplay& display) {
-  drawAt(display, {rect().left, centredIn(rect(), textSize()).y}, kColorBlack);
-}
-
 void ziVisText::drawAt(zDisplay& display, const zPoint& at, const zColor& colour) {
   if (string.isEmpty()) {
     return;
   }
   const zColor before = display.setTextColour(colour);
-  display.setTextMode(kTextTransparent);
-  display.text(at.x, at.y, string.c_str());
-  display.setTextMode(kTextOpaque);
+  drawText(display, at, string);
   display.setTextColour(before);
-}
-
-void ziVisText3d::draw(zDisplay& display) {
-  drawLooking(display, centredIn(rect(), textSize()));
 }
 
 void ziVisText3d::drawLooking(zDisplay& display, const zPoint& up) {

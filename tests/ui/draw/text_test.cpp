@@ -4,6 +4,7 @@
 
 #include "fake_pane.h"
 #include "framework/draw/extra/font_info.h"
+#include "framework/draw/font_dict.h"
 #include "framework/draw/measure.h"
 #include "framework/draw/screen.h"
 #include "framework/draw/x_font_xm.h"

@@ -122,7 +122,6 @@ TEST_F(StatusLine, ThePreparedFormHasItsOwnItemsBesideTheTextSlots) {
   showLine();
   ready->setText(0, "text");
   EXPECT_EQ(field->text(), RWCString("text"));
-  EXPECT_EQ(ready->textAt(0), RWCString("text"));
   const ziVisual* last = ready->visuals().hitTest({ready->sizer()->size().width - 2, 10});
   EXPECT_NE(last, nullptr) << "the clock, at the right edge";
   EXPECT_NE(last, field);
