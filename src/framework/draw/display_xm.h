@@ -20,7 +20,7 @@ inline std::vector<XPoint> toXPoints(const std::vector<zPoint>& points, const zP
 }
 
 inline XRectangle toXRectangle(const zPoint& origin, int left, int top, std::int64_t width,
-                        std::int64_t height) {
+                               std::int64_t height) {
   return {toXCoord(std::int64_t{left} + origin.x), toXCoord(std::int64_t{top} + origin.y),
           toXExtent(width), toXExtent(height)};
 }

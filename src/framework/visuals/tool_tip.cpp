@@ -10,19 +10,19 @@
 #include "framework/core/connect_xm.h"
 #include "framework/core/window_events_xm.h"
 
+/// A window that is watched. Stays when the window has gone: its widget may still have an event in
+/// hand.
 struct zToolTipCtrl::Watched {
-  explicit Watched(zWindow* watched) : window(watched), alive(watched) {}
+  static constexpr zEventKinds kEvents{
+      PointerMotionMask | EnterWindowMask | LeaveWindowMask | ButtonPressMask, false, XtListHead};
 
+  Watched(zToolTipCtrl& owner, zWindow* watched)
+      : control(owner), window(watched), alive(watched) {}
+  void hear(XEvent& event);
+
+  zToolTipCtrl& control;
   zWindow* window;
   ziAlive alive;
-};
-
-/// The X side of tips.
-class ziToolTipEvents {
- public:
-  static constexpr EventMask kMask =
-      PointerMotionMask | EnterWindowMask | LeaveWindowMask | ButtonPressMask;
-  static void proc(Widget widget, XtPointer control, XEvent* event, Boolean* toWidget);
 };
 
 namespace {
@@ -58,14 +58,12 @@ PointerPlace pointerIn(Widget widget) {
 
 }  // namespace
 
-// A handler of the window may destroy it; the widget is then still there, but not watched any more.
-void ziToolTipEvents::proc(Widget widget, XtPointer client, XEvent* event, Boolean* /*toWidget*/) {
-  auto& control = *static_cast<zToolTipCtrl*>(client);
-  zWindow* window = control.watchedAt(widget);
-  if (window == nullptr) {
+// A handler of the window may have destroyed it; the widget is then still there.
+void zToolTipCtrl::Watched::hear(XEvent& event) {
+  if (!alive) {
     return;
   }
-  switch (event->type) {
+  switch (event.type) {
     case ButtonPress:
       control.endTip();
       break;
@@ -82,8 +80,7 @@ zToolTipCtrl::zToolTipCtrl(zWindow* owner) : tipOwner(owner), ownerAlive(owner) 
 zToolTipCtrl::~zToolTipCtrl() {
   for (const auto& entry : watched) {
     if (entry->alive) {
-      XtRemoveEventHandler(entry->window->widget(), ziToolTipEvents::kMask, False,
-                           ziToolTipEvents::proc, this);
+      disconnect<&Watched::hear>(entry->window->widget(), Watched::kEvents, entry.get());
     }
   }
   if (helperAlive != nullptr && *helperAlive) {
@@ -96,17 +93,8 @@ void zToolTipCtrl::setDelays(const Delays& newDelays) {
 }
 
 void zToolTipCtrl::add(zWindow* window) {
-  std::erase_if(watched, [](const auto& entry) { return !entry->alive; });
-  watched.push_back(std::make_unique<Watched>(window));
-  XtInsertEventHandler(window->widget(), ziToolTipEvents::kMask, False, ziToolTipEvents::proc, this,
-                       XtListHead);
-}
-
-zWindow* zToolTipCtrl::watchedAt(Widget widget) const {
-  const auto found = std::find_if(watched.begin(), watched.end(), [&](const auto& entry) {
-    return entry->alive && entry->window->widget() == widget;
-  });
-  return found == watched.end() ? nullptr : (*found)->window;
+  watched.push_back(std::make_unique<Watched>(*this, window));
+  connect<&Watched::hear>(window->widget(), Watched::kEvents, watched.back().get());
 }
 
 bool zToolTipCtrl::isAlive(const zWindow* window) const {

@@ -74,11 +74,8 @@ class zToolTipCtrl : public zEvH {
   static void setDelays(const Delays& delays);
 
  private:
-  friend class ziToolTipEvents;
   struct Watched;
 
-  /// The window that is watched at `widget`; null when it has gone.
-  zWindow* watchedAt(Widget widget) const;
   bool isAlive(const zWindow* window) const;
   /// Whether the pointer has just left a window with a tip.
   bool isBetweenWindows() const { return currentWindow == nullptr && showTimer != nullptr; }

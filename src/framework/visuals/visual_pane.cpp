@@ -5,51 +5,42 @@
 
 #include <utility>
 
+#include "framework/core/window_events_xm.h"
 #include "framework/draw/draw_obj.h"
 #include "framework/draw/x_handles.h"
 
 #include <Xm/XmAll.h>
 
-/// The paint procedure's view of a control.
-class ziCtrlPaneEvents {
- public:
-  static void exposeProc(Widget widget, XtPointer control, XEvent* event, Boolean* toWidget);
-
- private:
-  static void addExposure(zRegion& region, const XExposeEvent& event, const zDimension& whole);
-};
+namespace {
 
 // A rectangle of all zeros stands for the whole window.
-void ziCtrlPaneEvents::addExposure(zRegion& region, const XExposeEvent& event,
-                                   const zDimension& whole) {
+void addExposure(zRegion& region, const XExposeEvent& event, const zDimension& whole) {
   const zRect rect(zPoint{event.x, event.y}, zDimension{event.width, event.height});
   region.add(rect.isZero() ? zRect({}, whole) : rect);
 }
 
-void ziCtrlPaneEvents::exposeProc(Widget /*widget*/, XtPointer client, XEvent* event,
-                                  Boolean* /*toWidget*/) {
-  if (event->type != Expose) {
+}  // namespace
+
+void ziCtrlPane::expose(XEvent& event) {
+  if (event.type != Expose) {
     return;
   }
-  auto& control = *static_cast<ziCtrlPane*>(client);
-  zWinDisplay& display = *control.ownDisplay;
-  if (!display.isReady()) {
-    display.makeReady(event->xany.display, event->xany.window);
+  if (!ownDisplay->isReady()) {
+    ownDisplay->makeReady(event.xany.display, event.xany.window);
   }
   zRegion region;
-  addExposure(region, event->xexpose, control.clientSize());
+  addExposure(region, event.xexpose, clientSize());
   XEvent queued;
-  while (XCheckTypedWindowEvent(event->xany.display, event->xany.window, Expose, &queued) !=
-         False) {
-    addExposure(region, queued.xexpose, control.clientSize());
+  while (XCheckTypedWindowEvent(event.xany.display, event.xany.window, Expose, &queued) != False) {
+    addExposure(region, queued.xexpose, clientSize());
   }
-  display.takeInvalidRects(region);
-  display.beginPaint(std::move(region));
+  ownDisplay->takeInvalidRects(region);
+  ownDisplay->beginPaint(std::move(region));
   zEvent paint;
-  paint.xevent = event;
-  paint.window = &control;
-  control.draw(&paint);
-  display.endPaint();
+  paint.xevent = &event;
+  paint.window = this;
+  draw(&paint);
+  ownDisplay->endPaint();
 }
 
 ziCtrlPane::ziCtrlPane(zWindow* parent, zSizer* sizer, std::uint32_t style, const char* text,
@@ -60,12 +51,12 @@ ziCtrlPane::ziCtrlPane(zWindow* parent, zSizer* sizer, std::uint32_t style, cons
   Widget area = XtVaCreateWidget(areaName, xmDrawingAreaWidgetClass, createHolder(), XmNmarginWidth,
                                  0, XmNmarginHeight, 0, XmNborderWidth, 0, XmNresizePolicy,
                                  XmRESIZE_NONE, XmNtraversalOn, isTabStop, nullptr);
-  XtInsertEventHandler(area, ExposureMask, True, ziCtrlPaneEvents::exposeProc, this, XtListHead);
+  connect<&ziCtrlPane::expose>(area, kExposures, this);
   finishCreation(kKindNone, area);
 }
 
 ziCtrlPane::~ziCtrlPane() {
-  XtRemoveEventHandler(mainWidget, ExposureMask, True, ziCtrlPaneEvents::exposeProc, this);
+  disconnect<&ziCtrlPane::expose>(mainWidget, kExposures, this);
 }
 
 int ziCtrlPane::draw(zEvent* /*event*/) {

@@ -26,7 +26,7 @@ class ziCtrlPane : public zControl, public ziDisplayOwner {
   void invalidate(zRect* rect, int erase) override;
 
  private:
-  friend class ziCtrlPaneEvents;
+  void expose(XEvent& event);
 
   // What the display asks.
   Window displayWindow() const override;
