@@ -27,7 +27,7 @@ int g_MainIconId = 0;
 
 namespace {
 
-constexpr std::uint32_t kMainWindowStyle = 0xCF0000;
+constexpr std::uint32_t kMainWindowStyle = kStyleMainWindow;
 constexpr std::uint32_t kStatusLineStyle =
     zStatusLineEZ::kClock | zStatusLineEZ::kNumLock | zStatusLineEZ::kCapsLock;
 // Dialog units.

@@ -18,8 +18,8 @@
 namespace {
 
 constexpr std::uint32_t kPanelStyle = 16393;
-constexpr std::uint32_t kCheckBoxStyle = 0x50010003;
-constexpr std::uint32_t kGroupButtonStyle = 0x50010000;
+constexpr std::uint32_t kCheckBoxStyle = kStyleControlStop | kButtonAutoCheck;
+constexpr std::uint32_t kGroupButtonStyle = kStyleControlStop;
 constexpr int kMarginDown = 2;     // dialog units
 constexpr int kMarginAcross = 4;   // dialog units
 constexpr int kCheckMark = 20;     // beside the name's width

@@ -13,7 +13,7 @@ namespace {
 // The tab stop lets the keyboard reach the buttons.
 constexpr std::uint32_t kPaneStyle = kStyleChild | kStyleTabStop;
 constexpr std::uint32_t kPanelStyle = 9;
-constexpr std::uint32_t kVerticalStyle = 0x50000001;
+constexpr std::uint32_t kVerticalStyle = kStyleControl | kScrollBarVertical;
 constexpr int kControlPaneId = 5999;
 constexpr int kLineStep = 10;
 constexpr zDimension kCanvasSize = {2000, 4000};

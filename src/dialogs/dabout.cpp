@@ -22,7 +22,7 @@
 
 namespace {
 
-constexpr std::uint32_t kDialogStyle = 0x80C80080;
+constexpr std::uint32_t kDialogStyle = kStyleDialog;
 constexpr std::uint32_t kTextStyle = kStyleChild | kStyleVisible | kStaticCentred;
 constexpr std::uint32_t kRuleStyle = kStyleVisible;
 constexpr std::uint32_t kOkStyle = kStyleChild | kStyleVisible | kStyleTabStop | kButtonDefault;

@@ -16,11 +16,11 @@
 
 namespace {
 
-constexpr std::uint32_t kDialogStyle = 0x80C80080;
+constexpr std::uint32_t kDialogStyle = kStyleDialog;
 constexpr std::uint32_t kTextStyle = kStyleChild | kStyleVisible;
 constexpr std::uint32_t kButtonStyle = kTextStyle | kStyleTabStop;
-constexpr std::uint32_t kEditStyle = 0x50010000;
-constexpr std::uint32_t kListStyle = 0x50310000;
+constexpr std::uint32_t kEditStyle = kStyleControlStop;
+constexpr std::uint32_t kListStyle = kStyleControlStop | kStyleBothScrolls;
 
 constexpr const char* kFace = "helv";
 constexpr zPoint kFontTenths = {50, 100};

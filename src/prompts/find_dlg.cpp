@@ -15,11 +15,14 @@ namespace {
 constexpr zDimension kStartSize = {400, 200};
 // Units of height of the whole dialog, the row of buttons and its line included.
 constexpr int kRows = 54;
-constexpr std::uint32_t kGroupStyle = 0x50010000;
-constexpr std::uint32_t kTextComboStyle = 0x403100C2;
-constexpr std::uint32_t kListComboStyle = 0x403101C2;
-constexpr std::uint32_t kRegexpStyle = 0x54030003;
-constexpr std::uint32_t kCaseStyle = 0x50010003;
+constexpr std::uint32_t kGroupStyle = kStyleControlStop;
+constexpr std::uint32_t kTextComboStyle = kStyleChild | kStyleBothScrolls | kStyleTabStop |
+                                          kComboDropDown | kComboFollowsAcross |
+                                          kComboPlainCharacters;
+constexpr std::uint32_t kListComboStyle = kTextComboStyle | kComboSorted;
+constexpr std::uint32_t kRegexpStyle =
+    kStyleControlStop | kStyleClipSiblings | kStyleGroup | kButtonAutoCheck;
+constexpr std::uint32_t kCaseStyle = kStyleControlStop | kButtonAutoCheck;
 
 }  // namespace
 

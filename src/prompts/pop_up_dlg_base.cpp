@@ -29,12 +29,14 @@ RWCString popUpTitle("Korvane Select");
 
 namespace {
 
-constexpr std::uint32_t kPromptStyle = 0x80C80080;
-constexpr std::uint32_t kTextStyle = 0x50000000;
-constexpr std::uint32_t kTextBoxStyle = 0x50A10804;
-constexpr std::uint32_t kEditStyle = 0x50890080;
-constexpr std::uint32_t kSeparatorStyle = 0x10000000;
-constexpr std::uint32_t kPushStyle = 0x50010000;
+constexpr std::uint32_t kPromptStyle = kStyleDialog;
+constexpr std::uint32_t kTextStyle = kStyleControl;
+constexpr std::uint32_t kTextBoxStyle =
+    kStyleControlStop | kStyleBorder | kStyleVertScroll | kEditMultiLine | kEditReadOnly;
+constexpr std::uint32_t kEditStyle =
+    kStyleControlStop | kStyleBorder | kStyleSystemMenu | kEditFollowsAcross;
+constexpr std::uint32_t kSeparatorStyle = kStyleVisible;
+constexpr std::uint32_t kPushStyle = kStyleControlStop;
 
 constexpr int kPromptFont = 12;
 constexpr int kUnit = 4;

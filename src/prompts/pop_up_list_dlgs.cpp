@@ -22,8 +22,11 @@ namespace {
 
 constexpr zDimension kListStartSize = {350, 300};
 constexpr zDimension kSigParStartSize = {350, 200};
-constexpr std::uint32_t kSortedListStyle = 0x50B10103;
-constexpr std::uint32_t kMultipleListStyle = 0x50B10909;
+constexpr std::uint32_t kSortedListStyle = kStyleControlStop | kStyleBorder | kStyleBothScrolls |
+                                           kListNotifies | kListSorted | kListAnyHeight;
+constexpr std::uint32_t kMultipleListStyle = kStyleControlStop | kStyleBorder | kStyleBothScrolls |
+                                             kListNotifies | kListMultiple | kListExtended |
+                                             kListAnyHeight;
 
 }  // namespace
 

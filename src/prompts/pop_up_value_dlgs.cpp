@@ -10,8 +10,8 @@ namespace {
 
 // Only the height counts, until the buttons are there.
 constexpr zDimension kStartSize = {350, 200};
-constexpr std::uint32_t kNumberStyle = 0x50810080;
-constexpr std::uint32_t kCheckStyle = 0x50010000;
+constexpr std::uint32_t kNumberStyle = kStyleControlStop | kStyleBorder | kEditFollowsAcross;
+constexpr std::uint32_t kCheckStyle = kStyleControlStop;
 
 }  // namespace
 

@@ -5,16 +5,20 @@
 #include <algorithm>
 #include <array>
 
+#include "resources/styles.h"
+
 namespace {
 
-constexpr std::uint32_t kDialogStyle = 0x80C80080;
-constexpr std::uint32_t kPush = 0x50010000;
-constexpr std::uint32_t kDefaultPush = 0x50010001;
-constexpr std::uint32_t kEditStyle = 0x50810080;
-constexpr std::uint32_t kLabel = 0x50000000;
-constexpr std::uint32_t kCentredLabel = 0x50000001;
-constexpr std::uint32_t kSingleList = 0x50B10001;
-constexpr std::uint32_t kMultiList = 0x50B10809;
+constexpr std::uint32_t kDialogStyle = kStyleDialog;
+constexpr std::uint32_t kPush = kStyleControlStop;
+constexpr std::uint32_t kDefaultPush = kStyleControlStop | kButtonDefault;
+constexpr std::uint32_t kEditStyle = kStyleControlStop | kStyleBorder | kEditFollowsAcross;
+constexpr std::uint32_t kLabel = kStyleControl;
+constexpr std::uint32_t kCentredLabel = kStyleControl | kStaticCentredSubtype;
+constexpr std::uint32_t kSingleList =
+    kStyleControlStop | kStyleBorder | kStyleBothScrolls | kListNotifies;
+constexpr std::uint32_t kMultiList = kStyleControlStop | kStyleBorder | kStyleBothScrolls |
+                                     kListNotifies | kListMultiple | kListExtended;
 constexpr std::uint32_t kButtonWidth = 50;
 constexpr std::uint32_t kButtonHeight = 15;
 

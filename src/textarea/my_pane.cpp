@@ -13,8 +13,8 @@ namespace {
 
 // Without the tab stop no control inside could take the focus.
 constexpr std::uint32_t kMyPaneStyle = kStyleChild | kStyleTabStop;
-constexpr std::uint32_t kPanelStyle = 0x40030000;
-constexpr std::uint32_t kLabelStyle = 0x50000000;
+constexpr std::uint32_t kPanelStyle = kStyleChild | kStyleGroup | kStyleTabStop;
+constexpr std::uint32_t kLabelStyle = kStyleControl;
 constexpr int kEntryWidthAtFirst = 10;
 constexpr int kPanelFont = 11;
 

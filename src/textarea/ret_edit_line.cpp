@@ -10,7 +10,8 @@ RetEditLine* theCommandLine = nullptr;
 
 namespace {
 
-constexpr std::uint32_t kEntryStyle = 0x40A10042;
+constexpr std::uint32_t kEntryStyle = kStyleChild | kStyleBorder | kStyleVertScroll |
+                                      kStyleTabStop | kComboDropDown | kComboFollowsAcross;
 
 }  // namespace
 

@@ -14,7 +14,9 @@ TextPane* theTextPane = nullptr;
 
 namespace {
 
-constexpr std::uint32_t kLogStyle = 0x50B108C4;  // multi-line, read-only, bars, border, tab stop
+constexpr std::uint32_t kLogStyle = kStyleControlStop | kStyleBorder | kStyleBothScrolls |
+                                    kEditMultiLine | kEditFollowsDown | kEditFollowsAcross |
+                                    kEditReadOnly;
 constexpr int kStartZoomLevel = 4;
 constexpr unsigned long kLongestHoldMs = 20;
 constexpr char kClearedText[] = "------------- Text Log Cleared --------------\r\n";

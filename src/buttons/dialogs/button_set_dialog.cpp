@@ -18,8 +18,8 @@
 
 namespace {
 
-constexpr std::uint32_t kDialogStyle = 0x80C80080;
-constexpr std::uint32_t kRuleStyle = 0x10000000;
+constexpr std::uint32_t kDialogStyle = kStyleDialog;
+constexpr std::uint32_t kRuleStyle = kStyleVisible;
 constexpr int kDialogFont = 12;
 constexpr int kMaxTextLength = 255;
 // What a static text leaves free beside its text, pixels.

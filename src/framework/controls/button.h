@@ -2,18 +2,6 @@
 
 #include "framework/controls/control.h"
 
-/// Kinds of button: the low four bits of the style.
-enum zButtonStyle : std::uint32_t {
-  kButtonPush = 0,
-  kButtonDefault = 1,
-  kButtonCheck = 2,
-  kButtonAutoCheck = 3,
-  kButtonRadio = 4,
-  kButtonGroup = 7,
-  kButtonAutoRadio = 9,
-  kButtonImage = 0x10,  ///< a bit above the low four: the button shows a picture
-};
-
 /// Notification code of all buttons: pressed, or its state has changed.
 inline constexpr int kNotifyClicked = 0;
 

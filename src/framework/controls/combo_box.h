@@ -10,15 +10,6 @@
 #include "framework/controls/list_box_rows.h"
 #include "framework/core/drop_down.h"
 
-/// Style values of a combo box; the tab stop is that of windows.
-enum zComboStyle : std::uint32_t {
-  kComboSimple = 1,  ///< low nibble: the list is always shown
-  kComboDropDown = 2,
-  kComboDropDownStatic = 3,
-  kComboSorted = 0x100,
-  kComboSortMask = 0xF00,
-};
-
 /// Notification codes of combo boxes.
 enum zComboCode : int {
   kComboSelectionChanged = 1,  ///< by the user; also when typing has deselected the row

@@ -312,7 +312,7 @@ int zEditBase::showData() {
 
 zEditLine::zEditLine(zWindow* parent, zSizer* sizer, std::uint32_t style, const char* initialText,
                      int id)
-    : zEditBase(parent, sizer, style & ~std::uint32_t{kEditMultiLine}, initialText, id) {
+    : zEditBase(parent, sizer, style & ~kEditMultiLine, initialText, id) {
   markClass(kClassEditLine);
 }
 

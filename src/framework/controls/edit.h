@@ -7,13 +7,6 @@
 #include "framework/controls/control.h"
 #include "support/text_range.h"
 
-/// Style bits of an edit control; the scroll bars, the border and the tab stop are those of
-/// windows.
-enum zEditStyle : std::uint32_t {
-  kEditMultiLine = 0x4,
-  kEditReadOnly = 0x800,
-};
-
 /// Notification codes of edit controls.
 enum zEditCode : int {
   kEditFocusGained = 0x100,

@@ -6,13 +6,6 @@
 #include "framework/controls/control.h"
 #include "framework/controls/list_box_rows.h"
 
-/// Style bits of a list box; the scroll bars and the tab stop are those of windows.
-enum zListStyle : std::uint32_t {
-  kListSorted = 0x2,
-  kListMultiple = 0x8,
-  kListExtended = 0x800,  ///< together with kListMultiple: ranges by Shift, additions by Control
-};
-
 /// Notification codes of list boxes.
 enum zListCode : int {
   kListSelectionChanged = 1,

@@ -9,9 +9,6 @@ class ziScrollBarCallbacks;
 class zScrollBarBase;
 class zScrollerBase;
 
-/// Style bit of a scroll bar: vertical. kStyleVertScroll means the same.
-inline constexpr std::uint32_t kScrollBarVertical = 0x1;
-
 /// What a scroll bar stands for: a position in a range, and the steps in which it moves. The widget
 /// of the bar follows. Units are the user's, pixels or lines.
 class zScrollPos : public ziScrollBar {

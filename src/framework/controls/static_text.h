@@ -2,9 +2,6 @@
 
 #include "framework/controls/control.h"
 
-/// Style bit of a static text: centred instead of left-aligned.
-inline constexpr std::uint32_t kStaticCentred = 0x00020000;
-
 /// Text that the user cannot change, of one or several lines. Mnemonic signs and tabs as in
 /// buttons.
 class zStaticText : public zControl {

@@ -21,20 +21,18 @@
 namespace {
 
 constexpr int kPointTenths = 10;
-constexpr std::uint32_t kMultiLineEdit = 0x4;
-constexpr std::uint32_t kReadOnlyEdit = 0x800;
 
 // What does something of its own on Return.
 bool usesReturn(zWindow* window) {
   return window->isA(kClassPushButton) || window->isA(kClassDefPushButton) ||
          (window->isA(kClassEditBase) &&
-          (window->style() & (kMultiLineEdit | kReadOnlyEdit)) == kMultiLineEdit);
+          (window->style() & (kEditMultiLine | kEditReadOnly)) == kEditMultiLine);
 }
 
 }  // namespace
 
 zDialogFrame::zDialogFrame(zWindow* parent, zSizer* sizer, std::uint32_t style)
-    : zFrameWin(parent, sizer, style, ""), modality(style & kModalityMask) {
+    : zFrameWin(parent, sizer, style, ""), modality(style & kDialogModalityMask) {
   markClass(kClassDialogFrame);
   setClassName("DialogFrameCL");
   zDialogFrame::createWidgets();
@@ -92,8 +90,8 @@ int zDialogFrame::defaultButtonId() {
 
 void zDialogFrame::setup(int flags) {
   const auto bits = static_cast<std::uint32_t>(flags);
-  modality |= bits & kModalityMask;
-  if ((bits & ~kModalityMask) != 0) {
+  modality |= bits & kDialogModalityMask;
+  if ((bits & ~kDialogModalityMask) != 0) {
     show();
   }
 }

@@ -13,8 +13,6 @@ struct DialogResource;
 class zDialogFrame : public zFrameWin {
  public:
   static constexpr int kClassNumber = kClassDialogFrame;
-  /// Style bits that tell the modality; run decides where there are none.
-  static constexpr std::uint32_t kModalityMask = 0x7000;
   /// What run returns when the dialog was destroyed while it ran.
   static constexpr int kDialogGone = -1;
 

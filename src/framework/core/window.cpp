@@ -130,10 +130,9 @@ zWindow* zWindow::childById(int childId) {
 }
 
 zWindow* zWindow::defaultButton() {
-  constexpr std::uint32_t kDefaultPushButton = 1;
   zWindowDlist::Iter walk(childWindows);
   while (zWindow* child = walk.next()) {
-    if (child->isA(kClassButton) && (child->styleBits & kStyleSubtypeMask) == kDefaultPushButton) {
+    if (child->isA(kClassButton) && (child->styleBits & kStyleSubtypeMask) == kButtonDefault) {
       return child;
     }
   }

@@ -7,11 +7,11 @@
 #include "framework/core/event.h"
 #include "framework/core/notify.h"
 #include "framework/core/scroll_interfaces.h"
-#include "framework/core/styles.h"
 #include "framework/draw/color.h"
 #include "framework/draw/font.h"
 #include "framework/draw/pictures.h"
 #include "framework/layout/sizer.h"
+#include "resources/styles.h"
 #include "support/dbl_list.h"
 #include "support/geometry.h"
 #include "support/rwc_string.h"
@@ -20,6 +20,16 @@ class zRegion;
 class zWindow;
 
 using zWindowDlist = zTypedDlist<zWindow>;
+
+/// Show states (the Win32 show commands).
+enum zShowState : int {
+  kShowHide = 0,
+  kShowNormal = 1,
+  kShowMinimized = 2,
+  kShowMaximized = 3,
+  kShowMinimize = 6,
+  kShowMinNoActive = 7,
+};
 
 /// Base of all windows: a node of the window tree, a place in the layout, an Xt widget, and the
 /// handlers that its events run through. A parent owns its children and deletes them; a window owns
