@@ -9,7 +9,7 @@
 #include "dialogs/dabout.h"
 #include "framework/controls/record_controls.h"
 #include "framework/core/application.h"
-#include "framework/core/control_registry.h"
+#include "framework/core/interfaces.h"
 #include "framework/core/message_box.h"
 #include "link/message_numbers.h"
 #include "link/tool_interface.h"

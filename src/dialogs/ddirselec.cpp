@@ -10,7 +10,7 @@
 #include "framework/controls/list_box.h"
 #include "framework/controls/static_text.h"
 #include "framework/core/application.h"
-#include "framework/core/messages.h"
+#include "framework/core/event.h"
 #include "framework/draw/measure.h"
 #include "framework/layout/leaf_sizer.h"
 

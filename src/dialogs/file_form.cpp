@@ -17,7 +17,6 @@
 #include "framework/core/modal_shell.h"
 
 #include "framework/core/connect_xm.h"
-#include "framework/core/shell_xm.h"
 #include "framework/core/xm_handles_xm.h"
 
 namespace {

@@ -15,7 +15,7 @@
 #include "framework/controls/list_box.h"
 #include "framework/controls/multi_list.h"
 #include "framework/controls/static_text.h"
-#include "framework/core/messages.h"
+#include "framework/core/event.h"
 #include "framework/draw/font.h"
 
 namespace {

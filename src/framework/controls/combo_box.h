@@ -8,7 +8,7 @@
 
 #include "framework/controls/control.h"
 #include "framework/controls/list_box_rows.h"
-#include "framework/core/drop_down.h"
+#include "framework/core/interfaces.h"
 
 /// Notification codes of combo boxes.
 enum zComboCode : int {

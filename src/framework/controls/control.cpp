@@ -7,7 +7,7 @@
 #include <algorithm>
 
 #include "framework/controls/control_events_xm.h"
-#include "framework/core/show_together_xm.h"
+#include "framework/core/show_together.h"
 #include "framework/core/window_events_xm.h"
 
 #include <X11/IntrinsicP.h>

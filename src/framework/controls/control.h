@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "framework/core/child.h"
+#include "framework/core/window.h"
 
 /// The family of a control.
 enum zControlKind : int {

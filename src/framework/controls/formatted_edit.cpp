@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "framework/core/application.h"
-#include "framework/core/messages.h"
+#include "framework/core/event.h"
 
 #include <Xm/XmAll.h>
 

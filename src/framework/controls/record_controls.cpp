@@ -7,7 +7,7 @@
 #include "framework/controls/multi_list.h"
 #include "framework/controls/scroll_bar.h"
 #include "framework/controls/static_text.h"
-#include "framework/core/control_registry.h"
+#include "framework/core/interfaces.h"
 #include "resources/dialogs.h"
 
 namespace {

@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "framework/controls/control.h"
-#include "framework/core/scroll_interfaces.h"
+#include "framework/core/interfaces.h"
 
 class ziScrollBarCallbacks;
 class zScrollBarBase;

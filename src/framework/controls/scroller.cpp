@@ -1,7 +1,7 @@
 #include "framework/controls/scroller.h"
 
 #include "framework/controls/scroll_bar.h"
-#include "framework/core/messages.h"
+#include "framework/core/event.h"
 
 namespace {
 

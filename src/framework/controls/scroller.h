@@ -2,7 +2,7 @@
 
 #include "framework/core/event.h"
 #include "framework/core/evh.h"
-#include "framework/core/scroll_interfaces.h"
+#include "framework/core/interfaces.h"
 
 class zScrollPos;
 class zWindow;

@@ -7,12 +7,8 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "framework/core/configure_events_xm.h"
-#include "framework/core/control_registry.h"
-#include "framework/core/debug_out.h"
-#include "framework/core/font_points.h"
-#include "framework/core/known_colours_xm.h"
-#include "framework/core/x_error_xm.h"
+#include "framework/core/interfaces.h"
+#include "framework/core/toolkit_xm.h"
 #include "framework/core/x_settings.h"
 #include "framework/draw/font_dict.h"
 #include "framework/draw/pictures.h"

@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "framework/core/accelerator.h"
-#include "framework/core/idle_list.h"
 #include "framework/core/notify.h"
 #include "framework/core/process_entry.h"
+#include "framework/core/timer.h"
 
 class zWindow;
 class zFrameWin;

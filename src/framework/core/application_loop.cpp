@@ -5,10 +5,10 @@
 #include <poll.h>
 #include <array>
 
-#include "framework/core/device.h"
+#include "framework/core/event.h"
 #include "framework/core/frame.h"
-#include "framework/core/messages.h"
-#include "framework/core/x_error_xm.h"
+#include "framework/core/notify.h"
+#include "framework/core/toolkit_xm.h"
 #include "framework/draw/res_id.h"
 #include "resources/builtin_table.h"
 

@@ -9,8 +9,7 @@
 #include <utility>
 
 #include "framework/core/application.h"
-#include "framework/core/control_registry.h"
-#include "framework/core/drop_down.h"
+#include "framework/core/interfaces.h"
 #include "framework/core/x_settings.h"
 #include "framework/draw/font.h"
 #include "framework/draw/measure.h"

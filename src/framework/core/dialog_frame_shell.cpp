@@ -10,7 +10,7 @@
 #include "framework/core/application.h"
 #include "framework/core/connect_xm.h"
 #include "framework/core/desktop_properties.h"
-#include "framework/core/shell_xm.h"
+#include "framework/core/modal_shell.h"
 #include "framework/core/window_events_xm.h"
 
 #include <Xm/DialogS.h>

@@ -4,7 +4,46 @@
 #include <cstdint>
 #include <memory>
 
-#include "framework/core/class_numbers.h"
+/// Numbers by which zEvH::isA asks what an object is.
+enum zClassNumber : int {
+  kClassEvH = 1,
+  kClassWindow = 2,
+  kClassFrameWin = 3,
+  kClassChildWin = 4,
+  kClassAppFrame = 5,
+  kClassDialogFrame = 6,
+  kClassFormDialog = 7,
+  kClassPane = 8,
+  kClassControl = 10,
+  kClassDevice = 12,
+  kClassMenu = 13,
+  kClassSystemMenu = 14,
+  kClassPopupMenu = 15,
+  kClassStaticText = 16,
+  kClassButton = 17,
+  kClassPushButton = 18,
+  kClassDefPushButton = 19,
+  kClassCheckBox = 20,
+  kClassRadioButton = 21,
+  kClassGroupBox = 22,
+  kClassEditBase = 23,
+  kClassEditLine = 24,
+  kClassEditBox = 25,
+  kClassListBoxBase = 26,
+  kClassListBox = 27,
+  kClassListBoxUnsorted = 28,
+  kClassComboBoxBase = 29,
+  kClassComboBox = 30,
+  kClassComboBoxFull = 31,
+  kClassComboBoxStatic = 32,
+  kClassScrollBarBase = 33,
+  kClassScrollBarVert = 34,
+  kClassScrollBarHorz = 35,
+  kClassScrollBarCtrl = 36,
+  kClassMdiAppFrame = 37,
+  kClassMdiChildFrame = 38,
+  kClassCtrlPane = 42,
+};
 
 struct zEvent;
 

@@ -9,9 +9,9 @@
 
 #include "framework/core/application.h"
 #include "framework/core/desktop_properties.h"
-#include "framework/core/device.h"
-#include "framework/core/drop_down.h"
-#include "framework/core/known_colours_xm.h"
+#include "framework/core/interfaces.h"
+#include "framework/core/notify.h"
+#include "framework/core/toolkit_xm.h"
 #include "framework/core/window_events_xm.h"
 #include "framework/core/x_settings.h"
 #include "framework/draw/pictures.h"

@@ -18,7 +18,6 @@
 #include "framework/core/window.h"
 
 #include "framework/core/connect_xm.h"
-#include "framework/core/shell_xm.h"
 #include "framework/core/xm_handles_xm.h"
 
 namespace {

@@ -2,6 +2,9 @@
 
 #include <utility>
 
+#include "framework/core/evh.h"
+#include "framework/core/window.h"
+
 namespace {
 
 constexpr unsigned kAllIds = ~0U;
@@ -79,5 +82,85 @@ int zNotifyNodeDlist::run(zEvent& event) {
 void zNotifyNodeDlist::takeFrom(zNotifyNodeDlist& other) {
   while (zNotifyNode* node = other.nodes.popFront()) {
     nodes.append(node);
+  }
+}
+
+namespace {
+
+constexpr int kClassCount = 80;
+
+}  // namespace
+
+zEvH::zEvH() {
+  markClass(kClassEvH);
+}
+
+zEvH::~zEvH() = default;
+
+int zEvH::handle(zEvent* /*event*/) {
+  return 0;
+}
+
+bool zEvH::isA(int classNumber) const {
+  if (classNumber < 0 || classNumber >= kClassCount) {
+    return false;
+  }
+  return (classBits[classNumber / 8] & (1U << (classNumber % 8))) != 0;
+}
+
+void zEvH::markClass(int classNumber) {
+  auto& bits = classBits[classNumber / 8];
+  bits = static_cast<std::uint8_t>(bits | (1U << (classNumber % 8)));
+}
+
+void zEvH::setState(StateFlag flag, bool on) {
+  stateFlags = static_cast<std::uint16_t>(on ? stateFlags | flag : stateFlags & ~flag);
+}
+
+zDevice::zDevice(zWindow* owner, std::uint32_t mask) : ownerWindow(owner), ownerMask(mask) {
+  markClass(kClassDevice);
+}
+
+zDevice::~zDevice() = default;
+
+int zDevice::dispatch(zEvent* event) {
+  const ziAlive alive(this);
+  if (shared != nullptr && shared->handlers != nullptr && shared->handlers->run(*event) != 0) {
+    return 1;
+  }
+  // A device that a handler destroyed can take no more part in the event.
+  if (!alive) {
+    return 1;
+  }
+  return handlers == nullptr ? 0 : handlers->run(*event);
+}
+
+void zDevice::addHandler(zEvH* target, zHandler member, int message, unsigned idLow,
+                         unsigned idHigh) {
+  ensureHandlers().add(std::make_unique<zNotifyNode>(target, member, message, idLow, idHigh));
+  markOwner();
+}
+
+void zDevice::addHandler(zEvH* target, zHandler member, int message) {
+  ensureHandlers().add(std::make_unique<zNotifyNode>(target, member, message));
+  markOwner();
+}
+
+void zDevice::removeHandler(zEvH* target, zHandler member, int message, unsigned id) {
+  if (handlers != nullptr) {
+    handlers->remove(zEvent::of(message, id), target, member);
+  }
+}
+
+zNotifyNodeDlist& zDevice::ensureHandlers() {
+  if (handlers == nullptr) {
+    handlers = std::make_unique<zNotifyNodeDlist>();
+  }
+  return *handlers;
+}
+
+void zDevice::markOwner() {
+  if (ownerWindow != nullptr) {
+    ownerWindow->addHandlerMask(ownerMask);
   }
 }

@@ -2,8 +2,8 @@
 
 #include <memory>
 
-#include "framework/core/child.h"
-#include "framework/draw/displays.h"
+#include "framework/core/window.h"
+#include "framework/draw/win_display.h"
 
 /// A child window on which the program draws, an XmDrawingArea. It owns a display that is ready
 /// from the first exposure on, and paints a whole burst of exposures in one draw.

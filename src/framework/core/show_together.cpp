@@ -1,4 +1,4 @@
-#include "framework/core/show_together_xm.h"
+#include "framework/core/show_together.h"
 
 #include <algorithm>
 #include <utility>

@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "framework/core/event.h"
+#include "framework/core/interfaces.h"
 #include "framework/core/notify.h"
-#include "framework/core/scroll_interfaces.h"
 #include "framework/draw/color.h"
 #include "framework/draw/font.h"
 #include "framework/draw/pictures.h"
@@ -232,3 +232,17 @@ class zWindow : public zEvH, public ziSizerWindow {
 int zDispatch(zEvent& event, zWindow* window);
 /// The same for mouse and focus classes: no control handlers, no command.
 int zDispatchHandlers(zEvent& event, zWindow* window);
+
+/// A child window: its widget lies inside its parent's.
+class zChildWin : public zWindow {
+ public:
+  static constexpr int kClassNumber = kClassChildWin;
+
+  /// Makes no widget. With no sizer, the window follows its parent's size.
+  zChildWin(zWindow* parent, zSizer* sizer, std::uint32_t style);
+
+  int character(zEvent* event) override;
+  void show(int state = kShowNormal) override;
+
+  virtual void createWidgets();
+};

@@ -1,11 +1,12 @@
 // The road of X events: one procedure for all window widgets, which translates the event, offers it
 // to handlers and then to the window's virtual operation. Any of these may destroy the window.
 
+#include "framework/core/window.h"
+
 #include <cstdio>
 
 #include "framework/core/application.h"
 #include "framework/core/frame.h"
-#include "framework/core/window.h"
 #include "framework/core/window_events_xm.h"
 
 namespace {
@@ -212,4 +213,61 @@ bool isPlainTyping(const zKeyLookup& key, unsigned state) {
   const zApp* app = zApp::instance();
   const unsigned commandKeys = ControlMask | (app != nullptr ? app->altMask() : 0U);
   return key.hasText && byte >= ' ' && byte != kDelete && (state & commandKeys) == 0;
+}
+
+// Scroll bars: their callbacks become scroll messages.
+
+namespace {
+
+struct ScrollStep {
+  int code;
+  int position;
+};
+
+ScrollStep scrollStep(const XmScrollBarCallbackStruct& data, const ziScrollBar& bar) {
+  switch (data.reason) {
+    case XmCR_INCREMENT:
+      return {kScrollLineDown, bar.position() + bar.lineStep()};
+    case XmCR_DECREMENT:
+      return {kScrollLineUp, bar.position() - bar.lineStep()};
+    case XmCR_PAGE_INCREMENT:
+      return {kScrollPageDown, bar.position() + bar.pageStep()};
+    case XmCR_PAGE_DECREMENT:
+      return {kScrollPageUp, bar.position() - bar.pageStep()};
+    case XmCR_TO_TOP:
+      return {kScrollTop, bar.minimum()};
+    case XmCR_TO_BOTTOM:
+      return {kScrollBottom, bar.maximum()};
+    case XmCR_DRAG:
+      return {kScrollThumbTrack, data.value};
+    default:
+      return {kScrollThumbPosition, data.value};
+  }
+}
+
+void scrollWindow(zWindow& window, ziScrollBar* bar, int message,
+                  const XmScrollBarCallbackStruct& data) {
+  if (bar != nullptr) {
+    scrollByWidget(window, *bar, message, data);
+  }
+}
+
+}  // namespace
+
+void scrollByWidget(zWindow& window, ziScrollBar& bar, int message,
+                    const XmScrollBarCallbackStruct& data) {
+  const ScrollStep step = scrollStep(data, bar);
+  zEvent event = zEvent::of(message, step.code);
+  event.xevent = data.event;
+  event.lparam = reinterpret_cast<std::intptr_t>(&bar);
+  bar.setPosition(step.position);
+  window.scroll(&event);
+}
+
+void zVertScrollProc(zWindow& window, XmScrollBarCallbackStruct* data) {
+  scrollWindow(window, window.vertBar(), kMsgVertScroll, *data);
+}
+
+void zHorzScrollProc(zWindow& window, XmScrollBarCallbackStruct* data) {
+  scrollWindow(window, window.horzBar(), kMsgHorzScroll, *data);
 }

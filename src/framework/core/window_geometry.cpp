@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "framework/core/show_together_xm.h"
+#include "framework/core/show_together.h"
 #include "framework/core/window.h"
 #include "framework/core/window_events_xm.h"
 #include "framework/core/xm_handles_xm.h"

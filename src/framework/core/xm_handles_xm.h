@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <string>
 #include <utility>
 
@@ -33,7 +34,18 @@ class zXmString {
 
 /// The font list that shows text in `font` alone. Made once for a font, which stays loaded as long
 /// as the program runs, and never freed: the toolkit loses a part of each list that it is given.
-XmFontList fontListOf(XFontStruct* font);
+inline XmFontList fontListOf(XFontStruct* font) {
+  // Lives as long as the process, beyond its static objects.
+  static auto& lists = *new std::map<XFontStruct*, XmFontList>;
+  XmFontList& list = lists[font];
+  if (list == nullptr) {
+    XmFontListEntry entry =
+        XmFontListEntryCreate(const_cast<char*>(XmFONTLIST_DEFAULT_TAG), XmFONT_IS_FONT, font);
+    list = XmFontListAppendEntry(nullptr, entry);
+    XmFontListEntryFree(&entry);
+  }
+  return list;
+}
 
 /// Text that Xt allocated, as a string of our own; null gives the empty string.
 inline std::string takeXtText(char* text) {

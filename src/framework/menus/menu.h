@@ -3,7 +3,7 @@
 #include <memory>
 #include <span>
 
-#include "framework/core/device.h"
+#include "framework/core/notify.h"
 #include "framework/menus/menu_item.h"
 #include "framework/menus/menu_resource.h"
 

@@ -9,7 +9,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "framework/core/show_together_xm.h"
+#include "framework/core/show_together.h"
 #include "framework/core/xm_handles_xm.h"
 #include "framework/menus/menu_events_xm.h"
 

@@ -7,8 +7,8 @@
 #include <array>
 #include <cstring>
 
-#include "framework/core/device.h"
 #include "framework/core/frame.h"
+#include "framework/core/notify.h"
 #include "framework/draw/measure.h"
 #include "framework/draw/res_id.h"
 #include "framework/draw/x_font_xm.h"

@@ -1,8 +1,7 @@
 #include "framework/visuals/toolbar.h"
 
-#include "framework/core/device.h"
 #include "framework/core/frame.h"
-#include "framework/layout/grav_sizer.h"
+#include "framework/core/notify.h"
 #include "framework/visuals/bevel.h"
 #include "framework/visuals/extra/more_visuals.h"
 

@@ -7,11 +7,10 @@
 #include <string>
 #include <vector>
 
-#include "framework/core/debug_out.h"
-#include "framework/core/device.h"
-#include "framework/core/font_points.h"
+#include "framework/core/event.h"
 #include "framework/core/frame.h"
-#include "framework/core/messages.h"
+#include "framework/core/notify.h"
+#include "framework/core/toolkit_xm.h"
 #include "framework/core/x_settings.h"
 #include "framework/draw/screen.h"
 #include "tests/ui/app_object/loop_helpers.h"

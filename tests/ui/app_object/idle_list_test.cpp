@@ -1,4 +1,4 @@
-#include "framework/core/idle_list.h"
+#include "framework/core/timer.h"
 
 #include <gmock/gmock.h>
 

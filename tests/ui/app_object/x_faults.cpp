@@ -3,7 +3,7 @@
 #include <unistd.h>
 
 #include "framework/core/application.h"
-#include "framework/core/x_error_xm.h"
+#include "framework/core/toolkit_xm.h"
 
 #include <Xm/XmAll.h>
 

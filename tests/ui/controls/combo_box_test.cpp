@@ -6,7 +6,7 @@
 #include <X11/keysym.h>
 
 #include "framework/controls/edit.h"
-#include "framework/core/messages.h"
+#include "framework/core/event.h"
 #include "tests/ui/controls/combo_fixture.h"
 #include "tests/ui/support/ui_test.h"
 

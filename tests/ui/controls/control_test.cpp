@@ -8,7 +8,7 @@
 #include "framework/controls/record_controls.h"
 #include "framework/controls/static_text.h"
 #include "framework/core/application.h"
-#include "framework/core/control_registry.h"
+#include "framework/core/interfaces.h"
 #include "framework/layout/grav_sizer.h"
 #include "resources/dialogs.h"
 #include "tests/ui/controls/list_view.h"

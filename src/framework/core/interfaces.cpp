@@ -1,7 +1,15 @@
-#include "framework/core/control_registry.h"
+#include "framework/core/interfaces.h"
 
 #include <algorithm>
 #include <vector>
+
+ziDropDown* openCombo = nullptr;
+
+void closeOpenDropDown() {
+  if (openCombo != nullptr) {
+    openCombo->hideDropDown();
+  }
+}
 
 namespace {
 

@@ -1,9 +1,0 @@
-#include "framework/core/drop_down.h"
-
-ziDropDown* openCombo = nullptr;
-
-void closeOpenDropDown() {
-  if (openCombo != nullptr) {
-    openCombo->hideDropDown();
-  }
-}
