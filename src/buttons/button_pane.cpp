@@ -40,9 +40,7 @@ ButtonPane::ButtonPane(GroupPane& canvas, zSizer* sizer, const ButtonGroup& show
       model(shown),
       nameWidth(widenedText(canvas.textExtent(shown.name).width)),
       expandedHeight(canvas.metrics().headerHeight) {
-  if (canvas.background() != kNoBackground) {
-    setBackground(canvas.backgroundColour());
-  }
+  takeBackgroundOf(canvas);
   createHeader();
   updateWidths();
   setExpanded(model.expanded ? 1 : 0);

@@ -27,12 +27,6 @@ constexpr int kHorizontalPage = 142;
 constexpr int kPageFrame = 6;
 constexpr int kFrameWidth = 2;
 
-void takeBackground(zWindow& window, const zWindow& from) {
-  if (from.background() != zWindow::kNoBackground) {
-    window.setBackground(from.backgroundColour());
-  }
-}
-
 void prepare(zScrollBarCtrl& bar, zScrollerBase& scroller) {
   bar.setScroller(&scroller);
   bar.scrollPos()->setLine(kLineStep);
@@ -52,14 +46,14 @@ int follow(zWindow* bar) {
 
 Control3dPanel::Control3dPanel(zWindow* parent, zSizer* sizer)
     : zPanel3d(parent, sizer, kPanelStyle, "", -1) {
-  takeBackground(*this, *parent);
+  takeBackgroundOf(*parent);
   setRelief(Relief::sunken);
 }
 
 MainPane::MainPane(zWindow* parent, zSizer* sizer, zScrollBarCtrl& vertical,
                    zScrollBarCtrl& horizontal, ziButtonHost& host)
     : zPane(parent, sizer, kPaneStyle, -1) {
-  takeBackground(*this, *parent);
+  takeBackgroundOf(*parent);
   groups = new GroupPane(this, new zSizer(0, 0, kCanvasSize.width, kCanvasSize.height), vertical,
                          horizontal, host);
   groups->takeInputOf(*this);
@@ -83,7 +77,7 @@ int HorzControlScroller::horzThumbPosition(zEvent* /*event*/) {
 
 ControlPane::ControlPane(zWindow* parent, zSizer* sizer, ziButtonHost& host)
     : zPane(parent, sizer, kPaneStyle, kControlPaneId) {
-  takeBackground(*this, *parent);
+  takeBackgroundOf(*parent);
   createBars();
   mainPane = new MainPane(this, new zSizer(0, 0, 1, 1), *vertical, *horizontal, host);
   panel = new Control3dPanel(this, new zGravSizer(kGravityCentre, 0, this->sizer()));

@@ -22,9 +22,7 @@ DynButton::DynButton(zWindow* parent, zSizer* sizer, int id, const Button& shown
       command(shown),
       document(set),
       host(mainWindow) {
-  if (parent->background() != kNoBackground) {
-    setBackground(parent->backgroundColour());
-  }
+  takeBackgroundOf(*parent);
   keepFocusOnClick();
   setNotify(this, toHandler(&DynButton::onActivated), kNotifyClicked);
 }

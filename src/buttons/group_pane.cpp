@@ -65,9 +65,7 @@ GroupPane::GroupPane(zWindow* parent, zSizer* sizer, zScrollBarCtrl& vertical,
       canvasSize(kCanvasSize),
       labelFont(mainWindow.window().fontHandle()) {
   theGroupPane = this;
-  if (parent->background() != kNoBackground) {
-    setBackground(parent->backgroundColour());
-  }
+  takeBackgroundOf(*parent);
   setFont(zRCFont(kGroupFont), 0);
   if (labelFont.isEmpty()) {
     labelFont = zRCFont(kDefaultFont);

@@ -89,26 +89,15 @@ int IconPane::draw(zEvent* /*event*/) {
   return 1;
 }
 
-ziTellingBox::ziTellingBox(zWindow* parent, const char* title, const Place& size)
+ziTellingBox::ziTellingBox(zWindow* parent, const char* title, const zDialogPlace& size)
     : zFormDialog(parent, new zSizer(0, 0, 1, 1), kDialogStyle) {
   setCaption(title);
   setFont(fontOf(kTextTenths, kFontRegular), 0);
-  const zRect whole = toPixels(size);
+  const zRect whole = inPixels(size);
   moveResize(0, 0, whole.width(), whole.height());
 }
 
-zRect ziTellingBox::toPixels(const Place& place) const {
-  const zDialogUnit pos(place.x, place.y, *fontObject());
-  const zDialogUnit size(place.width, place.height, *fontObject());
-  return {{pos.width(), pos.height()}, size.size()};
-}
-
-zSizer* ziTellingBox::sizerAt(const Place& place) const {
-  const zRect rect = toPixels(place);
-  return new zLeafSizer(rect.left, rect.top, rect.width(), rect.height());
-}
-
-void ziTellingBox::addText(const Place& place, const char* shown, const zRCFont& face) {
+void ziTellingBox::addText(const zDialogPlace& place, const char* shown, const zRCFont& face) {
   auto* label = new zStaticText(this, sizerAt(place), kTextStyle, shown);
   label->setFont(face, 0);
 }
@@ -116,12 +105,12 @@ void ziTellingBox::addText(const Place& place, const char* shown, const zRCFont&
 void ziTellingBox::addOk(int ruleTop, int top) {
   zRect client;
   getInterior(client);
-  const zRect ok = toPixels({0, top, kOkWidth, kOkHeight});
+  const zRect ok = inPixels({0, top, kOkWidth, kOkHeight});
   auto* middle = new zLeafSizer((client.width() - ok.width()) / 2, ok.top, ok.width(), ok.height());
   auto* button = new zDefPushButton(this, middle, kOkStyle, "OK", kDialogOk);
   button->setNotify(this, toHandler(&ziTellingBox::onOk), kNotifyClicked);
   setFirstFocus(*button);
-  const int ruleY = toPixels({0, ruleTop, 0, 0}).top;
+  const int ruleY = inPixels({0, ruleTop, 0, 0}).top;
   new zGroupBox(this, new zLeafSizer(0, ruleY, client.width(), kRuleHeight), kRuleStyle, "", kNoId);
   centre(true);
 }
@@ -133,16 +122,14 @@ int ziTellingBox::onOk(zEvent* /*event*/) {
 
 DAbout::DAbout(zWindow* parent) : ziTellingBox(parent, kTitle, {0, 0, 247, 114}) {
   setIcon(zResId(kIconMain));
-  constexpr Place kIconPlace = {16, 16, 20, 20};
-  constexpr Place kNamePlace = {44, 10, 187, 20};
-  constexpr Place kVersionPlace = {44, 34, 187, 10};
-  constexpr Place kNoticePlace = {44, 52, 187, 24};
+  constexpr zDialogPlace kIconPlace = {16, 16, 20, 20};
+  constexpr zDialogPlace kNamePlace = {44, 10, 187, 20};
+  constexpr zDialogPlace kVersionPlace = {44, 34, 187, 10};
+  constexpr zDialogPlace kNoticePlace = {44, 52, 187, 24};
   constexpr int kRuleTop = 86;
   constexpr int kOkTop = 96;
   auto* iconPane = new IconPane(this, sizerAt(kIconPlace), kStyleChild | kStyleVisible, kNoId);
-  if (background() != kNoBackground) {
-    iconPane->setBackground(backgroundColour());
-  }
+  iconPane->takeBackgroundOf(*this);
   iconPane->setIcon(std::make_unique<zIcon>(zResId(kIconMain)));
   iconPane->show();
   addText(kNamePlace, kName, fontOf(kNameTenths, kNameWeight));
@@ -152,7 +139,7 @@ DAbout::DAbout(zWindow* parent) : ziTellingBox(parent, kTitle, {0, 0, 247, 114})
 }
 
 DCredits::DCredits(zWindow* parent) : ziTellingBox(parent, kTitle, {0, 0, 156, 104}) {
-  constexpr Place kTextPlace = {8, 12, 140, 56};
+  constexpr zDialogPlace kTextPlace = {8, 12, 140, 56};
   constexpr int kRuleTop = 78;
   constexpr int kOkTop = 86;
   addText(kTextPlace, kCredits);

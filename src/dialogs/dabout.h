@@ -34,21 +34,13 @@ class IconPane : public zPane {
 /// dialog units of the box's own font, so that what fits at one resolution fits at each.
 class ziTellingBox : public zFormDialog {
  protected:
-  /// A place in dialog units.
-  struct Place {
-    int x, y, width, height;
-  };
-
   /// `size` is the client's; `title` and the font are set when it is made.
-  ziTellingBox(zWindow* parent, const char* title, const Place& size);
+  ziTellingBox(zWindow* parent, const char* title, const zDialogPlace& size);
 
   /// Puts a centred text of one or several lines there; in `face` unless it is empty.
-  void addText(const Place& place, const char* shown, const zRCFont& face = {});
+  void addText(const zDialogPlace& place, const char* shown, const zRCFont& face = {});
   /// Puts OK across the middle at `top`, and the line above it at `ruleTop`. Ends the layout.
   void addOk(int ruleTop, int top);
-
-  zRect toPixels(const Place& place) const;
-  zSizer* sizerAt(const Place& place) const;
 
  private:
   int onOk(zEvent* event);

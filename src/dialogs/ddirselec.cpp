@@ -25,24 +25,14 @@ constexpr std::uint32_t kListStyle = kStyleControlStop | kStyleBothScrolls;
 constexpr const char* kFace = "helv";
 constexpr zPoint kFontTenths = {50, 100};
 
-/// A place in dialog units.
-struct Place {
-  int x, y, width, height;
-};
-constexpr Place kWhole = {0, 0, 200, 150};
-constexpr Place kLabelPlace = {15, 4, 170, 10};
-constexpr Place kListPlace = {15, 16, 170, 70};
-constexpr Place kPathPlace = {15, 95, 170, 11};
-constexpr Place kSeparatorPlace = {8, 115, 184, 1};
-constexpr Place kOkPlace = {15, 125, 50, 15};
-constexpr Place kCurrentPlace = {75, 125, 50, 15};
-constexpr Place kCancelPlace = {135, 125, 50, 15};
-
-zRect toPixels(const Place& place, const zFont& font) {
-  const zDialogUnit pos(place.x, place.y, font);
-  const zDialogUnit size(place.width, place.height, font);
-  return {{pos.width(), pos.height()}, size.size()};
-}
+constexpr zDialogPlace kWhole = {0, 0, 200, 150};
+constexpr zDialogPlace kLabelPlace = {15, 4, 170, 10};
+constexpr zDialogPlace kListPlace = {15, 16, 170, 70};
+constexpr zDialogPlace kPathPlace = {15, 95, 170, 11};
+constexpr zDialogPlace kSeparatorPlace = {8, 115, 184, 1};
+constexpr zDialogPlace kOkPlace = {15, 125, 50, 15};
+constexpr zDialogPlace kCurrentPlace = {75, 125, 50, 15};
+constexpr zDialogPlace kCancelPlace = {135, 125, 50, 15};
 
 const char* errorText(ziDirectoryTree::Result result) {
   return result == ziDirectoryTree::Result::cannotOpen ? "Error: Cannot open directory!"
@@ -56,7 +46,7 @@ Ddirselec::Ddirselec(zWindow* parent, const std::string& startDirectory)
   setCaption(kTitle);
   const zPrPoint size(kFontTenths.x, kFontTenths.y);
   setFont(zRCFont(zFontSpec(kFace, size, kFontBold, kPitchVariable)), 0);
-  const zRect whole = toPixels(kWhole, *fontObject());
+  const zRect whole = inPixels(kWhole);
   moveResize(0, 0, whole.width(), whole.height());
   makeControls();
   load(startDir.empty() ? "/" : startDir);
@@ -64,19 +54,15 @@ Ddirselec::Ddirselec(zWindow* parent, const std::string& startDirectory)
 }
 
 void Ddirselec::makeControls() {
-  const auto at = [this](const Place& place) {
-    const zRect rect = toPixels(place, *fontObject());
-    return new zLeafSizer(rect.left, rect.top, rect.width(), rect.height());
-  };
-  new zStaticText(this, at(kLabelPlace), kTextStyle, "Directories:");
-  dirList = new zListBox(this, at(kListPlace), kListStyle, kDirList);
-  pathEdit = new zEditLine(this, at(kPathPlace), kEditStyle, "", kPathEdit);
-  new zGroupBox(this, at(kSeparatorPlace), kTextStyle | kButtonGroup, "", -1);
-  auto* ok = new zDefPushButton(this, at(kOkPlace), kButtonStyle | kButtonDefault, "OK", kOk);
-  auto* startAgain =
-      new zPushButton(this, at(kCurrentPlace), kButtonStyle | kButtonPush, "Current", kCurrent);
+  new zStaticText(this, sizerAt(kLabelPlace), kTextStyle, "Directories:");
+  dirList = new zListBox(this, sizerAt(kListPlace), kListStyle, kDirList);
+  pathEdit = new zEditLine(this, sizerAt(kPathPlace), kEditStyle, "", kPathEdit);
+  new zGroupBox(this, sizerAt(kSeparatorPlace), kTextStyle | kButtonGroup, "", -1);
+  auto* ok = new zDefPushButton(this, sizerAt(kOkPlace), kButtonStyle | kButtonDefault, "OK", kOk);
+  auto* startAgain = new zPushButton(this, sizerAt(kCurrentPlace), kButtonStyle | kButtonPush,
+                                     "Current", kCurrent);
   auto* cancel =
-      new zPushButton(this, at(kCancelPlace), kButtonStyle | kButtonPush, "Cancel", kCancel);
+      new zPushButton(this, sizerAt(kCancelPlace), kButtonStyle | kButtonPush, "Cancel", kCancel);
   ok->setNotify(this, toHandler(&Ddirselec::onOk), kNotifyClicked);
   startAgain->setNotify(this, toHandler(&Ddirselec::onCurrent), kNotifyClicked);
   cancel->setNotify(this, toHandler(&Ddirselec::onCancel), kNotifyClicked);

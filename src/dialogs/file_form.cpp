@@ -6,13 +6,13 @@
 #include "dialogs/file_form.h"
 
 #include <filesystem>
+#include <optional>
 #include <system_error>
 
 #include <sys/stat.h>
 
 #include "dialogs/directory_tree.h"
 #include "framework/core/application.h"
-#include "framework/core/desktop_properties.h"
 #include "framework/core/frame.h"
 #include "framework/core/modal_shell.h"
 
@@ -42,6 +42,26 @@ bool isDirectory(const std::string& path) {
   return stat(path.c_str(), &about) == 0 && S_ISDIR(about.st_mode);
 }
 
+Widget createBox(Widget shell, const ziFilePreset& preset) {
+  const zXmString pattern(preset.pattern.c_str());
+  const std::string start =
+      preset.directory.empty() ? workingDirectory().value_or("") : preset.directory;
+  const zXmString directory(start.c_str());
+  Arg arguments[] = {
+      {const_cast<char*>(XmNdeleteResponse), XmDO_NOTHING},
+      {const_cast<char*>(XmNdialogStyle), XmDIALOG_FULL_APPLICATION_MODAL},
+      {const_cast<char*>(XmNautoUnmanage), False},
+      {const_cast<char*>(XmNtextColumns), kTextColumns},
+      {const_cast<char*>(XmNlistVisibleItemCount), kVisibleFiles},
+      {const_cast<char*>(XmNtextAccelerators), reinterpret_cast<XtArgVal>(listKeys())},
+      {const_cast<char*>(XmNpattern), reinterpret_cast<XtArgVal>(pattern.get())},
+      {const_cast<char*>(XmNdirectory), reinterpret_cast<XtArgVal>(directory.get())},
+  };
+  const Cardinal count = XtNumber(arguments) - (start.empty() ? 1 : 0);
+  return XmCreateFileSelectionDialog(shell, const_cast<char*>("FileSelectionBox"), arguments,
+                                     count);
+}
+
 }  // namespace
 
 ziFilePreset makeFilePreset(std::string_view preset, const char* const* filter) {
@@ -64,68 +84,37 @@ ziFilePreset makeFilePreset(std::string_view preset, const char* const* filter) 
   return result;
 }
 
-/// The dialog of one form, from its creation to its end.
-class ziFileSelection {
+/// The dialog of one form.
+class ziFileSelection final : public ziModalBox {
  public:
-  ziFileSelection(zFileForm& form, zFileForm::Target target, Widget shell, const char* title,
+  ziFileSelection(zFileForm::Target wanted, Widget shell, const char* title,
                   const ziFilePreset& preset);
-  ziFileSelection(const ziFileSelection&) = delete;
-  ziFileSelection& operator=(const ziFileSelection&) = delete;
-  ~ziFileSelection();
 
-  void show();
-  bool isFinished() const { return form.isFinished; }
+  std::optional<std::string> chosen;
+  bool isFinished = false;
 
  private:
-  void create(Widget shell, const ziFilePreset& preset);
   void addName(const std::string& name);
-  void onOk();
+  void onOk() override;
   void goTo(const std::string& directory);
-  void onCancel() { form.isFinished = true; }
-  void onDestroy();
+  void onCancel() override { isFinished = true; }
+  void onGone() override { isFinished = true; }
   Widget selectionField() const { return XmFileSelectionBoxGetChild(box, XmDIALOG_TEXT); }
 
-  zFileForm& form;
   zFileForm::Target target;
-  Widget box = nullptr;  ///< null once Motif has destroyed it
-  ziModalShell modalShell;
 };
 
-ziFileSelection::ziFileSelection(zFileForm& owner, zFileForm::Target wanted, Widget shell,
-                                 const char* title, const ziFilePreset& preset)
-    : form(owner), target(wanted) {
-  create(shell, preset);
+ziFileSelection::ziFileSelection(zFileForm::Target wanted, Widget shell, const char* title,
+                                 const ziFilePreset& preset)
+    : target(wanted) {
+  take(createBox(shell, preset), title == nullptr ? "" : title);
   // A long name in a list makes the whole dialog wide.
   Screen* screen = XtScreen(shell);
   XtVaSetValues(XtParent(box), XmNtitle, title == nullptr ? "" : title, XmNmaxWidth,
                 WidthOfScreen(screen) - kScreenMargin, XmNmaxHeight,
                 HeightOfScreen(screen) - kScreenMargin, nullptr);
-  announceWindow(XtParent(box), ziWindowType::dialog, title == nullptr ? "" : title);
   XtUnmanageChild(XmFileSelectionBoxGetChild(box, XmDIALOG_HELP_BUTTON));
   addName(preset.name);
-  connect<&ziFileSelection::onOk>(box, callback::ok, this);
-  connect<&ziFileSelection::onCancel>(box, callback::cancel, this);
-  connect<&ziFileSelection::onDestroy>(box, callback::destroy, this);
-  connect<&ziFileSelection::onCancel>(XtParent(box), kCloseRequest, this);
-}
-
-void ziFileSelection::create(Widget shell, const ziFilePreset& preset) {
-  const zXmString pattern(preset.pattern.c_str());
-  const std::string start =
-      preset.directory.empty() ? workingDirectory().value_or("") : preset.directory;
-  const zXmString directory(start.c_str());
-  Arg arguments[] = {
-      {const_cast<char*>(XmNdeleteResponse), XmDO_NOTHING},
-      {const_cast<char*>(XmNdialogStyle), XmDIALOG_FULL_APPLICATION_MODAL},
-      {const_cast<char*>(XmNautoUnmanage), False},
-      {const_cast<char*>(XmNtextColumns), kTextColumns},
-      {const_cast<char*>(XmNlistVisibleItemCount), kVisibleFiles},
-      {const_cast<char*>(XmNtextAccelerators), reinterpret_cast<XtArgVal>(listKeys())},
-      {const_cast<char*>(XmNpattern), reinterpret_cast<XtArgVal>(pattern.get())},
-      {const_cast<char*>(XmNdirectory), reinterpret_cast<XtArgVal>(directory.get())},
-  };
-  const Cardinal count = XtNumber(arguments) - (start.empty() ? 1 : 0);
-  box = XmCreateFileSelectionDialog(shell, const_cast<char*>("FileSelectionBox"), arguments, count);
 }
 
 void ziFileSelection::addName(const std::string& name) {
@@ -143,9 +132,8 @@ void ziFileSelection::onOk() {
     goTo(name);
     return;
   }
-  form.chosenPath = name;
-  form.isAccepted = true;
-  form.isFinished = true;
+  chosen = name;
+  isFinished = true;
 }
 
 void ziFileSelection::goTo(const std::string& directory) {
@@ -156,47 +144,22 @@ void ziFileSelection::goTo(const std::string& directory) {
   XmTextFieldSetInsertionPosition(field, XmTextFieldGetLastPosition(field));
 }
 
-void ziFileSelection::onDestroy() {
-  box = nullptr;
-  form.isFinished = true;
-}
-
-void ziFileSelection::show() {
-  modalShell.up(XtParent(box));
-  XtManageChild(box);
-  XtPopup(XtParent(box), XtGrabNone);
-}
-
-ziFileSelection::~ziFileSelection() {
-  if (box == nullptr) {
-    return;
-  }
-  // Inside a callback the widgets are only marked and live on, with late events under way to them.
-  disconnect<&ziFileSelection::onCancel>(XtParent(box), kCloseRequest, this);
-  disconnect<&ziFileSelection::onOk>(box, callback::ok, this);
-  disconnect<&ziFileSelection::onCancel>(box, callback::cancel, this);
-  disconnect<&ziFileSelection::onDestroy>(box, callback::destroy, this);
-  modalShell.down();
-  XtUnmanageChild(box);
-  XtDestroyWidget(box);
-}
-
 zFileForm::zFileForm(zWindow* parent, const char* title, const char* preset,
                      const char* const* filter, Target target) {
   Widget shell = shellAbove(parent);
   if (shell == nullptr) {
-    isFinished = true;
     return;
   }
   zApp* app = zApp::instance();
   {
     const zApp::ModalScope scope;
-    ziFileSelection selection(*this, target, shell, title,
+    ziFileSelection selection(target, shell, title,
                               makeFilePreset(preset == nullptr ? "" : preset, filter));
     selection.show();
-    app->pumpWhile([this] { return !isFinished; });
+    app->pumpWhile([&] { return !selection.isFinished; });
+    isAccepted = selection.chosen.has_value();
+    chosenPath = selection.chosen.value_or("");
   }
-  isFinished = true;
   // An outer loop may stand in an idle pass, which hides the end of this form from it.
   app->wake();
 }

@@ -20,10 +20,10 @@ class zFileForm {
   const std::string& path() const { return chosenPath; }
   operator const char*() const { return chosenPath.c_str(); }
 
- protected:
   /// What the name may be the name of.
   enum class Target { anythingButDirectory, anything };
 
+ protected:
   /// `parent` may be null; the form then belongs to the main window, and where there is none
   /// either, nothing is shown. `preset` is a path or name, which may have wild cards, or null.
   /// `filter` alternates descriptions and patterns and ends with two nulls; only its first pattern
@@ -33,11 +33,8 @@ class zFileForm {
   ~zFileForm() = default;
 
  private:
-  friend class ziFileSelection;
-
   std::string chosenPath;
   bool isAccepted = false;
-  bool isFinished = false;
 };
 
 /// Asks for a file that is to exist. On a directory the form stays open and goes there; whether the

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 
 /// Geometry in pixels, unless a user of these types says otherwise.
@@ -49,3 +50,15 @@ struct zRect {
 
   bool operator==(const zRect&) const = default;
 };
+
+/// The place nearest to `pos` at which something of `size` lies inside `outer`; what is too large
+/// begins at 0.
+inline zPoint keptInside(zPoint pos, zDimension size, zDimension outer) {
+  return {std::max(std::min(pos.x, outer.width - size.width), 0),
+          std::max(std::min(pos.y, outer.height - size.height), 0)};
+}
+
+/// `size` with one pixel at least either way: X has no empty windows.
+inline zDimension notEmpty(zDimension size) {
+  return {std::max(size.width, 1), std::max(size.height, 1)};
+}

@@ -28,18 +28,11 @@ int panelHeight() {
   return 2 * letter.height;
 }
 
-// A window without a colour of its own looks as the toolkit draws it, and so do its panes then.
-void takeBackground(zPane& pane, const zWindow& from) {
-  if (from.background() != zWindow::kNoBackground) {
-    pane.setBackground(from.backgroundColour());
-  }
-}
-
 }  // namespace
 
 MyPane::MyPane(zWindow* parent, zSizer* sizer) : zPane(parent, sizer, kMyPaneStyle, -1) {
-  setStyle(style() & ~static_cast<std::uint32_t>(kStyleColourFromParent));
-  takeBackground(*this, *parent);
+  setStyle(style() & ~kStyleColourFromParent);
+  takeBackgroundOf(*parent);
   createCommandPanel();
   textPane =
       std::make_unique<TextPane>(this, new zGravSizer(kGravityCentre, zDimension{}, this->sizer()));
@@ -50,7 +43,7 @@ MyPane::MyPane(zWindow* parent, zSizer* sizer) : zPane(parent, sizer, kMyPaneSty
 void MyPane::createCommandPanel() {
   commandPanel = std::make_unique<zPane>(
       this, new zGravSizer(kGravityBottom, panelHeight(), sizer()), kPanelStyle, -1);
-  takeBackground(*commandPanel, *this);
+  commandPanel->takeBackgroundOf(*this);
   zSizer* strip = commandPanel->sizer();
   auto* labelSizer = new zGravSizer(kGravityLeft, kCommandLineLeft, strip);
   label = std::make_unique<zStaticText>(commandPanel.get(), labelSizer, kLabelStyle, "Command:");

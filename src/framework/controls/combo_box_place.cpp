@@ -3,7 +3,7 @@
 #include <algorithm>
 
 zRect dropDownRect(const zRect& entry, const zDimension& list, const zDimension& screen) {
-  const int left = std::max(0, std::min(entry.left, screen.width - list.width));
+  const int left = keptInside(entry.pos(), list, screen).x;
   const int roomBelow = screen.height - entry.bottom;
   const int roomAbove = entry.top;
   const bool goesBelow = list.height <= roomBelow || roomBelow >= roomAbove;

@@ -105,9 +105,7 @@ void zControl::finishCreation(zControlKind newKind, Widget realWidget, Widget fi
   if ((style() & kStyleDisabled) != 0) {
     applySensitivity(false);
   }
-  if (parent()->fontObject() != nullptr) {
-    setFont(parent()->fontHandle(), 0);
-  }
+  takeParentsFont();
   if (takesParentColour()) {
     setBackground(parent()->backgroundColour());
   }

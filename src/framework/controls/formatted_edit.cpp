@@ -4,10 +4,7 @@
 #include <string>
 #include <utility>
 
-#include "framework/core/application.h"
-#include "framework/core/event.h"
-
-#include <Xm/XmAll.h>
+#include "framework/core/window_events_xm.h"
 
 namespace {
 
@@ -18,12 +15,6 @@ std::string replaced(const RWCString& text, zTextRange range, std::string_view i
   result.replace(static_cast<std::size_t>(range.from),
                  static_cast<std::size_t>(range.to - range.from), inserted);
   return result;
-}
-
-bool isCommandKey(const zEvent& event) {
-  const zApp* app = zApp::instance();
-  const unsigned commandKeys = ControlMask | (app != nullptr ? app->altMask() : 0U);
-  return (event.xevent->xkey.state & commandKeys) != 0;
 }
 
 }  // namespace
@@ -68,7 +59,7 @@ bool zFormattedEdit::verifyChange(zTextRange range, std::string_view inserted) {
 
 int zFormattedEdit::keyArrived(zEvent& event, bool typed) {
   const auto key = static_cast<long>(event.wparam);
-  if (key == kKeyReturn || key == kKeyEscape || isCommandKey(event)) {
+  if (key == kKeyReturn || key == kKeyEscape || isCommandState(event.xevent->xkey.state)) {
     return zEditLine::keyArrived(event, typed);
   }
   const std::optional<zTextRange> selected = selectionRange();

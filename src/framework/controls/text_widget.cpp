@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "framework/core/application.h"
 #include "framework/core/window_events_xm.h"
 #include "support/line_text.h"
 
@@ -18,10 +17,8 @@ bool isStrayKey(const XmTextVerifyCallbackStruct& change) {
   if (isControlCharacter(typed) && typed != '\t' && typed != '\n') {
     return true;
   }
-  const zApp* app = zApp::instance();
-  const unsigned commandKeys = ControlMask | (app != nullptr ? app->altMask() : 0U);
   // The same key may as well paste a character.
-  return (change.event->xkey.state & commandKeys) != 0 &&
+  return isCommandState(change.event->xkey.state) &&
          lookUpKey(change.event->xkey).character == typed;
 }
 

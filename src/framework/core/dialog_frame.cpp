@@ -3,10 +3,10 @@
 
 #include "framework/core/dialog_frame.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <memory>
 #include <utility>
+#include <vector>
 
 #include "framework/core/application.h"
 #include "framework/core/interfaces.h"
@@ -20,6 +20,13 @@
 namespace {
 
 constexpr int kPointTenths = 10;
+
+// Of a dialog resource or of one of its records.
+template <class Resource>
+zDialogPlace placeOf(const Resource& from) {
+  return {static_cast<int>(from.x), static_cast<int>(from.y), static_cast<int>(from.cx),
+          static_cast<int>(from.cy)};
+}
 
 // What does something of its own on Return.
 bool usesReturn(zWindow* window) {
@@ -49,6 +56,17 @@ zDialogFrame::zDialogFrame(zWindow* parent, std::uint32_t resourceId, std::uint3
   fill(*resource);
 }
 
+zRect zDialogFrame::inPixels(const zDialogPlace& place) const {
+  const zDialogUnit pos(place.x, place.y, *fontObject());
+  const zDialogUnit size(place.width, place.height, *fontObject());
+  return {{pos.width(), pos.height()}, size.size()};
+}
+
+zSizer* zDialogFrame::sizerAt(const zDialogPlace& place) const {
+  const zRect rect = inPixels(place);
+  return new zLeafSizer(rect.left, rect.top, rect.width(), rect.height());
+}
+
 void zDialogFrame::chooseFont(const DialogResource& resource) {
   const int points = static_cast<int>(resource.fontSize) + g_XSettings.incFontInDialogBy;
   const zPrPoint size(0, points * kPointTenths);
@@ -57,21 +75,14 @@ void zDialogFrame::chooseFont(const DialogResource& resource) {
 
 void zDialogFrame::fill(const DialogResource& resource) {
   chooseFont(resource);
-  const auto toPixels = [this](std::uint32_t x, std::uint32_t y) {
-    return zDialogUnit(static_cast<int>(x), static_cast<int>(y), *fontObject());
-  };
-  const zDialogUnit pos = toPixels(resource.x, resource.y);
-  const zDialogUnit size = toPixels(resource.cx, resource.cy);
-  moveResize(pos.width(), pos.height(), size.width(), size.height());
+  const zRect place = inPixels(placeOf(resource));
+  moveResize(place.left, place.top, place.width(), place.height());
   if (resource.caption != nullptr) {
     setCaption(resource.caption);
   }
   for (std::size_t i = 0; i < resource.itemCount; ++i) {
     const ControlRecord& record = resource.items[i];
-    const zDialogUnit itemPos = toPixels(record.x, record.y);
-    const zDialogUnit itemSize = toPixels(record.cx, record.cy);
-    auto sizer = std::make_unique<zLeafSizer>(itemPos.width(), itemPos.height(), itemSize.width(),
-                                              itemSize.height());
+    std::unique_ptr<zSizer> sizer(sizerAt(placeOf(record)));
     const zRecordControlMaker make = recordControlMaker();
     zWindow* control = make == nullptr ? nullptr : make(this, record, sizer.get());
     if (control == nullptr) {
@@ -180,17 +191,15 @@ void zDialogFrame::centre(bool overParent) {
   // A window without a frame yet will get one like that of the window that it belongs to.
   const zDimension frame = own.size() == clientSize(*this) ? decorationOfOwner() : zDimension{};
   const zDimension whole = {own.width() + frame.width, own.height() + frame.height};
-  const ziScreen& screen = theScreen();
-  zPoint pos = {(screen.screenWidth - whole.width) / 2, (screen.screenHeight - whole.height) / 2};
+  const zDimension screen = theScreen().size();
+  zRect outer({}, screen);
   if (overParent && parent() != nullptr) {
-    zRect outer;
     parent()->getExterior(outer);
-    pos = {outer.left + (outer.width() - whole.width) / 2,
-           outer.top + (outer.height() - whole.height) / 2};
-    pos = {std::min(pos.x, screen.screenWidth - whole.width),
-           std::min(pos.y, screen.screenHeight - whole.height)};
   }
-  moveResize(std::max(pos.x, 0), std::max(pos.y, 0), own.width(), own.height());
+  const zPoint middle = {outer.left + (outer.width() - whole.width) / 2,
+                         outer.top + (outer.height() - whole.height) / 2};
+  const zPoint pos = keptInside(middle, whole, screen);
+  moveResize(pos.x, pos.y, own.width(), own.height());
 }
 
 int zDialogFrame::press(zWindow* button) {

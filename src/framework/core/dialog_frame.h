@@ -8,6 +8,11 @@
 
 struct DialogResource;
 
+/// A place in dialog units.
+struct zDialogPlace {
+  int x, y, width, height;
+};
+
 /// A top-level dialog: a dialog shell and in it two boards, of which the inner one holds the
 /// controls. It comes up only while it runs; made and shown before that, it waits unseen.
 class zDialogFrame : public zFrameWin {
@@ -41,6 +46,10 @@ class zDialogFrame : public zFrameWin {
 
   /// Places the dialog in the middle of its parent, or of the screen, all of it on the screen.
   void centre(bool overParent);
+  /// A place by the dialog's own font, which must have been set.
+  zRect inPixels(const zDialogPlace& place) const;
+  /// A sizer for a control there; for the control to take.
+  zSizer* sizerAt(const zDialogPlace& place) const;
   /// The control that has the focus when the dialog comes up; otherwise the first that can.
   void setFirstFocus(zWindow& control) { firstFocus = &control; }
 

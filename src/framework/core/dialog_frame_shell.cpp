@@ -73,9 +73,7 @@ void zDialogFrame::createWidgets() {
   addEventHandlers();
   connect<&zDialogFrame::shellFocus>(shellWidget, kFocusEvents, this);
   connect<&zDialogFrame::endDialog>(shellWidget, kCloseRequest, this);
-  if (parent() != nullptr && parent()->fontObject() != nullptr) {
-    setFont(parent()->fontHandle(), 0);
-  }
+  takeParentsFont();
   zDialogFrame::moveResize(place.left, place.top, place.width(), place.height());
 }
 
@@ -110,13 +108,13 @@ void zDialogFrame::moveResize(int x, int y, int width, int height) {
     getExterior(exterior);
     allowance = decorationAllowance(exterior);
   }
-  const int clientWidth = std::max(width - allowance.width, 1);
-  const int clientHeight = std::max(height - allowance.height, 1);
-  XtVaSetValues(mainWidget, XmNx, 0, XmNy, 0, XmNwidth, clientWidth, XmNheight, clientHeight,
+  const zDimension client = notEmpty({width - allowance.width, height - allowance.height});
+  XtVaSetValues(mainWidget, XmNx, 0, XmNy, 0, XmNwidth, client.width, XmNheight, client.height,
                 nullptr);
-  XtVaSetValues(inner, XmNx, x, XmNy, y, XmNwidth, clientWidth, XmNheight, clientHeight, nullptr);
-  XtVaSetValues(shellWidget, XmNx, x, XmNy, y, XmNwidth, clientWidth, XmNheight, clientHeight,
-                nullptr);
+  for (Widget outside : {inner, shellWidget}) {
+    XtVaSetValues(outside, XmNx, x, XmNy, y, XmNwidth, client.width, XmNheight, client.height,
+                  nullptr);
+  }
   sizer()->setPos({x, y});
   sizer()->setSize({width, height});
 }

@@ -67,11 +67,11 @@ zDimension startSize(const ziScreen& screen) {
 
 // Somewhere in the upper left quarter, but all of it on the screen.
 zPoint startPlace(const ziScreen& screen, const zDimension& size) {
-  const auto random = [](int edge, int extent) {
-    return std::min(std::rand() % std::max(edge / 2, 1), std::max(edge - extent, 0));
-  };
-  return {random(screen.screenWidth, size.width + kDecoration.width),
-          random(screen.screenHeight, size.height + kDecoration.height)};
+  const auto random = [](int edge) { return std::rand() % std::max(edge / 2, 1); };
+  const int x = random(screen.screenWidth);
+  const int y = random(screen.screenHeight);
+  return keptInside({x, y}, {size.width + kDecoration.width, size.height + kDecoration.height},
+                    screen.size());
 }
 
 void windowManagerCloses(zAppFrame& /*frame*/) {
@@ -214,9 +214,7 @@ void zFrameWin::createWidgets() {
   readXSettings(app->display(), app->name());
   addEventHandlers();
   chooseStartGeometry();
-  if (parent() != nullptr && parent()->fontObject() != nullptr) {
-    setFont(parent()->fontHandle(), 0);
-  }
+  takeParentsFont();
 }
 
 void zFrameWin::createShell() {

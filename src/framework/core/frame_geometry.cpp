@@ -76,11 +76,8 @@ void zFrameWin::getExterior(zRect& rect) {
                  zDimension{client.width + frame.added.width, client.height + frame.added.height});
     return;
   }
-  const ziScreen& screen = theScreen();
   const zDimension size = sizer()->size();
-  const zPoint pos = {std::max(0, std::min(sizer()->pos().x, screen.screenWidth - size.width)),
-                      std::max(0, std::min(sizer()->pos().y, screen.screenHeight - size.height))};
-  rect = zRect(pos, size);
+  rect = zRect(keptInside(sizer()->pos(), size, theScreen().size()), size);
 }
 
 void zFrameWin::setShowState(int state) {
@@ -116,7 +113,7 @@ void zFrameWin::setIconicHint() {
 }
 
 void zFrameWin::maximize() {
-  const zDimension size = {theScreen().screenWidth, theScreen().screenHeight};
+  const zDimension size = theScreen().size();
   sizer()->setPos({0, 0});
   sizer()->setSize(size);
   for (Widget part : {shellWidget, inner, mainWidget}) {

@@ -12,7 +12,6 @@
 #include <string_view>
 
 #include "framework/core/application.h"
-#include "framework/core/desktop_properties.h"
 #include "framework/core/frame.h"
 #include "framework/core/modal_shell.h"
 #include "framework/core/window.h"
@@ -123,36 +122,29 @@ void addScrolledText(Widget box, const char* text) {
 
 }  // namespace
 
-/// The dialog of one box, from its creation to its end.
-class ziMessageBox {
+/// The dialog of one box.
+class ziMessageBox final : public ziModalBox {
  public:
-  ziMessageBox(zMessage& message, Widget shell, const char* text, const char* title, int style);
-  ziMessageBox(const ziMessageBox&) = delete;
-  ziMessageBox& operator=(const ziMessageBox&) = delete;
-  ~ziMessageBox();
-
-  void show();
+  ziMessageBox(zMessage& owner, Widget shell, const char* text, const char* title, int style);
+  ~ziMessageBox() override;
 
  private:
-  void onOk() { answer(values[0]); }
-  void onCancel() { answer(values[1]); }
-  void onHelp() { answer(values[2]); }
-  void onClose() { answer(closeValue); }
-  void onDestroy();
+  void onOk() override { pressed(0); }
+  void onCancel() override { pressed(1); }
+  void onHelp() override { pressed(2); }
+  void onClose() override { answer(closeValue); }
+  void onGone() override { done = true; }
   bool onKey(XEvent& event);
+  void pressed(std::size_t button);
   void answer(int value);
 
-  void create(Widget shell, const char* text, const char* title, int style);
   void setUpButtons(const Buttons& buttons);
-  void setUpClosing(const Buttons& buttons);
-  void removeCallbacks();
+  void softenModality();
 
   static constexpr zEventKinds kKeys{KeyPressMask, false, XtListHead};
 
   zMessage& message;
   std::array<int, 3> values{};  ///< answers of the buttons
-  Widget box = nullptr;         ///< null once Motif has destroyed it
-  ziModalShell modalShell;
   int closeValue = kAnswerNone;
 };
 
@@ -167,20 +159,7 @@ Widget buttonWidget(Widget box, std::size_t index) {
   return XmMessageBoxGetChild(box, kButtonChildren[index]);
 }
 
-}  // namespace
-
-ziMessageBox::ziMessageBox(zMessage& owner, Widget shell, const char* text, const char* title,
-                           int style)
-    : message(owner) {
-  const Buttons buttons = buttonsOf(style);
-  values = {buttons[0].value, buttons[1].value, buttons[2].value};
-  create(shell, text, title, style);
-  setUpButtons(buttons);
-  setUpClosing(buttons);
-  connect<&ziMessageBox::onDestroy>(box, callback::destroy, this);
-}
-
-void ziMessageBox::create(Widget shell, const char* text, const char* title, int style) {
+Widget createBox(zMessage& message, Widget shell, const char* text, const char* title, int style) {
   const bool isShort = fitsLabel(text);
   const zXmString messageString(isShort ? text : "");
   const zXmString titleString(title);
@@ -194,10 +173,34 @@ void ziMessageBox::create(Widget shell, const char* text, const char* title, int
       {const_cast<char*>(XmNautoUnmanage), False},
       {const_cast<char*>(XmNdialogStyle), dialogStyleOf(style)},
   };
-  box = makerOf(style)(shell, const_cast<char*>("MessageBox"), arguments, XtNumber(arguments));
-  announceWindow(XtParent(box), ziWindowType::dialog, title);
+  Widget box =
+      makerOf(style)(shell, const_cast<char*>("MessageBox"), arguments, XtNumber(arguments));
   if (!isShort) {
     addScrolledText(box, text);
+  }
+  return box;
+}
+
+}  // namespace
+
+ziMessageBox::ziMessageBox(zMessage& owner, Widget shell, const char* text, const char* title,
+                           int style)
+    : message(owner) {
+  const Buttons buttons = buttonsOf(style);
+  values = {buttons[0].value, buttons[1].value, buttons[2].value};
+  const bool hasCancel = std::find(values.begin(), values.end(), kAnswerCancel) != values.end();
+  closeValue = hasCancel ? kAnswerCancel : values[1];
+  take(createBox(message, shell, text, title, style), title);
+  setUpButtons(buttons);
+  softenModality();
+  // Motif's own Escape presses the second button, which is not the one called Cancel everywhere and
+  // may not be there.
+  connect<&ziMessageBox::onKey>(box, kKeys, this);
+}
+
+ziMessageBox::~ziMessageBox() {
+  if (box != nullptr) {
+    disconnect<&ziMessageBox::onKey>(box, kKeys, this);
   }
 }
 
@@ -211,24 +214,16 @@ void ziMessageBox::setUpButtons(const Buttons& buttons) {
       XtUnmanageChild(button);
     }
   }
-  connect<&ziMessageBox::onOk>(box, callback::ok, this);
-  if (values[1] != kAnswerNone) {
-    connect<&ziMessageBox::onCancel>(box, callback::cancel, this);
-  }
-  if (values[2] != kAnswerNone) {
-    connect<&ziMessageBox::onHelp>(box, callback::help, this);
-  }
 }
 
-void ziMessageBox::setUpClosing(const Buttons& buttons) {
-  const auto cancel = std::find_if(buttons.begin(), buttons.end(), [](const Button& button) {
-    return button.value == kAnswerCancel;
-  });
-  closeValue = cancel != buttons.end() ? kAnswerCancel : values[1];
-  // Motif's own Escape presses the second button, which is not the one called Cancel everywhere and
-  // may not be there.
-  connect<&ziMessageBox::onKey>(box, kKeys, this);
-  connect<&ziMessageBox::onClose>(XtParent(box), kCloseRequest, this);
+// The window manager would give the keyboard to nothing else, not even to a dialog that comes up
+// over the box: neither could then be answered.
+void ziMessageBox::softenModality() {
+  int inputMode = MWM_INPUT_MODELESS;
+  XtVaGetValues(XtParent(box), XmNmwmInputMode, &inputMode, nullptr);
+  if (inputMode == MWM_INPUT_SYSTEM_MODAL) {
+    XtVaSetValues(XtParent(box), XmNmwmInputMode, MWM_INPUT_FULL_APPLICATION_MODAL, nullptr);
+  }
 }
 
 bool ziMessageBox::onKey(XEvent& event) {
@@ -242,48 +237,16 @@ bool ziMessageBox::onKey(XEvent& event) {
   return keysym == osfXK_Cancel;
 }
 
-void ziMessageBox::show() {
-  Widget shell = XtParent(box);
-  modalShell.up(shell);
-  int inputMode = MWM_INPUT_MODELESS;
-  XtVaGetValues(shell, XmNmwmInputMode, &inputMode, nullptr);
-  if (inputMode == MWM_INPUT_SYSTEM_MODAL) {
-    // The window manager would give the keyboard to nothing else, not even to a dialog that comes
-    // up over the box: neither could then be answered.
-    XtVaSetValues(shell, XmNmwmInputMode, MWM_INPUT_FULL_APPLICATION_MODAL, nullptr);
+// The keys that mean a button may come where it is not there.
+void ziMessageBox::pressed(std::size_t button) {
+  if (values[button] != kAnswerNone) {
+    answer(values[button]);
   }
-  XtManageChild(box);
-  XtPopup(shell, XtGrabNone);
 }
 
 void ziMessageBox::answer(int value) {
   message.result = value;
   done = true;
-}
-
-void ziMessageBox::onDestroy() {
-  box = nullptr;
-  done = true;
-}
-
-void ziMessageBox::removeCallbacks() {
-  disconnect<&ziMessageBox::onClose>(XtParent(box), kCloseRequest, this);
-  disconnect<&ziMessageBox::onKey>(box, kKeys, this);
-  disconnect<&ziMessageBox::onOk>(box, callback::ok, this);
-  disconnect<&ziMessageBox::onCancel>(box, callback::cancel, this);
-  disconnect<&ziMessageBox::onHelp>(box, callback::help, this);
-  disconnect<&ziMessageBox::onDestroy>(box, callback::destroy, this);
-}
-
-ziMessageBox::~ziMessageBox() {
-  if (box == nullptr) {
-    return;
-  }
-  // Inside a callback the widget is only marked and lives on, with late events under way to it.
-  removeCallbacks();
-  modalShell.down();
-  XtUnmanageChild(box);
-  XtDestroyWidget(box);
 }
 
 zMessage::zMessage(zWindow* parent, const char* text, const char* title, int style) {

@@ -94,6 +94,42 @@ void ziModalShell::raiseNewest() {
   }
 }
 
+void ziModalBox::take(Widget made, const char* title) {
+  box = made;
+  announceWindow(XtParent(box), ziWindowType::dialog, title);
+  connect<&ziModalBox::onOk>(box, callback::ok, this);
+  connect<&ziModalBox::onCancel>(box, callback::cancel, this);
+  connect<&ziModalBox::onHelp>(box, callback::help, this);
+  connect<&ziModalBox::destroyed>(box, callback::destroy, this);
+  connect<&ziModalBox::onClose>(XtParent(box), kCloseRequest, this);
+}
+
+void ziModalBox::show() {
+  modalShell.up(XtParent(box));
+  XtManageChild(box);
+  XtPopup(XtParent(box), XtGrabNone);
+}
+
+void ziModalBox::destroyed() {
+  box = nullptr;
+  onGone();
+}
+
+ziModalBox::~ziModalBox() {
+  if (box == nullptr) {
+    return;
+  }
+  // Inside a callback the widgets are only marked and live on, with late events under way to them.
+  disconnect<&ziModalBox::onOk>(box, callback::ok, this);
+  disconnect<&ziModalBox::onCancel>(box, callback::cancel, this);
+  disconnect<&ziModalBox::onHelp>(box, callback::help, this);
+  disconnect<&ziModalBox::destroyed>(box, callback::destroy, this);
+  disconnect<&ziModalBox::onClose>(XtParent(box), kCloseRequest, this);
+  modalShell.down();
+  XtUnmanageChild(box);
+  XtDestroyWidget(box);
+}
+
 Widget shellAbove(zWindow* parent) {
   if (parent == nullptr || parent->widget() == nullptr) {
     parent = zApp::instance()->mainWindow();

@@ -76,6 +76,37 @@ class ziModalShell {
   ziKeyGuard keyGuard;
 };
 
+/// A modal box of the toolkit's own, from its creation to its end. Everything may happen while it
+/// waits, the destruction of its widgets included; and they may live on for a moment, but nothing
+/// comes from them any more once this is gone.
+class ziModalBox {
+ public:
+  ziModalBox() = default;
+  ziModalBox(const ziModalBox&) = delete;
+  ziModalBox& operator=(const ziModalBox&) = delete;
+  virtual ~ziModalBox();
+
+  void show();
+
+ protected:
+  /// Takes over `made`, a box in a shell of its own, and tells its window type and title.
+  void take(Widget made, const char* title);
+  virtual void onOk() = 0;
+  virtual void onCancel() = 0;
+  virtual void onHelp() {}
+  /// The window manager asks to close it.
+  virtual void onClose() { onCancel(); }
+  /// The widgets are being destroyed.
+  virtual void onGone() = 0;
+
+  Widget box = nullptr;  ///< null once it is gone
+
+ private:
+  void destroyed();
+
+  ziModalShell modalShell;
+};
+
 class zWindow;
 
 /// The shell that a dialog of `parent` belongs to: the parent's own, or the main window's where the

@@ -47,7 +47,7 @@ void configure(Widget widget, int x, int y, int width, int height) {
 
 zPane::zPane(zWindow* parent, zSizer* sizer, std::uint32_t style, int id, Create create)
     : zChildWin(parent, sizer, style),
-      ownDisplay(std::make_unique<zWinDisplay>(*this)),
+      ziPainted(static_cast<zWindow&>(*this)),
       currentDisplay(ownDisplay.get()) {
   markClass(kClassPane);
   setClassName("PaneWindowCL");
@@ -61,7 +61,7 @@ zPane::zPane(zWindow* parent, zSizer* sizer, std::uint32_t style, int id, Create
 
 zPane::zPane(zWindow* parent, int id)
     : zChildWin(parent, new zSizer(nullptr), 0),
-      ownDisplay(std::make_unique<zWinDisplay>(*this)),
+      ziPainted(static_cast<zWindow&>(*this)),
       currentDisplay(ownDisplay.get()) {
   markClass(kClassPane);
   setId(id);
@@ -69,7 +69,7 @@ zPane::zPane(zWindow* parent, int id)
   if (zWindow* replaced = siblingById(id); replaced != nullptr) {
     adoptFrom(*replaced);
     placeholder.reset(replaced);
-    connect<&zPane::zPaneExposeProc>(mainWidget, kExposures, this);
+    connect<&ziPainted::zPaneExposeProc>(mainWidget, kExposures, this);
     ownDisplay->setXWindow(XtWindow(mainWidget));
   }
 }
@@ -82,7 +82,7 @@ zPane::~zPane() {
 
 void zPane::removeEventHandlers() {
   zChildWin::removeEventHandlers();
-  disconnect<&zPane::zPaneExposeProc>(mainWidget, kExposures, this);
+  disconnect<&ziPainted::zPaneExposeProc>(mainWidget, kExposures, this);
 }
 
 void zPane::createWidgets() {
@@ -93,7 +93,7 @@ void zPane::createWidgets() {
   }
   // A size that was not set counts as too large, too.
   if (size.width > kLargestExtent || size.height > kLargestExtent) {
-    size = {theScreen().screenWidth, theScreen().screenHeight};
+    size = theScreen().size();
   }
   const bool traversal = (style() & kStyleTabStop) != 0;
   mainWidget = XtVaCreateWidget(
@@ -111,11 +111,9 @@ void zPane::createWidgets() {
   }
   createScrollBars();
   connect<&zWindow::zWindowEventProc>(mainWidget, kWindowEvents, this);
-  connect<&zPane::zPaneExposeProc>(mainWidget, kExposures, this);
+  connect<&ziPainted::zPaneExposeProc>(mainWidget, kExposures, this);
   ownDisplay->setXWindow(XtWindow(mainWidget));
-  if (parent()->fontObject() != nullptr) {
-    setFont(parent()->fontHandle(), 0);
-  }
+  takeParentsFont();
 }
 
 void zPane::setReachable(bool on) {
@@ -263,7 +261,7 @@ int zPane::scroll(zEvent* event) {
   const int dy = -wanted.y - origin.y;
   if (dx != 0 || dy != 0) {
     currentDisplay->setOrigin({-wanted.x, -wanted.y});
-    scrollRect(dx, dy, zRect(zPoint{}, {theScreen().screenWidth, theScreen().screenHeight}));
+    scrollRect(dx, dy, zRect({}, theScreen().size()));
     update();
   }
   return 0;

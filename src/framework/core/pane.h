@@ -5,9 +5,40 @@
 #include "framework/core/window.h"
 #include "framework/draw/win_display.h"
 
+/// What is common to the windows that the program paints: a display, which is ready from the first
+/// exposure on, and the way from a burst of exposures to one draw.
+class ziPainted : public ziDisplayOwner {
+ public:
+  /// Paints; called with the display locked on the exposed region.
+  virtual int draw(zEvent* event) = 0;
+  /// The display is about to become ready: the first exposure is here.
+  virtual void displayReady() {}
+  /// Paints what an exposure of the window's widget tells, and all others that wait.
+  void zPaneExposeProc(XEvent& event);
+
+ protected:
+  explicit ziPainted(zWindow& window)
+      : painted(window), ownDisplay(std::make_unique<zWinDisplay>(*this)) {}
+
+  /// The paint itself. The window may be gone afterwards.
+  virtual void expose(XEvent& event);
+
+  // What the display asks.
+  Window displayWindow() const override;
+  unsigned long backgroundPixel() const override;
+  int displayPaintLock() const override;
+  zRCFont displayFont() const override;
+
+ private:
+  zWindow& painted;
+
+ protected:
+  std::unique_ptr<zWinDisplay> ownDisplay;
+};
+
 /// A child window on which the program draws, an XmDrawingArea. It owns a display that is ready
 /// from the first exposure on, and paints a whole burst of exposures in one draw.
-class zPane : public zChildWin, public ziDisplayOwner {
+class zPane : public zChildWin, public ziPainted {
  public:
   static constexpr int kClassNumber = kClassPane;
 
@@ -19,12 +50,7 @@ class zPane : public zChildWin, public ziDisplayOwner {
   zPane(zWindow* parent, int id);
   ~zPane() override;
 
-  /// Paints; called with the display locked on the exposed region.
-  virtual int draw(zEvent* event);
-  /// The display has become ready: the first exposure is here.
-  virtual void displayReady();
-  /// Paints what an exposure of the pane's widget tells, and all others that wait.
-  void zPaneExposeProc(XEvent& event);
+  int draw(zEvent* event) override;
   virtual void scrollRect(int dx, int dy, const zRect& rect);
 
   int scroll(zEvent* event) override;
@@ -51,24 +77,16 @@ class zPane : public zChildWin, public ziDisplayOwner {
 
  protected:
   void removeEventHandlers() override;
+  void expose(XEvent& event) override;
 
  private:
-  // What the display asks.
-  Window displayWindow() const override;
-  unsigned long backgroundPixel() const override;
-  int displayPaintLock() const override;
-  zRCFont displayFont() const override;
   zDimension clientSize() const override;
-
-  void makeReady(const XEvent& event);
-  void expose(XEvent& event);
   zWindow* siblingById(int id);
   void createScrollBars();
   void placeWithScrollBars(int x, int y, int width, int height);
   zDimension scrollBarExtents() const;
   void keepOuterSize(const zEvent* event);
 
-  std::unique_ptr<zWinDisplay> ownDisplay;
   zDisplay* currentDisplay;
   zDisplayStack displayStack;
   std::unique_ptr<zWindow> placeholder;

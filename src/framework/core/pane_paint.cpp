@@ -41,49 +41,73 @@ void addQueuedExposures(Display* display, Window window, const zDimension& whole
 
 }  // namespace
 
-void zPane::makeReady(const XEvent& event) {
-  if (vertScrollWidget == nullptr && horzScrollWidget == nullptr) {
+void ziPainted::zPaneExposeProc(XEvent& event) {
+  if (event.type == Expose || event.type == GraphicsExpose) {
+    expose(event);
+  }
+}
+
+void ziPainted::expose(XEvent& event) {
+  if (!ownDisplay->isReady()) {
+    ownDisplay->makeReady(event.xany.display, event.xany.window);
+    displayReady();
+  }
+  const zDimension whole = clientSize();
+  zRegion region;
+  region.add(exposedRect(event, whole));
+  addQueuedExposures(event.xany.display, event.xany.window, whole, region);
+  const ziAlive alive(&painted);
+  ownDisplay->takeInvalidRects(region);
+  ownDisplay->beginPaint(std::move(region));
+  zEvent paint;
+  paint.xevent = &event;
+  paint.window = &painted;
+  draw(&paint);
+  if (alive) {
+    ownDisplay->endPaint();
+  }
+}
+
+Window ziPainted::displayWindow() const {
+  Widget widget = painted.widget();
+  return widget != nullptr && XtIsRealized(widget) ? XtWindow(widget) : None;
+}
+
+unsigned long ziPainted::backgroundPixel() const {
+  Pixel pixel = 0;
+  if (painted.widget() != nullptr) {
+    XtVaGetValues(painted.widget(), XmNbackground, &pixel, nullptr);
+  }
+  return pixel;
+}
+
+int ziPainted::displayPaintLock() const {
+  return static_cast<int>(painted.paintLocks());
+}
+
+zRCFont ziPainted::displayFont() const {
+  if (!painted.fontHandle().isEmpty() || painted.parent() == nullptr) {
+    return painted.fontHandle();
+  }
+  return painted.parent()->fontHandle();
+}
+
+void zPane::expose(XEvent& event) {
+  if (!ownDisplay->isReady() && vertScrollWidget == nullptr && horzScrollWidget == nullptr) {
     Position x = 0;
     Position y = 0;
     XtVaGetValues(mainWidget, XmNx, &x, XmNy, &y, nullptr);
     sizer()->setPos({x, y});
     sizer()->setSize(widgetSize(mainWidget));
   }
-  ownDisplay->makeReady(event.xany.display, event.xany.window);
-  displayReady();
-}
-
-void zPane::expose(XEvent& event) {
-  if (!ownDisplay->isReady()) {
-    makeReady(event);
-  }
-  const zDimension whole = clientSize();
-  zRegion region;
-  region.add(exposedRect(event, whole));
-  addQueuedExposures(event.xany.display, event.xany.window, whole, region);
   const bool isPushed = currentDisplay != ownDisplay.get();
   if (isPushed) {
     pushDisplay(ownDisplay.get());
   }
   const ziAlive alive(this);
-  ownDisplay->takeInvalidRects(region);
-  ownDisplay->beginPaint(std::move(region));
-  zEvent paint;
-  paint.xevent = &event;
-  paint.window = this;
-  draw(&paint);
-  if (!alive) {
-    return;
-  }
-  ownDisplay->endPaint();
-  if (isPushed) {
+  ziPainted::expose(event);
+  if (alive && isPushed) {
     popDisplay();
-  }
-}
-
-void zPane::zPaneExposeProc(XEvent& event) {
-  if (event.type == Expose || event.type == GraphicsExpose) {
-    expose(event);
   }
 }
 
@@ -92,8 +116,6 @@ int zPane::draw(zEvent* /*event*/) {
   currentDisplay->unlock();
   return 0;
 }
-
-void zPane::displayReady() {}
 
 void zPane::update() {
   if (!isRealized() || !ownDisplay->hasInvalidRects()) {
@@ -127,7 +149,7 @@ void zPane::scrollRect(int dx, int dy, const zRect& rect) {
     return;
   }
   zRect area = rect;
-  const zRect everything(zPoint{}, {theScreen().screenWidth, theScreen().screenHeight});
+  const zRect everything({}, theScreen().size());
   if (rect == everything) {
     area = zRect(zPoint{}, clientSize());
   }
@@ -149,29 +171,6 @@ void zPane::scrollRect(int dx, int dy, const zRect& rect) {
     const int top = dy > 0 ? area.top : area.bottom - height;
     freeStrip(zRect(zPoint{area.left, top}, zDimension{area.width(), height}));
   }
-}
-
-Window zPane::displayWindow() const {
-  return isRealized() ? XtWindow(mainWidget) : None;
-}
-
-unsigned long zPane::backgroundPixel() const {
-  Pixel pixel = 0;
-  if (mainWidget != nullptr) {
-    XtVaGetValues(mainWidget, XmNbackground, &pixel, nullptr);
-  }
-  return pixel;
-}
-
-int zPane::displayPaintLock() const {
-  return static_cast<int>(paintLock);
-}
-
-zRCFont zPane::displayFont() const {
-  if (!fontHandle().isEmpty() || parent() == nullptr) {
-    return fontHandle();
-  }
-  return parent()->fontHandle();
 }
 
 zDimension zPane::clientSize() const {

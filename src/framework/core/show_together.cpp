@@ -4,6 +4,8 @@
 #include <utility>
 #include <vector>
 
+#include <X11/Intrinsic.h>
+
 namespace {
 
 int openScopes = 0;

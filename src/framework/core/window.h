@@ -68,6 +68,8 @@ class zWindow : public zEvH, public ziSizerWindow {
   virtual void getExterior(zRect& rect);
   virtual void setShowState(int state);
   virtual void setBackground(const zColor& colour);
+  /// The background of `other`, unless that has none of its own and looks as the toolkit draws it.
+  void takeBackgroundOf(const zWindow& other);
   virtual void show(int state = kShowNormal);
   virtual void update();
   virtual int enable();
@@ -75,6 +77,8 @@ class zWindow : public zEvH, public ziSizerWindow {
   virtual void setFontSpec(const zFontSpec& spec, int redraw);
   /// Shares `font` with this window and its children; an empty handle changes nothing.
   virtual void setFont(const zRCFont& newFont, int redraw);
+  /// That of the parent, if there is one.
+  void takeParentsFont();
   /// Asks for a repaint of `rect` (of everything with null); does nothing while paintLock is set.
   virtual void invalidate(zRect* rect, int erase);
   virtual void invalidateRegion(zRegion* region, int erase);
@@ -139,6 +143,7 @@ class zWindow : public zEvH, public ziSizerWindow {
   void setCursor(const zCursor& cursor);
   void lockPaint() { ++paintLock; }
   void unlockPaint() { --paintLock; }
+  std::uint32_t paintLocks() const { return paintLock; }
 
   /// Gives the input focus to this window 150 milliseconds from now, replacing a pending request.
   virtual void startFocusTimer();

@@ -207,12 +207,15 @@ zKeyLookup lookUpKey(XKeyEvent& event) {
   return {static_cast<long>(keysym), static_cast<signed char>(bytes[0]), count > 0};
 }
 
+bool isCommandState(unsigned state) {
+  const zApp* app = zApp::instance();
+  return (state & (ControlMask | (app != nullptr ? app->altMask() : 0U))) != 0;
+}
+
 bool isPlainTyping(const zKeyLookup& key, unsigned state) {
   constexpr unsigned char kDelete = 0x7F;
   const auto byte = static_cast<unsigned char>(key.character);
-  const zApp* app = zApp::instance();
-  const unsigned commandKeys = ControlMask | (app != nullptr ? app->altMask() : 0U);
-  return key.hasText && byte >= ' ' && byte != kDelete && (state & commandKeys) == 0;
+  return key.hasText && byte >= ' ' && byte != kDelete && !isCommandState(state);
 }
 
 // Scroll bars: their callbacks become scroll messages.

@@ -38,6 +38,8 @@ struct zKeyLookup {
   long code() const { return character != 0 ? character : keysym; }
 };
 zKeyLookup lookUpKey(XKeyEvent& event);
+/// Whether Control or Alt is down in `state`: such keys are commands.
+bool isCommandState(unsigned state);
 /// Whether a key puts a character into a text: a printable one, without Control and Alt in `state`.
 bool isPlainTyping(const zKeyLookup& key, unsigned state);
 

@@ -41,6 +41,12 @@ void zWindow::setBackground(const zColor& colour) {
   }
 }
 
+void zWindow::takeBackgroundOf(const zWindow& other) {
+  if (other.backPixel != kNoBackground) {
+    setBackground(other.backgroundRgb);
+  }
+}
+
 void zWindow::show(int state) {
   if (hasState(kShown)) {
     setShowState(state);
@@ -102,6 +108,12 @@ void zWindow::setFont(const zRCFont& newFont, int redraw) {
   }
 }
 
+void zWindow::takeParentsFont() {
+  if (parentWindow != nullptr && parentWindow->fontObject() != nullptr) {
+    setFont(parentWindow->font, 0);
+  }
+}
+
 void zWindow::applyFontToWidget() {
   const zFont* current = fontObject();
   if (mainWidget == nullptr || current == nullptr || current->xFont() == nullptr) {
@@ -126,14 +138,13 @@ void zWindow::invalidateRegion(zRegion* region, int erase) {
 
 void zWindow::moveResize(int x, int y, int width, int height) {
   if (mainWidget != nullptr) {
-    // X has no empty windows; a strip that was laid out to nothing keeps one pixel.
-    const int shownWidth = std::max(width, 1);
-    const int shownHeight = std::max(height, 1);
+    // A strip that was laid out to nothing keeps one pixel.
+    const zDimension shown = notEmpty({width, height});
     if (isRealized()) {
       XMoveResizeWindow(XtDisplay(mainWidget), XtWindow(mainWidget), x, y,
-                        static_cast<unsigned>(shownWidth), static_cast<unsigned>(shownHeight));
+                        static_cast<unsigned>(shown.width), static_cast<unsigned>(shown.height));
     }
-    XtVaSetValues(mainWidget, XmNx, x, XmNy, y, XmNwidth, shownWidth, XmNheight, shownHeight,
+    XtVaSetValues(mainWidget, XmNx, x, XmNy, y, XmNwidth, shown.width, XmNheight, shown.height,
                   nullptr);
   }
   ownSizer->setPos({x, y});

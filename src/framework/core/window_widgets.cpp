@@ -41,9 +41,7 @@ void zChildWin::createWidgets() {
   }
   sizer()->setPos(place.pos());
   connect<&zWindow::zWindowEventProc>(mainWidget, kWindowEvents, this);
-  if (parent()->fontObject() != nullptr) {
-    setFont(parent()->fontHandle(), 0);
-  }
+  takeParentsFont();
 }
 
 void zChildWin::show(int state) {

@@ -25,6 +25,7 @@ struct ziScreen {
   int screenHeightMM = 0;
   int dotsPerInchX = 0;
   int dotsPerInchY = 0;
+  zDimension size() const { return {screenWidth, screenHeight}; }
   std::string defaultFontName;
   std::unique_ptr<ziXFont> defaultFont;  ///< null when not even the fallback could be loaded
 

@@ -43,11 +43,12 @@ int lineHeight(zDisplay& display) {
 
 // Below the pointer, or above it where there is no room.
 zPoint placeFor(const zPoint& pointer, const zDimension& size) {
-  const ziScreen& screen = theScreen();
-  const int x = std::min(pointer.x + kFromPointer.x, screen.screenWidth - size.width);
+  const zDimension screen = theScreen().size();
   const int below = pointer.y + kFromPointer.y;
-  const bool fits = below + size.height <= screen.screenHeight;
-  return {std::max(x, 0), std::max(fits ? below : pointer.y - kFromPointer.x - size.height, 0)};
+  const bool fits = below + size.height <= screen.height;
+  return keptInside(
+      {pointer.x + kFromPointer.x, fits ? below : pointer.y - kFromPointer.x - size.height}, size,
+      screen);
 }
 
 }  // namespace
@@ -75,7 +76,7 @@ void ziToolHelper::createWidgets() {
                                        this, XmNmarginHeight, 0, XmNmarginWidth, 0, XmNborderWidth,
                                        0, XmNtraversalOn, False, nullptr);
   connect<&zWindow::zWindowEventProc>(mainWidget, kWindowEvents, this);
-  connect<&zPane::zPaneExposeProc>(mainWidget, kExposures, this);
+  connect<&ziPainted::zPaneExposeProc>(mainWidget, kExposures, this);
   setBackground(backgroundColour());
   const zPrPoint size(0, kTenthsOfPoint);
   zPane::setFont(zRCFont(zFontSpec(kFace, size.size(), kFontNormal)), 0);

@@ -3,60 +3,23 @@
 
 #include "framework/visuals/visual_pane.h"
 
-#include <utility>
-
 #include "framework/core/window_events_xm.h"
-#include "framework/draw/draw_obj.h"
-#include "framework/draw/x_handles.h"
-
-#include <Xm/XmAll.h>
-
-namespace {
-
-// A rectangle of all zeros stands for the whole window.
-void addExposure(zRegion& region, const XExposeEvent& event, const zDimension& whole) {
-  const zRect rect(zPoint{event.x, event.y}, zDimension{event.width, event.height});
-  region.add(rect.isZero() ? zRect({}, whole) : rect);
-}
-
-}  // namespace
-
-void ziCtrlPane::expose(XEvent& event) {
-  if (event.type != Expose) {
-    return;
-  }
-  if (!ownDisplay->isReady()) {
-    ownDisplay->makeReady(event.xany.display, event.xany.window);
-  }
-  zRegion region;
-  addExposure(region, event.xexpose, clientSize());
-  XEvent queued;
-  while (XCheckTypedWindowEvent(event.xany.display, event.xany.window, Expose, &queued) != False) {
-    addExposure(region, queued.xexpose, clientSize());
-  }
-  ownDisplay->takeInvalidRects(region);
-  ownDisplay->beginPaint(std::move(region));
-  zEvent paint;
-  paint.xevent = &event;
-  paint.window = this;
-  draw(&paint);
-  ownDisplay->endPaint();
-}
+#include "framework/draw/brush.h"
 
 ziCtrlPane::ziCtrlPane(zWindow* parent, zSizer* sizer, std::uint32_t style, const char* text,
                        int id, const char* areaName)
-    : zControl(parent, sizer, style, text, id), ownDisplay(std::make_unique<zWinDisplay>(*this)) {
+    : zControl(parent, sizer, style, text, id), ziPainted(static_cast<zWindow&>(*this)) {
   markClass(kClassCtrlPane);
   const Boolean isTabStop = (style & kStyleTabStop) != 0 ? True : False;
   Widget area = XtVaCreateWidget(areaName, xmDrawingAreaWidgetClass, createHolder(), XmNmarginWidth,
                                  0, XmNmarginHeight, 0, XmNborderWidth, 0, XmNresizePolicy,
                                  XmRESIZE_NONE, XmNtraversalOn, isTabStop, nullptr);
-  connect<&ziCtrlPane::expose>(area, kExposures, this);
+  connect<&ziPainted::zPaneExposeProc>(area, kExposures, this);
   finishCreation(kKindNone, area);
 }
 
 ziCtrlPane::~ziCtrlPane() {
-  disconnect<&ziCtrlPane::expose>(mainWidget, kExposures, this);
+  disconnect<&ziPainted::zPaneExposeProc>(mainWidget, kExposures, this);
 }
 
 int ziCtrlPane::draw(zEvent* /*event*/) {
@@ -81,20 +44,6 @@ void ziCtrlPane::setFont(const zRCFont& newFont, int redraw) {
 
 void ziCtrlPane::invalidate(zRect* rect, int erase) {
   ownDisplay->invalidate(rect, erase);
-}
-
-Window ziCtrlPane::displayWindow() const {
-  return isRealized() ? XtWindow(mainWidget) : None;
-}
-
-unsigned long ziCtrlPane::backgroundPixel() const {
-  Pixel pixel = 0;
-  XtVaGetValues(mainWidget, XmNbackground, &pixel, nullptr);
-  return pixel;
-}
-
-zRCFont ziCtrlPane::displayFont() const {
-  return !fontHandle().isEmpty() || parent() == nullptr ? fontHandle() : parent()->fontHandle();
 }
 
 namespace {

@@ -5,9 +5,8 @@
 #include "framework/draw/displays.h"
 #include "framework/visuals/visual_compound.h"
 
-/// A control whose widget is a drawing area, on which it paints through a display of its own. The
-/// display is ready from the first exposure on; a burst of exposures is painted at once.
-class ziCtrlPane : public zControl, public ziDisplayOwner {
+/// A control whose widget is a drawing area, on which it paints.
+class ziCtrlPane : public zControl, public ziPainted {
  public:
   static constexpr int kClassNumber = kClassCtrlPane;
   static constexpr const char* kWidgetName = "VisualCtrl";
@@ -16,8 +15,7 @@ class ziCtrlPane : public zControl, public ziDisplayOwner {
              const char* areaName = kWidgetName);
   ~ziCtrlPane() override;
 
-  /// Paints; called with the display locked on the exposed region.
-  virtual int draw(zEvent* event);
+  int draw(zEvent* event) override;
   zDisplay* display() const { return ownDisplay.get(); }
 
   int size(zEvent* event) override;
@@ -26,16 +24,7 @@ class ziCtrlPane : public zControl, public ziDisplayOwner {
   void invalidate(zRect* rect, int erase) override;
 
  private:
-  void expose(XEvent& event);
-
-  // What the display asks.
-  Window displayWindow() const override;
-  unsigned long backgroundPixel() const override;
-  int displayPaintLock() const override { return static_cast<int>(paintLock); }
-  zRCFont displayFont() const override;
   zDimension clientSize() const override { return sizer()->size(); }
-
-  std::unique_ptr<zWinDisplay> ownDisplay;
 };
 
 /// A control made of visuals.
