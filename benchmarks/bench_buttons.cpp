@@ -16,7 +16,7 @@
 #include "framework/core/application.h"
 #include "framework/core/frame.h"
 #include "framework/draw/measure.h"
-#include "framework/layout/grav_sizer.h"
+#include "framework/layout/sizers.h"
 #include "framework/menus/menu.h"
 
 #include <Xm/XmAll.h>

@@ -10,7 +10,7 @@
 
 #include "framework/core/application.h"
 #include "framework/core/frame.h"
-#include "framework/layout/grav_sizer.h"
+#include "framework/layout/sizers.h"
 #include "textarea/my_pane.h"
 #include "textarea/text_pane.h"
 

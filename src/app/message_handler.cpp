@@ -21,7 +21,7 @@
 #include "link/message_numbers.h"
 #include "link/tool_interface.h"
 #include "textarea/command_queue.h"
-#include "textarea/ret_edit_line.h"
+#include "textarea/my_pane.h"
 #include "textarea/text_pane.h"
 
 zTimer* g_PollTimer = nullptr;

@@ -12,14 +12,13 @@
 #include "framework/draw/measure.h"
 #include "framework/draw/pictures.h"
 #include "framework/draw/res_id.h"
-#include "framework/layout/grav_sizer.h"
+#include "framework/layout/sizers.h"
 #include "framework/menus/menu.h"
 #include "link/message_numbers.h"
 #include "link/tool_interface.h"
 #include "resources/resource_ids.h"
 #include "textarea/command_queue.h"
 #include "textarea/my_pane.h"
-#include "textarea/ret_edit_line.h"
 #include "textarea/text_pane.h"
 
 WMain* g_MainWindow = nullptr;

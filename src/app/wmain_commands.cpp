@@ -7,13 +7,13 @@
 #include "dialogs/dabout.h"
 #include "dialogs/file_form.h"
 #include "framework/core/question.h"
-#include "framework/layout/grav_sizer.h"
+#include "framework/layout/sizers.h"
 #include "framework/menus/menu.h"
 #include "link/message_numbers.h"
 #include "link/tool_interface.h"
 #include "link/typed_senders.h"
 #include "resources/resource_ids.h"
-#include "textarea/ret_edit_line.h"
+#include "textarea/my_pane.h"
 #include "textarea/text_pane.h"
 
 constexpr WMain::Command WMain::kCommands[] = {

@@ -11,9 +11,9 @@
 
 #include "buttons/group_pane.h"
 #include "framework/draw/measure.h"
-#include "framework/layout/grav_sizer.h"
+#include "framework/layout/sizers.h"
 #include "support/label_text.h"
-#include "textarea/ret_edit_line.h"
+#include "textarea/my_pane.h"
 
 namespace {
 

@@ -5,8 +5,8 @@
 #include "buttons/group_pane.h"
 #include "framework/controls/scroll_bar.h"
 #include "framework/draw/measure.h"
-#include "framework/layout/grav_sizer.h"
-#include "textarea/ret_edit_line.h"
+#include "framework/layout/sizers.h"
+#include "textarea/my_pane.h"
 
 namespace {
 

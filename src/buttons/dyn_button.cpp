@@ -5,7 +5,7 @@
 #include "framework/controls/pointer.h"
 #include "support/label_text.h"
 #include "textarea/command_queue.h"
-#include "textarea/ret_edit_line.h"
+#include "textarea/my_pane.h"
 #include "textarea/text_pane.h"
 
 namespace {

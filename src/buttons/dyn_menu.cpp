@@ -6,7 +6,7 @@
 
 #include "button_file/button_set.h"
 #include "link/typed_senders.h"
-#include "textarea/ret_edit_line.h"
+#include "textarea/my_pane.h"
 
 int menuIdCounter = kFirstMenuId;
 

@@ -17,7 +17,7 @@
 #include "framework/draw/measure.h"
 #include "framework/menus/menu_popup.h"
 #include "resources/resource_ids.h"
-#include "textarea/ret_edit_line.h"
+#include "textarea/my_pane.h"
 
 namespace {
 

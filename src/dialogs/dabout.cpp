@@ -15,7 +15,7 @@
 #include "framework/controls/static_text.h"
 #include "framework/draw/measure.h"
 #include "framework/draw/res_id.h"
-#include "framework/layout/leaf_sizer.h"
+#include "framework/layout/sizers.h"
 #include "resources/dialogs.h"
 #include "resources/resource_ids.h"
 #include "support/version.h"

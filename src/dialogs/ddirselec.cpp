@@ -12,7 +12,7 @@
 #include "framework/core/application.h"
 #include "framework/core/event.h"
 #include "framework/draw/measure.h"
-#include "framework/layout/leaf_sizer.h"
+#include "framework/layout/sizers.h"
 
 namespace {
 

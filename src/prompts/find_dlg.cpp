@@ -8,7 +8,7 @@
 
 #include "framework/controls/button.h"
 #include "framework/controls/combo_box.h"
-#include "framework/layout/leaf_sizer.h"
+#include "framework/layout/sizers.h"
 
 namespace {
 

@@ -18,7 +18,7 @@
 #include "framework/controls/static_text.h"
 #include "framework/draw/res_id.h"
 #include "framework/draw/screen.h"
-#include "framework/layout/leaf_sizer.h"
+#include "framework/layout/sizers.h"
 #include "link/tool_message.h"
 #include "link/wire.h"
 #include "resources/dialogs.h"

@@ -1,15 +1,21 @@
 #include "textarea/command_queue.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "link/typed_senders.h"
 #include "link/wire.h"
+#include "support/line_text.h"
 #include "textarea/text_pane.h"
 
 std::deque<std::string> commandQueue;
 bool outputSinceCommand = false;
 
 namespace {
+
+bool hasOpenQuote(std::string_view text) {
+  return std::count(text.begin(), text.end(), '"') % 2 != 0;
+}
 
 void sendFirstPiece() {
   const std::string piece = std::move(commandQueue.front());
@@ -37,6 +43,20 @@ std::deque<std::string> splitCommandLine(std::string_view line) {
     pieces.push_back(std::move(piece));
   }
   return pieces;
+}
+
+std::string joinCommandLines(std::string_view text, std::string_view before) {
+  bool startsInQuotes = hasOpenQuote(before);
+  std::size_t lineStart = 0;
+  return joinLines(text, [&](std::string& joined) {
+    const std::string_view line = std::string_view(joined).substr(lineStart);
+    if (hasOpenQuote(line) != startsInQuotes) {
+      joined += '"';
+    }
+    joined += ';';
+    lineStart = joined.size();
+    startsInQuotes = false;
+  });
 }
 
 bool executeCommandLine(std::string_view line) {

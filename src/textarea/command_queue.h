@@ -20,6 +20,11 @@ extern bool outputSinceCommand;
 /// pieces count, except at the end of the line.
 std::deque<std::string> splitCommandLine(std::string_view line);
 
+/// `text`, which comes behind `before` in a command line, with its lines as pieces of that line: a
+/// semicolon stands for each line end inside, behind a closing double quote where the line has left
+/// one open. Otherwise as singleLine.
+std::string joinCommandLines(std::string_view text, std::string_view before = {});
+
 /// Cuts `line` (kEmptyLineCommand when it is empty) into commandQueue, which loses what it still
 /// held, and sends the first piece. When a piece is too long for a frame nothing is done: the log
 /// says why, and the result is false.

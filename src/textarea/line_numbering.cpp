@@ -65,6 +65,16 @@ bool isPrefix(std::string_view line, int greatest) {
          rest == std::string_view(": ").substr(0, rest.size());
 }
 
+/// Appends the line of `text` at `start`, which moves behind it. False when no line feed ended it.
+bool appendLine(std::string_view text, std::size_t& start, std::string& to) {
+  const std::size_t feed = text.find('\n', start);
+  const bool isEnded = feed != std::string_view::npos;
+  const std::size_t end = isEnded ? feed + 1 : text.size();
+  to += text.substr(start, end - start);
+  start = end;
+  return isEnded;
+}
+
 }  // namespace
 
 std::string expandForLog(std::string_view text, LogCounters& counters) {
@@ -92,15 +102,10 @@ std::string addLineNumbers(std::string_view text, LogCounters& counters) {
   // This counter starts at firstLineNumber and expandForLog counts on from lineCount: after a Clear
   // the two give different numbers to the same line. Intended.
   RunningPrefix prefix(counters.firstLineNumber);
-  for (std::size_t start = 0; start < text.size();) {
-    const std::size_t feed = text.find('\n', start);
-    const std::size_t end = feed == std::string_view::npos ? text.size() : feed + 1;
-    numbered += text.substr(start, end - start);
-    start = end;
-    if (feed != std::string_view::npos) {
-      prefix.appendTo(numbered);
-      counters.textEnd += kPrefixWidth;
-    }
+  std::size_t start = 0;
+  while (appendLine(text, start, numbered)) {
+    prefix.appendTo(numbered);
+    counters.textEnd += kPrefixWidth;
   }
   return numbered;
 }
@@ -108,12 +113,9 @@ std::string addLineNumbers(std::string_view text, LogCounters& counters) {
 std::string removeLineNumbers(std::string_view text, LogCounters& counters) {
   std::string plain;
   plain.reserve(text.size());
-  for (std::size_t start = 0; start < text.size();) {
-    const std::size_t feed = text.find('\n', start);
-    const std::size_t end = feed == std::string_view::npos ? text.size() : feed + 1;
-    plain += text.substr(start, end - start);
-    start = end;
-    if (feed != std::string_view::npos && isPrefix(text.substr(end), counters.lineCount)) {
+  std::size_t start = 0;
+  while (appendLine(text, start, plain)) {
+    if (isPrefix(text.substr(start), counters.lineCount)) {
       start += kPrefixWidth;
       counters.textEnd -= kPrefixWidth;
     }

@@ -8,7 +8,7 @@
 #include "framework/draw/measure.h"
 #include "framework/layout/sizer.h"
 #include "resources/resource_ids.h"
-#include "textarea/ret_edit_line.h"
+#include "textarea/my_pane.h"
 
 TextPane* theTextPane = nullptr;
 
@@ -217,30 +217,36 @@ int TextPane::handle(zEvent* event) {
   return 1;
 }
 
-int TextPane::handleKey(const zEvent& event) {
-  switch (event.wparam) {
+bool TextPane::takePagingKey(std::intptr_t code) {
+  switch (code) {
     case kKeyPageUp:
       controlLatch ? scrollToTop() : pageUp();
-      return 1;
+      return true;
     case kKeyPageDown:
       controlLatch ? scrollToEnd() : pageDown();
-      return 1;
+      return true;
     case kKeyLeftControl:
       controlLatch = true;
-      return 1;
+      return true;
+    default:
+      return false;
+  }
+}
+
+int TextPane::handleKey(const zEvent& event) {
+  switch (event.wparam) {
     case 'A':
       // Reached only by a capital A with Alt; Control with a letter arrives as a control character.
       if (controlLatch) {
         selectAll();
-        return 1;
       }
-      return 0;
+      return controlLatch ? 1 : 0;
     case kKeyReturn:
     case kKeyBackspace:
       // The keys of these names, not Control with the letter that gives the same character.
       return event.lparam >= kFirstFunctionKeysym ? typeIntoCommandLine(event) : 0;
     default:
-      return 0;
+      return takePagingKey(event.wparam) ? 1 : 0;
   }
 }
 

@@ -61,6 +61,10 @@ class TextPane : public zEditBox {
   bool controlHeld() const { return controlLatch; }
   void setControlHeld(bool held) { controlLatch = held; }
 
+  /// Does what a key does to the log in either control: the page keys and left Control. False for
+  /// other keys.
+  bool takePagingKey(std::intptr_t code);
+
   int lineCount() const { return counters.lineCount; }
   int textEnd() const { return counters.textEnd; }
   int linesPerPage() const { return pageLines; }

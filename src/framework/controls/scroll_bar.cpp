@@ -10,7 +10,7 @@
 #include "framework/controls/scroller.h"
 #include "framework/core/connect_xm.h"
 #include "framework/core/window_events_xm.h"
-#include "framework/layout/grav_sizer.h"
+#include "framework/layout/sizers.h"
 
 namespace {
 

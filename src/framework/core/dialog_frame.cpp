@@ -14,7 +14,7 @@
 #include "framework/draw/font.h"
 #include "framework/draw/measure.h"
 #include "framework/draw/screen.h"
-#include "framework/layout/leaf_sizer.h"
+#include "framework/layout/sizers.h"
 #include "resources/dialogs.h"
 
 namespace {

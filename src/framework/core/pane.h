@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "framework/core/window.h"
-#include "framework/draw/win_display.h"
+#include "framework/draw/displays.h"
 
 /// What is common to the windows that the program paints: a display, which is ready from the first
 /// exposure on, and the way from a burst of exposures to one draw.

@@ -13,8 +13,8 @@
 #include <vector>
 
 #include "framework/core/x_settings.h"
-#include "framework/draw/color_cache.h"
-#include "framework/draw/draw_cache.h"
+#include "framework/draw/color.h"
+#include "framework/draw/screen.h"
 #include "framework/draw/measure.h"
 
 #include <X11/Intrinsic.h>

@@ -7,7 +7,7 @@
 #include "framework/core/frame.h"
 #include "framework/core/window.h"
 #include "framework/core/window_events_xm.h"
-#include "framework/layout/size_with_parent.h"
+#include "framework/layout/sizers.h"
 
 namespace {
 

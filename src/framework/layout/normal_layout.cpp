@@ -1,4 +1,4 @@
-#include "framework/layout/normal_layout.h"
+#include "framework/layout/layout.h"
 
 #include <algorithm>
 

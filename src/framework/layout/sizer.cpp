@@ -1,9 +1,5 @@
 #include "framework/layout/sizer.h"
 
-#include <utility>
-
-#include "framework/layout/normal_layout.h"
-
 // The tree of sizers beside the tree of windows. Each sizer stands in at most one parent's list,
 // and a parent's list never holds a sizer that is gone: the destructor unties both directions.
 
@@ -73,27 +69,6 @@ void zSizer::setWindow(ziSizerWindow* window, zWindowMode windowMode) {
   mode = windowMode;
 }
 
-void zSizer::replaceBy(zSizer* newSizer) {
-  newSizer->setParent(nullptr);
-  while (zSizer* child = children == nullptr ? nullptr : children->popFront()) {
-    child->parentSizer = newSizer;
-    newSizer->addChild(child);
-  }
-  count = 0;
-  newSizer->place = place;
-  newSizer->extents = extents;
-  newSizer->layoutObject = layoutObject;
-  if (parentSizer != nullptr) {
-    parentSizer->exchangeChild(this, newSizer);
-    newSizer->parentSizer = std::exchange(parentSizer, nullptr);
-  }
-  newSizer->setWindow(servedWindow, static_cast<zWindowMode>(mode));
-  if (servedWindow != nullptr) {
-    servedWindow->sizerReplaced(*newSizer);
-  }
-  delete this;
-}
-
 void zSizer::reportSize(zLayoutInfo& info, const zDimension& wanted) const {
   info.reset();
   info.pos = place;
@@ -126,14 +101,6 @@ void zSizer::addChild(zSizer* child) {
 void zSizer::removeChild(zSizer* child) {
   if (children->remove(child)) {
     --count;
-  }
-}
-
-void zSizer::exchangeChild(const zSizer* oldChild, zSizer* newChild) {
-  // The place among the siblings decides what room a child gets, so it is kept.
-  for (int left = count; left > 0; --left) {
-    zSizer* child = children->popFront();
-    children->append(child == oldChild ? newChild : child);
   }
 }
 

@@ -3,7 +3,6 @@
 #include <memory>
 
 #include "framework/layout/layout.h"
-#include "framework/layout/sizer_window.h"
 
 /// What an object answers to zSizer::query. A sizer answers the kinds of its base classes too.
 enum zSizerKind : int {
@@ -85,7 +84,7 @@ class zSizer {
 
   /// Puts `newSizer` in this sizer's place: it takes over children, window, place in the parent,
   /// position, size and layout. Deletes this sizer, which must be on the heap: the object is gone
-  /// after the call.
+  /// after the call (extra/sizers.cpp).
   void replaceBy(zSizer* newSizer);
 
  protected:

@@ -29,6 +29,8 @@ class zSlotLayout : public zLayout {
   void getInfo(zLayoutInfo& info, zSizerDlist& children, int count) override;
 
  private:
+  /// What the slots and gaps take together (extra/sizers.cpp, as slotRect and centredAcross are).
+  zDimension placeSlots(zSizerDlist& children, const zRect& inner) const;
   zRect slotRect(const zLayoutInfo& info, const zRect& inner, const zPoint& at) const;
   zRect centredAcross(zRect slot, const zLayoutInfo& info, const zRect& inner) const;
 

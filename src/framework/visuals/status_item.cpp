@@ -8,7 +8,7 @@
 #include "framework/core/timer.h"
 #include "framework/draw/display.h"
 #include "framework/draw/screen.h"
-#include "framework/layout/grav_sizer.h"
+#include "framework/layout/sizers.h"
 #include "framework/visuals/bevel.h"
 #include "framework/visuals/status_line.h"
 

@@ -12,7 +12,7 @@
 #include "framework/draw/measure.h"
 #include "framework/draw/res_id.h"
 #include "framework/draw/x_font_xm.h"
-#include "framework/layout/grav_sizer.h"
+#include "framework/layout/sizers.h"
 #include "framework/menus/menu_item.h"
 #include "framework/visuals/bevel.h"
 #include "framework/visuals/status_item.h"

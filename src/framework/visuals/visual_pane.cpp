@@ -4,7 +4,7 @@
 #include "framework/visuals/visual_pane.h"
 
 #include "framework/core/window_events_xm.h"
-#include "framework/draw/brush.h"
+#include "framework/draw/draw_obj.h"
 
 ziCtrlPane::ziCtrlPane(zWindow* parent, zSizer* sizer, std::uint32_t style, const char* text,
                        int id, const char* areaName)

@@ -14,12 +14,11 @@
 #include "framework/controls/scroll_bar.h"
 #include "framework/core/frame.h"
 #include "framework/draw/measure.h"
-#include "framework/layout/grav_sizer.h"
+#include "framework/layout/sizers.h"
 #include "framework/menus/menu.h"
 #include "resources/resource_ids.h"
 #include "tests/ui/support/ui_test.h"
 #include "textarea/my_pane.h"
-#include "textarea/ret_edit_line.h"
 #include "textarea/text_pane.h"
 
 /// A main window that notes what the button set asks of it. Its bar has three pull-downs.

@@ -9,7 +9,7 @@
 #include "framework/controls/static_text.h"
 #include "framework/core/application.h"
 #include "framework/core/interfaces.h"
-#include "framework/layout/grav_sizer.h"
+#include "framework/layout/sizers.h"
 #include "resources/dialogs.h"
 #include "tests/ui/controls/list_view.h"
 

@@ -5,7 +5,7 @@
 
 #include "framework/core/frame.h"
 #include "framework/core/pane.h"
-#include "framework/layout/grav_sizer.h"
+#include "framework/layout/sizers.h"
 
 /// Windows of these tests: they write down what reaches them.
 

@@ -12,7 +12,7 @@
 #include "framework/core/application.h"
 #include "framework/core/frame.h"
 #include "framework/core/pane.h"
-#include "framework/layout/grav_sizer.h"
+#include "framework/layout/sizers.h"
 #include "framework/menus/menu.h"
 #include "framework/menus/menu_popup.h"
 #include "tests/ui/furniture/menu_view.h"

@@ -5,11 +5,10 @@
 #include <string>
 
 #include "framework/core/frame.h"
-#include "framework/layout/grav_sizer.h"
+#include "framework/layout/sizers.h"
 #include "tests/ui/support/ui_test.h"
 #include "tests/ui/textarea/log_view.h"
 #include "textarea/my_pane.h"
-#include "textarea/ret_edit_line.h"
 #include "textarea/text_pane.h"
 
 #include <X11/keysym.h>

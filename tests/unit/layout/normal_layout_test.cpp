@@ -1,4 +1,4 @@
-#include "framework/layout/normal_layout.h"
+#include "framework/layout/sizers.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "fake_window.h"
-#include "framework/layout/grav_sizer.h"
 
 namespace {
 

@@ -5,9 +5,7 @@
 #include <memory>
 
 #include "fake_window.h"
-#include "framework/layout/grav_sizer.h"
-#include "framework/layout/leaf_sizer.h"
-#include "framework/layout/size_with_parent.h"
+#include "framework/layout/sizers.h"
 
 namespace {
 
@@ -86,28 +84,6 @@ TEST(Sizer, AWindowMovesOnlyWithModeGravityAndWidget) {
   }
 }
 
-TEST(Sizer, AReplacementTakesItsPlaceAmongTheSiblings) {
-  FakeWindow window;
-  zSizer parent;
-  const zGravSizer before(kGravityLeft, 10, &parent);
-  auto* old = new zSizer(1, 2, 3, 4, &parent);
-  const zGravSizer after(kGravityLeft, 30, &parent);
-  const zSizer grandchild(old);
-  old->setWindow(&window);
-
-  zGravSizer replacement(kGravityLeft, 20, &parent);
-  old->replaceBy(&replacement);
-
-  EXPECT_EQ(window.newSizer, &replacement);
-  EXPECT_EQ(replacement.window(), &window);
-  EXPECT_EQ(replacement.rect(), zRect(1, 2, 4, 6));
-  EXPECT_EQ(grandchild.parent(), &replacement);
-  EXPECT_EQ(parent.childCount(), 3);
-  parent.apply({0, 0, 100, 10}, kApplyMoves);
-  EXPECT_EQ(replacement.pos().x, 10);
-  EXPECT_EQ(after.pos().x, 30);
-}
-
 TEST(GravSizer, ReportsItsExtentWhateverItsChildrenAre) {
   zGravSizer strip(kGravityBottom, 24);
   const zGravSizer child(kGravityTop, 500, &strip);
@@ -151,38 +127,6 @@ TEST(LeafSizer, HoldsARectangleAndNeverPlacesChildren) {
   zLayoutInfo info;
   leaf.getInfo(info);
   EXPECT_EQ(info.size, (zDimension{65, 74}));
-}
-
-struct Target {
-  void fill(zLayoutInfo& info) { info.size = {11, 12}; }
-  void place(const zRect& rect, int noMove) {
-    placed = rect;
-    lastNoMove = noMove;
-  }
-  zRect placed;
-  int lastNoMove = -1;
-};
-
-TEST(RedirSizer, PassesQuestionsOnAndFallsBackWhereAMemberIsMissing) {
-  Target target;
-  zRedirSizer both(&target, &Target::fill, &Target::place);
-  zLayoutInfo info;
-  both.getInfo(info);
-  EXPECT_EQ(info.size, (zDimension{11, 12}));
-  both.apply({1, 2, 3, 4}, kApplyDoesNotMove);
-  EXPECT_EQ(target.placed, zRect(1, 2, 3, 4));
-  EXPECT_EQ(target.lastNoMove, kApplyDoesNotMove);
-  both.update(nullptr);
-  EXPECT_EQ(target.lastNoMove, kApplyMoves);
-
-  zRedirSizer neither(&target, zRedirSizer::InfoMember<Target>{},
-                      zRedirSizer::ApplyMember<Target>{});
-  neither.setSize({5, 6});
-  neither.getInfo(info);
-  EXPECT_EQ(info.size, (zDimension{5, 6}));
-  neither.apply({9, 9, 10, 10}, kApplyMoves);
-  EXPECT_EQ(neither.rect(), zRect(9, 9, 10, 10));
-  EXPECT_EQ(target.placed, zRect(1, 2, 3, 4));
 }
 
 TEST(SizeWithParent, FollowsTheParentsSizeAndAsksForAllRoom) {

@@ -2,8 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include "textarea/command_lines.h"
-
 namespace {
 
 using ::testing::ElementsAre;

@@ -1,4 +1,4 @@
-#include "framework/layout/grav_sizer.h"
+#include "framework/layout/sizers.h"
 
 namespace {
 
@@ -60,4 +60,33 @@ void zGrowToFitSizer::fixExtent(zDimension& size) const {
   } else {
     size.width = extent().width;
   }
+}
+
+void zLeafSizer::update(const zRect* rect) {
+  apply(rect == nullptr ? this->rect() : *rect, kApplyMoves);
+}
+
+void zLeafSizer::getInfo(zLayoutInfo& info) {
+  reportSize(info, size());
+}
+
+void zLeafSizer::apply(const zRect& rect, int /*noMove*/) {
+  store(rect);
+}
+
+zSizer* zLeafSizer::query(int kind) {
+  return kind == kSizerLeaf ? this : zSizer::query(kind);
+}
+
+void zSizeWithParent::parentSized(ziSizerWindow& window, const zDimension& newSize) {
+  window.moveResize(0, 0, newSize.width, newSize.height);
+}
+
+void zSizeWithParent::getInfo(zLayoutInfo& info) {
+  reportSize(info, {});
+  info.gravity = kGravityCentre;
+}
+
+zSizer* zSizeWithParent::query(int kind) {
+  return kind == kSizerSizeWithParent ? this : zSizer::query(kind);
 }

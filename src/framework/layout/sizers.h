@@ -38,3 +38,25 @@ class zGrowToFitSizer : public zGravSizer {
 
   zGrowDirection direction;
 };
+
+/// A sizer that never lays out children: it only holds a rectangle.
+class zLeafSizer : public zSizer {
+ public:
+  using zSizer::zSizer;
+
+  void update(const zRect* rect) override;
+  void getInfo(zLayoutInfo& info) override;
+  void apply(const zRect& rect, int noMove) override;
+  zSizer* query(int kind) override;
+};
+
+/// Keeps its window as large as the window's parent.
+class zSizeWithParent : public zSizer {
+ public:
+  using zSizer::zSizer;
+
+  void parentSized(ziSizerWindow& window, const zDimension& newSize) override;
+  /// Asks for all the room that is left.
+  void getInfo(zLayoutInfo& info) override;
+  zSizer* query(int kind) override;
+};
