@@ -7,7 +7,7 @@
 #include "app/session.h"
 #include "app/wmain.h"
 #include "dialogs/dabout.h"
-#include "framework/controls/record_controls.h"
+#include "framework/controls/control.h"
 #include "framework/core/application.h"
 #include "framework/core/interfaces.h"
 #include "framework/core/message_box.h"

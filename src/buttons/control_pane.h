@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "framework/controls/button.h"
-#include "framework/controls/scroller.h"
+#include "framework/controls/scroll_bar.h"
 #include "framework/core/pane.h"
 
 class GroupPane;

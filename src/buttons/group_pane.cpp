@@ -15,11 +15,11 @@
 #include <ranges>
 
 #include "buttons/button_pane.h"
-#include "framework/controls/pointer.h"
+#include "framework/controls/control.h"
 #include "framework/controls/scroll_bar.h"
 #include "framework/core/show_together.h"
 #include "framework/draw/measure.h"
-#include "framework/menus/menu_popup.h"
+#include "framework/menus/menu.h"
 #include "resources/resource_ids.h"
 #include "support/label_text.h"
 #include "textarea/text_pane.h"

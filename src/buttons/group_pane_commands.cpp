@@ -15,7 +15,7 @@
 #include "framework/core/message_box.h"
 #include "framework/core/question.h"
 #include "framework/draw/measure.h"
-#include "framework/menus/menu_popup.h"
+#include "framework/menus/menu.h"
 #include "resources/resource_ids.h"
 #include "textarea/my_pane.h"
 

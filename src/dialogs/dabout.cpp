@@ -12,7 +12,6 @@
 #include <utility>
 
 #include "framework/controls/button.h"
-#include "framework/controls/static_text.h"
 #include "framework/draw/measure.h"
 #include "framework/draw/res_id.h"
 #include "framework/layout/sizers.h"

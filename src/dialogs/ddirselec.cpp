@@ -8,7 +8,6 @@
 #include "framework/controls/button.h"
 #include "framework/controls/edit.h"
 #include "framework/controls/list_box.h"
-#include "framework/controls/static_text.h"
 #include "framework/core/application.h"
 #include "framework/core/event.h"
 #include "framework/draw/measure.h"

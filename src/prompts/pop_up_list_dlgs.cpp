@@ -11,10 +11,9 @@
 #include <algorithm>
 #include <string>
 
+#include "framework/controls/button.h"
 #include "framework/controls/edit.h"
 #include "framework/controls/list_box.h"
-#include "framework/controls/multi_list.h"
-#include "framework/controls/static_text.h"
 #include "framework/core/event.h"
 #include "framework/draw/font.h"
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "framework/controls/static_text.h"
+#include "framework/controls/button.h"
 #include "framework/draw/displays.h"
 #include "framework/layout/sizers.h"
 #include "textarea/command_queue.h"

@@ -6,8 +6,7 @@
 
 #include "framework/controls/button.h"
 #include "framework/controls/edit.h"
-#include "framework/controls/multi_list.h"
-#include "framework/controls/static_text.h"
+#include "framework/controls/list_box.h"
 #include "resources/dialogs.h"
 
 ziButtonTextDialog::ziButtonTextDialog(zWindow* mainWindow, std::uint32_t resourceId,

@@ -9,7 +9,6 @@
 
 #include "framework/controls/button.h"
 #include "framework/controls/edit.h"
-#include "framework/controls/static_text.h"
 #include "framework/draw/measure.h"
 #include "framework/draw/res_id.h"
 #include "framework/layout/sizers.h"

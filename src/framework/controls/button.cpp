@@ -1,4 +1,5 @@
-// The buttons: push buttons, toggles and the frame of a group.
+// The buttons: push buttons, toggles and the frame of a group; and static texts, which are labels
+// as they are.
 //
 // A push button may be placed in little more than the height of its text (rows of command buttons
 // are), so the toolkit's margins are not used, and shadow and focus rectangle get thin before the
@@ -9,10 +10,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "framework/controls/label_xm.h"
-#include "framework/controls/stock_images_xm.h"
-#include "framework/core/connect_xm.h"
-#include "framework/draw/x_font_xm.h"
+#include "framework/controls/widgets_xm.h"
 
 #include <Xm/PrimitiveP.h>
 
@@ -27,27 +25,6 @@ XtTranslations returnTranslations() {
   static const XtTranslations parsed = XtParseTranslationTable(
       "\t<Key>Return: ArmAndActivate()\n\t<Key>osfActivate: ArmAndActivate()");
   return parsed;
-}
-
-Boolean isTabStop(std::uint32_t style) {
-  return (style & kStyleTabStop) != 0 ? True : False;
-}
-
-Dimension borderWidth(std::uint32_t style) {
-  return (style & kStyleBorder) != 0 ? 1 : 0;
-}
-
-// Gives shadow and focus rectangle the room that the text leaves of the button's height. The holder
-// is asked: it has its size before the button is laid out in it.
-void fitEdges(Widget holder, Widget button) {
-  Dimension height = 0;
-  Dimension border = 0;
-  XtVaGetValues(holder, XmNheight, &height, nullptr);
-  XtVaGetValues(button, XmNborderWidth, &border, nullptr);
-  const int room = std::max((height - 2 * border - labelTextSize(button).height) / 2, 0);
-  const int shadow = std::clamp(room - 1, 1, kShadow);
-  XtVaSetValues(button, XmNshadowThickness, shadow, XmNhighlightThickness,
-                std::clamp(room - shadow, 0, kHighlight), nullptr);
 }
 
 // The toolkit's action gives the button the focus if traversal may reach it. Its resource says so
@@ -82,7 +59,23 @@ void zButton::createPushButton(bool isDefault) {
   }
   connect<&zButton::onPressed<XmAnyCallbackStruct>>(button, callback::activate, this);
   finishCreation(kKindButton, button);
-  fitEdges(holder(), button);
+  fitEdges();
+}
+
+// Gives shadow and focus rectangle the room that the text leaves of a push button's height. The
+// holder is asked: it has its size before the button is laid out in it.
+void zButton::fitEdges() {
+  if (!XmIsPushButton(widget())) {
+    return;
+  }
+  Dimension height = 0;
+  Dimension border = 0;
+  XtVaGetValues(holder(), XmNheight, &height, nullptr);
+  XtVaGetValues(widget(), XmNborderWidth, &border, nullptr);
+  const int room = std::max((height - 2 * border - labelTextSize(widget()).height) / 2, 0);
+  const int shadow = std::clamp(room - 1, 1, kShadow);
+  XtVaSetValues(widget(), XmNshadowThickness, shadow, XmNhighlightThickness,
+                std::clamp(room - shadow, 0, kHighlight), nullptr);
 }
 
 void zButton::createToggle(const char* name, unsigned char indicator) {
@@ -124,16 +117,12 @@ void zButton::setText(const char* newText) {
 
 void zButton::moveResize(int x, int y, int width, int height) {
   zControl::moveResize(x, y, width, height);
-  if (XmIsPushButton(widget())) {
-    fitEdges(holder(), widget());
-  }
+  fitEdges();
 }
 
 void zButton::applyFontToWidget() {
   zControl::applyFontToWidget();
-  if (XmIsPushButton(widget())) {
-    fitEdges(holder(), widget());
-  }
+  fitEdges();
 }
 
 zPushButton::zPushButton(zWindow* parent, zSizer* sizer, std::uint32_t style,
@@ -219,13 +208,33 @@ void zGroupBox::setRelief(Relief relief) {
 }
 
 void zGroupBox::applyFontToWidget() {
-  if (const zFont* now = fontObject(); now != nullptr && now->xFont() != nullptr) {
-    const XmFontList list = fontListOf(now->xFont()->get());
-    XtVaSetValues(title, XmNfontList, list, nullptr);
-  }
+  showFont(title, fontObject());
 }
 
 void zGroupBox::applyBackground() {
   zButton::applyBackground();
   colourWidget(title, background());
+}
+
+zStaticText::zStaticText(zWindow* parent, zSizer* sizer, std::uint32_t style,
+                         const char* initialText, int id)
+    : zControl(parent, sizer, style, initialText, id) {
+  markClass(kClassStaticText);
+  const unsigned char alignment =
+      (style & kStaticCentred) != 0 ? XmALIGNMENT_CENTER : XmALIGNMENT_BEGINNING;
+  Widget label =
+      XtVaCreateWidget("Label", xmLabelWidgetClass, createHolder(), XmNrecomputeSize, False,
+                       XmNalignment, alignment, XmNborderWidth, borderWidth(style), XmNtraversalOn,
+                       isTabStop(style), XmNmarginHeight, 0, nullptr);
+  showLabelText(label, zWindow::text);
+  finishCreation(kKindStatic, label);
+}
+
+void zStaticText::setText(const char* newText) {
+  zControl::setText(newText);
+  showLabelText(widget(), zWindow::text);
+}
+
+zDimension zStaticText::textSize() const {
+  return labelTextSize(widget());
 }

@@ -1,5 +1,6 @@
-// zComboBoxBase: its rows and its entry. The widgets are made in combo_box_create.cpp, keys are
-// handled in combo_box_keys.cpp, the drop-down list in combo_box_drop_down.cpp.
+// zComboBoxBase: its rows, its entry and what its widgets report. The widgets are made in
+// combo_box_widgets.cpp, keys are handled in combo_box_keys.cpp, the drop-down list in
+// combo_box_drop_down.cpp.
 //
 // Changes that the program makes tell nobody; what the user does ends in a notification, and the
 // control may be gone after it.
@@ -8,17 +9,31 @@
 
 #include <algorithm>
 
-#include "framework/controls/combo_box_callbacks_xm.h"
-#include "framework/controls/text_widget_xm.h"
+#include "framework/controls/widgets_xm.h"
 #include "framework/core/window_events_xm.h"
 #include "framework/core/xm_handles_xm.h"
 #include "support/line_text.h"
+
+namespace {
+
+constexpr zEventKinds kEarlyFocusEvents{FocusChangeMask, false, XtListHead};
+
+// Whether the focus change that is being handled comes from a grab or its end. The event that the
+// entry gets is made by Xt and doesn't tell.
+bool isByGrab(Display* display) {
+  const XEvent* cause = XtLastEventProcessed(display);
+  return cause != nullptr && (cause->type == FocusIn || cause->type == FocusOut) &&
+         (cause->xfocus.mode == NotifyGrab || cause->xfocus.mode == NotifyUngrab);
+}
+
+}  // namespace
 
 zComboBoxBase::zComboBoxBase(zWindow* parent, zSizer* sizer, std::uint32_t style, int id,
                              Entry entry)
     : zControl(parent, sizer, style, "", id), entryKind(entry) {
   markClass(kClassComboBoxBase);
   createParts();
+  tieCallbacks(true);
 }
 
 zComboBoxBase::~zComboBoxBase() {
@@ -28,7 +43,7 @@ zComboBoxBase::~zComboBoxBase() {
   if (isDropDownShown()) {
     popDown();
   }
-  callbacks.reset();
+  tieCallbacks(false);
   if (shell != nullptr) {
     // The holder doesn't take the window of a popup shell with it.
     destroyWidgetDeferred(shell);
@@ -73,11 +88,6 @@ int zComboBoxBase::remove(int row) {
   return 1;
 }
 
-void zComboBoxBase::clear() {
-  rows.clear();
-  setCurSel(ziListRows::kNone);
-}
-
 int zComboBoxBase::setCurSel(int row) {
   if (row == ziListRows::kNone) {
     rows.deselectAll();
@@ -115,7 +125,7 @@ void zComboBoxBase::setText(const char* newText) {
 
 void zComboBoxBase::setEntry(const char* newText) {
   settingEntry = true;
-  XmTextSetString(widget(), const_cast<char*>(entryForm(newText, {}).c_str()));
+  XmTextSetString(widget(), xmText(entryForm(newText, {}).c_str()));
   settingEntry = false;
   placeCaret();
 }
@@ -132,18 +142,122 @@ void zComboBoxBase::placeCaret() {
   }
 }
 
-// The user has changed the entry: it no longer shows a row of the list.
-void zComboBoxBase::entryEdited(XEvent* xevent) {
+void zComboBoxBase::tieCallbacks(bool made) {
+  using List = XmListCallbackStruct;
+  const Tie state = made ? Tie::made : Tie::undone;
+  Widget entry = widget();
+  tie<&zComboBoxBase::onEntryChanging<XmTextVerifyCallbackStruct>>(state, entry,
+                                                                   callback::modifyVerify, this);
+  tie<&zComboBoxBase::onEntryChanged<XmAnyCallbackStruct>>(state, entry, callback::textChanged,
+                                                           this);
+  tie<&zComboBoxBase::onRowChosen<List>>(state, listWidget, callback::browseSelection, this);
+  tie<&zComboBoxBase::onRowActivated<List>>(state, listWidget, callback::defaultAction, this);
+  if (arrow != nullptr) {
+    tie<&zComboBoxBase::onArrow>(state, arrow, callback::arrowActivate, this);
+  }
+  tie<&zComboBoxBase::onFocus>(state, entry, kEarlyFocusEvents, this);
+  if (entryKind == Entry::fixed) {
+    // Behind the control's own procedure, which offers the press to handlers.
+    tie<&zComboBoxBase::onPress>(state, entry, zEventKinds{ButtonPressMask}, this);
+  }
+}
+
+void zComboBoxBase::onArrow() {
   const ziAlive alive(this);
+  XmProcessTraversal(widget(), XmTRAVERSE_CURRENT);
+  if (alive) {
+    toggleDropDown();
+  }
+}
+
+template <class Data>
+void zComboBoxBase::onRowChosen(Data* data) {
+  const ziAlive alive(this);
+  XEvent* const event = data->event;
+  setCurSel(data->item_position - 1);
+  // The list goes first: what the notification starts may stay for long.
+  hideDropDown();
+  if (alive) {
+    notifyParent(kComboSelectionChanged, event);
+  }
+}
+
+template <class Data>
+void zComboBoxBase::onRowActivated(Data* data) {
+  const ziAlive alive(this);
+  XEvent* const event = data->event;
+  if (curSel() != data->item_position - 1) {
+    // Two quick clicks on two rows: the widget reports no selection of the second.
+    onRowChosen(data);
+  }
+  if (alive) {
+    hideDropDown();
+  }
+  if (alive) {
+    notifyParent(kComboDoubleClick, event);
+  }
+}
+
+template <class Data>
+void zComboBoxBase::onEntryChanging(Data* data) {
+  if (settingEntry) {
+    return;
+  }
+  if (isStrayKey(*data)) {
+    data->doit = False;
+    return;
+  }
+  const std::string before = text().str().substr(0, static_cast<std::size_t>(data->startPos));
+  replaceInserted(*data, entryForm(insertedText(*data), before));
+  const ziAlive alive(this);
+  notifyParent(kComboEditUpdate, data->event);
+  if (!alive) {
+    data->doit = False;
+  }
+}
+
+template <class Data>
+void zComboBoxBase::onEntryChanged(Data* data) {
+  if (settingEntry) {
+    return;
+  }
+  // By the user: the entry no longer shows a row of the list.
+  const ziAlive alive(this);
+  XEvent* const event = data->event;
   const bool wasSelected = currentItem != ziListRows::kNone;
   if (wasSelected) {
     rows.deselectAll();
     currentItem = ziListRows::kNone;
   }
-  notifyParent(kComboEditChanged, xevent);
+  notifyParent(kComboEditChanged, event);
   if (wasSelected && alive) {
-    notifyParent(kComboSelectionChanged, xevent);
+    notifyParent(kComboSelectionChanged, event);
   }
+}
+
+// The combo box may be gone after these two; the event does not reach the widget then.
+bool zComboBoxBase::onFocus(XEvent& event) {
+  if (inListClick && isByGrab(event.xany.display)) {
+    // The scroll bar of the list grabs the keyboard while it is being used.
+    return false;
+  }
+  const ziAlive alive(this);
+  if (event.type == FocusOut) {
+    hideDropDown();
+  }
+  if (alive) {
+    notifyParent(event.type == FocusIn ? kComboFocusIn : kComboFocusOut, &event);
+  }
+  return !alive;
+}
+
+bool zComboBoxBase::onPress(XEvent& event) {
+  const bool isForList = event.xbutton.button == Button1;
+  if (isForList) {
+    // The entry can't be edited, so there is nothing to point at in it.
+    toggleDropDown();
+  }
+  return isForList;
 }
 
 zComboBox::zComboBox(zWindow* parent, zSizer* sizer, std::uint32_t style, int id)

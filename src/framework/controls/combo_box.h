@@ -1,13 +1,12 @@
 #pragma once
 
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "framework/controls/control.h"
-#include "framework/controls/list_box_rows.h"
+#include "framework/controls/list_rows.h"
 #include "framework/core/interfaces.h"
 
 /// Notification codes of combo boxes.
@@ -22,15 +21,13 @@ enum zComboCode : int {
   kComboHidden = 8,
 };
 
-class ziComboCallbacks;
-
 /// Base of the combo boxes: an entry, an arrow and a list that drops down in a shell of its own,
 /// over other windows and without taking the focus. `widget()` and `innerWidget()` are the entry.
 ///
 /// The sizer's height is that of the entry and the list together; the holder on the screen is only
 /// as high as the entry, except in the simple kind. The entry is a single line whatever the text
-/// that it shows. Rows count from 0; -1 is no row. The list holds
-/// the texts of the rows, `curSel()` is the row that the entry shows.
+/// that it shows. Rows count from 0; -1 is no row. The list holds the texts of the rows, `curSel()`
+/// is the row that the entry shows.
 class zComboBoxBase : public zControl, public ziDropDown {
  public:
   static constexpr int kClassNumber = kClassComboBoxBase;
@@ -46,7 +43,6 @@ class zComboBoxBase : public zControl, public ziDropDown {
   /// Removes a row and selects its successor, or the new last row. 1, or 0 when there is no such
   /// row.
   int remove(int row);
-  void clear();
   int count() const { return rows.count(); }
   /// Selects a row and shows its text in the entry; -1 empties the entry and deselects. Tells
   /// nobody. Returns `row`, or -1 when there is no such row.
@@ -89,8 +85,6 @@ class zComboBoxBase : public zControl, public ziDropDown {
   void applyBackground() override;
 
  private:
-  friend class ziComboCallbacks;
-
   bool isSimple() const { return (style() & kStyleSubtypeMask) == kComboSimple; }
   bool isSorted() const { return (style() & kComboSortMask) == kComboSorted; }
 
@@ -105,20 +99,36 @@ class zComboBoxBase : public zControl, public ziDropDown {
   void setEntry(const char* newText);
   void placeCaret();
   void shiftCurrent(int insertedRow);
-  void entryEdited(XEvent* xevent);
+
+  // What the widgets report. The control may be gone after each of these.
+  void tieCallbacks(bool made);
+  void onArrow();
+  template <class Data>
+  void onRowChosen(Data* data);
+  template <class Data>
+  void onRowActivated(Data* data);
+  template <class Data>
+  void onEntryChanging(Data* data);
+  template <class Data>
+  void onEntryChanged(Data* data);
+  bool onFocus(XEvent& event);
+  bool onPress(XEvent& event);
 
   // Keys.
   std::optional<int> rowForKey(unsigned long key, int current) const;
   int rowForLetter(char letter, int current) const;
   void selectByKey(int row, XEvent* xevent);
-  void placeCaretLater();
-  static char caretWorkDue(void* combo);
+  bool caretWorkDue();
 
   // The drop-down list.
   void placeList();
   void popUp();
   void popDown();
   void toggleDropDown();
+  void watchOutside();
+  void stopWatching();
+  bool onFrameEvent(XEvent& event);
+  static char pressDispatched(XEvent* event);
 
   ziListRows rows;
   Entry entryKind;
@@ -132,7 +142,7 @@ class zComboBoxBase : public zControl, public ziDropDown {
   int currentItem = ziListRows::kNone;
   bool settingEntry = false;    ///< the program, not the user, changes the entry
   unsigned long caretWork = 0;  ///< pending work procedure, or 0
-  std::unique_ptr<ziComboCallbacks> callbacks;
+  bool inListClick = false;     ///< the last press since the list came down was in it
 };
 
 /// The kind whose list is always shown.
@@ -155,3 +165,9 @@ class zComboBoxStatic : public zComboBoxBase {
   static constexpr int kClassNumber = kClassComboBoxStatic;
   zComboBoxStatic(zWindow* parent, zSizer* sizer, std::uint32_t style, int id);
 };
+
+/// Where a drop-down list of the size `list` goes on a screen, given the rectangle of its entry in
+/// screen coordinates: below the entry; above it where only that stays on the screen; on the side
+/// with more room, and shorter, where neither does. It is never cut at the left or right either, as
+/// far as the screen is wide enough.
+zRect dropDownRect(const zRect& entry, const zDimension& list, const zDimension& screen);

@@ -4,13 +4,32 @@
 #include <algorithm>
 
 #include "framework/controls/combo_box.h"
-#include "framework/controls/combo_box_callbacks_xm.h"
-#include "framework/controls/combo_box_place.h"
+#include "framework/controls/widgets_xm.h"
 
 #include <X11/cursorfont.h>
-#include <Xm/XmAll.h>
 
 namespace {
+
+// While a list is down: the program's dispatcher of button presses, which pressDispatched stands in
+// for, and the shell of the combo box.
+XtEventDispatchProc usualDispatcher = nullptr;
+Widget watchedFrame = nullptr;
+
+constexpr zEventKinds kFrameChanges{StructureNotifyMask};
+
+bool isInside(Widget widget, Widget outer) {
+  while (widget != nullptr && widget != outer) {
+    widget = XtParent(widget);
+  }
+  return widget != nullptr;
+}
+
+Widget enclosingShell(Widget widget) {
+  while (XtIsShell(widget) == False) {
+    widget = XtParent(widget);
+  }
+  return widget;
+}
 
 // The arrow pointer, whatever the window below shows. Lives as long as the display.
 Cursor listPointer(Display* display) {
@@ -74,12 +93,12 @@ void zComboBoxBase::popUp() {
     rows.showFirst();
   }
   openCombo = this;
-  callbacks->watchOutside();
+  watchOutside();
 }
 
 void zComboBoxBase::popDown() {
   openCombo = nullptr;
-  callbacks->stopWatching();
+  stopWatching();
   XtPopdown(shell);
   XtUnmanageChild(listHolder);
 }
@@ -94,4 +113,50 @@ void zComboBoxBase::placeList() {
   XtVaSetValues(shell, XmNx, place.left, XmNy, place.top, XmNwidth, std::max(1, place.width()),
                 XmNheight, place.height(), nullptr);
   sizeList(place.size());
+}
+
+// The list closes when the window that the combo box is in moves or disappears, and when the user
+// presses a mouse button elsewhere in the program.
+void zComboBoxBase::watchOutside() {
+  inListClick = false;
+  usualDispatcher = XtSetEventDispatcher(XtDisplay(outerForm), ButtonPress, pressDispatched);
+  watchedFrame = enclosingShell(outerForm);
+  connect<&zComboBoxBase::onFrameEvent>(watchedFrame, kFrameChanges, this);
+}
+
+void zComboBoxBase::stopWatching() {
+  XtSetEventDispatcher(XtDisplay(outerForm), ButtonPress, usualDispatcher);
+  disconnect<&zComboBoxBase::onFrameEvent>(watchedFrame, kFrameChanges, this);
+}
+
+bool zComboBoxBase::onFrameEvent(XEvent& event) {
+  const ziAlive alive(this);
+  if (event.xany.window == XtWindow(watchedFrame) &&
+      (event.type == ConfigureNotify || event.type == UnmapNotify)) {
+    hideDropDown();
+  }
+  return !alive;
+}
+
+char zComboBoxBase::pressDispatched(XEvent* event) {
+  const XtEventDispatchProc dispatch = usualDispatcher;
+  Widget pressed = XtWindowToWidget(event->xany.display, event->xany.window);
+  if (auto* const combo = static_cast<zComboBoxBase*>(openCombo); combo != nullptr) {
+    combo->inListClick = isInside(pressed, combo->shell);
+    if (!combo->inListClick && !isInside(pressed, combo->outerForm)) {
+      combo->hideDropDown();
+    }
+  }
+  // The press does its usual work as well.
+  return dispatch(event);
+}
+
+zRect dropDownRect(const zRect& entry, const zDimension& list, const zDimension& screen) {
+  const int left = keptInside(entry.pos(), list, screen).x;
+  const int roomBelow = screen.height - entry.bottom;
+  const int roomAbove = entry.top;
+  const bool goesBelow = list.height <= roomBelow || roomBelow >= roomAbove;
+  const int height = std::max(1, std::min(list.height, goesBelow ? roomBelow : roomAbove));
+  const int top = goesBelow ? entry.bottom : entry.top - height;
+  return zRect(zPoint{left, top}, zDimension{list.width, height});
 }

@@ -7,10 +7,9 @@
 #include <utility>
 
 #include "framework/controls/combo_box.h"
+#include "framework/controls/widgets_xm.h"
 #include "framework/core/application.h"
 #include "support/line_text.h"
-
-#include <Xm/XmAll.h>
 
 namespace {
 
@@ -133,21 +132,17 @@ int zComboBoxBase::rowForLetter(char letter, int current) const {
 
 void zComboBoxBase::selectByKey(int row, XEvent* xevent) {
   setCurSel(row);
-  placeCaretLater();
+  // Again later: what handlers do to the entry in the same event must not leave the caret
+  // elsewhere.
+  if (caretWork == 0) {
+    caretWork =
+        connectWork<&zComboBoxBase::caretWorkDue>(XtWidgetToApplicationContext(widget()), this);
+  }
   notifyParent(kComboSelectionChanged, xevent);
 }
 
-// What handlers do to the entry in the same event must not leave the caret elsewhere.
-void zComboBoxBase::placeCaretLater() {
-  if (caretWork == 0) {
-    caretWork = XtAppAddWorkProc(XtWidgetToApplicationContext(widget()), caretWorkDue, this);
-  }
-}
-
-char zComboBoxBase::caretWorkDue(void* combo) {
-  constexpr char kDone = True;
-  auto* const waiting = static_cast<zComboBoxBase*>(combo);
-  waiting->caretWork = 0;
-  waiting->placeCaret();
-  return kDone;
+bool zComboBoxBase::caretWorkDue() {
+  caretWork = 0;
+  placeCaret();
+  return true;
 }

@@ -6,14 +6,17 @@
 
 #include <algorithm>
 
-#include "framework/controls/control_events_xm.h"
+#include "framework/controls/widgets_xm.h"
 #include "framework/core/show_together.h"
 #include "framework/core/window_events_xm.h"
 
 #include <X11/IntrinsicP.h>
-#include <Xm/XmAll.h>
 
 namespace {
+
+constexpr zEventKinds kHolderEvents{StructureNotifyMask};
+// Before the widget's own, so that an event can be kept from it.
+constexpr zEventKinds kWidgetEvents{kWindowEvents.mask, false, XtListHead};
 
 bool isUnknown(const zDimension& size) {
   return size.width == kNotSet || size.height == kNotSet;
@@ -45,7 +48,7 @@ zControl::~zControl() {
   if (outerForm == nullptr) {
     return;
   }
-  XtRemoveEventHandler(outerForm, StructureNotifyMask, False, zHolderEventProc, this);
+  disconnect<&zControl::onHolderEvent>(outerForm, kHolderEvents, this);
   if (mainWidget != nullptr) {
     zControl::removeEventHandlers();
   }
@@ -55,7 +58,7 @@ zControl::~zControl() {
 }
 
 void zControl::removeEventHandlers() {
-  XtRemoveEventHandler(mainWidget, kWindowEvents.mask, False, zControlEventProc, this);
+  disconnect<&zControl::onWidgetEvent>(mainWidget, kWidgetEvents, this);
 }
 
 void zControl::settleSize(zDimension unknownSize) {
@@ -84,7 +87,7 @@ Widget zControl::createHolder(HolderClass holderClass, zDimension unknownSize) {
     // A frame lays out one child; the controls in a group box have their own places.
     XtVaSetValues(outerForm, XmNframeChildType, XmFRAME_GENERIC_CHILD, nullptr);
   }
-  XtAddEventHandler(outerForm, StructureNotifyMask, False, zHolderEventProc, this);
+  connect<&zControl::onHolderEvent>(outerForm, kHolderEvents, this);
   return outerForm;
 }
 
@@ -101,7 +104,7 @@ void zControl::finishCreation(zControlKind newKind, Widget realWidget, Widget fi
   if (filling != realWidget) {
     XtManageChild(filling);
   }
-  XtInsertEventHandler(realWidget, kWindowEvents.mask, False, zControlEventProc, this, XtListHead);
+  connect<&zControl::onWidgetEvent>(realWidget, kWidgetEvents, this);
   if ((style() & kStyleDisabled) != 0) {
     applySensitivity(false);
   }

@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "framework/core/window.h"
+#include "support/geometry.h"
 
 /// The family of a control.
 enum zControlKind : int {
@@ -109,11 +110,40 @@ class zControl : public zChildWin {
   Widget outerForm = nullptr;
 
  private:
-  friend class ziControlEvents;
+  using Operation = int (zWindow::*)(zEvent*);
 
   void settleSize(zDimension unknownSize);
   bool takesParentColour() const;
 
+  // The road of X events. The control may be gone after any of these; true if the event must not
+  // reach the widget.
+  bool onWidgetEvent(XEvent& xevent);
+  bool takeKey(zEvent& event);
+  bool offerKey(zEvent& event);
+  bool offerToDialog(zEvent& event);
+  bool offerMouse(zEvent& event, int message, Operation operation);
+  void offerKeyRelease(zEvent& event);
+  void onHolderEvent(XEvent& xevent);
+
   zControlKind controlKind = kKindNone;
   Widget filling = nullptr;  ///< the holder's direct child
 };
+
+/// What a mouse event says.
+struct zPointer {
+  unsigned button = 0;  ///< the button that was pressed or released; 0 for any other event
+  zPoint pos;           ///< in the window of the event, pixels
+};
+zPointer pointerOf(const zEvent& event);
+
+/// Sends all mouse events to `window` until the release, wherever the pointer goes; without this
+/// the program's other windows take those over them. Ends by itself when the window goes.
+void grabPointer(const zWindow& window);
+void releasePointer(const zWindow& window);
+/// Whether the first button is up and no event waits: a release that was to come went elsewhere,
+/// such as to a dialog that opened meanwhile.
+bool isReleaseLost(const zWindow& window);
+
+/// Makes the controls of this folder known to dialogs that are filled from resources. Once, before
+/// the first such dialog.
+void registerRecordControls();

@@ -2,29 +2,9 @@
 // what a handler takes can be kept from the widget. Any call to a handler or to a virtual operation
 // may destroy the control.
 
-#include "framework/controls/control_events_xm.h"
-
 #include "framework/controls/control.h"
 #include "framework/core/application.h"
 #include "framework/core/window_events_xm.h"
-
-/// The steps of zControlEventProc, with access to what controls keep for themselves.
-class ziControlEvents {
- public:
-  /// True if the event must not reach the widget.
-  static bool run(zControl& control, XEvent* xevent);
-
- private:
-  using Operation = int (zWindow::*)(zEvent*);
-
-  static bool keyPress(zControl& control, zEvent& event);
-  static bool offerKey(zControl& control, zEvent& event);
-  static bool offerToDialog(zControl& control, zEvent& event);
-  static void keyRelease(zControl& control, zEvent& event);
-  static bool buttonPress(zControl& control, zEvent& event);
-  static bool mouse(zControl& control, zEvent& event, int message, Operation operation);
-  static void crossing(zControl& control, zEvent& event);
-};
 
 namespace {
 
@@ -34,57 +14,74 @@ Widget focusTarget(const zControl& control) {
 
 }  // namespace
 
-bool ziControlEvents::run(zControl& control, XEvent* xevent) {
+void zControl::onHolderEvent(XEvent& xevent) {
+  // Structure events of a parent's own children come here as well when a child reports them.
+  if (xevent.xany.window == XtWindow(outerForm)) {
+    zWindowEventProc(xevent);
+  }
+}
+
+bool zControl::onWidgetEvent(XEvent& xevent) {
   zEvent event;
-  event.xevent = xevent;
-  event.window = &control;
-  switch (xevent->type) {
+  event.xevent = &xevent;
+  event.window = this;
+  switch (xevent.type) {
     case KeyPress:
-      return keyPress(control, event);
+      return takeKey(event);
     case KeyRelease:
-      keyRelease(control, event);
+      offerKeyRelease(event);
       return false;
     case ButtonPress:
-      return buttonPress(control, event);
+      return offerMouse(event, kMsgButtonDown, &zWindow::mouseButtonDown) || pressArrived(event);
     case ButtonRelease:
-      return mouse(control, event, kMsgButtonUp, &zWindow::mouseButtonUp);
+      return offerMouse(event, kMsgButtonUp, &zWindow::mouseButtonUp);
     case MotionNotify:
-      return mouse(control, event, kMsgMouseMove, &zWindow::mouseMove);
+      return offerMouse(event, kMsgMouseMove, &zWindow::mouseMove);
     case FocusIn:
     case FocusOut:
       // Focus changes are those of any window, the tracking of the last one included.
-      control.zWindowEventProc(*xevent);
+      zWindowEventProc(xevent);
       return false;
     case EnterNotify:
     case LeaveNotify:
-      crossing(control, event);
+      // Message 0 on purpose: users of the generic hook tell a crossing by it.
+      handle(&event);
       return false;
     default:
       return false;
   }
 }
 
-bool ziControlEvents::keyPress(zControl& control, zEvent& event) {
+bool zControl::takeKey(zEvent& event) {
   XKeyEvent& press = event.xevent->xkey;
   const zKeyLookup key = lookUpKey(press);
   event.message = kMsgKeyDown;
   event.lparam = key.keysym;
   event.wparam = key.code();
-  const ziAlive alive(&control);
-  const bool isTyping = control.takesTyping() && isPlainTyping(key, press.state);
-  if (isTyping ? control.typingArrived(event) != 0 : offerKey(control, event)) {
+  const ziAlive alive(this);
+  const bool isTyping = takesTyping() && isPlainTyping(key, press.state);
+  if (isTyping ? typingArrived(event) != 0 : offerKey(event)) {
     return true;
   }
   event.wparam = key.hasText ? key.character : key.keysym;
-  if (control.keyArrived(event, key.hasText) != 0 || !alive) {
+  if (keyArrived(event, key.hasText) != 0 || !alive) {
     return true;
   }
-  return offerToDialog(control, event) || !alive;
+  return offerToDialog(event) || !alive;
+}
+
+bool zControl::offerKey(zEvent& event) {
+  const ziAlive alive(this);
+  if (zDispatch(event, this) != 0 || !alive) {
+    return true;
+  }
+  zApp* app = zApp::instance();
+  return (app != nullptr && app->translateAccelerator(&event) != 0) || !alive;
 }
 
 // Return and Escape mean the same in all controls of a dialog that don't use them themselves.
-bool ziControlEvents::offerToDialog(zControl& control, zEvent& event) {
-  zWindow* up = control.parent();
+bool zControl::offerToDialog(zEvent& event) {
+  zWindow* up = parent();
   while (up != nullptr && !up->isA(kClassDialogFrame)) {
     up = up->parent();
   }
@@ -92,48 +89,28 @@ bool ziControlEvents::offerToDialog(zControl& control, zEvent& event) {
     return false;
   }
   event.message = kMsgKeyDown;
-  event.window = &control;
+  event.window = this;
   return zDispatchHandlers(event, up) != 0;
 }
 
-bool ziControlEvents::offerKey(zControl& control, zEvent& event) {
-  const ziAlive alive(&control);
-  if (zDispatch(event, &control) != 0 || !alive) {
-    return true;
-  }
-  zApp* app = zApp::instance();
-  return (app != nullptr && app->translateAccelerator(&event) != 0) || !alive;
-}
-
-void ziControlEvents::keyRelease(zControl& control, zEvent& event) {
-  if (control.takesTyping()) {
+void zControl::offerKeyRelease(zEvent& event) {
+  if (takesTyping()) {
     return;
   }
   const zKeyLookup key = lookUpKey(event.xevent->xkey);
   event.message = kMsgKeyUp;
   event.lparam = key.keysym;
   event.wparam = key.code();
-  zDispatch(event, &control);
+  zDispatch(event, this);
 }
 
-bool ziControlEvents::buttonPress(zControl& control, zEvent& event) {
-  return mouse(control, event, kMsgButtonDown, &zWindow::mouseButtonDown) ||
-         control.pressArrived(event);
-}
-
-bool ziControlEvents::mouse(zControl& control, zEvent& event, int message, Operation operation) {
+bool zControl::offerMouse(zEvent& event, int message, Operation operation) {
   event.message = message;
-  const ziAlive alive(&control);
-  if (zDispatchHandlers(event, &control) != 0 || !alive) {
+  const ziAlive alive(this);
+  if (zDispatchHandlers(event, this) != 0 || !alive) {
     return true;
   }
-  return (control.*operation)(&event) != 0 || !alive;
-}
-
-void ziControlEvents::crossing(zControl& control, zEvent& event) {
-  // Message 0 on purpose: users of the generic hook tell a crossing by it.
-  event.message = 0;
-  control.handle(&event);
+  return (this->*operation)(&event) != 0 || !alive;
 }
 
 bool zControl::pressArrived(zEvent& event) {
@@ -154,15 +131,33 @@ void zControl::takeKeyPress(const zEvent& press) {
   XtDispatchEventToWidget(target, &redirected);
 }
 
-void zControlEventProc(Widget /*widget*/, XtPointer control, XEvent* event, Boolean* toWidget) {
-  if (ziControlEvents::run(*static_cast<zControl*>(control), event)) {
-    *toWidget = False;
+zPointer pointerOf(const zEvent& event) {
+  const XEvent* xevent = event.xevent;
+  if (xevent == nullptr || (xevent->type != ButtonPress && xevent->type != ButtonRelease)) {
+    return {};
   }
+  return {xevent->xbutton.button, {xevent->xbutton.x, xevent->xbutton.y}};
 }
 
-void zHolderEventProc(Widget holder, XtPointer control, XEvent* event, Boolean* /*toWidget*/) {
-  // Structure events of a parent's own children come here as well when a child reports them.
-  if (event->xany.window == XtWindow(holder)) {
-    static_cast<zControl*>(control)->zWindowEventProc(*event);
-  }
+void grabPointer(const zWindow& window) {
+  constexpr unsigned kMouseEvents =
+      ButtonPressMask | ButtonReleaseMask | ButtonMotionMask | EnterWindowMask | LeaveWindowMask;
+  XtGrabPointer(window.widget(), False, kMouseEvents, GrabModeAsync, GrabModeAsync, None, None,
+                CurrentTime);
+}
+
+void releasePointer(const zWindow& window) {
+  XtUngrabPointer(window.widget(), CurrentTime);
+}
+
+bool isReleaseLost(const zWindow& window) {
+  Display* display = XtDisplay(window.widget());
+  Window root = None;
+  Window child = None;
+  zPoint onScreen;
+  zPoint inWindow;
+  unsigned state = 0;
+  XQueryPointer(display, XtWindow(window.widget()), &root, &child, &onScreen.x, &onScreen.y,
+                &inWindow.x, &inWindow.y, &state);
+  return (state & Button1Mask) == 0 && XEventsQueued(display, QueuedAlready) == 0;
 }

@@ -1,15 +1,13 @@
 // The edit controls on the toolkit's text widget. Every operation that the log uses costs the same
 // whatever the length of the text: none of them reads the text out. Notifications go out from
-// inside the widget's callbacks, so an operation that changes the text may destroy the control. The
-// widgets are made in edit_create.cpp.
+// inside the widget's callbacks, so an operation that changes the text may destroy the control.
 
 #include "framework/controls/edit.h"
 
 #include <algorithm>
 #include <utility>
 
-#include "framework/controls/text_widget_xm.h"
-#include "framework/core/connect_xm.h"
+#include "framework/controls/widgets_xm.h"
 #include "framework/core/window_events_xm.h"
 #include "framework/core/xm_handles_xm.h"
 #include "framework/draw/x_font_xm.h"
@@ -19,32 +17,47 @@
 
 namespace {
 
-Time lastTime(Widget text) {
-  return XtLastTimestampProcessed(XtDisplay(text));
-}
+constexpr Dimension kLineWidth = 100;
+constexpr Dimension kTextMargin = 1;
+// Room for the left half of the I-beam before the first letter.
+constexpr Dimension kTextSideMargin = 4;
+constexpr int kLineHighlight = 2;
+constexpr Dimension kBorderShadow = 2;
+constexpr Dimension kPlainShadow = 1;
+constexpr Dimension kScrollSpacing = 1;
 
-}  // namespace
-
-/// The program's own changes are not put to verifyChange. Lives through the control's destruction.
-class zEditBase::Unverified {
+// Resources of text widgets of either kind, in the form of the toolkit's creation calls.
+class TextArgs {
  public:
-  explicit Unverified(zEditBase& changed) : edit(changed), alive(&changed) {
-    previous = std::exchange(edit.verifying, false);
+  TextArgs(std::uint32_t style, unsigned char editMode, const RWCString& text) {
+    const bool isReadOnly = (style & kEditReadOnly) != 0;
+    add(XmNeditMode, editMode);
+    add(XmNvalue, text.c_str());
+    add(XmNwordWrap, True);
+    add(XmNverifyBell, False);
+    add(XmNeditable, isReadOnly ? False : True);
+    add(XmNcursorPositionVisible, isReadOnly ? False : True);
+    add(XmNtraversalOn, isTabStop(style));
+    add(XmNshadowThickness, (style & kStyleBorder) != 0 ? kBorderShadow : kPlainShadow);
+    add(XmNmarginWidth, kTextSideMargin);
+    add(XmNmarginHeight, kTextMargin);
   }
-  Unverified(const Unverified&) = delete;
-  Unverified& operator=(const Unverified&) = delete;
-  ~Unverified() {
-    if (alive) {
-      edit.verifying = previous;
-    }
+
+  template <class Value>
+  void add(const char* name, Value value) {
+    XtSetArg(args[count], const_cast<char*>(name), value);
+    ++count;
   }
-  bool isAlive() const { return static_cast<bool>(alive); }
+  Arg* list() { return args; }
+  Cardinal size() const { return count; }
 
  private:
-  zEditBase& edit;
-  ziAlive alive;
-  bool previous;
+  static constexpr int kMaximum = 20;
+  Arg args[kMaximum];
+  Cardinal count = 0;
 };
+
+}  // namespace
 
 zEditBase::zEditBase(zWindow* parent, zSizer* sizer, std::uint32_t style, const char* initialText,
                      int id)
@@ -55,22 +68,11 @@ zEditBase::zEditBase(zWindow* parent, zSizer* sizer, std::uint32_t style, const 
   } else {
     createLine();
   }
-  connect<&zEditBase::onVerify<XmTextVerifyCallbackStruct>>(widget(), callback::modifyVerify, this);
-  connect<&zEditBase::onChanged<XmAnyCallbackStruct>>(widget(), callback::textChanged, this);
-  connect<&zEditBase::onLosingFocus<XmTextVerifyCallbackStruct>>(widget(), callback::losingFocus,
-                                                                 this);
-  connect<&zEditBase::onFocus<XmAnyCallbackStruct>>(widget(), callback::focus, this);
-  connect<&zEditBase::onActivate<XmAnyCallbackStruct>>(widget(), callback::activate, this);
+  tieCallbacks(true);
 }
 
 zEditBase::~zEditBase() {
-  disconnect<&zEditBase::onVerify<XmTextVerifyCallbackStruct>>(widget(), callback::modifyVerify,
-                                                               this);
-  disconnect<&zEditBase::onChanged<XmAnyCallbackStruct>>(widget(), callback::textChanged, this);
-  disconnect<&zEditBase::onLosingFocus<XmTextVerifyCallbackStruct>>(widget(), callback::losingFocus,
-                                                                    this);
-  disconnect<&zEditBase::onFocus<XmAnyCallbackStruct>>(widget(), callback::focus, this);
-  disconnect<&zEditBase::onActivate<XmAnyCallbackStruct>>(widget(), callback::activate, this);
+  tieCallbacks(false);
   // The bars die with the holder; the window must not destroy them one by one.
   if (Widget bar = std::exchange(vertScrollWidget, nullptr)) {
     disconnectScrollBar<zVertScrollProc>(bar, this);
@@ -78,6 +80,18 @@ zEditBase::~zEditBase() {
   if (Widget bar = std::exchange(horzScrollWidget, nullptr)) {
     disconnectScrollBar<zHorzScrollProc>(bar, this);
   }
+}
+
+void zEditBase::tieCallbacks(bool made) {
+  const Tie state = made ? Tie::made : Tie::undone;
+  Widget edit = widget();
+  using Verify = XmTextVerifyCallbackStruct;
+  using Any = XmAnyCallbackStruct;
+  tie<&zEditBase::onVerify<Verify>>(state, edit, callback::modifyVerify, this);
+  tie<&zEditBase::onChanged<Any>>(state, edit, callback::textChanged, this);
+  tie<&zEditBase::onLosingFocus<Verify>>(state, edit, callback::losingFocus, this);
+  tie<&zEditBase::onFocus<Any>>(state, edit, callback::focus, this);
+  tie<&zEditBase::onActivate<Any>>(state, edit, callback::activate, this);
 }
 
 void zEditBase::applyFontToWidget() {
@@ -197,7 +211,7 @@ void zEditBase::setSelection(int from, int to) {
     // A range past the end would select nothing at all; cut to nothing it clears the selection.
     const int last = std::clamp(to, 0, textLength());
     const int first = std::clamp(from, 0, last);
-    XmTextSetSelection(widget(), first, last, lastTime(widget()));
+    XmTextSetSelection(widget(), first, last, XtLastTimestampProcessed(XtDisplay(widget())));
   }
   XmTextSetInsertionPosition(widget(), to);
 }
@@ -221,22 +235,6 @@ RWCString zEditBase::selection() const {
 
 int zEditBase::insertionPosition() const {
   return static_cast<int>(XmTextGetInsertionPosition(settledWidget()));
-}
-
-void zEditBase::replaceSelection(const char* newText) {
-  const std::optional<zTextRange> range = selectionRange();
-  if (!range) {
-    insertAt(insertionPosition(), newText);
-    return;
-  }
-  const Unverified change(*this);
-  // A read-only widget refuses to be cut.
-  if (XmTextCut(widget(), lastTime(widget())) == False && change.isAlive()) {
-    XmTextReplace(widget(), range->from, range->to, xmText(""));
-  }
-  if (change.isAlive()) {
-    insertAt(range->from, newText);
-  }
 }
 
 void zEditBase::insertAt(int position, const char* newText) {
@@ -280,18 +278,6 @@ int zEditBase::linesHeight() const {
   return height - 2 * (shadow + highlight + margin);
 }
 
-void zEditBase::cut() {
-  XmTextCut(settledWidget(), lastTime(widget()));
-}
-
-void zEditBase::copy() {
-  XmTextCopy(settledWidget(), lastTime(widget()));
-}
-
-void zEditBase::paste() {
-  XmTextPaste(settledWidget());
-}
-
 int zEditBase::storeData() {
   if (boundString == nullptr) {
     return 0;
@@ -320,4 +306,53 @@ zEditBox::zEditBox(zWindow* parent, zSizer* sizer, std::uint32_t style, const ch
                    int id)
     : zEditBase(parent, sizer, style | kEditMultiLine, initialText, id) {
   markClass(kClassEditBox);
+}
+
+void zEditBase::createLine() {
+  lastText = zWindow::text;
+  const RWCString shown(singleLine(zWindow::text.view()));
+  TextArgs args(style(), XmSINGLE_LINE_EDIT, shown);
+  // A text that outgrows its holder in height would be resized without end.
+  args.add(XmNresizeHeight, False);
+  args.add(XmNresizeWidth, False);
+  args.add(XmNscrollHorizontal, False);
+  args.add(XmNscrollVertical, False);
+  args.add(XmNwidth, kLineWidth);
+  Widget line = XmCreateText(createHolder(), xmText("TextField"), args.list(), args.size());
+  finishCreation(kKindEdit, line);
+}
+
+// Dialogs follow the size of their font, which at a low resolution leaves a line little height: the
+// letters go before the margin and the focus rectangle.
+void zEditBase::fitLine() {
+  const zFont* current = fontObject();
+  if (!isLine() || current == nullptr || current->xFont() == nullptr) {
+    return;
+  }
+  Dimension height = 0;
+  Dimension shadow = 0;
+  XtVaGetValues(holder(), XmNheight, &height, nullptr);
+  XtVaGetValues(widget(), XmNshadowThickness, &shadow, nullptr);
+  const int room = (height - current->xFont()->height()) / 2 - shadow;
+  const int highlight = std::clamp(room, 0, kLineHighlight);
+  const int margin = std::clamp(room - highlight, 0, static_cast<int>(kTextMargin));
+  XtVaSetValues(widget(), XmNhighlightThickness, highlight, XmNmarginHeight, margin, nullptr);
+}
+
+void zEditBase::createBox() {
+  TextArgs args(style(), XmMULTI_LINE_EDIT, zWindow::text);
+  args.add(XmNscrollHorizontal, (style() & kStyleHorzScroll) != 0 ? True : False);
+  args.add(XmNscrollVertical, (style() & kStyleVertScroll) != 0 ? True : False);
+  Widget box = XmCreateScrolledText(createHolder(), xmText("Text"), args.list(), args.size());
+  Widget scrolled = XtParent(box);
+  XtVaSetValues(scrolled, XmNspacing, kScrollSpacing, nullptr);
+  XtVaGetValues(scrolled, XmNverticalScrollBar, &vertScrollWidget, XmNhorizontalScrollBar,
+                &horzScrollWidget, nullptr);
+  if (vertScrollWidget != nullptr) {
+    connectScrollBar<zVertScrollProc>(vertScrollWidget, this);
+  }
+  if (horzScrollWidget != nullptr) {
+    connectScrollBar<zHorzScrollProc>(horzScrollWidget, this);
+  }
+  finishCreation(kKindEdit, box, scrolled);
 }

@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "framework/controls/control.h"
 #include "support/text_range.h"
@@ -44,7 +45,8 @@ class zEditBase : public zControl {
   /// Where the selection lies; none, or an empty one, gives nothing.
   std::optional<zTextRange> selectionRange() const;
   int insertionPosition() const;
-  /// Replaces the selection, or inserts at the insertion point; this lands behind the new text.
+  /// Replaces the selection, or inserts at the insertion point; this lands behind the new text
+  /// (extra/).
   void replaceSelection(const char* newText);
   /// Inserts at `position` (past the end: at the end), the insertion point lands behind the text.
   /// Costs no look at the text that is there.
@@ -61,7 +63,7 @@ class zEditBase : public zControl {
   /// Height of the room for lines, pixels: the widget without scroll bar, border and margins.
   int linesHeight() const;
 
-  // With the clipboard; cut and paste change nothing in a read-only control.
+  // With the clipboard; cut and paste change nothing in a read-only control (extra/).
   void cut();
   void copy();
   void paste();
@@ -86,7 +88,26 @@ class zEditBase : public zControl {
   void applyFontToWidget() override;
 
  private:
-  class Unverified;
+  /// The program's own changes are not put to verifyChange. Lives through the control's
+  /// destruction.
+  class Unverified {
+   public:
+    explicit Unverified(zEditBase& changed)
+        : edit(changed), alive(&changed), previous(std::exchange(changed.verifying, false)) {}
+    Unverified(const Unverified&) = delete;
+    Unverified& operator=(const Unverified&) = delete;
+    ~Unverified() {
+      if (alive) {
+        edit.verifying = previous;
+      }
+    }
+    bool isAlive() const { return static_cast<bool>(alive); }
+
+   private:
+    zEditBase& edit;
+    ziAlive alive;
+    bool previous;
+  };
 
   Widget settledWidget() const;
   bool isLine() const { return (style() & kEditMultiLine) == 0; }
@@ -96,7 +117,7 @@ class zEditBase : public zControl {
 
   void createLine();
   void createBox();
-  void watchScrollBars();
+  void tieCallbacks(bool made);
   template <class Data>
   void onVerify(Data* data);
   template <class Data>

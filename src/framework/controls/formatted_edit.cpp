@@ -5,6 +5,8 @@
 #include <utility>
 
 #include "framework/core/window_events_xm.h"
+#include "framework/controls/widgets_xm.h"
+#include "framework/core/event.h"
 
 namespace {
 

@@ -1,6 +1,8 @@
 #include "framework/controls/list_box.h"
 
-#include "framework/core/connect_xm.h"
+#include <algorithm>
+
+#include "framework/controls/widgets_xm.h"
 
 namespace {
 
@@ -24,53 +26,6 @@ void shrinkBar(Widget list, const char* name, const char* thickness) {
 
 }  // namespace
 
-/// What the list widget reports. The control may be gone after each of these.
-class ziListCallbacks {
- public:
-  explicit ziListCallbacks(zListBoxBase& owner) : list(owner), widget(owner.widget()) {
-    forEachSelection([this](auto name) { connect<&ziListCallbacks::chosen>(widget, name, this); });
-    connect<&ziListCallbacks::activated>(widget, callback::defaultAction, this);
-  }
-  ziListCallbacks(const ziListCallbacks&) = delete;
-  ziListCallbacks& operator=(const ziListCallbacks&) = delete;
-  ~ziListCallbacks() {
-    forEachSelection(
-        [this](auto name) { disconnect<&ziListCallbacks::chosen>(widget, name, this); });
-    disconnect<&ziListCallbacks::activated>(widget, callback::defaultAction, this);
-  }
-
- private:
-  // One of them reports, depending on the selection policy.
-  template <class Operation>
-  static void forEachSelection(Operation operation) {
-    for (const auto& name :
-         {callback::browseSelection, callback::multipleSelection, callback::extendedSelection}) {
-      operation(name);
-    }
-  }
-
-  void chosen(XmListCallbackStruct* data) {
-    list.selected = data->item_position - 1;
-    list.notifyParent(kListSelectionChanged, data->event);
-  }
-
-  void activated(XmListCallbackStruct* data) {
-    zListBoxBase& owner = list;
-    const ziAlive alive(&owner);
-    XEvent* const event = data->event;
-    if (owner.selected != data->item_position - 1) {
-      // Two quick clicks on two rows: the widget reports no selection of the second.
-      chosen(data);
-    }
-    if (alive) {
-      owner.notifyParent(kListDoubleClick, event);
-    }
-  }
-
-  zListBoxBase& list;
-  Widget widget;
-};
-
 zListBoxBase::zListBoxBase(zWindow* parent, zSizer* sizer, std::uint32_t style, int id, Order order)
     : zControl(parent, sizer, style, "", id),
       isSorted(order == Order::byStyle && (style & kListSorted) != 0) {
@@ -78,7 +33,39 @@ zListBoxBase::zListBoxBase(zWindow* parent, zSizer* sizer, std::uint32_t style, 
   createList();
 }
 
-zListBoxBase::~zListBoxBase() = default;
+zListBoxBase::~zListBoxBase() {
+  tieCallbacks(false);
+}
+
+void zListBoxBase::tieCallbacks(bool made) {
+  using Data = XmListCallbackStruct;
+  const Tie state = made ? Tie::made : Tie::undone;
+  // One of the three reports a selection, depending on the policy.
+  for (const auto& name :
+       {callback::browseSelection, callback::multipleSelection, callback::extendedSelection}) {
+    tie<&zListBoxBase::onChosen<Data>>(state, widget(), name, this);
+  }
+  tie<&zListBoxBase::onActivated<Data>>(state, widget(), callback::defaultAction, this);
+}
+
+template <class Data>
+void zListBoxBase::onChosen(Data* data) {
+  selected = data->item_position - 1;
+  notifyParent(kListSelectionChanged, data->event);
+}
+
+template <class Data>
+void zListBoxBase::onActivated(Data* data) {
+  const ziAlive alive(this);
+  XEvent* const event = data->event;
+  if (selected != data->item_position - 1) {
+    // Two quick clicks on two rows: the widget reports no selection of the second.
+    onChosen(data);
+  }
+  if (alive) {
+    notifyParent(kListDoubleClick, event);
+  }
+}
 
 void zListBoxBase::createList() {
   unsigned char policy = XmBROWSE_SELECT;
@@ -86,12 +73,12 @@ void zListBoxBase::createList() {
     policy = (style() & kListExtended) != 0 ? XmEXTENDED_SELECT : XmMULTIPLE_SELECT;
   }
   Arg settings[] = {
-      {const_cast<char*>(XmNlistSizePolicy), XmCONSTANT},
-      {const_cast<char*>(XmNselectionPolicy), policy},
-      {const_cast<char*>(XmNtraversalOn), (style() & kStyleTabStop) != 0},
+      {xmText(XmNlistSizePolicy), XmCONSTANT},
+      {xmText(XmNselectionPolicy), policy},
+      {xmText(XmNtraversalOn), isTabStop(style())},
   };
-  inner = XmCreateScrolledList(createHolder(), const_cast<char*>("ScrolledListBox"), settings,
-                               XtNumber(settings));
+  inner =
+      XmCreateScrolledList(createHolder(), xmText("ScrolledListBox"), settings, XtNumber(settings));
   XtOverrideTranslations(inner, rowKeys());
   if ((style() & kStyleVertScroll) == 0) {
     shrinkBar(inner, XmNverticalScrollBar, XmNwidth);
@@ -101,7 +88,7 @@ void zListBoxBase::createList() {
   }
   rows.attach(inner);
   finishCreation(kKindList, inner, XtParent(inner));
-  callbacks = std::make_unique<ziListCallbacks>(*this);
+  tieCallbacks(true);
 }
 
 int zListBoxBase::add(const char* text) {
@@ -119,18 +106,6 @@ void zListBoxBase::addAll(const std::vector<RWCString>& texts) {
 void zListBoxBase::clear() {
   rows.clear();
   selected = ziListRows::kNone;
-}
-
-int zListBoxBase::remove(int row) {
-  if (!rows.remove(row)) {
-    return 0;
-  }
-  if (row == selected) {
-    selected = ziListRows::kNone;
-  } else if (row < selected) {
-    --selected;
-  }
-  return 1;
 }
 
 int zListBoxBase::setCurSel(int row) {
@@ -185,4 +160,38 @@ zListBox::zListBox(zWindow* parent, zSizer* sizer, std::uint32_t style, int id)
 zListBoxUnsorted::zListBoxUnsorted(zWindow* parent, zSizer* sizer, std::uint32_t style, int id)
     : zListBoxBase(parent, sizer, style, id, Order::asAdded) {
   markClass(kClassListBoxUnsorted);
+}
+
+zMultiList::zMultiList(zWindow* parent, zSizer* sizer, std::uint32_t style, int id)
+    : zListBoxBase(parent, sizer, style | kListMultiple, id, Order::byStyle) {}
+
+int zMultiList::storeData() {
+  if (boundList == nullptr) {
+    return zListBoxBase::storeData();
+  }
+  boundList->clear();
+  for (const int row : selections()) {
+    boundList->emplace_back(rows.text(row));
+  }
+  return 1;
+}
+
+int zMultiList::showData() {
+  if (boundList == nullptr) {
+    return zListBoxBase::showData();
+  }
+  rows.deselectAll();
+  std::vector<int> chosen;
+  for (const RWCString& text : *boundList) {
+    int row = rows.find(text.view());
+    // Equal texts mean as many rows.
+    while (std::find(chosen.begin(), chosen.end(), row) != chosen.end()) {
+      row = rows.find(text.view(), row + 1);
+    }
+    if (row != ziListRows::kNone) {
+      rows.addToSelection(row);
+      chosen.push_back(row);
+    }
+  }
+  return 1;
 }

@@ -1,18 +1,15 @@
 #pragma once
 
-#include <memory>
 #include <vector>
 
 #include "framework/controls/control.h"
-#include "framework/controls/list_box_rows.h"
+#include "framework/controls/list_rows.h"
 
 /// Notification codes of list boxes.
 enum zListCode : int {
   kListSelectionChanged = 1,
   kListDoubleClick = 2,  ///< comes after kListSelectionChanged; Return in the list gives it too
 };
-
-class ziListCallbacks;
 
 /// Base of the list boxes: a scrolled list that shows the first line of each text. Rows count from
 /// 0; -1 is no row.
@@ -27,7 +24,7 @@ class zListBoxBase : public zControl {
   /// The same for many texts at once, which is fast also when the list is on the screen.
   void addAll(const std::vector<RWCString>& texts);
   void clear();
-  /// 1, or 0 when there is no such row.
+  /// 1, or 0 when there is no such row (extra/).
   int remove(int row);
   int count() const { return rows.count(); }
   /// The row that was chosen last, by the user or by setCurSel; deselecting doesn't change it.
@@ -53,15 +50,17 @@ class zListBoxBase : public zControl {
   ziListRows rows;
 
  private:
-  friend class ziListCallbacks;
-
   void createList();
+  void tieCallbacks(bool made);
+  template <class Data>
+  void onChosen(Data* data);
+  template <class Data>
+  void onActivated(Data* data);
   bool isMultiple() const { return (style() & kListMultiple) != 0; }
 
   int selected = ziListRows::kNone;
   RWCString* boundString = nullptr;
   bool isSorted;
-  std::unique_ptr<ziListCallbacks> callbacks;
 };
 
 /// A list box that sorts if its style says so.
@@ -76,4 +75,25 @@ class zListBoxUnsorted : public zListBoxBase {
  public:
   static constexpr int kClassNumber = kClassListBoxUnsorted;
   zListBoxUnsorted(zWindow* parent, zSizer* sizer, std::uint32_t style, int id);
+};
+
+/// A list box in which any number of rows can be selected.
+class zMultiList : public zListBoxBase {
+ public:
+  /// Adds kListMultiple to the style.
+  zMultiList(zWindow* parent, zSizer* sizer, std::uint32_t style, int id);
+
+  /// The selected rows, first to last.
+  std::vector<int> selections() const { return rows.selectedRows(); }
+
+  /// Binds the texts of the selected rows to `list`, which must outlive the binding; null unbinds.
+  void setBoundList(std::vector<RWCString>* list) { boundList = list; }
+  /// Replaces the bound list by the texts of the selected rows, in the order of the rows.
+  int storeData() override;
+  /// Selects a row for each text in the bound list, the first that is left of those with this text,
+  /// and no others.
+  int showData() override;
+
+ private:
+  std::vector<RWCString>* boundList = nullptr;
 };

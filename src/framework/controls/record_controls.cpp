@@ -1,12 +1,10 @@
-#include "framework/controls/record_controls.h"
+// Makes controls from the records of dialog resources.
 
 #include "framework/controls/button.h"
 #include "framework/controls/combo_box.h"
 #include "framework/controls/edit.h"
 #include "framework/controls/list_box.h"
-#include "framework/controls/multi_list.h"
 #include "framework/controls/scroll_bar.h"
-#include "framework/controls/static_text.h"
 #include "framework/core/interfaces.h"
 #include "resources/dialogs.h"
 

@@ -7,8 +7,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "framework/controls/scroller.h"
-#include "framework/core/connect_xm.h"
+#include "framework/controls/widgets_xm.h"
+#include "framework/core/event.h"
 #include "framework/core/window_events_xm.h"
 #include "framework/layout/sizers.h"
 
@@ -57,6 +57,29 @@ WheelTurn wheelTurn(const XButtonEvent& press) {
   }
 }
 
+using Action = int (zScrollerBase::*)(zEvent*);
+
+struct ActionRow {
+  ScrollCode code;
+  Action vertical;
+  Action horizontal;
+};
+
+constexpr ActionRow kActions[] = {
+    {kScrollLineUp, &zScrollerBase::vertLine, &zScrollerBase::horzLine},
+    {kScrollLineDown, &zScrollerBase::vertLine, &zScrollerBase::horzLine},
+    {kScrollPageUp, &zScrollerBase::vertPage, &zScrollerBase::horzPage},
+    {kScrollPageDown, &zScrollerBase::vertPage, &zScrollerBase::horzPage},
+    {kScrollThumbPosition, &zScrollerBase::vertThumbPosition, &zScrollerBase::horzThumbPosition},
+    {kScrollThumbTrack, &zScrollerBase::vertThumbTrack, &zScrollerBase::horzThumbTrack},
+    {kScrollTop, &zScrollerBase::vertTop, &zScrollerBase::horzTop},
+    {kScrollBottom, &zScrollerBase::vertBottom, &zScrollerBase::horzBottom},
+};
+
+bool isScrollMessage(const zEvent& event) {
+  return event.message == kMsgVertScroll || event.message == kMsgHorzScroll;
+}
+
 }  // namespace
 
 void zScrollPos::setRange(int minimum, int maximum) {
@@ -102,31 +125,6 @@ void zScrollPos::showRange() const {
   }
 }
 
-/// What the scroll bar widget reports. The control may be gone after each report.
-class ziScrollBarCallbacks {
- public:
-  explicit ziScrollBarCallbacks(zScrollBarBase& owner) : bar(owner), widget(owner.widget()) {
-    for (const auto& name : callback::scrollBar) {
-      connect<&ziScrollBarCallbacks::scrolled>(widget, name, this);
-    }
-  }
-  ziScrollBarCallbacks(const ziScrollBarCallbacks&) = delete;
-  ziScrollBarCallbacks& operator=(const ziScrollBarCallbacks&) = delete;
-  ~ziScrollBarCallbacks() {
-    for (const auto& name : callback::scrollBar) {
-      disconnect<&ziScrollBarCallbacks::scrolled>(widget, name, this);
-    }
-  }
-
- private:
-  void scrolled(XmScrollBarCallbackStruct* data) {
-    scrollByWidget(bar, *bar.scrollPos(), bar.scrollMessage(), *data);
-  }
-
-  zScrollBarBase& bar;
-  Widget widget;
-};
-
 zScrollBarBase::zScrollBarBase(zWindow* parent, zSizer* sizer, std::uint32_t style,
                                const char* text, int id, Belonging belonging)
     : zControl(parent, sizer, style, text, id),
@@ -143,8 +141,13 @@ zScrollBarBase::zScrollBarBase(zWindow* parent, zSizer* sizer, std::uint32_t sty
   createBar(isVertical);
 }
 
+template <class Data>
+void zScrollBarBase::onScrolled(Data* data) {
+  scrollByWidget(*this, *pos, scrollMessage(), *data);
+}
+
 zScrollBarBase::~zScrollBarBase() {
-  callbacks.reset();
+  disconnectScrollBar<&zScrollBarBase::onScrolled<XmScrollBarCallbackStruct>>(widget(), this);
   if (isPressed && !hasState(kWidgetGone)) {
     // The widget grabs the keyboard from press to release, and the toolkit would keep that grab for
     // a widget that is gone.
@@ -162,14 +165,13 @@ void zScrollBarBase::createBar(bool isVertical) {
   Widget holder = createHolder(HolderClass::form, unknownSize(isVertical));
   XtAddEventHandler(holder, StructureNotifyMask, False, raiseWhenMapped, nullptr);
   const zDimension size = sizer()->size();
-  const Boolean isTabStop = (style() & kStyleTabStop) != 0 ? True : False;
-  Widget bar =
-      XtVaCreateWidget("Scrollbar", xmScrollBarWidgetClass, holder, XmNwidth,
-                       std::max(size.width, 1), XmNheight, std::max(size.height, 1), XmNorientation,
-                       isVertical ? XmVERTICAL : XmHORIZONTAL, XmNsliderSize, 1, XmNminimum, 0,
-                       XmNmaximum, kFirstMaximum, XmNvalue, 0, XmNtraversalOn, isTabStop, nullptr);
+  Widget bar = XtVaCreateWidget("Scrollbar", xmScrollBarWidgetClass, holder, XmNwidth,
+                                std::max(size.width, 1), XmNheight, std::max(size.height, 1),
+                                XmNorientation, isVertical ? XmVERTICAL : XmHORIZONTAL,
+                                XmNsliderSize, 1, XmNminimum, 0, XmNmaximum, kFirstMaximum,
+                                XmNvalue, 0, XmNtraversalOn, isTabStop(style()), nullptr);
   finishCreation(kKindScrollBar, bar);
-  callbacks = std::make_unique<ziScrollBarCallbacks>(*this);
+  connectScrollBar<&zScrollBarBase::onScrolled<XmScrollBarCallbackStruct>>(widget(), this);
 }
 
 int zScrollBarBase::scrollMessage() const {
@@ -232,14 +234,32 @@ zScrollBarCtrl::zScrollBarCtrl(zWindow* parent, zSizer* sizer, std::uint32_t sty
   markClass(kClassScrollBarCtrl);
 }
 
-zScrollBarVert::zScrollBarVert(zWindow* window, int id)
-    : zScrollBarBase(window, new zGravSizer(kGravityRight, kBarThickness, window->sizer()),
-                     kStyleHorzScroll | kScrollBarVertical, "", id, Belonging::toParent) {
-  markClass(kClassScrollBarVert);
+int zScrollerBase::vertThumbPosition(zEvent* /*event*/) {
+  return 0;
+}
+int zScrollerBase::horzThumbPosition(zEvent* /*event*/) {
+  return 0;
+}
+int zScrollerBase::beforeScroll(zEvent* /*event*/) {
+  return 0;
 }
 
-zScrollBarHorz::zScrollBarHorz(zWindow* window, int id)
-    : zScrollBarBase(window, new zGravSizer(kGravityBottom, kBarThickness, window->sizer()),
-                     kStyleHorzScroll, "", id, Belonging::toParent) {
-  markClass(kClassScrollBarHorz);
+void zScrollerBase::announce(zEvent* event) {
+  if (event->wparam != kScrollEnd) {
+    beforeScroll(event);
+  }
+}
+
+int zScrollerBase::act(zEvent* event) {
+  for (const ActionRow& row : kActions) {
+    if (row.code == event->wparam) {
+      return (this->*(event->message == kMsgVertScroll ? row.vertical : row.horizontal))(event);
+    }
+  }
+  return 1;
+}
+
+int zControlScroller::dispatch(zEvent* event) {
+  announce(event);
+  return isScrollMessage(*event) ? act(event) : 0;
 }

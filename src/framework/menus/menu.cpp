@@ -10,7 +10,6 @@
 #include <utility>
 
 #include "framework/core/window.h"
-#include "framework/menus/menu_events_xm.h"
 #include "framework/menus/menu_widgets_xm.h"
 
 namespace {
@@ -85,33 +84,6 @@ void zMenu::rootDestroyed(Widget /*root*/, void* client, void* /*data*/) {
   auto* menu = static_cast<zMenu*>(client);
   menu->rootWidget = nullptr;
   forgetMenuWidgets(menu->topItems());
-}
-
-void zMenu::load(int resourceId, std::span<const zMenuRecord> records) {
-  if (records.empty()) {
-    std::fputs(missingMenuResource(resourceId).c_str(), stderr);
-    return;
-  }
-  const ziMenuReading reading = readMenuRecords(records);
-  std::fputs(reading.errors.c_str(), stderr);
-  const int before = lines().size();
-  addLines(lines(), reading.lines);
-  if (Widget built = container(); built != nullptr) {
-    for (int index = before; index < lines().size(); ++index) {
-      buildMenuItem(lines(), index, built);
-    }
-  }
-}
-
-void zMenu::addLines(ziMenuItemDList& list, const std::vector<ziMenuLine>& described) {
-  for (const ziMenuLine& line : described) {
-    auto item = std::make_shared<ziMenuItem>(line.id, line.text.c_str(), line.flags);
-    if ((line.flags & kItemSubMenu) != 0) {
-      item->subItems = std::make_shared<ziMenuItemDList>(this);
-      addLines(*item->subItems, line.lines);
-    }
-    list.insert(list.size(), std::move(item));
-  }
 }
 
 int zMenu::appendItem(int id, const char* text, int flags, Pixmap picture) {
@@ -244,29 +216,6 @@ int zMenu::checkItem(int id, int check) {
   } else {
     item->state = checkedMenuItemState(item->state, check != 0);
   }
-  return 1;
-}
-
-int zMenu::setItemText(int id, const RWCString& text) {
-  ziMenuItem* item = find(id);
-  if (item == nullptr) {
-    return 0;
-  }
-  item->setText(text);
-  if (item->widget != nullptr) {
-    showMenuItemText(*item);
-  }
-  return 1;
-}
-
-int zMenu::removeItem(int id) {
-  const ziMenuItemDList::Place place = items->find(id);
-  if (!place) {
-    return 0;
-  }
-  const std::shared_ptr<ziMenuItem> item = place.item().shared_from_this();
-  place.list->remove(*item);
-  detach(*item);
   return 1;
 }
 

@@ -2,10 +2,14 @@
 
 #include <memory>
 #include <span>
+#include <vector>
 
 #include "framework/core/notify.h"
 #include "framework/menus/menu_item.h"
-#include "framework/menus/menu_resource.h"
+#include "support/geometry.h"
+
+struct ziMenuLine;
+struct zMenuRecord;
 
 /// A menu: the bar of a frame, a pulldown of one, or (as zPopupMenu) a popup. Items are named by
 /// their ids; the bar's operations reach into its sub menus.
@@ -27,8 +31,8 @@ class zMenu : public ziFrameMenu {
   explicit zMenu(zWindow* owner);
   ~zMenu() override;
 
-  /// Adds the lines of a menu resource. An empty span says that there is none with this id. Faults
-  /// are reported on standard error; what was read before one stays.
+  /// Adds the lines of a menu resource (extra/). An empty span says that there is none with this
+  /// id. Faults are reported on standard error; what was read before one stays.
   void load(int resourceId, std::span<const zMenuRecord> records);
 
   /// Adds an item at the end. `flags` are MenuItemFlag; with kItemBitmap the label is `picture`,
@@ -49,9 +53,9 @@ class zMenu : public ziFrameMenu {
   int setGrayed(int id, int grayed);
   int enableItem(int id, int enable) { return setGrayed(id, enable == 0 ? 1 : 0); }
   int checkItem(int id, int check);
-  /// The text may have a mnemonic and an accelerator as that of a new item.
+  /// The text may have a mnemonic and an accelerator as that of a new item (extra/).
   int setItemText(int id, const RWCString& text);
-  int removeItem(int id);
+  int removeItem(int id);  ///< extra/
   int isItemEnabled(int id) const override;
 
   // Handlers.
@@ -90,4 +94,44 @@ class zMenu : public ziFrameMenu {
   std::shared_ptr<ziMenuItemDList> items;
   Widget rootWidget = nullptr;
   zMenu* parent = nullptr;
+};
+
+/// A menu that shows at a place of its own. Its widgets exist while it is shown.
+///
+/// From its first popup() until its destruction, or until another popup is shown, this menu is the
+/// active popup, which hears every menu's events first. That is intended, also while it is not on
+/// the screen.
+class zPopupMenu : public zMenu {
+ public:
+  static constexpr int kClassNumber = kClassPopupMenu;
+
+  /// `position` is in the owner's coordinates; popup() replaces it.
+  zPopupMenu(const zPoint& position, zWindow* owner);
+  ~zPopupMenu() override;
+
+  /// Shows the menu at `newPosition` and runs the event loop until it has gone: by a selection, by
+  /// Escape, by a click elsewhere, or because the application stops or the owner goes. `button` is
+  /// the mouse button that selects beside the first. The commands have been handled on return, and
+  /// this object may be gone. 0 when the owner is not on the screen.
+  int popup(const zPoint& newPosition, int button);
+
+  /// One of its pulldowns went: ends the loop if that was the root.
+  void unmapped(Widget pulldown);
+
+  const zPoint& position() const { return place; }
+  /// The active popup, or null.
+  static zPopupMenu* active();
+
+ protected:
+  ziMenuItemDList& lines() const override { return *root().subItems; }
+
+ private:
+  enum PopupState { kIdle = 0, kFinished = 1, kPosted = 2 };
+
+  ziMenuItem& root() const { return *topItems().at(0); }
+  void post(int button);
+  void takeKeyboard();
+
+  zPoint place;
+  PopupState popupState = kIdle;
 };

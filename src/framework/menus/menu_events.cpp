@@ -2,16 +2,14 @@
 // to the owner. Any handler may remove the item, destroy menus or the owner, so nothing is touched
 // after a call without asking whether it is still there.
 
-#include "framework/menus/menu_events_xm.h"
+#include "framework/menus/menu_widgets_xm.h"
 
 #include <memory>
 #include <vector>
 
 #include "framework/core/application.h"
 #include "framework/core/window.h"
-#include "framework/menus/menu_popup.h"
-
-#include <Xm/XmAll.h>
+#include "framework/menus/menu.h"
 
 namespace {
 
@@ -131,7 +129,9 @@ void zMenuMapProc(Widget pulldown, XtPointer client, XtPointer data) {
   }
   const MenuRoad road(menu);
   if (cause.reason == XmCR_UNMAP) {
-    popupUnmapped(*menu, pulldown);
+    if (auto* popup = windowCast<zPopupMenu>(menu); popup != nullptr) {
+      popup->unmapped(pulldown);
+    }
     zEvent closed = MenuRoad::closedEvent(cause.event);
     road.offerToMenus(closed);
   } else {

@@ -1,13 +1,12 @@
 // Popup menus and their loop. Anything may happen in the loop: the menu or its owner may be
 // destroyed, the menu may be shown again by one of its own handlers, or another popup may be shown.
 
-#include "framework/menus/menu_popup.h"
-
 #include <memory>
 #include <string>
 
 #include "framework/core/application.h"
 #include "framework/core/window.h"
+#include "framework/menus/menu.h"
 #include "framework/menus/menu_widgets_xm.h"
 
 #include <Xm/LabelGP.h>
@@ -94,9 +93,8 @@ void zPopupMenu::takeKeyboard() {
   }
 }
 
-void popupUnmapped(zMenu& menu, Widget pulldown) {
-  auto* popup = windowCast<zPopupMenu>(&menu);
-  if (popup != nullptr && popup->widget() == pulldown) {
-    popup->popupState = zPopupMenu::kFinished;
+void zPopupMenu::unmapped(Widget pulldown) {
+  if (widget() == pulldown) {
+    popupState = kFinished;
   }
 }

@@ -11,7 +11,6 @@
 
 #include "framework/core/show_together.h"
 #include "framework/core/xm_handles_xm.h"
-#include "framework/menus/menu_events_xm.h"
 
 namespace {
 

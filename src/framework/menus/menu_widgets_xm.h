@@ -4,6 +4,8 @@
 
 #include <Xm/XmAll.h>
 
+class zMenu;
+
 /// The widgets of menus. Items are the client data of their gadgets' callbacks; every operation
 /// here that ends a widget takes the callbacks away first, so that an item may die at once while
 /// its widget waits for the end of the running event.
@@ -32,3 +34,15 @@ void destroyMenuRoot(Widget root, ziMenuItemDList& list);
 void showMenuItemSensitivity(const ziMenuItem& item);
 void showMenuItemCheck(const ziMenuItem& item, bool checked);
 void showMenuItemText(ziMenuItem& item);
+
+/// The callbacks of menu gadgets and pulldowns. Client data is the ziMenuItem.
+
+/// An item was chosen.
+void zMenuCommandProc(Widget gadget, XtPointer item, XtPointer data);
+/// An item was armed: the pointer or the keyboard stands on it.
+void zMenuArmProc(Widget gadget, XtPointer item, XtPointer data);
+/// The pulldown of a sub menu, or a popup's root, is about to be shown, or went.
+void zMenuMapProc(Widget pulldown, XtPointer item, XtPointer data);
+
+/// Tells the handlers of a menu that one below it has closed. The menu may be gone afterwards.
+void tellMenuClosed(zMenu& menu);

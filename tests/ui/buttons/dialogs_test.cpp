@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "buttons/dialogs/button_dialogs.h"
+#include "framework/controls/button.h"
+#include "framework/controls/control.h"
 #include "framework/controls/edit.h"
-#include "framework/controls/record_controls.h"
-#include "framework/controls/static_text.h"
 #include "resources/dialogs.h"
 #include "tests/ui/support/ui_test.h"
 

@@ -10,7 +10,7 @@
 #include "buttons/button_pane.h"
 #include "buttons/control_pane.h"
 #include "buttons/group_pane.h"
-#include "framework/controls/record_controls.h"
+#include "framework/controls/control.h"
 #include "framework/controls/scroll_bar.h"
 #include "framework/core/frame.h"
 #include "framework/draw/measure.h"

@@ -3,7 +3,7 @@
 
 #include "framework/core/application.h"
 #include "framework/core/message_box.h"
-#include "framework/menus/menu_popup.h"
+#include "framework/menus/menu.h"
 #include "resources/resource_ids.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/ui/buttons/panes_fixture.h"

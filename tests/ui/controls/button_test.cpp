@@ -2,7 +2,6 @@
 
 #include "framework/controls/button.h"
 
-#include "framework/controls/static_text.h"
 #include "tests/ui/controls/control_fixture.h"
 #include "tests/ui/controls/label_view.h"
 
@@ -121,16 +120,6 @@ TEST_F(ControlTest, AGroupBoxHoldsControlsAtTheirOwnPlaces) {
   EXPECT_EQ(value, 0) << "data exchange goes through the group";
   delete group;
   ui::drain();
-}
-
-TEST_F(ControlTest, AnImageButtonShowsTheStockPictureOfItsId) {
-  const auto makeButton = [&](int id) {
-    return new zPushButton(frame.get(), new zSizer(10, 10, 60, 44), kShownTabStop | kButtonImage,
-                           "text", id);
-  };
-  EXPECT_TRUE(viewOf(makeButton(1)->widget()).showsPicture);
-  EXPECT_TRUE(viewOf(makeButton(2)->widget()).showsPicture);
-  EXPECT_FALSE(viewOf(makeButton(77)->widget()).showsPicture);
 }
 
 }  // namespace

@@ -5,8 +5,6 @@
 #include "framework/controls/button.h"
 #include "framework/controls/edit.h"
 #include "framework/controls/list_box.h"
-#include "framework/controls/record_controls.h"
-#include "framework/controls/static_text.h"
 #include "framework/core/application.h"
 #include "framework/core/interfaces.h"
 #include "framework/layout/sizers.h"

@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "framework/controls/button.h"
+#include "framework/controls/control.h"
 #include "framework/controls/edit.h"
-#include "framework/controls/record_controls.h"
 #include "framework/core/application.h"
 #include "framework/core/x_settings.h"
 #include "framework/draw/screen.h"

@@ -5,7 +5,6 @@
 #include <gmock/gmock.h>
 #include <X11/keysym.h>
 
-#include "framework/controls/multi_list.h"
 #include "tests/ui/controls/list_view.h"
 #include "tests/ui/support/ui_test.h"
 

@@ -2,8 +2,7 @@
 
 #include "framework/controls/scroll_bar.h"
 
-#include "framework/controls/scroller.h"
-#include "framework/controls/static_text.h"
+#include "framework/controls/button.h"
 #include "framework/core/pane.h"
 #include "tests/ui/controls/control_fixture.h"
 #include "tests/ui/controls/scroll_bar_view.h"
@@ -173,32 +172,6 @@ TEST_F(ScrollBar, MayBeDestroyedByWhatItScrolls) {
   const ziAlive alive(bar);
   clickAlong(*bar, kLength - kInArrow);
   EXPECT_FALSE(alive);
-}
-
-TEST_F(ScrollBar, OfAWindowTellsTheWindowsScrollerOfChangedPositions) {
-  auto* bar = new zScrollBarVert(frame.get());
-  auto* flat = new zScrollBarHorz(frame.get());
-  bar->show();
-  flat->show();
-  frame->sizer()->update(nullptr);
-  ui::drain();
-  Recording<zScrollerBase> windowScroller(frame.get());
-  frame->setScroller(&windowScroller);
-  clickAlong(*bar, ui::areaOf(bar->widget()).height - kInArrow);
-  flat->scrollLines(4);
-  flat->scrollLines(0);
-  EXPECT_THAT(windowScroller.take(), ElementsAre(entry(kMsgVertScroll, kScrollLineDown, 1),
-                                                 entry(kMsgHorzScroll, kScrollLineDown, 4)));
-  EXPECT_EQ(windowScroller.announced, 3);
-  zEvent end = zEvent::of(kMsgVertScroll, kScrollEnd);
-  EXPECT_EQ(windowScroller.dispatch(&end), 1);
-  EXPECT_EQ(windowScroller.announced, 3) << "the end of scrolling is not announced";
-  frame->setScroller(nullptr);
-  zEvent top = zEvent::of(kMsgVertScroll, kScrollTop);
-  EXPECT_EQ(windowScroller.dispatch(&top), 0) << "the owner has no scroller";
-  delete bar;
-  EXPECT_EQ(frame->vertBar(), nullptr);
-  EXPECT_EQ(frame->horzBar(), flat->scrollPos());
 }
 
 }  // namespace

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "framework/controls/static_text.h"
+#include "framework/controls/button.h"
 #include "resources/dialogs.h"
 #include "support/version.h"
 #include "tests/support/temporary_folder.h"

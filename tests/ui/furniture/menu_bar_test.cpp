@@ -229,30 +229,4 @@ TEST_F(MenuTest, SubMenusAreNotAttachedAsItems) {
   EXPECT_THAT(menuLabels(bar->widget()), ElementsAre("File", "View"));
 }
 
-TEST_F(MenuTest, IsFilledFromAResource) {
-  const zMenuRecord records[] = {
-      {0, "&Tools", kMenuRecordSubMenu, kMenuRecordHelp},
-      {kExtra, "&Check", kMenuRecordItem, kMenuRecordChecked},
-      {0, {}, kMenuRecordSubMenuEnd, 0},
-      {kAdd, "&Go", kMenuRecordItem, 0},
-      {0, {}, 9, 0},
-  };
-  testing::internal::CaptureStderr();
-  bar->load(1, records);
-  bar->load(0x2A, {});
-  EXPECT_EQ(testing::internal::GetCapturedStderr(),
-            "Error: reading menu resource, invalid menuitem type 9\n"
-            "Error: unable to find menu resource 2a\n");
-  show();
-  EXPECT_THAT(menuLabels(bar->widget()), ElementsAre("File", "View", "Tools", "Go"));
-  EXPECT_EQ(helpGadget(bar->widget()), cascade(2));
-  EXPECT_TRUE(menuItemView(bar->itemWidget(kExtra)).isChecked);
-  ui::pressKey(XK_g, ui::kAlt);
-  EXPECT_THAT(takeJournal(), ElementsAre("owner 273 2200")) << "an item in the bar itself";
-  choose(2, kExtra);
-  EXPECT_THAT(takeJournal(), ElementsAre("owner 273 1200"));
-  bar->deleteSubMenuAt(2);
-  EXPECT_EQ(helpGadget(bar->widget()), nullptr);
-}
-
 }  // namespace

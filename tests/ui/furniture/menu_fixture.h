@@ -14,7 +14,6 @@
 #include "framework/core/pane.h"
 #include "framework/layout/sizers.h"
 #include "framework/menus/menu.h"
-#include "framework/menus/menu_popup.h"
 #include "tests/ui/furniture/menu_view.h"
 #include "tests/ui/support/ui_test.h"
 

@@ -10,7 +10,6 @@
 #include "framework/controls/combo_box.h"
 #include "framework/controls/edit.h"
 #include "framework/controls/list_box.h"
-#include "framework/controls/static_text.h"
 #include "framework/draw/screen.h"
 #include "link/wire.h"
 #include "prompts/find_dlg.h"

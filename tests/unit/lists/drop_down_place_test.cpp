@@ -4,7 +4,7 @@
 
 #include <ostream>
 
-#include "framework/controls/combo_box_place.h"
+#include "framework/controls/combo_box.h"
 
 static std::ostream& operator<<(std::ostream& out, const zRect& rect) {
   return out << rect.left << "," << rect.top << " " << rect.width() << "x" << rect.height();

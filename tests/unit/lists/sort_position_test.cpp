@@ -1,6 +1,6 @@
 // The order of sorted lists.
 
-#include "framework/controls/sort_position.h"
+#include "framework/controls/list_rows.h"
 
 #include <gmock/gmock.h>
 

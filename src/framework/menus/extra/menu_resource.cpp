@@ -1,13 +1,17 @@
+// Part of the framework's interface that this program does not use; compiled, its behaviour is not
+// under test: menus from resources, and what is left of zMenu.
+//
 // Reader of menu resources. The bytes may come from any file: nothing is read outside them, and
 // nesting is bounded, since menus are walked recursively.
 
-#include "framework/menus/menu_resource.h"
+#include "framework/menus/extra/menu_resource.h"
 
 #include <array>
 #include <cstdio>
 #include <utility>
 
-#include "framework/menus/menu_item.h"
+#include "framework/menus/menu.h"
+#include "framework/menus/menu_widgets_xm.h"
 
 namespace {
 
@@ -175,4 +179,54 @@ std::vector<zMenuRecord> decodeMenuRecords(std::string_view bytes) {
 
 std::string missingMenuResource(int resourceId) {
   return formatted("Error: unable to find menu resource %x\n", static_cast<unsigned>(resourceId));
+}
+
+void zMenu::load(int resourceId, std::span<const zMenuRecord> records) {
+  if (records.empty()) {
+    std::fputs(missingMenuResource(resourceId).c_str(), stderr);
+    return;
+  }
+  const ziMenuReading reading = readMenuRecords(records);
+  std::fputs(reading.errors.c_str(), stderr);
+  const int before = lines().size();
+  addLines(lines(), reading.lines);
+  if (Widget built = container(); built != nullptr) {
+    for (int index = before; index < lines().size(); ++index) {
+      buildMenuItem(lines(), index, built);
+    }
+  }
+}
+
+void zMenu::addLines(ziMenuItemDList& list, const std::vector<ziMenuLine>& described) {
+  for (const ziMenuLine& line : described) {
+    auto item = std::make_shared<ziMenuItem>(line.id, line.text.c_str(), line.flags);
+    if ((line.flags & kItemSubMenu) != 0) {
+      item->subItems = std::make_shared<ziMenuItemDList>(this);
+      addLines(*item->subItems, line.lines);
+    }
+    list.insert(list.size(), std::move(item));
+  }
+}
+
+int zMenu::setItemText(int id, const RWCString& text) {
+  ziMenuItem* item = find(id);
+  if (item == nullptr) {
+    return 0;
+  }
+  item->setText(text);
+  if (item->widget != nullptr) {
+    showMenuItemText(*item);
+  }
+  return 1;
+}
+
+int zMenu::removeItem(int id) {
+  const ziMenuItemDList::Place place = items->find(id);
+  if (!place) {
+    return 0;
+  }
+  const std::shared_ptr<ziMenuItem> item = place.item().shared_from_this();
+  place.list->remove(*item);
+  detach(*item);
+  return 1;
 }

@@ -1,11 +1,11 @@
-#include "framework/controls/list_box_rows.h"
+#include "framework/controls/list_rows.h"
 
 #include <algorithm>
+#include <cctype>
+#include <compare>
 #include <iterator>
 #include <span>
 #include <string>
-
-#include "framework/controls/sort_position.h"
 
 #include <Xm/XmAll.h>
 
@@ -40,6 +40,10 @@ class RowStrings {
   std::vector<XmString> strings;
 };
 
+int upperCase(char c) {
+  return std::toupper(static_cast<unsigned char>(c));
+}
+
 bool sortsBeforeText(const RWCString& text, const RWCString& other) {
   return sortsBefore(text.view(), other.view());
 }
@@ -51,6 +55,21 @@ int intResource(Widget widget, const char* name) {
 }
 
 }  // namespace
+
+bool sortsBefore(std::string_view text, std::string_view other) {
+  const auto order = std::lexicographical_compare_three_way(
+      text.begin(), text.end(), other.begin(), other.end(),
+      [](char a, char b) { return upperCase(a) <=> upperCase(b); });
+  return std::is_eq(order) ? text < other : std::is_lt(order);
+}
+
+int sortedPosition(std::string_view text, const std::vector<RWCString>& rows, ziRowOrder order) {
+  const auto isNotGreater = [&](const RWCString& row) { return !sortsBefore(text, row.view()); };
+  const auto place = order == ziRowOrder::kSorted
+                         ? std::partition_point(rows.begin(), rows.end(), isNotGreater)
+                         : std::find_if_not(rows.begin(), rows.end(), isNotGreater);
+  return static_cast<int>(place - rows.begin());
+}
 
 RWCString ziListRows::text(int row) const {
   return row < 0 || row >= count() ? RWCString() : texts[static_cast<std::size_t>(row)];

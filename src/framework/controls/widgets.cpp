@@ -1,12 +1,47 @@
-#include "framework/controls/text_widget_xm.h"
+#include "framework/controls/widgets_xm.h"
 
 #include <algorithm>
 
+#include "framework/core/application.h"
+#include "resources/styles.h"
 #include "framework/core/window_events_xm.h"
+#include "framework/core/xm_handles_xm.h"
+#include "framework/draw/x_font_xm.h"
+#include "support/label_text.h"
 #include "support/line_text.h"
 
 #include <Xm/TextP.h>
 #include <Xm/TextStrSoP.h>
+
+Boolean isTabStop(std::uint32_t style) {
+  return (style & kStyleTabStop) != 0 ? True : False;
+}
+
+Dimension borderWidth(std::uint32_t style) {
+  return (style & kStyleBorder) != 0 ? 1 : 0;
+}
+
+void showFont(Widget widget, const zFont* font) {
+  if (font != nullptr && font->xFont() != nullptr) {
+    XtVaSetValues(widget, XmNfontList, fontListOf(font->xFont()->get()), nullptr);
+  }
+}
+
+void showLabelText(Widget label, const RWCString& text) {
+  const zLabelText parsed = takeMnemonic(text.view());
+  const zXmString shown(expandTabs(parsed.text).c_str());
+  XtVaSetValues(label, XmNlabelString, shown.get(), XmNmnemonic,
+                static_cast<KeySym>(static_cast<unsigned char>(parsed.mnemonic)), nullptr);
+}
+
+zDimension labelTextSize(Widget label) {
+  XmString shown = nullptr;
+  XmFontList fonts = nullptr;
+  XtVaGetValues(label, XmNlabelString, &shown, XmNfontList, &fonts, nullptr);
+  const zDimension size = {XmStringWidth(fonts, shown), XmStringHeight(fonts, shown)};
+  XmStringFree(shown);
+  return size;
+}
 
 bool isStrayKey(const XmTextVerifyCallbackStruct& change) {
   const std::string_view inserted = insertedText(change);

@@ -1,5 +1,8 @@
 #pragma once
 
+// Part of the framework's interface that this program does not use; compiled, its behaviour is not
+// under test.
+
 #include <cstddef>
 #include <cstdint>
 #include <optional>

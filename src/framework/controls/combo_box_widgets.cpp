@@ -4,9 +4,7 @@
 #include <algorithm>
 
 #include "framework/controls/combo_box.h"
-#include "framework/controls/combo_box_callbacks_xm.h"
-#include "framework/core/xm_handles_xm.h"
-#include "framework/draw/x_font_xm.h"
+#include "framework/controls/widgets_xm.h"
 
 #include <X11/IntrinsicP.h>
 
@@ -55,7 +53,6 @@ void zComboBoxBase::createParts() {
   }
   layOut();
   finishCreation(kKindCombo, inner, rowColumn);
-  callbacks = std::make_unique<ziComboCallbacks>(*this);
 }
 
 void zComboBoxBase::createArrow() {
@@ -73,8 +70,8 @@ void zComboBoxBase::createEntry() {
       XmNtopAttachment, XmATTACH_FORM, XmNbottomAttachment, XmATTACH_FORM, XmNrightAttachment,
       arrow != nullptr ? XmATTACH_WIDGET : XmATTACH_FORM, XmNrightWidget, arrow, XmNmarginWidth,
       kEntrySideMargin, XmNmarginHeight, kEntryMargin, XmNnavigationType, XmEXCLUSIVE_TAB_GROUP,
-      XmNtraversalOn, (style() & kStyleTabStop) != 0, XmNeditable, isEditable,
-      XmNcursorPositionVisible, isEditable, XmNverifyBell, False, nullptr);
+      XmNtraversalOn, isTabStop(style()), XmNeditable, isEditable, XmNcursorPositionVisible,
+      isEditable, XmNverifyBell, False, nullptr);
 }
 
 void zComboBoxBase::createDropDown() {
@@ -88,12 +85,12 @@ void zComboBoxBase::createDropDown() {
 
 void zComboBoxBase::createList(Widget listParent) {
   Arg settings[] = {
-      {const_cast<char*>(XmNlistSizePolicy), XmCONSTANT},
-      {const_cast<char*>(XmNselectionPolicy), XmBROWSE_SELECT},
-      {const_cast<char*>(XmNtraversalOn), False},
+      {xmText(XmNlistSizePolicy), XmCONSTANT},
+      {xmText(XmNselectionPolicy), XmBROWSE_SELECT},
+      {xmText(XmNtraversalOn), False},
   };
-  listWidget = XmCreateScrolledList(listParent, const_cast<char*>("ScrolledList"), settings,
-                                    XtNumber(settings));
+  listWidget =
+      XmCreateScrolledList(listParent, xmText("ScrolledList"), settings, XtNumber(settings));
   // Managed from now on, though its holder is not, so that it knows how many rows it can show.
   XtManageChild(listWidget);
   rows.attach(listWidget);
@@ -155,20 +152,13 @@ void zComboBoxBase::setShowState(int state) {
 
 void zComboBoxBase::applyFontToWidget() {
   zControl::applyFontToWidget();
-  if (fontObject() != nullptr && fontObject()->xFont() != nullptr) {
-    const XmFontList list = fontListOf(fontObject()->xFont()->get());
-    XtVaSetValues(listWidget, XmNfontList, list, nullptr);
-  }
+  showFont(listWidget, fontObject());
   layOut();
 }
 
 void zComboBoxBase::applySensitivity(bool on) {
   XtSetSensitive(inner, on ? True : False);
-  if (arrow != nullptr) {
-    XtSetSensitive(arrow, on ? True : False);
-  } else {
-    XtSetSensitive(listWidget, on ? True : False);
-  }
+  XtSetSensitive(isSimple() ? listWidget : arrow, on ? True : False);
   if (!on) {
     hideDropDown();
   }

@@ -1,6 +1,8 @@
-// The pictures of the three stock buttons, drawn as pen strokes into bitmaps of one bit a pixel.
+// Part of the framework's interface that this program does not use; compiled, its behaviour is not
+// under test. The pictures of the three stock buttons, drawn as pen strokes into bitmaps of one bit
+// a pixel.
 
-#include "framework/controls/stock_images_xm.h"
+#include "framework/controls/widgets_xm.h"
 
 #include <algorithm>
 #include <array>
