@@ -30,6 +30,7 @@ DynButton::DynButton(zWindow* parent, zSizer* sizer, int id, const Button& shown
 // The set may be replaced while the mouse holds a button of it down.
 DynButton::~DynButton() {
   if (armed != 0) {
+    endPress();
     host.showStatus("");
   }
 }

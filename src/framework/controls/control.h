@@ -137,7 +137,8 @@ struct zPointer {
 zPointer pointerOf(const zEvent& event);
 
 /// Sends all mouse events to `window` until the release, wherever the pointer goes; without this
-/// the program's other windows take those over them. Ends by itself when the window goes.
+/// the program's other windows take those over them. To be released before the window goes: the
+/// toolkit would look for it there.
 void grabPointer(const zWindow& window);
 void releasePointer(const zWindow& window);
 /// Whether the first button is up and no event waits: a release that was to come went elsewhere,
