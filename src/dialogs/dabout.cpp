@@ -1,4 +1,4 @@
-// The boxes that tell about the program.
+// The box that tells about the program, its icon and its version.
 
 #include "dialogs/dabout.h"
 
@@ -41,7 +41,6 @@ constexpr const char* kName = "Korvane";
 constexpr const char* kLegalNotice =
     "Korvane UI, the graphical front end of the tester.\n"
     "Comes as it is, without warranty of any kind.";
-constexpr const char* kCredits = "Programmed by:\n\nThe Korvane UI developers";
 
 zRCFont fontOf(int tenthsOfPoint, int weight) {
   return zRCFont(zFontSpec(kFace, zPrPoint(0, tenthsOfPoint), weight));
@@ -134,13 +133,5 @@ DAbout::DAbout(zWindow* parent) : ziTellingBox(parent, kTitle, {0, 0, 247, 114})
   addText(kNamePlace, kName, fontOf(kNameTenths, kNameWeight));
   addText(kVersionPlace, VersionText());
   addText(kNoticePlace, kLegalNotice);
-  addOk(kRuleTop, kOkTop);
-}
-
-DCredits::DCredits(zWindow* parent) : ziTellingBox(parent, kTitle, {0, 0, 156, 104}) {
-  constexpr zDialogPlace kTextPlace = {8, 12, 140, 56};
-  constexpr int kRuleTop = 78;
-  constexpr int kOkTop = 86;
-  addText(kTextPlace, kCredits);
   addOk(kRuleTop, kOkTop);
 }

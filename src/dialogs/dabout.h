@@ -53,11 +53,3 @@ class DAbout : public ziTellingBox {
 
   explicit DAbout(zWindow* parent);
 };
-
-/// Who programmed the program. To be run by run(0). No command opens it. Intended.
-class DCredits : public ziTellingBox {
- public:
-  static constexpr const char* kTitle = "Tessil Credits";
-
-  explicit DCredits(zWindow* parent);
-};
