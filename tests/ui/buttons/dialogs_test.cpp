@@ -1,6 +1,5 @@
 #include <gmock/gmock.h>
 
-#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -10,9 +9,7 @@
 #include "framework/controls/control.h"
 #include "framework/controls/edit.h"
 #include "resources/dialogs.h"
-#include "tests/ui/support/ui_test.h"
-
-#include <X11/keysym.h>
+#include "tests/ui/buttons/panes_fixture.h"
 
 namespace {
 
@@ -20,20 +17,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 constexpr const char* kTitle = "Buttons";
-const std::string kEscape = "\x1b";
-
-// Types; Tab, Escape and the vertical tab stand for the keys Tab, Escape and Down.
-void typeKeys(const std::string& keys) {
-  const std::map<char, ui::KeySymbol> others = {
-      {'\t', XK_Tab}, {'\v', XK_Down}, {kEscape[0], XK_Escape}};
-  for (const char key : keys) {
-    if (const auto found = others.find(key); found != others.end()) {
-      ui::pressKey(found->second);
-    } else {
-      ui::typeText({&key, 1});
-    }
-  }
-}
 
 zControl& control(zWindow& dialog, int id) {
   return *windowCast<zControl>(dialog.childById(id));
@@ -126,7 +109,7 @@ TEST_F(ButtonDialogs, AddButtonsByApplyThatCancelDoesNotTakeBack) {
     added.push_back(label.str() + "=" + definition.str());
   });
   // Without a label the definition stays for the next time.
-  EXPECT_EQ(runByPieces(dialog, {"A\ta 1\t\t ", "  \tb\t\t ", "B\t\t\t ", "C\t\t\t ", kEscape}), 0);
+  EXPECT_EQ(runByPieces(dialog, {"A\ta 1\t\t ", "  \tb\t\t ", "B\t\t\t ", "C\t\t\t ", "\x1b"}), 0);
   EXPECT_THAT(added, ElementsAre("A=a 1", "B=b", "C="));
 }
 

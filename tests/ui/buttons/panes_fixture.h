@@ -17,11 +17,35 @@
 #include "framework/layout/sizers.h"
 #include "framework/menus/menu.h"
 #include "resources/resource_ids.h"
+#include "tests/support/basics.h"
 #include "tests/ui/support/ui_test.h"
 #include "textarea/my_pane.h"
 #include "textarea/text_pane.h"
 
-/// A main window that notes what the button set asks of it. Its bar has three pull-downs.
+#include <X11/keysym.h>
+
+// Types; Escape and the vertical tab stand for the keys Escape and Down, the bell for Shift and
+// Down.
+inline void typeKeys(const std::string& keys) {
+  for (const char key : keys) {
+    switch (key) {
+      case '\x1b':
+        ui::pressKey(XK_Escape);
+        break;
+      case '\v':
+        ui::pressKey(XK_Down);
+        break;
+      case '\a':
+        ui::pressKey(XK_Down, ui::kShift);
+        break;
+      default:
+        ui::typeText({&key, 1});
+    }
+  }
+}
+
+/// A main window that notes what the button set asks of it. Its bar has three pull-downs; the log
+/// and the command line are right of the buttons.
 class PanesFrame : public zAppFrame, public ziButtonHost {
  public:
   static constexpr const char* kTitle = "Panes";
@@ -46,13 +70,13 @@ class PanesFrame : public zAppFrame, public ziButtonHost {
   zWindow& window() override { return *this; }
   zMenu& mainMenu() override { return *bar; }
   RWCString applicationTitle() override { return "App"; }
-  int toolBarHeight() override { return 0; }
+  int toolBarHeight() override { return barHeight; }
   void executeCommandLine(const RWCString& line) override { executed.push_back(line.str()); }
-  void showStatus(const RWCString& shown) override { status.push_back(shown.str()); }
+  void showStatus(const RWCString& shown) override { status += shown.str() + "|"; }
   void setMenuHelp(std::span<const zHelpText> rows) override {
     help.clear();
     for (const zHelpText& row : rows) {
-      help.push_back(std::to_string(row.id) + " " + row.text);
+      help += std::to_string(row.id) + " " + row.text + "|";
     }
   }
   int onMenuSelect(zEvent* event) {
@@ -66,8 +90,9 @@ class PanesFrame : public zAppFrame, public ziButtonHost {
   ControlPane* pane = nullptr;
   std::unique_ptr<MyPane> textArea;
   std::vector<std::string> executed;
-  std::vector<std::string> status;
-  std::vector<std::string> help;
+  std::string status;
+  std::string help;
+  int barHeight = 7;
   std::vector<int> explained;  ///< entries of menus, 0 when one closed
 };
 
@@ -87,11 +112,16 @@ class ButtonPanes : public testing::Test {
 
   static GroupPane& set() { return *theGroupPane; }
   static ButtonSetDocument& document() { return set().document(); }
-  static ButtonPane& group(std::size_t index) { return *set().groups().at(index); }
+  static ButtonPane& pane(std::size_t index) { return *set().groups().at(index); }
+  static const ButtonGroup& group(std::size_t index) { return pane(index).group(); }
+  static Widget button(std::size_t ofGroup, std::size_t index) {
+    return pane(ofGroup).commands().at(index).window->widget();
+  }
+  static std::string log() { return theTextPane->text().str(); }
 
   /// A group on the screen, its buttons named "B1", "B2", ... and defined as "b1", ...
-  static ButtonPane& addGroup(const RWCString& name, int buttons, int expanded = 1) {
-    ButtonGroup added{name.str(), expanded != 0, {}};
+  static ButtonPane& addGroup(const std::string& name, int buttons, bool expanded = true) {
+    ButtonGroup added{name, expanded, {}};
     for (int i = 1; i <= buttons; ++i) {
       added.buttons.push_back({"B" + std::to_string(i), "b" + std::to_string(i)});
     }
@@ -99,14 +129,6 @@ class ButtonPanes : public testing::Test {
     ui::drain();
     return *set().groups().back();
   }
-  static std::vector<std::string> labelsOf(const ButtonPane& group) {
-    std::vector<std::string> labels;
-    for (const Button& button : group.group().buttons) {
-      labels.push_back(button.label);
-    }
-    return labels;
-  }
-  static std::string log() { return theTextPane->text().str(); }
 
   template <class Control>
   static Control* childOf(zWindow& window, int number = 0) {
@@ -119,8 +141,45 @@ class ButtonPanes : public testing::Test {
     }
     return nullptr;
   }
+  static Widget checkBox(std::size_t ofGroup) {
+    return childOf<zCheckBox>(pane(ofGroup))->widget();
+  }
+
+  /// What stands on the canvas, of whose groups and buttons the places are checked.
+  static std::string seen() {
+    int y = 1;
+    int width = set().metrics().minGroupWidth;
+    for (const ButtonPane* shown : set().groups()) {
+      width = std::max(width, shown->width());
+    }
+    for (ButtonPane* shown : set().groups()) {
+      EXPECT_EQ(shown->sizer()->rect(), zRect(zPoint{1, y}, zDimension{width, shown->height()}));
+      y += shown->height() + 2;
+      int widest = 0;
+      for (const ziCommand& command : shown->commands()) {
+        widest = std::max(widest, set().buttonWidth(command.shown->label));
+      }
+      int number = 0;
+      for (const ziCommand& command : shown->commands()) {
+        if (command.window != nullptr) {
+          EXPECT_EQ(command.window->sizer()->rect(), buttonPlace(set().metrics(), widest, number));
+        }
+        ++number;
+      }
+    }
+    std::string shown = ui::look(set().widget());
+    std::replace(shown.begin(), shown.end(), '\n', ' ');
+    return shown.substr(0, shown.find_last_not_of(' ') + 1);
+  }
+
+  /// Lets the events come that the window manager holds back.
+  void awaitExecuted(const std::vector<std::string>& wanted) const {
+    ui::waitFor([&] { return frame->executed == wanted; }, "the command");
+  }
+  static void awaitCommandLine() { ui::waitForFocus(theCommandLine->innerWidget()); }
+
   /// 0 the vertical, 1 the horizontal one.
-  zScrollBarCtrl& bar(int number) { return *childOf<zScrollBarCtrl>(*frame->pane, number); }
+  zScrollBarCtrl& bar(int number) const { return *childOf<zScrollBarCtrl>(*frame->pane, number); }
 
   std::unique_ptr<PanesFrame> frame = std::make_unique<PanesFrame>();
 };

@@ -27,7 +27,7 @@ TEST(ButtonFileChecker, SaysWhatIsLostInTheOrderOfTheLines) {
   const std::string file =
       "# comment\nearly\n: A # x|\n label\n\ngo # 3\ndef" + std::string(1, '\0') +
       "inition\nodd\x1B\x9B\n:B#\n:menu M\n:MENU M\nSeparator\na\nset separator\nmy separators\n"
-      "separator\nb\n# was a definition\nc\nseparator\n:C\n" +
+      "separator\nb\n# was a definition\nc\nseparator\n: C\n" +
       std::string(3000, 'x') + "\n";
   EXPECT_EQ(lintText(file), R"(f:2: before the first header, so it is ignored: "early"
 f:3: "|" in a name: menus and collapsed groups are cut there, other groups lose those at the end: ": A # x|"
@@ -42,6 +42,7 @@ f:14: definition with "separator" in a menu: a separator appears behind the entr
 f:15: holds "separator", so it is read as a separator: "my separators"
 f:18: skipped for its "#", so the lines behind it may be paired otherwise: "# was a definition"
 f:20: a single separator line at the end of a menu, dropped: "separator"
+f:21: the name begins with a blank or a tab: ": C"
 f:22: line of 1000 characters or more, read as several lines; a further one begins with: ")" +
                                 std::string(60, 'x') + "\"...\n");
 }

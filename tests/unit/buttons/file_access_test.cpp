@@ -59,6 +59,35 @@ TEST_F(ButtonFileAccess, ReplacesWhatAPathOrItsLinkStandsFor) {
   EXPECT_EQ(files(), 7) << "nothing is left behind";
 }
 
+// What another user owns and what stands in a folder that takes no file more is written in place.
+TEST_F(ButtonFileAccess, WritesInPlaceWhatItCannotReplace) {
+  const auto inode = [&] {
+    struct stat about = {};
+    stat(at("a.btn").c_str(), &about);
+    return about.st_ino;
+  };
+  const ino_t before = inode();
+  chmod(at("a.btn").c_str(), 0666);
+  // Nothing is forbidden to the superuser.
+  const bool isSuperuser = geteuid() == 0;
+  for (const mode_t folderMode : {isSuperuser ? 0777U : 0555U, 0555U}) {
+    chmod(folder.path().c_str(), folderMode);
+    EXPECT_TRUE(!isSuperuser || seteuid(65534) == 0);
+    EXPECT_TRUE(replaceFile(at("a.btn"), folderMode == 0777 ? "longer than before" : "short"));
+    const bool isOpen = folderMode == 0777;
+    EXPECT_EQ(replaceFile(at(isOpen ? "b.btn" : "c.btn"), "made"), isOpen);
+    EXPECT_TRUE(!isSuperuser || seteuid(0) == 0);
+    EXPECT_EQ(content("a.btn"), folderMode == 0777 ? "longer than before" : "short");
+    EXPECT_EQ(inode(), before);
+  }
+  chmod(folder.path().c_str(), 0755);
+  EXPECT_EQ(files(), isSuperuser ? 2 : 1);
+  chmod(at("a.btn").c_str(), 0444);
+  EXPECT_TRUE(!isSuperuser || seteuid(65534) == 0);
+  EXPECT_FALSE(replaceFile(at("a.btn"), "new"));
+  EXPECT_TRUE(!isSuperuser || seteuid(0) == 0);
+}
+
 TEST_F(ButtonFileAccess, KeepsTheOldFileWhenTheDiskTakesNoMore) {
   std::signal(SIGXFSZ, SIG_IGN);
   rlimit before = {};
