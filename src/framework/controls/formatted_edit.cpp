@@ -4,9 +4,9 @@
 #include <string>
 #include <utility>
 
-#include "framework/core/window_events_xm.h"
 #include "framework/controls/widgets_xm.h"
 #include "framework/core/event.h"
+#include "framework/core/window_events_xm.h"
 
 namespace {
 

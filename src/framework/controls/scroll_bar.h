@@ -1,9 +1,9 @@
 #pragma once
 
 #include "framework/controls/control.h"
-#include "framework/core/interfaces.h"
 #include "framework/core/event.h"
 #include "framework/core/evh.h"
+#include "framework/core/interfaces.h"
 
 class zScrollBarBase;
 class zScrollerBase;

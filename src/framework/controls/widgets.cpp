@@ -3,10 +3,10 @@
 #include <algorithm>
 
 #include "framework/core/application.h"
-#include "resources/styles.h"
 #include "framework/core/window_events_xm.h"
 #include "framework/core/xm_handles_xm.h"
 #include "framework/draw/x_font_xm.h"
+#include "resources/styles.h"
 #include "support/label_text.h"
 #include "support/line_text.h"
 

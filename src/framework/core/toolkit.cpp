@@ -14,8 +14,9 @@
 
 #include "framework/core/x_settings.h"
 #include "framework/draw/color.h"
-#include "framework/draw/screen.h"
+#include "framework/draw/font_dict.h"
 #include "framework/draw/measure.h"
+#include "framework/draw/screen.h"
 
 #include <X11/Intrinsic.h>
 #include <X11/StringDefs.h>

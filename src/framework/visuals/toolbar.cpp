@@ -2,6 +2,7 @@
 
 #include "framework/core/frame.h"
 #include "framework/core/notify.h"
+#include "framework/layout/sizers.h"
 #include "framework/visuals/bevel.h"
 #include "framework/visuals/extra/more_visuals.h"
 

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "framework/core/application.h"
-#include "framework/menus/menu_popup.h"
+#include "framework/menus/menu.h"
 #include "link/message_codec.h"
 #include "tests/ui/buttons/panes_fixture.h"
 
