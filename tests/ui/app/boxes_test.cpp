@@ -1,175 +1,133 @@
-// The boxes that messages and the loss of the link bring up: title, icon, buttons and text.
+// What messages and the loss of the link bring up over the main window, and what is answered.
 
-#include <gmock/gmock.h>
-#include <sys/socket.h>
-#include <unistd.h>
-
-#include <array>
 #include <csignal>
 #include <cstdlib>
 #include <iostream>
 
-#include "app/message_handler.h"
-#include "app/session.h"
-#include "app/wmain.h"
-#include "framework/controls/edit.h"
 #include "framework/core/application.h"
-#include "framework/core/x_settings.h"
-#include "link/message_numbers.h"
-#include "link/tool_interface.h"
+#include "framework/core/idle_list.h"
 #include "link/wire.h"
-#include "tests/ui/app_object/box_view.h"
-#include "tests/ui/support/ui_test.h"
-#include "tests/ui/textarea/log_view.h"
-#include "textarea/text_pane.h"
-
-#include <X11/keysym.h>
+#include "tests/ui/app/main_window.h"
 
 namespace {
 
-/// A string parameter.
-std::string text(const std::string& bytes, int announced) {
-  return std::string(reinterpret_cast<const char*>(&announced), sizeof announced) + bytes;
-}
-std::string text(const std::string& bytes) {
-  return text(bytes, static_cast<int>(bytes.size()));
-}
+using testing::HasSubstr;
 
 struct BoxRow {
   int tag;
   std::string payload;
   const char* title;
-  const char* icon;
-  std::vector<std::string> buttons;
-  const char* text;
+  ui::KeySymbol key;
+  std::string look;
+  const char* answer;
 };
 
-class MainWindowBoxes : public testing::Test {
- protected:
-  MainWindowBoxes() {
-    window = std::make_unique<WMain>(nullptr, "");
-    ui::waitForDialog(g_AppTitle);
-    g_XSettings.promptKeyDelay = 0;
-  }
-  ~MainWindowBoxes() override { window.reset(); }
+using Boxes = MainWindow;
 
-  std::unique_ptr<WMain> window;
-};
-
-TEST_F(MainWindowBoxes, SayWhatTheMessagesSayOrWhatIsWrongWithThem) {
-  const std::vector<std::string> ok{"OK"};
-  const std::vector<std::string> okCancel{"OK", "Cancel"};
+TEST_F(Boxes, SayWhatTheMessagesSayOrWhatIsWrongWithThem) {
+  const auto with = [](const char* title, const char* text) {
+    return wireString(title) + wireString(text);
+  };
+  const std::string ok = "---\n[OK] default focus\n";
+  const std::string okCancel = ok + "[Cancel]\n";
+  const std::string wrong = "{information}\nDecode Error in message length:\nTag ";
+  const std::string page = with("Korvane - Page file", "More?");
+  const Window main = ui::windowWithTitle(g_AppTitle);
   for (const BoxRow& row : {
-           BoxRow{MSG_T_QUESTION, text("Korvane - Page file") + text("More?"),
-                  "Korvane - Page file", "question", okCancel, "More?"},
-           BoxRow{MSG_T_QUESTION, text("Other") + text("a\nb"), "Other", "error", okCancel, "a\nb"},
-           BoxRow{MSG_T_ERROR_BOX, text("Error") + text("bad"), "Error", "error", ok, "bad"},
-           BoxRow{MSG_T_WARNING_BOX, text("Caution") + text("w"), "Caution", "warning", ok, "w"},
-           BoxRow{MSG_LINK_WARNING_BOX, text("Link") + text("l"), "Link", "warning", ok, "l"},
-           BoxRow{MSG_T_TEXT, text("abc", 9), "Korvane UI", "information", ok,
-                  "Decode Error in message length:\nTag 2000\nLength 7"},
-           BoxRow{MSG_T_EXIT, "x", "Korvane UI", "information", ok,
-                  "Decode Error in message length:\nTag 2007\nLength 1"},
-           BoxRow{-5, "1234", "Korvane UI", "information", ok,
-                  "Decode Error in message length:\nTag -5\nLength 4"},
+           BoxRow{MSG_T_QUESTION, page, "Korvane - Page file", XK_Return,
+                  "{question}\nMore?\n" + okCancel, "1000 MSG_UI_OK\n"},
+           BoxRow{MSG_T_QUESTION, page, "Korvane - Page file", XK_Escape,
+                  "{question}\nMore?\n" + okCancel, "1001 MSG_UI_NOT_OK\n"},
+           BoxRow{MSG_T_QUESTION, with("Other", "a\nb"), "Other", XK_Return,
+                  "{error}\na\nb\n" + okCancel, "1000 MSG_UI_OK\n"},
+           BoxRow{MSG_T_ERROR_BOX, with("Error", "bad"), "Error", XK_Return, "{error}\nbad\n" + ok,
+                  "1011 MSG_UI_ACK\n"},
+           BoxRow{MSG_T_WARNING_BOX, with("Caution", "w"), "Caution", XK_Return,
+                  "{warning}\nw\n" + ok, ""},
+           BoxRow{MSG_LINK_WARNING_BOX, with("Link", "l"), "Link", XK_Return, "{warning}\nl\n" + ok,
+                  ""},
+           BoxRow{MSG_T_TEXT, wireWord(9) + "abc", g_AppTitle, XK_Return,
+                  wrong + "2000\nLength 7\n" + ok, ""},
+           BoxRow{MSG_T_EXIT, "x", g_AppTitle, XK_Return, wrong + "2007\nLength 1\n" + ok, ""},
+           BoxRow{-5, "1234", g_AppTitle, XK_Return, wrong + "-5\nLength 4\n" + ok, ""},
        }) {
-    SCOPED_TRACE(row.text);
+    SCOPED_TRACE(row.look);
+    const auto isUp = [&] {
+      const Window box = ui::windowWithTitle(row.title);
+      return box != main && ui::hasInputFocus(box);
+    };
     ui::ModalScript script;
-    const Window main = ui::windowWithTitle("Korvane UI");
-    script.when(
-        [&] {
-          const Window box = ui::windowWithTitle(row.title);
-          return box != main && ui::hasInputFocus(box);
-        },
-        row.title,
-        [&] {
-          const BoxView box(row.title);
-          EXPECT_EQ(box.icon(), row.icon);
-          EXPECT_EQ(box.buttonLabels(), row.buttons);
-          EXPECT_EQ(box.text(), row.text);
-          ui::pressKey(XK_Return);
-        });
+    script.when(isUp, row.title, [&] {
+      ui::drain();
+      EXPECT_EQ(ui::look(row.title), row.look);
+      ui::pressKey(row.key);
+    });
     script.run([&] {
       MessageHandler(NELKV, row.tag, static_cast<int>(row.payload.size()), row.payload.c_str());
     });
+    EXPECT_EQ(sent(), row.answer);
     ui::waitFor([&] { return ui::hasInputFocus(main); }, "the focus back in the main window");
   }
 }
 
-TEST_F(MainWindowBoxes, AMessageThatNothingIsDoneOnIsNamedOnStandardOutputOnly) {
-  testing::internal::CaptureStdout();
-  PROCESS_MESSAGE(4711, {});
-  std::fflush(stdout);
-  EXPECT_EQ(testing::internal::GetCapturedStdout(), "PROCESS_MESSAGE: 4711");
-}
-
-/// The edit line of the prompt that is up.
-zEditLine* promptLine() {
-  zEditLine* line = nullptr;
-  zWindowDlist::Iter windows(g_MainWindow->children());
-  while (zWindow* window = windows.next()) {
-    zWindowDlist::Iter controls(window->children());
-    while (zWindow* control = window->isA(kClassDialogFrame) ? controls.next() : nullptr) {
-      line = control->isA(kClassEditLine) ? windowCast<zEditLine>(control) : line;
-    }
-  }
-  return line;
-}
-
-TEST_F(MainWindowBoxes, TellAnAnswerThatIsTooLongWhichCancelsTheQuestion) {
-  std::array<int, 2> ends{};
-  ASSERT_EQ(socketpair(AF_UNIX, SOCK_STREAM, 0, ends.data()), 0);
-  g_SocketClient = std::make_unique<SocketControlClient>(ends[0]);
-  g_ToolSocket = ends[0];
-  g_ToolState = LINK_CONNECTED;
+TEST_F(Boxes, TellOfAnAnswerThatIsTooLongWhichCancelsTheQuestion) {
   ui::ModalScript script;
   script.onDialog("Korvane Select", [] {
-    promptLine()->setText(std::string(kMaxSentText + 1, 'x').c_str());
+    // The dialog bounds what is typed only.
+    ui::setText(ui::part("Korvane Select", "TextField"), std::string(kMaxSentText + 1, 'x'));
     ui::pressKey(XK_Return);
   });
-  const Window main = ui::windowWithTitle("Korvane UI");
-  script.when([&] { return ui::windowWithTitle("Korvane UI") != main; }, "the box",
+  const Window main = ui::windowWithTitle(g_AppTitle);
+  script.when([&] { return ui::windowWithTitle(g_AppTitle) != main; }, "the box",
               [] {
-                EXPECT_EQ(BoxView("Korvane UI").text(), "The answer is too long to be sent.");
+                EXPECT_THAT(ui::look(g_AppTitle),
+                            HasSubstr("{error}\nThe answer is too long to be sent.\n"));
                 ui::pressKey(XK_Return);
               });
-  const std::string question = text("Korvane Select") + text("Name:");
-  script.run([&] {
-    MessageHandler(NELKV, MSG_T_ASK_STRING, static_cast<int>(question.size()), question.c_str());
-  });
-  g_ToolState = LINK_IDLE;
-  g_SocketClient.reset();
-  std::array<char, kMaxSentFrameText> sent{};
-  std::array<char, kFrameHeaderBytes> binary{};
-  const ssize_t count = recv(ends[1], sent.data(), sent.size(), MSG_DONTWAIT);
-  EXPECT_EQ(count, 2 * kFrameHeaderBytes + 1) << "one frame without a payload";
-  EXPECT_EQ(decodeFrame(sent.data(), static_cast<int>(count), binary).header.tag, MSG_UI_CANCEL);
-  close(ends[0]);
-  close(ends[1]);
+  script.run([] { receive(MSG_T_ASK_STRING, {"Korvane Select", "Name:"}); });
+  EXPECT_EQ(sent(), "1003 MSG_UI_CANCEL\n");
 }
 
-TEST_F(MainWindowBoxes, AndTitlesComeAfterTheTextsBeforeThem) {
-  std::array<int, 2> ends{};
-  ASSERT_EQ(socketpair(AF_UNIX, SOCK_STREAM, 0, ends.data()), 0);
-  g_SocketClient = std::make_unique<SocketControlClient>(ends[0]);
-  g_ToolSocket = ends[0];
-  const auto shownAfter = [](int tag, const std::string& payload) {
-    MessageHandler(NELKV, tag, static_cast<int>(payload.size()), payload.c_str());
-    return shownLength(theTextPane->widget());
+TEST_F(Boxes, AndTitlesComeAfterTheTextsBeforeThem) {
+  const auto shownAfter = [](int tag, const char* text) {
+    receive(tag, {text});
+    return ui::textOf(theTextPane->widget());
   };
-  ASSERT_EQ(write(ends[1], "0", 1), 1);
-  EXPECT_EQ(shownAfter(MSG_T_TEXT, text("a")), 0) << "more is to follow";
-  EXPECT_EQ(shownAfter(MSG_T_PROMPT, text("go")), 0);
-  EXPECT_EQ(shownAfter(MSG_T_TITLE, text("system")), 1);
-  EXPECT_EQ(shownAfter(MSG_T_TEXT, text("b")), 1);
+  ASSERT_EQ(write(peer.fd(), "0", 1), 1);
+  EXPECT_EQ(shownAfter(MSG_T_TEXT, "a"), "") << "more is to follow";
+  EXPECT_EQ(shownAfter(MSG_T_PROMPT, "go"), "");
+  EXPECT_EQ(shownAfter(MSG_T_TITLE, "system"), "a");
+  ui::waitForDialog("Korvane UI - system");
+  EXPECT_EQ(shownAfter(MSG_T_TEXT, "b"), "a");
   ToolReceive(kReceivePoll);
-  EXPECT_EQ(shownAfter(MSG_T_TEXT, text("c")), 3);
-  g_SocketClient.reset();
-  close(ends[0]);
-  close(ends[1]);
+  EXPECT_EQ(shownAfter(MSG_T_TEXT, "c"), "abc");
 }
 
-TEST_F(MainWindowBoxes, TheIdlePollGivesUpAfterAHundredSilentPollsInARow) {
+TEST_F(Boxes, FindIsToldOfEarlierSearchesAndOfWhatTheUserMayDo) {
+  const auto asked = [] {
+    std::string look;
+    ui::ModalScript script;
+    script.onDialog("Korvane Select", [&] {
+      look = ui::look("Korvane Select");
+      ui::pressKey(XK_Escape);
+    });
+    script.run([] { receive(MSG_T_FIND, {0, 1, Parameter::List{"p"}}); });
+    return look;
+  };
+  const std::string end = "Match case\n[OK]\n[Cancel]\n";
+  unsetenv("KV_REGEXP");
+  EXPECT_THAT(asked(), HasSubstr("<>"));
+  EXPECT_THAT(asked(), HasSubstr("( ) Regular expression greyed\n( ) " + end));
+  theSession.rememberSearch({"old", false, false});
+  theSession.rememberSearch({"new", true, true});
+  EXPECT_THAT(asked(), HasSubstr("<new>"));
+  EXPECT_THAT(asked(), HasSubstr("( ) Regular expression greyed\n(x) " + end));
+  setenv("KV_REGEXP", "", 1);
+  EXPECT_THAT(asked(), HasSubstr("(x) Regular expression\n(x) " + end));
+  unsetenv("KV_REGEXP");
+}
+
+TEST_F(Boxes, TheIdlePollGivesUpAfterAHundredSilentPollsInARow) {
   constexpr int kSilentPolls = 100;
   g_IdleList = zApp::instance()->idleList();
   g_IdleList->add(window.get(), PollLinkIdle);
@@ -194,22 +152,20 @@ TEST_F(MainWindowBoxes, TheIdlePollGivesUpAfterAHundredSilentPollsInARow) {
   std::raise(SIGINT);
   ui::ModalScript script;
   script.onDialog("Korvane UI: NELMPM Error", [] {
-    const BoxView box("Korvane UI: NELMPM Error");
-    std::cerr << box.icon() << ": " << box.text() << std::flush;
+    std::cerr << ui::look("Korvane UI: NELMPM Error") << std::flush;
     ui::pressKey(XK_Return);
   });
   script.run([&] { return poll(g_MainWindow); });
   std::_Exit(zApp::instance()->isRunning() ? EXIT_FAILURE : EXIT_SUCCESS);
 }
 
-TEST_F(MainWindowBoxes, TellTheLossOfTheLinkByTheHandlerThatSawIt) {
+TEST_F(Boxes, TellTheLossOfTheLinkByTheHandlerThatSawIt) {
   GTEST_FLAG_SET(death_test_style, "threadsafe");
   const auto isOrdinaryEnd = testing::ExitedWithCode(EXIT_SUCCESS);
   const std::string text =
-      "Broken MPM connection.\nplain: Connection to Tessil Postmaster lost.\n Application will "
-      "quit. ";
-  EXPECT_EXIT(lose(PollLinkIdle), isOrdinaryEnd, text + "1");
-  EXPECT_EXIT(lose(PollLinkTimer), isOrdinaryEnd, text + "2");
+      "Broken MPM connection.\n..\nConnection to Tessil Postmaster lost.\n Application will quit. ";
+  EXPECT_EXIT(lose(PollLinkIdle), isOrdinaryEnd, text + "1\n---\n.OK. default");
+  EXPECT_EXIT(lose(PollLinkTimer), isOrdinaryEnd, text + "2\n---\n.OK. default");
 }
 
 }  // namespace

@@ -1,12 +1,13 @@
+// The prompts in real modal runs: what is seen of each, what the user does, what comes out.
+
 #include <gmock/gmock.h>
 
-#include <algorithm>
-#include <map>
+#include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
-#include "framework/controls/button.h"
 #include "framework/controls/combo_box.h"
 #include "framework/controls/edit.h"
 #include "framework/controls/list_box.h"
@@ -15,20 +16,21 @@
 #include "prompts/find_dlg.h"
 #include "prompts/pop_up_list_dlgs.h"
 #include "prompts/pop_up_value_dlgs.h"
-#include "tests/support/deadline.h"
 #include "tests/ui/support/ui_test.h"
 
 #include <X11/keysym.h>
+#include <X11/Xlib.h>
 
 namespace {
 
-using ::testing::ElementsAre;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+constexpr const char* kTitle = "Korvane Select";
 
 /// A main window for the prompts, and what a user does to them.
 class Prompt : public testing::Test {
  protected:
-  static constexpr const char* kTitle = "Korvane Select";
-
   Prompt() {
     frame->show();
     ui::waitForDialog("Parent");
@@ -38,16 +40,23 @@ class Prompt : public testing::Test {
     ui::waitForNoDialog("Parent");
   }
 
-  /// Runs `dialog`, in which the user does `actions`; the last of them must end it.
-  static void run(zDialogFrame& dialog, const ui::ModalScript::Action& actions) {
+  /// Runs `dialog`, in which the user does `actions`; the last of them must end it. The outcome.
+  static int run(zDialogFrame& dialog, const ui::ModalScript::Action& actions) {
     ui::ModalScript script;
-    script.onDialog(kTitle, actions);
-    script.run([&] { return dialog.run(0); });
+    script.onDialog(kTitle, [&] {
+      ui::drain();  // the news of the focus
+      actions();
+    });
+    const int outcome = script.run([&] { return dialog.run(0); });
     ui::waitForNoDialog(kTitle);
+    return outcome;
   }
-  static void run(zDialogFrame& dialog, const std::vector<ui::KeySymbol>& keys) {
-    run(dialog,
-        [&] { std::for_each(keys.begin(), keys.end(), [](auto key) { ui::pressKey(key); }); });
+  static int run(zDialogFrame& dialog, const std::vector<ui::KeySymbol>& keys) {
+    return run(dialog, [&] {
+      for (const ui::KeySymbol key : keys) {
+        ui::pressKey(key);
+      }
+    });
   }
 
   /// Number `index` of the dialog's controls of class T; null when there are not so many.
@@ -66,20 +75,148 @@ class Prompt : public testing::Test {
       std::make_unique<zAppFrame>(nullptr, new zSizer(200, 150, 500, 400), 0xCF0000, "Parent");
 };
 
-TEST_F(Prompt, ForATextAnswersWhatWasTypedAndTakesAnEmptyOne) {
-  for (const char* typed : {"some text", ""}) {
-    UIPopUpStringDlg dialog(frame.get(), "Name:");
-    run(dialog, [&] { ui::typeText(std::string(typed) + "\n"); });
-    EXPECT_EQ(dialog.status, 1);
-    EXPECT_EQ(dialog.answer(), typed);
-  }
-  UIPopUpStringDlg dialog(frame.get(), "Name:");
-  run(dialog, [] { ui::closeByWindowManager(ui::windowWithTitle(kTitle)); });
-  EXPECT_EQ(dialog.status, 0);
+/// Pixels in units of the prompts' font, and what is left.
+std::string inUnits(int pixels, int unit) {
+  const int rest = pixels % unit;
+  return std::to_string(pixels / unit) + (rest != 0 ? "+" + std::to_string(rest) : "");
 }
 
-TEST_F(Prompt, ForATextTakesNoMoreThanFitsAFrame) {
+/// The places of a dialog's controls in the order in which they were made, "x,y widthxheight", and
+/// its own size.
+std::string places(zWindow& dialog) {
+  const zRCFont font(12);
+  const zDialogUnit unit(4, 4, *font.font());
+  const auto across = [&](int pixels) { return inUnits(pixels, unit.width()); };
+  const auto down = [&](int pixels) { return inUnits(pixels, unit.height()); };
+  std::string all;
+  zWindowDlist::Iter walk(dialog.children());
+  while (const zWindow* child = walk.next()) {
+    const zRect place = child->sizer()->rect();
+    all += across(place.left) + "," + down(place.top) + " " + across(place.width()) + "x" +
+           down(place.height()) + "\n";
+  }
+  const zDimension size = dialog.sizer()->size();
+  return all + across(size.width) + "x" + down(size.height);
+}
+
+bool isPropertySet(Window window, const char* name) {
+  Atom type = None;
+  int format = 0;
+  unsigned long count = 0;
+  unsigned long left = 0;
+  unsigned char* data = nullptr;
+  XGetWindowProperty(ui::display(), window, XInternAtom(ui::display(), name, False), 0, 1, False,
+                     AnyPropertyType, &type, &format, &count, &left, &data);
+  XFree(data);
+  return count != 0;
+}
+
+const PromptItems kItems = {"b", "c", "a"};
+
+// What each prompt looks like when it comes up, and where everything in it is.
+TEST_F(Prompt, ShowsItsTextItsFieldAndItsButtonsInTheirPlaces) {
+  struct Row {
+    std::function<UIPopUpDlgBase*(zWindow* parent)> make;
+    const char* look;
+    const char* places;
+  };
+  const std::string buttons = "[OK]\n[Cancel]\n";
+  for (const Row& row : {
+           Row{[](zWindow* parent) { return new UIPopUpStringDlg(parent, "Name & so:\n"); },
+               "Name & so:\n<> focus\n",
+               "4,2 42x2\n4,6 42x3\n0,11 50x0+2\n8,14+2 12x3\n30,14+2 12x3\n50x20+2"},
+           Row{[](zWindow* parent) { return new UIPopUpIntegerDlg(parent, "two\nlines:"); },
+               "two\nlines:\n<0> focus\n",
+               "4,2 42x4\n4,8 42x3\n0,13 50x0+2\n8,16+2 12x3\n30,16+2 12x3\n50x22+2"},
+           Row{[](zWindow* parent) { return new UIPopUpIntegerLimitDlg(parent, "", -1, 5); },
+               "<0> focus\n( ) All\n",
+               "4,2 42x2\n4,6 42x3\n4,11 42x3\n0,16 50x0+2\n8,19+2 12x3\n30,19+2 12x3\n50x25+2"},
+           Row{[](zWindow* parent) { return new UIPopUpIntegerLimitDlg(parent, "", 0, 5); },
+               "<0> focus\n",
+               "4,2 42x2\n4,6 42x3\n0,11 50x0+2\n8,14+2 12x3\n30,14+2 12x3\n50x20+2"},
+           Row{[](zWindow* parent) { return new UIPopUpListDlg(parent, "T:", kItems, true); },
+               "T:\n|*a\n| b\n| c\n<a> greyed\n",
+               "4,2 42x2\n4,6 42x20\n4,28 42x3\n0,33 50x0+2\n8,36+2 12x3\n30,36+2 12x3\n50x42+2"},
+           Row{[](zWindow* parent) { return new UIPopUpListDlg(parent, "T:", {}, false); },
+               "T:\n<>\n",
+               "4,2 42x2\n4,6 42x20\n4,28 42x3\n0,33 50x0+2\n8,36+2 12x3\n30,36+2 12x3\n50x42+2"},
+           Row{[](zWindow* parent) { return new UIPopUpBitDlg(parent, "T:", kItems); },
+               "T:\n| b\n| c\n| a\n",
+               "4,2 42x2\n4,6 42x20\n0,28 50x0+2\n8,31+2 12x3\n30,31+2 12x3\n50x37+2"},
+           // The rows below the definitions stand in the lower part of their text. Intended.
+           Row{[](zWindow* parent) { return new UIPopUpSigParDlg(parent, "T:", kItems); },
+               "T:\n  b\n  c\n  a\n\n<> focus\n",
+               "4,2 42x2\n4,12 42x3\n0,17 50x0+2\n8,20+2 12x3\n30,20+2 12x3\n4,6 42x8\n50x26+2"},
+           Row{[](zWindow* parent) {
+                 return new FindDlg(parent, {{"new", "old"}, true, true, false}, 2, kItems);
+               },
+               "Find Text:\n<new> focus\n[]\n"
+               "Find Process:\n<No Process available> greyed\n[] greyed\n"
+               "Find Signal:\n<b>\n[]\n"
+               "Find Timer:\n<No Timer available> greyed\n[] greyed\n"
+               "Options\n(x) Regular expression\n( ) Match case\n",
+               "5,4 40x22\n5,12 40x22\n5,20 40x22\n5,28 40x22\n4,2 42x6\n4,10 42x6\n4,18 42x6\n"
+               "4,26 42x6\n4,34 42x8\n0,44 50x0+2\n8,47+2 12x3\n30,47+2 12x3\n50x53+2"},
+           Row{[](zWindow* parent) {
+                 return new FindDlg(parent, {{}, false, true, true}, 0, kItems);
+               },
+               "Find Text:\n<> focus\n[]\n"
+               "Find Process:\n<No Process available> greyed\n[] greyed\n"
+               "Find Signal:\n<No Signal available> greyed\n[] greyed\n"
+               "Find Timer:\n<No Timer available> greyed\n[] greyed\n"
+               "Options\n( ) Regular expression greyed\n(x) Match case\n",
+               "5,4 40x22\n5,12 40x22\n5,20 40x22\n5,28 40x22\n4,2 42x6\n4,10 42x6\n4,18 42x6\n"
+               "4,26 42x6\n4,34 42x8\n0,44 50x0+2\n8,47+2 12x3\n30,47+2 12x3\n50x53+2"},
+       }) {
+    const std::unique_ptr<UIPopUpDlgBase> dialog(row.make(frame.get()));
+    SCOPED_TRACE(row.look);
+    EXPECT_EQ(ui::windowWithTitle(kTitle), 0U) << "it waits unseen";
+    EXPECT_EQ(places(*dialog), row.places);
+    EXPECT_EQ(run(*dialog,
+                  [&] {
+                    EXPECT_EQ(ui::look(kTitle), row.look + buttons);
+                    ui::pressKey(XK_Escape);
+                  }),
+              0);
+    EXPECT_EQ(dialog->accepted, 0);
+  }
+}
+
+TEST_F(Prompt, StandsOverTheMiddleOfItsParentWithTheIconOfTheProgram) {
+  // The frame of a window that cannot be resized is a little narrower.
+  constexpr int kNarrower = 6;
+  for (const zPoint& place : {zPoint{120, 90}, zPoint{420, 260}}) {
+    zRect parent;
+    frame->moveResize(place.x, place.y, 700, 520);
+    ui::waitFor(
+        [&] {
+          frame->getExterior(parent);
+          return parent.left == place.x && parent.top == place.y;
+        },
+        "the parent in its place");
+    UIPopUpStringDlg dialog(frame.get(), "Name:");
+    zRect own;
+    bool hasIcon = false;
+    run(dialog, [&] {
+      hasIcon = isPropertySet(ui::windowWithTitle(kTitle), "_NET_WM_ICON");
+      dialog.getExterior(own);
+      ui::pressKey(XK_Escape);
+    });
+    EXPECT_NEAR(own.left + own.right, parent.left + parent.right, 2 * kNarrower);
+    EXPECT_NEAR(own.top + own.bottom, parent.top + parent.bottom, 2 * kNarrower);
+    EXPECT_TRUE(hasIcon);
+  }
+}
+
+TEST_F(Prompt, ForATextAnswersWhatWasTypedAndTakesAnEmptyOne) {
   UIPopUpStringDlg dialog(frame.get(), "Name:");
+  EXPECT_EQ(run(dialog, {XK_Return}), 1);
+  EXPECT_EQ(dialog.answer(), "");
+  EXPECT_EQ(run(dialog, [] { ui::typeText("some text\n"); }), 1);
+  EXPECT_EQ(dialog.answer(), "some text");
+  EXPECT_EQ(run(dialog, [] { ui::closeByWindowManager(ui::windowWithTitle(kTitle)); }), 0);
+  EXPECT_EQ(dialog.accepted, 0);
+  // No more than fits a frame.
   run(dialog, [&] {
     find<zEditLine>(dialog)->setText(std::string(kMaxSentText - 1, 'a').c_str());
     ui::typeText("bc\n");
@@ -88,110 +225,105 @@ TEST_F(Prompt, ForATextTakesNoMoreThanFitsAFrame) {
 }
 
 TEST_F(Prompt, ForANumberStartsWithZeroWhichTypingReplaces) {
-  const std::map<std::string, std::string> rows = {
+  const std::vector<std::pair<std::string, const char*>> rows = {
       {"", "0"}, {"17", "17"}, {"-4x2", "-42"}, {"007", "7"}, {"-", "0"}};
-  for (const auto& row : rows) {
+  for (const auto& [typed, answer] : rows) {
     UIPopUpIntegerDlg dialog(frame.get(), "Number:");
-    run(dialog, [&] { ui::typeText(row.first + "\n"); });
-    EXPECT_EQ(dialog.accepted, 1);
-    EXPECT_EQ(dialog.answer(), row.second.c_str()) << row.first;
+    EXPECT_EQ(run(dialog, [&, keys = typed + "\n"] { ui::typeText(keys); }), 1);
+    EXPECT_EQ(dialog.answer(), answer) << typed;
   }
-  UIPopUpIntegerDlg dialog(frame.get(), "Number:");
-  run(dialog, {XK_Escape});
-  EXPECT_EQ(dialog.accepted, 0);
 }
 
-// That the dialog stays open without a word, with the number reset to 0, is intended.
+// That the dialog stays open without a word, with the number reset to 0, is intended. So is it that
+// a negative limit only offers all and is no legal number, and that the number is tested also when
+// all is chosen.
 TEST_F(Prompt, ForANumberWithinLimitsStaysOpenWithZeroOnAnyOther) {
   UIPopUpIntegerLimitDlg dialog(frame.get(), "Number:", 2, 5);
-  EXPECT_EQ(find<zCheckBox>(dialog), nullptr);
-  run(dialog, [&] {
-    for (const char* outside : {"", "6", "1", "-3", "9999999999"}) {
-      ui::typeText(std::string(outside) + "\n");
-      EXPECT_TRUE(dialog.isRunning()) << outside;
-      EXPECT_EQ(dialog.answer(), "0");
-    }
-    ui::typeText("5\n");
-  });
-  EXPECT_EQ(dialog.accepted, 1);
+  EXPECT_EQ(run(dialog,
+                [&] {
+                  for (const char* outside : {"", "6", "1", "-3", "9999999999"}) {
+                    ui::typeText(std::string(outside) + "\n");
+                    EXPECT_TRUE(dialog.isRunning()) << outside;
+                    EXPECT_EQ(dialog.answer(), "0");
+                  }
+                  ui::typeText("5\n");
+                }),
+            1);
   EXPECT_EQ(dialog.answer(), "5");
-}
+  EXPECT_EQ(run(dialog, [] { ui::typeText("2\n"); }), 1);
 
-// The negative limit only offers all: it is no legal number. The number is tested also when all is
-// chosen. Both intended.
-TEST_F(Prompt, ForANumberOffersAllIfTheLowLimitIsNegative) {
-  UIPopUpIntegerLimitDlg dialog(frame.get(), "Number:", -1, 5);
-  run(dialog, [&] {
-    ui::typeText("-1\n");
-    EXPECT_TRUE(dialog.isRunning());
-    ui::pressKey(XK_Tab);
-    ui::typeText(" ");
-    EXPECT_EQ(dialog.answer(), "-1");
-    ui::pressKey(XK_Tab, ui::kShift);
-    ui::typeText("9\n");
-    EXPECT_TRUE(dialog.isRunning());
-    ui::pressKey(XK_Return);
-  });
-  EXPECT_EQ(dialog.accepted, 1);
-  EXPECT_EQ(dialog.answer(), "-1");
-}
-
-TEST_F(Prompt, GrowsByTwoUnitsForEachLineOfItsText) {
-  const zRCFont font(12);
-  const int line = 2 * zDialogUnit(4, 4, *font.font()).height();
-  const int rows = 9 * line + 2;  // gaps, field and buttons
-  for (const auto& [text, lines] :
-       std::map<const char*, int>{{"", 1}, {"1\n", 1}, {"1\n2 & 3", 2}}) {
-    UIPopUpStringDlg dialog(frame.get(), text);
-    EXPECT_EQ(dialog.sizer()->size().height, rows + lines * line) << text;
-    EXPECT_NE(find<zStaticText>(dialog), nullptr);
-  }
+  UIPopUpIntegerLimitDlg all(frame.get(), "Number:", -1, 5);
+  EXPECT_EQ(run(all,
+                [&] {
+                  ui::typeText("-1\n");
+                  EXPECT_TRUE(all.isRunning());
+                  ui::pressKey(XK_Tab);
+                  ui::typeText(" ");
+                  EXPECT_EQ(all.answer(), "-1");
+                  ui::pressKey(XK_Tab, ui::kShift);
+                  ui::typeText("9\n");
+                  EXPECT_TRUE(all.isRunning());
+                  ui::pressKey(XK_Return);
+                }),
+            1);
+  EXPECT_EQ(all.answer(), "-1");
 }
 
 TEST_F(Prompt, StaysOnTheScreenAndShowsEveryWordWhateverItsText) {
   const std::string tall = std::string(200, '\n') + "end";
   const std::string wide(1000, 'x');
-  for (const std::string& text : {tall, wide}) {
-    UIPopUpIntegerDlg dialog(frame.get(), text.c_str());
+  PromptItems many;
+  std::string listed;
+  for (int i = 0; i < 100; ++i) {
+    many.emplace_back(std::to_string(i));
+    listed += "  " + std::to_string(i) + "\n";
+  }
+  const auto expectWhole = [&](UIPopUpDlgBase& dialog, const std::string& text) {
     zRect outer;
     run(dialog, [&] {
       dialog.getExterior(outer);
-      ui::typeText("3\n");
+      ui::pressKey(XK_Escape);
     });
     EXPECT_GE(outer.top, 0);
     EXPECT_LE(outer.bottom, theScreen().screenHeight);
     EXPECT_LE(outer.right, theScreen().screenWidth);
-    EXPECT_EQ(dialog.answer(), "3");
     EXPECT_EQ(find<zEditBox>(dialog)->text(), text.c_str());
+    // Only to be read.
+    EXPECT_EQ(ui::resource(find<zEditBox>(dialog)->widget(), "editable"), 0);
+  };
+  for (const std::string& text : {tall, wide}) {
+    UIPopUpStringDlg dialog(frame.get(), text.c_str());
+    expectWhole(dialog, text);
   }
+  UIPopUpSigParDlg values(frame.get(), "Values:", many);
+  expectWhole(values, listed);
+  values.addDefinitions({"last"}, 0);
+  EXPECT_EQ(find<zEditBox>(values)->text(), (listed + "  last\n").c_str());
+  // The rows of Find move closer together.
+  const auto heightOfFind = [&] { return FindDlg(frame.get(), {}, 0, {}).sizer()->size().height; };
+  constexpr int kDecoration = 48;
+  const int low = heightOfFind() + kDecoration - 50;
+  const int whole = std::exchange(theScreen().screenHeight, low);
+  EXPECT_LE(heightOfFind(), low - kDecoration);
+  theScreen().screenHeight = whole;
 }
 
-PromptItems numbered(int count) {
-  PromptItems items;
-  for (int i = 0; i < count; ++i) {
-    items.emplace_back("item " + std::to_string(count - i));
-  }
-  return items;
-}
-
-TEST_F(Prompt, ForAnItemShowsTheFirstAndAnswersTheOneChosen) {
+TEST_F(Prompt, ForAnItemAnswersTheOneChosen) {
   struct Row {
     PromptItems items;
     std::vector<ui::KeySymbol> keys;
     const char* answer;
-    int accepted;
+    int outcome;
   };
-  const PromptItems items = {"b", "c", "a"};
-  for (const Row& row : {Row{items, {XK_Return}, "a", 1},
-                         {items, {XK_Down, XK_Tab, XK_space}, "b", 1},
-                         {items, {XK_Down, XK_Escape}, "b", 0},
-                         {items, {XK_End, XK_Return}, "c", 1},
-                         {items, {XK_End, XK_Home, XK_Return}, "a", 1},
+  for (const Row& row : {Row{kItems, {XK_Return}, "a", 1},
+                         {kItems, {XK_Down, XK_Tab, XK_space}, "b", 1},
+                         {kItems, {XK_Down, XK_Escape}, "b", 0},
+                         {kItems, {XK_End, XK_Return}, "c", 1},
+                         {kItems, {XK_End, XK_Home, XK_Return}, "a", 1},
                          {{"two\nlines\n"}, {XK_Return}, "two\nlines\n", 1},
                          {{}, {XK_Return}, "", 1}}) {
     UIPopUpListDlg dialog(frame.get(), "Timer:", row.items, true);
-    run(dialog, row.keys);
-    EXPECT_EQ(dialog.accepted, row.accepted);
+    EXPECT_EQ(run(dialog, row.keys), row.outcome);
     EXPECT_EQ(dialog.answer(), row.answer);
   }
 }
@@ -199,100 +331,89 @@ TEST_F(Prompt, ForAnItemShowsTheFirstAndAnswersTheOneChosen) {
 TEST_F(Prompt, ForAnItemIsFilledByMessagesBeforeAndWhileItRuns) {
   UIPopUpListDlg dialog(frame.get(), "Timer:", {"d", "c"}, true);
   dialog.addItems({"b", "e"});
-  EXPECT_EQ(find<zListBox>(dialog)->count(), 4);
-  EXPECT_EQ(ui::windowWithTitle(kTitle), 0U);
-  run(dialog, [&] {
-    EXPECT_EQ(dialog.answer(), "b");
-    ui::pressKey(XK_Down);
-    dialog.addItems({"a"});
-    EXPECT_EQ(dialog.answer(), "c");
-    // A double click on the second row is OK.
-    const int y = dialog.fontObject()->measure("X", 1).height * 2;
-    ui::click(find<zListBox>(dialog)->widget(), y, y);
-    ui::click(find<zListBox>(dialog)->widget(), y, y);
-  });
-  EXPECT_EQ(dialog.accepted, 1);
-  EXPECT_EQ(dialog.answer(), "b");
+  EXPECT_EQ(run(dialog,
+                [&] {
+                  EXPECT_THAT(ui::look(kTitle), HasSubstr("|*b\n| c\n| d\n| e\n<b> greyed\n"));
+                  ui::pressKey(XK_Down);
+                  dialog.addItems({"a"});
+                  EXPECT_THAT(ui::look(kTitle), HasSubstr("| a\n| b\n|*c\n| d\n| e\n<c>"));
+                  ui::pressKey(XK_Return);
+                }),
+            1);
+  EXPECT_EQ(dialog.answer(), "c");
+}
+
+TEST_F(Prompt, ForItemsTakesADoubleClickForOk) {
+  PromptItems items(30, "b");
+  items.emplace_back("a");
+  UIPopUpListDlg one(frame.get(), "Timer:", items, true);
+  EXPECT_EQ(run(one, [&] { ui::doubleClick(find<zListBox>(one)->widget()); }), 1);
+  EXPECT_EQ(one.answer(), "b");
+  UIPopUpBitDlg any(frame.get(), "Traces:", items);
+  EXPECT_EQ(run(any, [&] { ui::doubleClick(find<zListBoxBase>(any)->widget()); }), 1);
+  EXPECT_THAT(promptItems(any.answer()), ElementsAre("b"));
 }
 
 TEST_F(Prompt, ForAnItemWithAnOpenFieldAlsoTakesWhatIsTyped) {
   UIPopUpListDlg dialog(frame.get(), "Timer:", {"a", "b"}, false);
-  run(dialog, [&] {
-    ui::pressKey(XK_Tab);
-    ui::typeText("typed");
-    EXPECT_EQ(dialog.answer(), "typed");
-    // Back in the list its last choice is shown again.
-    ui::pressKey(XK_Tab, ui::kShift);
-    EXPECT_EQ(dialog.answer(), "a");
-    ui::pressKey(XK_Return);
-  });
-  EXPECT_EQ(dialog.accepted, 1);
+  EXPECT_EQ(run(dialog,
+                [&] {
+                  ui::pressKey(XK_Down);
+                  ui::pressKey(XK_Tab);
+                  EXPECT_THAT(ui::look(kTitle), HasSubstr("| a\n| b\n<b> focus"));
+                  ui::typeText("typed");
+                  EXPECT_EQ(dialog.answer(), "typed");
+                  // Back in the list its last choice is shown again.
+                  ui::pressKey(XK_Tab, ui::kShift);
+                  EXPECT_THAT(ui::look(kTitle), HasSubstr("| a\n|*b\n<b>\n"));
+                  ui::pressKey(XK_Tab);
+                  ui::typeText("other\n");
+                }),
+            1);
+  EXPECT_EQ(dialog.answer(), "other");
 }
 
 TEST_F(Prompt, ForItemsAnswersTheChosenOnesInTheirOrder) {
   UIPopUpBitDlg dialog(frame.get(), "Traces:", {"c", "a", "b"});
-  run(dialog, [] {
-    ui::typeText(" ");
-    ui::pressKey(XK_Down, ui::kShift);
-    ui::pressKey(XK_Return);
-  });
-  EXPECT_EQ(dialog.accepted, 1);
-  EXPECT_THAT(promptItems(dialog.answer()), ElementsAre("c", "a"));
-
-  UIPopUpBitDlg all(frame.get(), "Traces:", {"c", "a", "b"});
-  run(all, [] {
-    ui::pressKey(XK_Home);
-    ui::pressKey(XK_End, ui::kShift);
-    ui::pressKey(XK_Return);
-  });
-  EXPECT_THAT(promptItems(all.answer()), ElementsAre("c", "a", "b"));
-
-  UIPopUpBitDlg nothing(frame.get(), "Traces:", {"c", "a"});
-  run(nothing, {XK_Return});
-  EXPECT_EQ(nothing.accepted, 1);
-  EXPECT_EQ(nothing.answer(), nullptr);
-  run(nothing, {XK_Escape});
-  EXPECT_EQ(nothing.accepted, 0);
+  const auto chosen = [&] { return promptItems(dialog.answer()); };
+  EXPECT_EQ(run(dialog, {XK_Return}), 1);
+  EXPECT_EQ(dialog.answer(), nullptr);
+  EXPECT_EQ(run(dialog,
+                [] {
+                  ui::pressKey(XK_space);
+                  ui::pressKey(XK_Down, ui::kShift);
+                  ui::pressKey(XK_Return);
+                }),
+            1);
+  EXPECT_THAT(chosen(), ElementsAre("c", "a"));
+  EXPECT_EQ(run(dialog,
+                [] {
+                  ui::pressKey(XK_Home);
+                  ui::pressKey(XK_End, ui::kShift);
+                  ui::pressKey(XK_Return);
+                }),
+            1);
+  EXPECT_THAT(chosen(), ElementsAre("c", "a", "b"));
 }
 
-TEST_F(Prompt, WithTenThousandItemsIsReadyAtOnceAndChoosesTheFirst) {
-  const Deadline deadline(Milliseconds(30000));  // on a busy machine with sanitizers
-  UIPopUpListDlg dialog(frame.get(), "Timer:", numbered(10000), true);
-  EXPECT_FALSE(deadline.hasPassed());
-  EXPECT_EQ(find<zListBox>(dialog)->count(), 10000);
-  EXPECT_EQ(dialog.answer(), "item 1");
-}
-
-// The rows below the definitions stand in the lower part of their text, and later definitions move
-// nothing. Intended.
-TEST_F(Prompt, ForSignalParametersShowsTheDefinitionsInTheirPlace) {
-  UIPopUpSigParDlg dialog(frame.get(), "Values:", {"a", "b"});
-  const zStaticText& definitions = *find<zStaticText>(dialog, 1);
-  const zEditLine& field = *find<zEditLine>(dialog);
-  EXPECT_EQ(definitions.text(), "  a\n  b\n");
-  const zRect place = definitions.sizer()->rect();
-  const zRect fieldPlace = field.sizer()->rect();
-  EXPECT_EQ(fieldPlace.top, place.top + place.height() / 6 * 5);
-  EXPECT_EQ(dialog.addDefinitions({"c"}, 0), 2);
-  EXPECT_EQ(definitions.text(), "  a\n  b\n  c\n");
-  EXPECT_EQ(definitions.sizer()->rect(), place);
-  run(dialog, [&] {
-    // The field is in front.
-    ui::click(field.widget(), 5, 2);
-    ui::typeText("1, 2\n");
-  });
-  EXPECT_EQ(field.sizer()->rect(), fieldPlace);
+// Later definitions move nothing. Intended.
+TEST_F(Prompt, ForSignalParametersTakesFurtherDefinitionsInTheirPlace) {
+  UIPopUpSigParDlg dialog(frame.get(), "Values:", {"a", "b & c"});
+  const std::string others =
+      "4,2 42x2\n4,11 42x3\n0,16 50x0+2\n8,19+2 12x3\n30,19+2 12x3\n4,6 42x6\n";
+  EXPECT_EQ(places(dialog), others + "50x25+2");
+  EXPECT_EQ(dialog.addDefinitions({"d"}, 0), 2);
+  // A box in front of their text, which the field would hide.
+  EXPECT_EQ(places(dialog), others + "4,6 42x4\n50x25+2");
+  EXPECT_EQ(run(dialog,
+                [&] {
+                  EXPECT_THAT(ui::look(kTitle), HasSubstr("\n<  a\n  b & c\n  d\n>\n"));
+                  // The field is in front.
+                  ui::click(find<zEditLine>(dialog)->widget(), 5, 2);
+                  ui::typeText("1, 2\n");
+                }),
+            1);
   EXPECT_EQ(dialog.answer(), "1, 2");
-}
-
-TEST_F(Prompt, ForSignalParametersScrollsDefinitionsThatItCannotShow) {
-  UIPopUpSigParDlg dialog(frame.get(), "Values:", numbered(100));
-  run(dialog, {XK_Escape});
-  zRect outer;
-  dialog.getExterior(outer);
-  EXPECT_LE(outer.bottom, theScreen().screenHeight);
-  EXPECT_EQ(find<zEditBox>(dialog)->text(), find<zStaticText>(dialog, 1)->text());
-  EXPECT_EQ(dialog.accepted, 0);
 }
 
 class Find : public Prompt {
@@ -302,60 +423,54 @@ class Find : public Prompt {
   }
   /// What the four fields show: text, process, signal, timer.
   static std::vector<std::string> fields(zWindow& dialog) {
-    constexpr int kFields = 4;
     std::vector<std::string> texts;
-    texts.reserve(kFields);
-    for (int i = 0; i < kFields; ++i) {
+    for (int i = 0; i < 4; ++i) {
       texts.push_back(find<zComboBoxBase>(dialog, i)->text().str());
     }
     return texts;
   }
 };
 
-TEST_F(Find, MovesItsFieldsCloserWhereTheScreenIsLow) {
-  const int plain = make({})->sizer()->size().height;
-  constexpr int kDecoration = 48;
-  const int low = plain + kDecoration - 50;
-  const int whole = std::exchange(theScreen().screenHeight, low);
-  EXPECT_LE(make({})->sizer()->size().height, low - kDecoration);
-  theScreen().screenHeight = whole;
-}
-
 TEST_F(Find, StartsWithTheNewestSearchAndReturnsTextAndOptions) {
   const auto dialog = make({{"newest", "older"}, true, true, false});
   // Over the greyed lists to the options, and on to OK.
-  run(*dialog, {XK_Down, XK_Tab, XK_Tab, XK_space, XK_Tab, XK_space});
-  EXPECT_EQ(dialog->accepted, 1);
+  EXPECT_EQ(run(*dialog, {XK_Down, XK_Tab, XK_Tab, XK_space, XK_Tab, XK_space}), 1);
   EXPECT_EQ(dialog->searchString, "older");
   EXPECT_EQ(dialog->useRegexp, 1);
   EXPECT_EQ(dialog->matchCase, 1);
 
   const auto lines = make({{"two\nlines"}});
-  run(*lines, {XK_Return});
+  EXPECT_EQ(run(*lines, {XK_Return}), 1);
   EXPECT_EQ(lines->searchString, "two\nlines");
-
-  const auto typed = make({{"newest"}});
-  run(*typed, [] { ui::typeText("other\n"); });
-  EXPECT_EQ(typed->searchString, "other");
+  EXPECT_EQ(lines->useRegexp + lines->matchCase, 0);
+  // What is typed replaces it.
+  EXPECT_EQ(run(*lines, [] { ui::typeText("other\n"); }), 1);
+  EXPECT_EQ(lines->searchString, "other");
 }
 
 TEST_F(Find, AChoiceInOneFieldClearsTheOthersButFillingAndTypingDoNot) {
   const auto dialog = make({{"text"}}, {"p1", "p2"});
   dialog->addItems(kFindSignals, {"s2", "s1"});
-  EXPECT_THAT(fields(*dialog), ElementsAre("text", "p1", "s2", "No Timer available"));
+  dialog->addItems(kFindSignals, {"s3"});
+  for (const int unknown : {0, 4}) {
+    dialog->addItems(unknown, {"none"});
+  }
+  const char* const none = "No Timer available";
+  EXPECT_THAT(fields(*dialog), ElementsAre("text", "p1", "s3", none));
   run(*dialog, [&] {
     ui::typeText("typed");
-    EXPECT_THAT(fields(*dialog), ElementsAre("typed", "p1", "s2", "No Timer available"));
+    dialog->addItems(kFindProcesses, {"p3"});
+    EXPECT_THAT(fields(*dialog), ElementsAre("typed", "p1", "s3", none));
     ui::pressKey(XK_Tab);
     ui::pressKey(XK_Down);
-    EXPECT_THAT(fields(*dialog), ElementsAre("", "p2", "", "No Timer available"));
+    EXPECT_THAT(fields(*dialog), ElementsAre("", "p2", "", none));
     ui::pressKey(XK_Tab);
     ui::pressKey(XK_Down);
-    EXPECT_THAT(fields(*dialog), ElementsAre("", "", "s1", "No Timer available"));
+    EXPECT_THAT(fields(*dialog), ElementsAre("", "", "s1", none));
     ui::pressKey(XK_Tab, ui::kShift);
     ui::pressKey(XK_Tab, ui::kShift);
     ui::pressKey(XK_Down);
-    EXPECT_THAT(fields(*dialog), ElementsAre("text", "", "", "No Timer available"));
+    EXPECT_THAT(fields(*dialog), ElementsAre("text", "", "", none));
     ui::pressKey(XK_Tab);
     ui::pressKey(XK_Down);
     ui::pressKey(XK_Return);
@@ -365,21 +480,17 @@ TEST_F(Find, AChoiceInOneFieldClearsTheOthersButFillingAndTypingDoNot) {
 
 // With nothing to search for, OK is Cancel, and a placeholder is nothing. Intended.
 TEST_F(Find, AnswersTheFirstListWithAChoiceAndIsCancelledWithoutAny) {
-  const auto empty = make({});
-  run(*empty, {XK_Return});
-  EXPECT_EQ(empty->accepted, 0);
-  EXPECT_EQ(empty->searchString, "");
-
-  // Nor are regular expressions used where they are not offered.
-  const auto timers = make({{}, false, true, true});
-  timers->addItems(kFindSignals, {});
-  timers->addItems(kFindTimers, {"t2", "t1"});
-  run(*timers, {XK_Escape});
-  EXPECT_EQ(timers->accepted, 0);
-  run(*timers, {XK_Return});
-  EXPECT_EQ(timers->searchString, "t2");
-  EXPECT_EQ(timers->useRegexp, 0);
-  EXPECT_EQ(timers->matchCase, 1);
+  const auto dialog = make({{}, false, true, true});
+  EXPECT_EQ(run(*dialog, {XK_Return}), 0);
+  EXPECT_EQ(dialog->searchString, "");
+  dialog->addItems(kFindSignals, {});
+  dialog->addItems(kFindTimers, {"t2", "t1"});
+  EXPECT_EQ(run(*dialog, {XK_Escape}), 0);
+  EXPECT_EQ(run(*dialog, {XK_Return}), 1);
+  EXPECT_EQ(dialog->searchString, "t2");
+  // Regular expressions are not used where they are not offered.
+  EXPECT_EQ(dialog->useRegexp, 0);
+  EXPECT_EQ(dialog->matchCase, 1);
 }
 
 }  // namespace

@@ -157,6 +157,7 @@ std::vector<Widget> partsOf(Widget container) {
   XtVaGetValues(container, XmNchildren, &children, XmNnumChildren, &count, nullptr);
   std::vector<Widget> parts;
   std::copy_if(children, children + count, std::back_inserter(parts), [](Widget child) {
+    // A gadget has no such resource.
     return XtIsManaged(child) && (!XtIsWidget(child) || resource(child, XmNmappedWhenManaged) != 0);
   });
   const auto middle = [](Widget part) {

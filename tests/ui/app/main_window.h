@@ -1,0 +1,104 @@
+#pragma once
+
+#include <gmock/gmock.h>
+#include <sys/socket.h>
+
+#include <array>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "app/message_handler.h"
+#include "app/wmain.h"
+#include "buttons/button_host.h"
+#include "buttons/group_pane.h"
+#include "framework/controls/record_controls.h"
+#include "framework/core/x_settings.h"
+#include "framework/menus/menu.h"
+#include "link/message_numbers.h"
+#include "link/tool_interface.h"
+#include "tests/support/basics.h"
+#include "tests/support/connection.h"
+#include "tests/support/message.h"
+#include "tests/ui/support/ui_test.h"
+#include "textarea/ret_edit_line.h"
+#include "textarea/text_pane.h"
+
+#include <X11/keysym.h>
+
+/// The main window on a link whose other end is the test's.
+class MainWindow : public testing::Test {
+ protected:
+  MainWindow() {
+    registerRecordControls();
+    theSession = Session();
+    std::array<int, 2> ends{};
+    socketpair(AF_UNIX, SOCK_STREAM, 0, ends.data());
+    g_SocketClient = std::make_unique<SocketControlClient>(ends[0]);
+    g_ToolSocket = ends[0];
+    g_ToolState = LINK_CONNECTED;
+    own = UniqueDescriptor(ends[0]);
+    peer = Connection(UniqueDescriptor(ends[1]));
+    window = std::make_unique<WMain>(nullptr, "");
+    ui::waitForDialog(g_AppTitle);
+    g_XSettings.promptKeyDelay = 0;
+  }
+  ~MainWindow() override {
+    window.reset();
+    g_ToolState = LINK_IDLE;
+    g_SocketClient.reset();
+  }
+
+  static void receive(int tag, std::vector<Parameter> parameters) {
+    std::string payload;
+    for (const Parameter& parameter : parameters) {
+      payload += parameter.payload();
+    }
+    MessageHandler(NELKV, tag, static_cast<int>(payload.size()), payload.c_str());
+  }
+  /// What has been sent since the last call, a line each.
+  std::string sent() {
+    std::string lines;
+    peer.read();
+    while (const auto frame = peer.take()) {
+      lines += describe(fromWire(*frame, MessageDirection::kSentByUi)) + "\n";
+    }
+    return lines;
+  }
+  static zMenu& menuBar() { return theGroupPane->mainWindow().mainMenu(); }
+  template <class T>
+  T& part() const {
+    T* found = nullptr;
+    zWindowDlist::Iter walk(window->children());
+    while (zWindow* child = found == nullptr ? walk.next() : nullptr) {
+      found = dynamic_cast<T*>(child);
+    }
+    return *found;
+  }
+  /// Opens a pulldown, looks at it and closes it.
+  static std::string pulldown(int position) {
+    Widget cascade = ui::partsOf(menuBar().widget()).at(static_cast<std::size_t>(position));
+    Widget menu = ui::widgetResource(cascade, "subMenuId");
+    ui::click(cascade);
+    ui::waitFor([&] { return ui::isViewable(menu); }, "the menu");
+    const std::string seen = ui::textOf(cascade) + ":\n" + ui::look(menu);
+    ui::pressKey(XK_Escape);
+    ui::pressKey(XK_Escape);
+    ui::waitFor([&] { return !ui::isViewable(menu); }, "the menu's end");
+    return seen;
+  }
+  static void choose(int command) {
+    zEvent event = zEvent::of(kMsgCommand, command);
+    menuBar().dispatch(&event);
+  }
+  /// Waits until the command line has the focus for good.
+  static void settleFocus() {
+    theTextPane->takeFocus();
+    theCommandLine->startFocusTimer();
+    ui::waitForFocus(theCommandLine->widget());
+  }
+
+  UniqueDescriptor own;
+  Connection peer;
+  std::unique_ptr<WMain> window;
+};
