@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string_view>
 
 #include "fake_pane.h"
@@ -11,10 +12,6 @@
 
 namespace {
 
-constexpr std::uint32_t kRed = 0xFF0000;
-constexpr std::uint32_t kYellow = 0xFFFF00;
-constexpr std::uint32_t kGround = FakePane::kBackground;
-
 class Text : public testing::Test {
  protected:
   Text() { pane.makeReady(display); }
@@ -25,35 +22,55 @@ class Text : public testing::Test {
     display.textSize(size, text, length);
     return size;
   }
-  int drawn(std::uint32_t colour) const { return pane.count({0, 0, 100, 80}, colour); }
 
   FakePane pane;
   zWinDisplay display{pane};
 };
 
-TEST_F(Text, FillsItsExtentWithTheWindowsBackgroundUnlessTransparent) {
+// The letters of "fixed" are 6 by 13 pixels and the same on all servers.
+TEST_F(Text, IsDrawnFromItsTopLeftCornerOnTheWindowsGroundUnlessTransparent) {
+  pane.font = zRCFont(
+      zFontSpec::fromFullName("-misc-fixed-medium-r-semicondensed--13-120-75-75-c-60-iso8859-1"));
   display.lock();
-  zBrush yellow{zColor(kYellow)};
-  display.fillRect({0, 0, 100, 80}, &yellow);
-  EXPECT_EQ(display.setTextColour(zColor(kRed)), kColorBlack);
-  const zDimension size = sizeOf("Mg");
-  display.text(10, 20, "Mg");
-  const zRect extent({10, 20}, size);
-  const int inked = drawn(kRed);
-  EXPECT_GT(inked, 0);
-  EXPECT_EQ(pane.count(extent, kRed), inked) << "nothing outside the extent";
-  EXPECT_EQ(drawn(kGround), size.width * size.height - inked);
-
-  display.fillRect({0, 0, 100, 80}, &yellow);
+  zBrush yellow(kYellow);
+  display.fillRect(FakePane::kAll, &yellow);
+  display.setOrigin({1, 1});
+  EXPECT_EQ(display.text(0, 0, "TL!", 2), kDrawn);
+  EXPECT_EQ(display.text(0, 0, nullptr), kDrawn);
+  EXPECT_EQ(display.setTextColour(kRed), kColorBlack);
   display.setTextMode(kTextTransparent);
-  display.text(10, 20, "Mg");
-  EXPECT_EQ(drawn(kRed), inked);
-  EXPECT_EQ(drawn(kGround), 0);
-
+  display.text(15, 2, "T");
+  EXPECT_EQ(pane.picture(), R"(
+yyyyyyyyyyyyyyyyyyyyyyyy
+y............yyyyyyyyyyy
+y............yyyyyyyyyyy
+y#####.#.....yyyyyyyyyyy
+y..#...#.....yyyyyyyyyyy
+y..#...#.....yyyrrrrryyy
+y..#...#.....yyyyyryyyyy
+y..#...#.....yyyyyryyyyy
+y..#...#.....yyyyyryyyyy
+y..#...#.....yyyyyryyyyy
+y..#...#.....yyyyyryyyyy
+y..#...#####.yyyyyryyyyy
+y............yyyyyryyyyy
+y............yyyyyryyyyy
+yyyyyyyyyyyyyyyyyyyyyyyy
+yyyyyyyyyyyyyyyyyyyyyyyy
+)");
   display.setTextMode(kTextOpaque);
-  EXPECT_EQ(display.setBackColour(kColorWhite).rgb(), kGround);
-  display.text(10, 20, "Mg");
-  EXPECT_EQ(drawn(0xFFFFFF), size.width * size.height - inked);
+  EXPECT_EQ(display.setBackColour(kColorWhite), kColorLightGrey);
+  EXPECT_EQ(display.setTextColour(kBlue), kRed);
+  display.text(15, 0, "T");
+  EXPECT_EQ(pane.picture({15, 0, 23, 7}), R"(
+yyyyyyyy
+ywwwwwwy
+ywwwwwwy
+ybbbbbwy
+ywwbwwwy
+ywwbwwwy
+ywwbwwwy
+)");
 }
 
 TEST_F(Text, ALengthOfZeroOrAllMeansUpToTheEnd) {
@@ -63,36 +80,29 @@ TEST_F(Text, ALengthOfZeroOrAllMeansUpToTheEnd) {
   EXPECT_EQ(sizeOf("abc"), sizeOf("abc", 3));
   EXPECT_LT(sizeOf("abc", 1).width, sizeOf("abc", 2).width);
   EXPECT_EQ(sizeOf("").width, 0);
+  EXPECT_EQ(sizeOf(nullptr), (zDimension{0, kFallbackCharSize}));
 }
 
-// Intended: a text that leaves no room at one side is moved by one pixel.
-TEST_F(Text, CentringMovesByAtLeastOnePixel) {
-  display.lock();
-  display.setTextColour(zColor(kRed));
-  const zDimension size = sizeOf("M");
-  display.setTextMode(kTextOpaque);
-  display.setBackColour(zColor(kYellow));
-  display.centerText({{10, 10}, size}, "M");
-  EXPECT_NE(pane.at(11, 11), kGround);
-  EXPECT_EQ(pane.at(10, 10), kGround);
-  display.centerText({{40, 40}, {size.width + 10, size.height + 21}}, "M");
-  EXPECT_EQ(pane.at(45, 49), kGround);
-  EXPECT_NE(pane.at(45, 50), kGround);
-  EXPECT_EQ(pane.at(44, 50), kGround);
-}
-
-TEST_F(Text, TheWindowsFontIsTheBaseOfThePushedOnes) {
-  pane.font = zRCFont(zFontSpec("courier", {0, 20}, kFontRegular, kPitchFixed));
+TEST_F(Text, ANewFontOfTheWindowIsDrawnWithAtOnce) {
+  pane.font = zRCFont(zFontSpec("courier", {0, 12}, kFontRegular, kPitchFixed));
   display.lock();
   EXPECT_STREQ(display.fontSpec().log().faceName.c_str(), "courier");
-  const zDimension before = sizeOf("iM");
-  display.pushFont(zFontSpec("helvetica", {0, 10}));
-  const zDimension pushed = sizeOf("iM");
-  EXPECT_LT(pushed.height, before.height);
-  display.popFont();
-  EXPECT_EQ(sizeOf("iM"), before);
-  display.popFont();
-  EXPECT_EQ(sizeOf("iM"), before) << "there is always a font";
+  const auto drawn = [this] {
+    zBrush ground(kColorLightGrey);
+    display.fillRect(FakePane::kAll, &ground);
+    display.text(0, 0, "W");
+    return pane.picture();
+  };
+  const std::string before = drawn();
+  const zRCFont large(zFontSpec("helvetica", {0, 14}));
+  display.setFont(large);
+  EXPECT_EQ(display.fontObject(), large.font());
+  const std::string after = drawn();
+  EXPECT_NE(before, after);
+  display.unlock();
+  pane.font = zRCFont(10);
+  display.lock();
+  EXPECT_EQ(drawn(), after) << "the window's font counts at the first lock only";
 }
 
 TEST(ServerFonts, StockFontsAreElevenPointsAndShared) {
@@ -101,9 +111,8 @@ TEST(ServerFonts, StockFontsAreElevenPointsAndShared) {
   EXPECT_EQ(system.spec().log().height, zPrPoint(110, 110).height());
   EXPECT_EQ(zFont(13).cacheEntry(), system.cacheEntry());
   EXPECT_EQ(system.pixel(), system.cacheEntry()->fontId);
-  const zFont fixed(11);
-  ASSERT_NE(fixed.xFont(), nullptr);
-  EXPECT_TRUE(zFontInfo(fixed).isFixedPitch);
+  EXPECT_EQ(system.pixel(), system.xFont()->id());
+  EXPECT_TRUE(zFontInfo(zFont(11)).isFixedPitch);
   EXPECT_FALSE(zFontInfo(system).isFixedPitch);
 }
 
@@ -112,44 +121,62 @@ TEST(ServerFonts, AByteWithoutAGlyphHasTheWidthInWhichItIsDrawn) {
   for (const char* face : {"courier", "fixed", "helvetica"}) {
     const zFont font(zFontSpec(face, {0, 13}, kFontNormal));
     const XFontStruct& loaded = *font.xFont()->get();
+    XCharStruct drawn;
     for (unsigned byte = 0; byte < 256; ++byte) {
       const char text = static_cast<char>(byte);
-      EXPECT_GT(loaded.per_char[byte].width, 0) << face << ' ' << byte;
-      EXPECT_EQ(loaded.per_char[byte].width, font.measure(&text, 1).width) << face << ' ' << byte;
+      int unused = 0;
+      XQueryTextExtents(theScreen().display, loaded.fid, &text, 1, &unused, &unused, &unused,
+                        &drawn);
+      const int shown =
+          drawn.width != 0
+              ? drawn.width
+              : font.measure(reinterpret_cast<const char*>(&loaded.default_char), 1).width;
+      EXPECT_EQ(loaded.per_char[byte].width, shown) << face << ' ' << byte;
+      EXPECT_EQ(font.measure(&text, 1).width, shown) << face << ' ' << byte;
     }
   }
 }
 
-TEST(ServerFonts, AFontIsLoadedForEachSizeOfAFaceAndGrowsWithIt) {
-  int lastWidth = 0;
+// A scaled font costs a penalty of 5: nothing further off is taken, nor another face.
+TEST(ServerFonts, EverySizeOfAFaceIsLoadedNearlyInThatSize) {
   for (int height = 5; height <= 96; ++height) {
     const zFont font(zFontSpec("Courier New", {0, height}, kFontNormal, kPitchFixed));
     ASSERT_NE(font.xFont(), nullptr) << height;
-    const zFontDescript loaded(font);
-    EXPECT_TRUE(loaded.fullName.view().find("courier") != std::string_view::npos);
-    const int tolerance = 2 + height / 4;
-    EXPECT_NEAR(loaded.height(), height, tolerance) << loaded.fullName.c_str();
-    const int width = font.measure("M", 1).width;
-    EXPECT_GE(width, lastWidth) << loaded.fullName.c_str();
-    lastWidth = width;
+    const auto name = parseXlfd(font.cacheEntry()->fullName.view());
+    EXPECT_STREQ(name->family.c_str(), "courier");
+    EXPECT_NEAR(name->pixelSize, height, 5);
+    EXPECT_NEAR(font.measure("M", 1).height, height, 2 + height / 4);
   }
 }
 
 TEST(DefaultFont, DialogUnitsFollowItAndKeepItsMeasure) {
-  ASSERT_NE(theScreen().defaultFont, nullptr);
+  const ziXFont& font = *theScreen().defaultFont;
   ziDrawCache::instance().dialogReference().reset();
-  const zDialogUnit byDefault(160, 8);
-  const auto reference = ziDrawCache::instance().dialogReference();
-  ASSERT_TRUE(reference.has_value());
-  EXPECT_EQ(byDefault.width(), dialogUnitsX(160, reference->width));
-  EXPECT_EQ(byDefault.height(), dialogUnitsY(8, reference->height));
+  const zDimension byDefault = zDialogUnit(160, 8);
+  EXPECT_EQ(byDefault, (zDimension{dialogUnitsX(160, font.textWidth(kDialogUnitText, 52)),
+                                   dialogUnitsY(8, font.height())}));
+  ziDrawCache::instance().dialogReference() = zDimension{1, 1};
+  EXPECT_EQ(zDialogUnit(160, 8).size(), (zDimension{dialogUnitsX(160, 1), dialogUnitsY(8, 1)}));
 
   const zFont large(zFontSpec("helvetica", {0, 24}));
-  EXPECT_GT(zDialogUnit(160, 8, large).width(), byDefault.width());
-  EXPECT_FALSE(ziDrawCache::instance().dialogReference().has_value());
-  ziInfoDisplay measuring;
-  measuring.setFont(zRCFont(large.spec()));
-  EXPECT_EQ(zDialogUnit(160, 8, measuring).size(), zDialogUnit(160, 8, large).size());
+  EXPECT_EQ(zDialogUnit(52, 8, large).width(),
+            dialogUnitsX(52, large.measure(kDialogUnitText, 52).width));
+  EXPECT_EQ(zDialogUnit(160, 8).size(), byDefault) << "that of the default font is measured anew";
+}
+
+TEST(DefaultFont, IsTheFirstOfItsNamesThatTheServerHas) {
+  ziScreen screen;
+  screen.display = theScreen().display;
+  screen.loadDefaultFont("no such font");
+  EXPECT_EQ(screen.lastFontNames(),
+            (std::array<std::string, 3>{"no such font", ziScreen::kFallbackFontName, "fixed"}));
+  ASSERT_NE(screen.defaultFont, nullptr);
+  EXPECT_EQ(screen.defaultFont->height(),
+            ziXFont::load(screen.display, ziScreen::kFallbackFontName)->height());
+  screen.readSize();
+  EXPECT_EQ(screen.screenWidth, theScreen().screenWidth);
+  EXPECT_EQ(screen.dotsPerInchX, dotsPerInch(screen.screenWidth, screen.screenWidthMM));
+  EXPECT_EQ(screen.dotsPerInchY, dotsPerInch(screen.screenHeight, screen.screenHeightMM));
 }
 
 }  // namespace

@@ -1,26 +1,59 @@
-#include "framework/draw/displays.h"
-
 #include <gtest/gtest.h>
 
 #include "fake_pane.h"
 
 namespace {
 
-constexpr std::uint32_t kBlue = 0x0000FF;
-constexpr std::uint32_t kGround = FakePane::kBackground;
-
 class WinDisplay : public testing::Test {
  protected:
-  void paintAllBlue() {
+  void paintBlue() {
     display.lock();
-    display.fillRect({0, 0, FakePane::kWidth, FakePane::kHeight}, &blue);
+    display.fillRect(FakePane::kAll, &blue);
     display.unlock();
   }
-  bool isBlue(int x, int y) const { return pane.at(x, y) == kBlue; }
+  /// The rows from the top in which anything but the ground shows, and from the left the columns:
+  /// "top-bottom left-right" of the blue area, which is a rectangle; "none" without one.
+  std::string blueArea() const { return areaOf('b'); }
+  std::string groundArea() const { return areaOf('.'); }
+  std::string takeRegion() {
+    zRegion region;
+    display.takeInvalidRects(region);
+    EXPECT_FALSE(display.hasInvalidRects());
+    const zRect box = region.clipBox();
+    return text(box.left, box.top, box.right, box.bottom);
+  }
 
   FakePane pane;
   zWinDisplay display{pane};
-  zBrush blue{zColor(kBlue)};
+  zBrush blue{kBlue};
+
+ private:
+  static std::string text(int left, int top, int right, int bottom) {
+    return std::to_string(left) + ',' + std::to_string(top) + ',' + std::to_string(right) + ',' +
+           std::to_string(bottom);
+  }
+  /// The edges of the rectangle that shows `letter`, and how many pixels of it do when not all.
+  std::string areaOf(char letter) const {
+    const std::string rows = pane.picture();
+    const int stride = FakePane::kAll.right + 1;
+    zRect box(1000, 1000, 0, 0);
+    int count = 0;
+    for (int i = 1; i < static_cast<int>(rows.size()); ++i) {
+      const int x = (i - 1) % stride;
+      const int y = (i - 1) / stride;
+      if (rows[static_cast<std::size_t>(i)] == letter) {
+        box = {std::min(box.left, x), std::min(box.top, y), std::max(box.right, x + 1),
+               std::max(box.bottom, y + 1)};
+        ++count;
+      }
+    }
+    if (count == 0) {
+      return "none";
+    }
+    const bool isFull = count == box.width() * box.height();
+    return text(box.left, box.top, box.right, box.bottom) +
+           (isFull ? "" : " with " + std::to_string(count));
+  }
 };
 
 TEST_F(WinDisplay, DrawsNothingBeforeTheFirstExposeButMeasures) {
@@ -29,12 +62,15 @@ TEST_F(WinDisplay, DrawsNothingBeforeTheFirstExposeButMeasures) {
   EXPECT_EQ(size, (zDimension{45, 15})) << "not locked yet";
   display.lock();
   EXPECT_EQ(display.fillRect({0, 0, 10, 10}, &blue), kNotReady);
-  EXPECT_EQ(display.lineTo(5, 5), kNotReady);
+  EXPECT_EQ(display.polyline({{0, 0}, {9, 9}}), kNotReady);
   EXPECT_EQ(display.text(0, 0, "abc"), kNotReady);
+  EXPECT_EQ(display.setPixel(0, 0, kRed), kNotReady);
+  EXPECT_EQ(display.drawBitmap(1, {0, 0, 1, 1}, {}), kNotReady);
+  EXPECT_EQ(display.copyIcon(1, 1, {1, 1}, {}), kNotReady);
   display.textSize(size, "abc");
   EXPECT_NE(size.height, 15);
   display.unlock();
-  EXPECT_EQ(pane.count({0, 0, 100, 80}, kGround), 8000);
+  EXPECT_EQ(groundArea(), "0,0,24,16");
 }
 
 class ReadyWinDisplay : public WinDisplay {
@@ -42,122 +78,124 @@ class ReadyWinDisplay : public WinDisplay {
   ReadyWinDisplay() { pane.makeReady(display); }
 };
 
-TEST_F(ReadyWinDisplay, InvalidateTouchesACornerOnlyOrClearsAtOnceToErase) {
-  paintAllBlue();
-  const zRect rect(10, 20, 50, 60);
-  display.invalidate(&rect, 0);
-  const auto exposed = pane.takeExposes();
-  ASSERT_EQ(exposed.size(), 1U);
-  EXPECT_TRUE(exposed[0].isSynthetic);
-  EXPECT_EQ(exposed[0].rect, zRect(10, 20, 12, 22));
-  EXPECT_EQ(pane.count({0, 0, 100, 80}, kGround), 4);
-  zRegion before;
-  display.takeInvalidRects(before);
-
-  paintAllBlue();
-  display.invalidate(&rect, 1);
-  EXPECT_EQ(pane.takeExposes().at(0).rect, rect);
-  EXPECT_EQ(pane.count({0, 0, 100, 80}, kGround), 40 * 40);
-  paintAllBlue();
-  zRegion region;
-  display.takeInvalidRects(region);
-  EXPECT_TRUE(isBlue(30, 30)) << "and not once more at the paint";
+TEST_F(ReadyWinDisplay, TheFirstAreaSendsOneExposeAndTouchesOnlyACornerUnlessItErases) {
+  struct Row {
+    zRect area;
+    int erase;
+    const char* events;   ///< what comes at once
+    const char* cleared;  ///< and what it clears; nothing more at the paint
+    const char* painted;  ///< the region of the paint
+  };
+  for (const Row& row : {
+           Row{{5, 6, 15, 14}, 0, "sent 5,6,7,8 ", "5,6,7,8", "5,6,15,14"},
+           {{5, 6, 15, 14}, 1, "sent 5,6,15,14 ", "5,6,15,14", "5,6,15,14"},
+           {{5, 6, 7, 8}, 0, "sent 5,6,7,8 ", "5,6,7,8", "5,6,7,8"},
+           {{5, 6, 6, 14}, 0, "sent 5,6,6,14 ", "5,6,6,14", "5,6,6,14"},
+           {{5, 6, 15, 7}, 0, "sent 5,6,15,7 ", "5,6,15,7", "5,6,15,7"},
+           // To X an extent of 0 reaches to the edge of the window.
+           {{5, 6, 5, 14}, 1, "sent 5,6,5,14 ", "none", "0,0,0,0"},
+           {{5, 6, 15, 6}, 1, "sent 5,6,15,6 ", "none", "0,0,0,0"},
+           // All zero is the whole window.
+           {{}, 0, "sent 0,0,2,2 ", "0,0,2,2", "0,0,24,16"},
+           {{}, 1, "sent 0,0,0,0 ", "0,0,24,16", "0,0,24,16"},
+       }) {
+    SCOPED_TRACE(row.events);
+    paintBlue();
+    display.invalidate(&row.area, row.erase);
+    EXPECT_EQ(pane.takeEvents(), row.events);
+    EXPECT_EQ(groundArea(), row.cleared);
+    EXPECT_EQ(display.firstInvalidRect(), row.area);
+    paintBlue();
+    EXPECT_EQ(takeRegion(), row.painted);
+    EXPECT_EQ(groundArea(), "none");
+  }
 }
 
-TEST_F(ReadyWinDisplay, ANullRectangleIsTheWholeWindow) {
-  paintAllBlue();
-  display.invalidate(nullptr, 0);
-  EXPECT_EQ(pane.takeExposes().at(0).rect, zRect(0, 0, 2, 2));
-  zRegion region;
-  display.takeInvalidRects(region);
-  EXPECT_EQ(region.clipBox(), zRect(0, 0, 100, 80));
-  EXPECT_TRUE(isBlue(50, 50));
-
-  display.invalidate(nullptr, 1);
-  EXPECT_EQ(pane.takeExposes().at(0).rect, zRect());
-  EXPECT_EQ(pane.count({0, 0, 100, 80}, kGround), 8000);
-}
-
-TEST_F(ReadyWinDisplay, ARectangleWithoutExtentDoesNotClearToTheEdge) {
-  paintAllBlue();
-  const zRect thin(10, 10, 10, 40);
-  display.invalidate(&thin, 1);
-  EXPECT_EQ(pane.count({0, 0, 100, 80}, kGround), 0);
-  const zRect narrow(10, 10, 11, 40);
-  zRegion region;
-  display.takeInvalidRects(region);
-  pane.takeExposes();
-  display.invalidate(&narrow, 0);
-  EXPECT_EQ(pane.takeExposes().at(0).rect, narrow) << "smaller than the corner: itself";
-}
-
-TEST_F(ReadyWinDisplay, LaterAreasWaitForThePaint) {
-  paintAllBlue();
-  const zRect first(0, 0, 10, 10);
-  const zRect second(20, 20, 30, 30);
-  const zRect third(40, 40, 50, 50);
+TEST_F(ReadyWinDisplay, LaterAreasWaitForThePaintWhichErasesThem) {
+  const zRect first(0, 0, 4, 4);
+  const zRect second(6, 6, 10, 10);
+  const zRect third(12, 12, 20, 15);
+  paintBlue();
   display.invalidate(&first, 0);
   display.invalidate(&second, 1);
   display.invalidate(&third, 0);
-  EXPECT_EQ(pane.takeExposes().size(), 1U);
-  EXPECT_TRUE(isBlue(25, 25));
-  EXPECT_EQ(display.firstInvalidRect(), first);
+  EXPECT_EQ(pane.takeEvents(), "sent 0,0,2,2 ");
+  paintBlue();
+  EXPECT_EQ(takeRegion(), "0,0,20,15");
+  EXPECT_EQ(groundArea(), "6,6,10,10");
+  EXPECT_EQ(pane.takeEvents(), "") << "clearing for a paint asks for no other";
 
-  zRegion region;
-  display.takeInvalidRects(region);
-  EXPECT_FALSE(display.hasInvalidRects());
-  EXPECT_TRUE(region.contains({5, 5}));
-  EXPECT_TRUE(region.contains({25, 25}));
-  EXPECT_TRUE(region.contains({45, 45}));
-  EXPECT_FALSE(region.contains({15, 15}));
-  EXPECT_FALSE(isBlue(25, 25)) << "asked to be erased";
-  EXPECT_TRUE(isBlue(45, 45));
-  EXPECT_TRUE(pane.takeExposes().empty()) << "clearing for a paint asks for no other";
-
+  display.invalidate(&first, 0);
+  display.invalidate(nullptr, 1);
+  paintBlue();
+  EXPECT_EQ(takeRegion(), "0,0,24,16");
+  EXPECT_EQ(groundArea(), "0,0,24,16");
+  zRegion region(third);
+  region.add(second);
   display.invalidateRegion(&region, 0);
-  EXPECT_EQ(display.firstInvalidRect(), zRect(0, 0, 50, 50));
+  EXPECT_EQ(display.firstInvalidRect(), zRect(6, 6, 20, 15));
+  display.invalidateRegion(nullptr, 0);
+  EXPECT_EQ(takeRegion(), "0,0,24,16");
 }
 
-TEST_F(ReadyWinDisplay, AWindowsPaintLockHoldsInvalidationsBack) {
+TEST_F(ReadyWinDisplay, APaintLockHoldsInvalidationsBack) {
   pane.paintLock = 1;
   display.invalidate(nullptr, 1);
   EXPECT_FALSE(display.hasInvalidRects());
-  EXPECT_TRUE(pane.takeExposes().empty());
+  EXPECT_EQ(pane.takeEvents(), "");
 }
 
 TEST_F(ReadyWinDisplay, APaintIsClippedToItsRegionAndTheUsersClipToBoth) {
-  display.beginPaint(zRegion(zRect(10, 10, 60, 60)));
+  const zRegion user(zRect(8, 8, 20, 12));
   zRect bounds;
+  const auto filled = [this] {
+    display.fillRect(FakePane::kAll, &blue);
+    const std::string area = blueArea();
+    zBrush ground(kColorLightGrey);
+    display.fillRect(FakePane::kAll, &ground);
+    return area;
+  };
+  display.beginPaint(zRegion(zRect(2, 2, 12, 12)));
   display.clipBounds(bounds);
-  EXPECT_EQ(bounds, zRect(10, 10, 60, 60));
-  const zRegion user(zRect(50, 50, 90, 70));
+  EXPECT_EQ(bounds, zRect(2, 2, 12, 12));
+  EXPECT_EQ(filled(), "2,2,12,12");
   EXPECT_EQ(display.setClipRegion(&user), 0);
-  display.fillRect({0, 0, 100, 80}, &blue);
-  EXPECT_EQ(pane.count({0, 0, 100, 80}, kBlue), 100) << "only where both overlap";
-
+  EXPECT_EQ(filled(), "8,8,12,12");
+  display.intersectClip({10, 0, 24, 10});
+  EXPECT_EQ(filled(), "10,8,12,10");
   display.setClipRegion(nullptr);
-  display.intersectClip({0, 0, 20, 12});
-  display.fillRect({0, 0, 100, 80}, &blue);
-  EXPECT_EQ(pane.count({0, 0, 40, 40}, kBlue), 20);
-
+  display.intersectClip({0, 0, 4, 4});
+  EXPECT_EQ(filled(), "2,2,4,4");
   display.setClipRegion(nullptr);
-  display.fillRect({0, 0, 100, 80}, &blue);
-  EXPECT_EQ(pane.count({0, 0, 100, 80}, kBlue), 2500);
+  EXPECT_EQ(filled(), "2,2,12,12");
   display.setClipRegion(&user);
   display.endPaint();
-  paintAllBlue();
-  EXPECT_EQ(pane.count({0, 0, 100, 80}, kBlue), 8000) << "the user's region went with the paint";
+  display.clipBounds(bounds);
+  EXPECT_EQ(bounds, FakePane::kAll);
+  display.lock();
+  EXPECT_EQ(filled(), "0,0,24,16") << "the user's region went with the paint";
+  display.setClipRegion(&user);
+  EXPECT_EQ(filled(), "8,8,20,12");
+  display.setClipRegion(nullptr);
+  EXPECT_EQ(filled(), "0,0,24,16");
+  display.unlock();
 }
 
-TEST_F(ReadyWinDisplay, LocksNestClipFromTheFirstOnAndASurplusUnlockDoesNoHarm) {
+TEST_F(ReadyWinDisplay, WhatIsSetBeforeTheFirstLockHoldsFromThatOn) {
   const zRegion user(zRect(0, 0, 10, 10));
+  zPen red(kRed, kPenSolid, 2);
   display.setClipRegion(&user);
-  display.unlock();
+  display.pushPen(&red);
+  display.setBrush(&blue);
+  display.unlock();  // one too many does no harm
   display.lock();
   display.lock();
   display.unlock();
-  EXPECT_EQ(display.fillRect({0, 0, 100, 80}, &blue), kDrawn);
-  EXPECT_EQ(pane.count({0, 0, 100, 80}, kBlue), 100);
+  display.fillRect(FakePane::kAll);
+  EXPECT_EQ(blueArea(), "0,0,10,10");
+  display.polyline({{-5, 5}, {30, 5}});
+  EXPECT_EQ(pane.picture({0, 3, 12, 7}),
+            "\nbbbbbbbbbb..\nrrrrrrrrrr..\nrrrrrrrrrr..\nbbbbbbbbbb..\n");
   display.unlock();
 }
 

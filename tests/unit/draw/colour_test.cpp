@@ -1,18 +1,34 @@
 #include <gtest/gtest.h>
 
-#include <vector>
-
 #include "framework/draw/color.h"
 #include "framework/draw/draw_obj.h"
 
+// The real headers come second here: that this compiles is half of the test.
+#include "framework/draw/x_handles.h"
+
+#include <X11/Intrinsic.h>
+#include <X11/Xutil.h>
+
+#include <type_traits>
+
 namespace {
+
+static_assert(std::is_same_v<::Region, _XRegion*>);
+static_assert(std::is_same_v<::GC, _XGC*>);
+static_assert(std::is_same_v<::Widget, _WidgetRec*>);
+static_assert(std::is_same_v<::XtAppContext, _XtAppStruct*>);
+static_assert(std::is_same_v<decltype(XEvent::type), int>);
 
 class ColorCache : public testing::Test {
  protected:
-  // A server of 8-bit colours whose pixel is the number of the request, as long as it lasts.
+  unsigned long pixelOf(std::uint32_t rgb) {
+    zColor colour(rgb);
+    return cache.pixel(colour);
+  }
+
+  // A server whose pixel is the number of the request, and that answers as long as it lasts.
   zColorCache cache{[this](const ziXColour& wanted) -> std::optional<zColorCache::Allocated> {
-    ++requests;
-    if (requests > available) {
+    if (++requests > available) {
       return std::nullopt;
     }
     return zColorCache::Allocated{static_cast<unsigned long>(requests), wanted};
@@ -23,89 +39,74 @@ class ColorCache : public testing::Test {
 
 TEST_F(ColorCache, AsksOnceForAColour) {
   zColor colour(0x123456);
-  const unsigned long pixel = cache.pixel(colour);
+  EXPECT_EQ(cache.pixel(colour), 1U);
   EXPECT_TRUE(colour.hasX());
   EXPECT_EQ(colour.x(), (ziXColour{0x1212, 0x3434, 0x5656}));
-  zColor again(0x123456);
-  EXPECT_EQ(cache.pixel(again), pixel);
-  EXPECT_EQ(cache.pixel(colour), pixel);
+  EXPECT_EQ(pixelOf(0x123456), 1U);
+  EXPECT_EQ(cache.pixel(colour), 1U);
   zColor fromServer = zColor::fromX({0x1212, 0x3434, 0x5656});
-  EXPECT_EQ(cache.pixel(fromServer), pixel);
-  EXPECT_EQ(requests, 1);
+  EXPECT_EQ(fromServer, colour);
+  EXPECT_EQ(cache.pixel(fromServer), 1U);
+  // By the server's components, once they are known.
+  zColor almost = zColor::fromX({0x1212, 0x3434, 0x5657});
+  EXPECT_EQ(almost, colour);
+  EXPECT_EQ(cache.pixel(almost), 2U);
+  EXPECT_EQ(cache.colourOf(2).x(), almost.x());
+  EXPECT_EQ(cache.colourOf(99), kColorBlack) << "without a display";
 }
 
 TEST_F(ColorCache, TheTwoHundredFiftySecondColourIsTheNearestOfTheOthers) {
-  for (std::uint32_t i = 0; i < zColorCache::kLimit; ++i) {
-    zColor colour(i << 8);
-    cache.pixel(colour);
+  for (std::uint32_t i = 0; i < 251; ++i) {
+    EXPECT_EQ(pixelOf(i << 8), i + 1);
   }
-  zColor late(0x006401);
-  EXPECT_EQ(cache.pixel(late), 101U);
+  EXPECT_EQ(pixelOf(0x006401), 101U);
   EXPECT_EQ(requests, 251);
   EXPECT_EQ(cache.count(), 251U);
 }
 
 TEST_F(ColorCache, ARefusedColourIsTheNearestAndTheFirstWinsATie) {
-  available = 2;
-  zColor darker(0x000010);
-  zColor lighter(0x000020);
-  cache.pixel(darker);
-  cache.pixel(lighter);
+  available = 3;
+  EXPECT_EQ(pixelOf(0x000010), 1U);
+  EXPECT_EQ(pixelOf(0x000020), 2U);
+  EXPECT_EQ(pixelOf(0x100000), 3U);
   zColor between(0x000018);
   EXPECT_EQ(cache.pixel(between), 1U);
-  EXPECT_EQ(cache.count(), 2U);
-}
-
-TEST_F(ColorCache, WithNoColourAtAllGivesPixelZero) {
+  EXPECT_EQ(between.x(), zColor(0x000010).x());
+  EXPECT_EQ(pixelOf(0x00001A), 2U);
+  EXPECT_EQ(pixelOf(0x0C0008), 3U) << "by the sum over the components";
+  EXPECT_EQ(pixelOf(0x000800), 1U);
+  EXPECT_EQ(cache.count(), 3U);
   available = 0;
-  zColor colour(0xFFFFFF);
-  EXPECT_EQ(cache.pixel(colour), 0U);
+  zColorCache empty([](const ziXColour&) { return std::optional<zColorCache::Allocated>(); });
+  EXPECT_EQ(empty.pixel(between), 0U);
 }
 
-TEST(Color, KeepsRedInTheTopByte) {
-  const zColor colour(0xFF112233);
-  EXPECT_EQ(colour.rgb(), 0x112233U);
-  EXPECT_EQ(colour.red(), 0x11);
-  EXPECT_EQ(colour.green(), 0x22);
-  EXPECT_EQ(colour.blue(), 0x33);
-  EXPECT_EQ(zColor::fromX({0x11FF, 0x2200, 0x3380}), zColor(0x112233));
-}
-
-std::vector<int> dashesOf(int style, int width) {
-  const ziDashList list = dashList(style, width);
-  const auto* first = reinterpret_cast<const unsigned char*>(list.lengths);
-  return {first, first + list.count};
-}
-
-TEST(Dashes, FollowStyleAndWidth) {
-  using Lengths = std::vector<int>;
-  EXPECT_EQ(dashesOf(kPenSolid, 2), Lengths());
-  EXPECT_EQ(dashesOf(kPenDash, 3), (Lengths{12, 6}));
-  EXPECT_EQ(dashesOf(kPenDot, 2), (Lengths{2, 4}));
-  EXPECT_EQ(dashesOf(kPenDashDot, 0), (Lengths{8, 3, 2, 3, 8, 3})) << "a width of 0 counts as 1";
-  EXPECT_EQ(dashesOf(kPenDashDotDot, 1), (Lengths{8, 3, 2, 3, 2, 3, 8, 3}));
-  EXPECT_EQ(dashesOf(kPenNull, 1), Lengths());
-  EXPECT_EQ(dashesOf(kPenDash, 1000), (Lengths{255, 255})) << "X takes no more than a byte";
-}
-
-TEST(Pen, IsNullByStockOrByStyle) {
+TEST(DrawObjects, WithoutADisplayHaveNoPixelButKnowThemselves) {
   EXPECT_TRUE(zPen(kStockNullPen).isNull());
   EXPECT_TRUE(zPen(kColorBlack, kPenNull).isNull());
-  EXPECT_FALSE(zPen(kStockBlackPen).isNull());
-  EXPECT_TRUE(zPen(kStockBlackPen).isStock());
+  const zPen black(kStockBlackPen);
+  EXPECT_FALSE(black.isNull());
+  EXPECT_TRUE(black.isStock());
+  EXPECT_EQ(black.width(), 1);
+  EXPECT_EQ(black.colour(), kColorBlack);
   EXPECT_EQ(zPen(kStockWhitePen).colour(), kColorWhite);
-  EXPECT_EQ(zPen(kStockWhitePen).width(), 1);
+  EXPECT_FALSE(zBrush(kColorBlack).isHollow());
+  EXPECT_EQ(zBrush(kColorWhite).pixel(), 0U);
 }
 
-TEST(Brush, StockOnesHaveTheirGreysAndTwoAreHollow) {
-  EXPECT_EQ(zBrush(kStockWhiteBrush).colour(), kColorWhite);
-  EXPECT_EQ(zBrush(kStockLightGreyBrush).colour(), kColorLightGrey);
-  EXPECT_EQ(zBrush(kStockGreyBrush).colour(), kColorGrey);
-  EXPECT_EQ(zBrush(kStockDarkGreyBrush).colour(), kColorDarkGrey);
-  EXPECT_EQ(zBrush(kStockBlackBrush).colour(), kColorBlack);
-  EXPECT_TRUE(zBrush(kStockHollowBrush).isHollow());
-  EXPECT_TRUE(zBrush(kStockNullBrush).isHollow());
-  EXPECT_FALSE(zBrush(kColorBlack).isHollow());
+TEST(Region, AddsIntersectsAndPullsCoordinatesIntoXsRange) {
+  zRegion first(zRect(0, 0, 10, 10));
+  const zRegion copy = first;
+  first.add({20, 20, 30, 40});
+  EXPECT_EQ(first.clipBox(), zRect(0, 0, 30, 40));
+  EXPECT_EQ(copy.clipBox(), zRect(0, 0, 10, 10));
+  first.intersect(zRegion(zRect(5, 5, 25, 25)));
+  EXPECT_EQ(first.clipBox(), zRect(5, 5, 25, 25));
+  first.intersect(zRegion(zRect(11, 11, 19, 19)));
+  EXPECT_EQ(first.clipBox(), zRect()) << "between its parts";
+  EXPECT_EQ(zRegion(zRect(-100000, 1, 100000, 50)).clipBox(), zRect(-32768, 1, 32767, 50));
+  EXPECT_EQ(zRegion(zRect(10, 10, 5, 15)).clipBox(), zRect());
+  EXPECT_EQ(zRegion(zRect(10, 10, 15, 5)).clipBox(), zRect());
 }
 
 }  // namespace

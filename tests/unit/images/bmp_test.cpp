@@ -1,147 +1,122 @@
-#include "framework/draw/image/picture.h"
-
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "framework/draw/image/picture.h"
 #include "image_data.h"
 
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
-struct Coding {
-  const char* name;
-  Dib dib;
-  const char* rows;
-};
-
-class Codings : public testing::TestWithParam<Coding> {};
-
-TEST_P(Codings, DecodeFromTheBottomRowUp) {
-  const ziDecodedBitmap decoded = decodeBmp(bmpOf(GetParam().dib));
-  EXPECT_EQ(shown(decoded.picture), GetParam().rows);
-  EXPECT_THAT(decoded.messages, IsEmpty());
-}
-
-Dib dib(std::uint32_t width, std::uint32_t height, std::uint32_t bits, std::uint32_t compression,
-        Bytes pixels) {
-  Dib result;
-  result.width = width;
-  result.height = height;
-  result.bits = bits;
-  result.compression = compression;
-  result.colours = bits > 8 ? 0 : 1U << bits;
-  result.pixels = std::move(pixels);
-  return result;
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Bmp, Codings,
-    testing::Values(
-        Coding{"OneBitHighestFirst", dib(10, 2, 1, 0, {0xA0, 0x40, 0, 0, 0x01, 0x80, 0, 0}),
-               "aaaaaaabba/babaaaaaab"},
-        Coding{"FourBitsHighNibbleFirst", dib(3, 2, 4, 0, {0x12, 0x30, 0, 0, 0x45, 0x6F, 0, 0}),
-               "efg/bcd"},
-        Coding{"EightBitsPaddedToFourBytes",
-               dib(5, 2, 8, 0, {0, 1, 2, 3, 4, 9, 9, 9, 5, 6, 7, 8, 9, 9, 9, 9}), "fghij/abcde"},
-        Coding{"PixelsThatAreMissingStayBlank", dib(3, 3, 8, 0, {0, 1, 2, 0, 3, 4}), ".../de./abc"},
-        Coding{"RunsOfBytes", dib(4, 2, 8, 1, {3, 1, 1, 2, 0, 0, 2, 3, 0, 1, 4, 4}), "dd../bbbc"},
-        Coding{"AbsoluteRunsOfBytesPadToWords", dib(5, 1, 8, 1, {0, 3, 1, 2, 3, 9, 2, 4, 0, 1}),
-               "bcdee"},
-        Coding{"DeltasLeaveBlanks", dib(4, 3, 8, 1, {1, 1, 0, 2, 1, 2, 1, 2}), "..c./..../b..."},
-        Coding{"RunsOfNibblesTakeTurns", dib(6, 1, 4, 2, {5, 0x12}), "bcbcb."},
-        Coding{"AbsoluteRunsOfNibblesPadToWords",
-               dib(7, 1, 4, 2, {0, 5, 0x12, 0x34, 0x50, 9, 2, 0x67}), "bcdefgh"},
-        Coding{"AnyCompressionOfFourBitsIsRunLength", dib(2, 1, 4, 77, {2, 0x12}), "bc"},
-        Coding{"RunsAreCutAtTheEdge", dib(3, 2, 8, 1, {255, 1, 0, 0, 255, 2}), "ccc/bbb"},
-        Coding{"RowsBeyondThePictureEndIt", dib(2, 1, 8, 1, {0, 2, 0, 255, 2, 1, 0, 0, 2, 2}),
-               ".."},
-        Coding{"AnAbsoluteRunThatBreaksOff", dib(4, 1, 8, 1, {0, 200, 1, 2}), "bc.."},
-        Coding{"ALineIsNotLeftByARunThatIsTooLong", dib(2, 2, 8, 1, {5, 1, 5, 2}), "../bb"}),
-    [](const auto& row) { return row.param.name; });
-
-struct Refusal {
-  const char* name;
-  Bytes data;
-  ziMessages messages;
-  int width;  ///< of the picture that is left
-};
-
-class Refusals : public testing::TestWithParam<Refusal> {};
-
-TEST_P(Refusals, SayWhy) {
-  const ziDecodedBitmap decoded = decodeBmp(GetParam().data);
-  EXPECT_EQ(decoded.messages, GetParam().messages);
-  EXPECT_EQ(decoded.picture.width(), GetParam().width);
-}
-
-Bytes oldHeader() {
-  Dib old = dib(1, 1, 8, 0, {});
-  old.length = 12;
-  return bmpOf(old);
-}
-
-constexpr const char* kNoImage = "Inable to create XImage";
-
-INSTANTIATE_TEST_SUITE_P(
-    Bmp, Refusals,
-    testing::Values(
-        Refusal{
-            "AHeaderOfTwelveBytes", oldHeader(), {"Unsupported bitmap header type, length=12"}, 0},
-        Refusal{"NoDataAtAll", {}, {"Unsupported bitmap header type, length=0"}, 0},
-        Refusal{"TrueColour",
-                bmpOf(dib(1, 1, 24, 0, {1, 2, 3, 0})),
-                {"Unsupported color table type, num=24", "Unsupported bits per pixel"},
-                0},
-        // Intended: the blank picture has its size.
-        Refusal{"NibblesInBytes",
-                bmpOf(dib(17, 1, 8, 2, {2, 1})),
-                {"Unsupported compression: 8 bit RLE4"},
-                17},
-        Refusal{"NoWidth", bmpOf(dib(0, 1, 8, 0, {})), {kNoImage}, 0},
-        Refusal{"NegativeHeight", bmpOf(dib(1, 0xFFFFFFFF, 8, 0, {1})), {kNoImage}, 0},
-        Refusal{"AnAreaThatOverflows", bmpOf(dib(0x10000, 0x10000, 1, 0, {})), {kNoImage}, 0},
-        Refusal{"AnAreaForWhichThereAreNoData", bmpOf(dib(4096, 4096, 8, 1, {})), {kNoImage}, 0}),
-    [](const auto& row) { return row.param.name; });
-
 constexpr std::uint32_t kBehindTable = 14 + 40 + 1024;
 
-TEST(BmpColours, AreReadAsBlueGreenRed) {
-  const auto colours = decodeBmp(bmpOf(dib(1, 1, 4, 0, {0}))).picture.colours;
+struct Row {
+  std::uint32_t width, height, bits, compression;
+  const char* pixels;
+  std::string outcome;  ///< the rows of the picture from the top, and messages
+  std::uint32_t used = 0;
+  std::uint32_t offset = 0;  ///< of the pixels, as the file header says
+  std::uint32_t length = 40;
+};
+
+std::string outcomeOf(const Row& row, std::uint32_t coloursThere) {
+  Dib dib;
+  dib.length = row.length;
+  dib.width = row.width;
+  dib.height = row.height;
+  dib.bits = row.bits;
+  dib.compression = row.compression;
+  dib.coloursUsed = row.used;
+  dib.colours = coloursThere;
+  dib.pixels = fromHex(row.pixels);
+  const ziDecodedBitmap decoded = decodeBmp(bmpOf(dib, row.offset));
+  return told(decoded.picture, decoded.messages);
+}
+
+// The bottom row comes first. A letter a colour, "." for a blank pixel.
+TEST(Bmp, DecodesItsPixels) {
+  for (const Row& row : {
+           // Plain rows, padded to four bytes.
+           Row{10, 2, 1, 0, "A0400000 01800000", "aaaaaaabba/babaaaaaab"},
+           {3, 2, 4, 0, "12300000 456F0000", "efg/bcd"},
+           {5, 2, 8, 0, "0001020304090909 0506070809090909", "fghij/abcde"},
+           {3, 3, 8, 0, "00010200 0304", ".../de./abc"},
+           // Runs of bytes, absolute ones padded to words, and deltas.
+           {4, 2, 8, 1, "0301 0102 0000 0203 0001 0404", "dd../bbbc"},
+           {5, 1, 8, 1, "0003 01020309 0204 0001", "bcdee"},
+           {4, 3, 8, 1, "0101 0002 0102 0102", "..c./..../b..."},
+           // Runs of nibbles take turns; any compression of four bits is taken for that.
+           {6, 1, 4, 2, "0512", "bcbcb."},
+           {7, 1, 4, 2, "0005 12345009 0267", "bcdefgh"},
+           {2, 1, 4, 77, "0212", "bc"},
+           // Runs are cut at the edge and do not leave their line; rows beyond the picture end it.
+           {3, 2, 8, 1, "FF01 0000 FF02", "ccc/bbb"},
+           {2, 2, 8, 1, "0501 0502", "../bb"},
+           {2, 1, 8, 1, "0002 00FF 0201 0000 0202", ".."},
+           {4, 1, 8, 1, "00C8 0102", "bc.."},
+           // The offset counts where it points behind the table.
+           {1, 1, 8, 0, "09090909 03000000", "d", 0, kBehindTable + 4},
+           {1, 1, 8, 0, "09090909", "j", 0, 20},
+           {1, 1, 8, 0, "09", "j", 0, 0xFFFFFF00},
+           // The number of colours used counts for four and eight bits only.
+           {4, 1, 1, 0, "50000000", "abab", 200},
+       }) {
+    EXPECT_EQ(outcomeOf(row, 1U << row.bits), row.outcome) << row.pixels;
+  }
+  EXPECT_EQ(outcomeOf({1, 1, 8, 0, "02", "", 3}, 3), "c");
+}
+
+TEST(Bmp, SurvivesWhatIsWrongAndSaysWhatItIs) {
+  const std::string noImage = "|Inable to create XImage";
+  const std::string header = "|Unsupported bitmap header type, length=";
+  const std::string colours = "|Unsupported color table type, num=";
+  for (const Row& row : {
+           Row{1, 1, 8, 0, "", header + "12", 0, 0, 12},
+           {1, 1, 8, 0, "", header + "-1", 0, 0, 0xFFFFFFFF},
+           {1, 1, 24, 0, "01020300", colours + "24|Unsupported bits per pixel"},
+           // Intended: the blank picture has its size.
+           {17, 1, 8, 2, "0201", std::string(17, '.') + "|Unsupported compression: 8 bit RLE4"},
+           {0, 1, 8, 0, "", noImage},
+           {1, 0, 8, 0, "", noImage},
+           {1, 0xFFFFFFFF, 8, 0, "01", noImage},
+           {32768, 1, 1, 0, "", noImage},
+           {1, 32768, 1, 0, "", noImage},
+           {0x10000, 0x10000, 1, 0, "", noImage},
+           {4096, 4096, 8, 1, "", noImage},
+           {2, 1, 8, 0, "0002", ".." + colours + "4294967295", 0xFFFFFFFF},
+           {2, 1, 8, 0, "0002", "ac" + colours + "4294967295", 0xFFFFFFFF, kBehindTable},
+       }) {
+    EXPECT_EQ(outcomeOf(row, row.bits > 8 ? 0 : 1U << row.bits), row.outcome);
+  }
+  EXPECT_EQ(outcomeOf({3, 1, 8, 0, "000203", "", 1}, 1), "acd" + colours + "1");
+  EXPECT_EQ(decodeBmp({}).messages, ziMessages{header.substr(1) + "0"});
+}
+
+TEST(Bmp, ALargePictureNeedsDataThatCouldFillIt) {
+  struct Size {
+    std::int64_t width, height;
+    std::size_t bytes;
+    bool isAcceptable;
+  };
+  for (const Size& size : {Size{512, 512, 0, true},
+                           {513, 512, 2052, true},
+                           {513, 512, 2051, false},
+                           {4096, 4096, 131072, true},
+                           {4096, 4097, 1U << 30, false},
+                           {32767, 8, 0, true},
+                           {8, 32767, 0, true},
+                           {-1, 1, 9, false},
+                           {1, -1, 9, false}}) {
+    EXPECT_EQ(ziPicture::isAcceptable(size.width, size.height, size.bytes), size.isAcceptable)
+        << size.width << " by " << size.height;
+  }
+}
+
+TEST(Bmp, ReadsColoursAsBlueGreenRed) {
+  Dib dib;
+  dib.bits = 4;
+  dib.colours = 16;
+  dib.pixels = {0};
+  const auto colours = decodeBmp(bmpOf(dib)).picture.colours;
   ASSERT_EQ(colours.size(), 16U) << "none used means all of them";
   EXPECT_EQ(colours[5], 0x0F0A05U);
-}
-
-TEST(BmpColours, TheNumberUsedCountsForFourAndEightBitsOnly) {
-  Dib few = dib(1, 1, 8, 0, {2});
-  few.coloursUsed = few.colours = 3;
-  EXPECT_EQ(decodeBmp(bmpOf(few)).picture.colours.size(), 3U);
-  EXPECT_EQ(shown(decodeBmp(bmpOf(few)).picture), "c");
-
-  Dib mono = dib(8, 1, 1, 0, {0xFF, 0, 0, 0});
-  mono.coloursUsed = 200;
-  EXPECT_EQ(decodeBmp(bmpOf(mono)).picture.colours.size(), 2U);
-  EXPECT_EQ(shown(decodeBmp(bmpOf(mono)).picture), "bbbbbbbb");
-}
-
-TEST(BmpColours, ThatATableDoesNotHaveAreTold) {
-  Dib wrong = dib(2, 1, 8, 0, {0, 2});
-  wrong.coloursUsed = 0xFFFFFFFF;
-  EXPECT_EQ(shown(decodeBmp(bmpOf(wrong)).picture), "..");
-  const ziDecodedBitmap saved = decodeBmp(bmpOf(wrong, kBehindTable));
-  EXPECT_EQ(shown(saved.picture), "ac") << "the offset is right";
-  EXPECT_THAT(saved.messages, ElementsAre("Unsupported color table type, num=4294967295"));
-
-  wrong.coloursUsed = wrong.colours = 1;
-  EXPECT_THAT(decodeBmp(bmpOf(wrong)).messages, ElementsAre("Unsupported color table type, num=1"));
-}
-
-TEST(BmpPixels, StartAtTheOffsetWhereItPointsBehindTheTable) {
-  const Dib gap = dib(1, 1, 8, 0, {9, 9, 9, 9, 3, 0, 0, 0});
-  EXPECT_EQ(shown(decodeBmp(bmpOf(gap, kBehindTable + 4)).picture), "d");
-  EXPECT_EQ(shown(decodeBmp(bmpOf(gap, 20)).picture), "j");
-  EXPECT_EQ(shown(decodeBmp(bmpOf(gap, 0xFFFFFF00)).picture), "j");
 }
 
 }  // namespace

@@ -1,8 +1,7 @@
-#include "framework/draw/image/picture.h"
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "framework/draw/image/picture.h"
 #include "image_data.h"
 #include "resources/builtin_table.h"
 #include "resources/resource_ids.h"
@@ -12,7 +11,8 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-enum DirectoryType : std::uint32_t { kIcons = 1, kCursors = 2 };
+constexpr std::uint32_t kIcons = 1;
+constexpr std::uint32_t kCursors = 2;
 
 struct Image {
   std::uint32_t width = 32;
@@ -21,17 +21,23 @@ struct Image {
   Dib dib;
 };
 
-// A picture of 3 by 2 pixels, whatever the directory says: colour 1 with a 2 at the left of the
+// A picture of 3 by 2 pixels, whatever the directory says: colour 1 with another at the left of the
 // top row, transparent at its right.
 Dib smallDib(std::uint32_t bits) {
   Dib dib;
   dib.width = 3;
   dib.height = 4;
   dib.bits = bits;
-  dib.colours = 1U << bits;
+  dib.colours = bits > 8 ? 0 : 1U << bits;
   dib.pixels =
       bits == 1 ? Bytes{0xE0, 0, 0, 0, 0x60, 0, 0, 0} : Bytes{0x11, 0x10, 0, 0, 0x21, 0x10, 0, 0};
   dib.pixels.insert(dib.pixels.end(), {0, 0, 0, 0, 0x20, 0, 0, 0});
+  return dib;
+}
+
+Dib tallDib(std::uint32_t height) {
+  Dib dib = smallDib(4);
+  dib.height = height;
   return dib;
 }
 
@@ -51,103 +57,92 @@ Bytes directoryOf(std::uint32_t type, const std::vector<Image>& images) {
   return out.append(data).bytes;
 }
 
-ziMaskedPicture iconOf(std::span<const std::uint8_t> data) {
-  return decodeIcon(data, "none");
-}
-ziMaskedPicture cursorOf(std::span<const std::uint8_t> data) {
-  return decodeCursor(data, "none");
+const Image kTwo{32, 32, 2, smallDib(1)};
+const Image kSixteen{32, 32, 16, smallDib(4)};
+const Image kUncounted{32, 32, 0, smallDib(4)};
+const Image kPacked{32, 32, 0, {.length = 0x474E5089, .pixels = {}}};
+
+struct Row {
+  std::uint32_t type;
+  std::vector<Image> images;
+  bool asCursor;
+  std::string outcome;  ///< the rows of the picture from the top, and messages
+};
+
+TEST(Ico, DecodesItsBestImageOrSaysWhyNot) {
+  const std::string depth = "|Unsupported bits per pixel";
+  const std::string colours = "|Unsupported color table type, num=";
+  const std::string noImage = "|Inable to create XImage";
+  for (const Row& row : std::vector<Row>{
+           {kIcons, {kTwo, kSixteen}, false, "cbb/bbb"},
+           {kIcons, {kTwo}, false, "abb/bbb"},
+           {kIcons, {kTwo, kUncounted}, false, "cbb/bbb"},
+           {kCursors, {kSixteen, kTwo}, true, "abb/bbb"},
+           {kCursors, {kSixteen}, true, "cbb/bbb"},
+           {kIcons, {kSixteen}, true, "cbb/bbb"},
+           {kIcons, {kSixteen, {32, 32, 16, tallDib(2)}}, false, "cbb/bbb"},
+           // One that cannot be read leaves its place to the other.
+           {kIcons, {{32, 32, 16, smallDib(24)}, kTwo}, false, "abb/bbb" + colours + "24" + depth},
+           {kCursors, {kSixteen}, false, "|none"},
+           {3, {kSixteen}, true, "|none"},
+           {kIcons, {}, false, "|none"},
+           {kIcons, {{16, 32, 16, smallDib(4)}}, false, "|none"},
+           {kIcons, {{32, 16, 2, smallDib(1)}}, false, "|none"},
+           {kIcons, {{32, 32, 0, smallDib(8)}}, false, depth},
+           {kIcons, {{32, 32, 0, smallDib(32)}}, false, colours + "32" + depth},
+           {kIcons, {kPacked}, false, "|Unsupported icon header type, length=1196314761"},
+           {kCursors, {kPacked}, true, "|Unsupported cursor header type, length=1196314761"},
+           {kIcons, {{32, 32, 16, tallDib(0)}}, false, noImage},
+           {kIcons, {{32, 32, 16, tallDib(1)}}, false, noImage},
+           {kIcons, {{32, 32, 16, tallDib(0xFFFFFFFE)}}, false, noImage},
+           {kIcons, {{32, 32, 16, tallDib(0x7FFFFFFF)}}, false, noImage},
+       }) {
+    const Bytes data = directoryOf(row.type, row.images);
+    const auto image = row.asCursor ? decodeCursor(data, "none") : decodeIcon(data, "none");
+    EXPECT_EQ(told(image.picture, image.messages), row.outcome);
+    EXPECT_EQ(windowManagerIcon(image).empty(), row.outcome.front() == '|');
+  }
 }
 
-TEST(Icon, HasHalfTheHeightOfItsHeaderAndAMaskBehindThePicture) {
-  const ziMaskedPicture icon = iconOf(directoryOf(kIcons, {{32, 32, 16, smallDib(4)}}));
-  EXPECT_THAT(icon.messages, IsEmpty());
-  EXPECT_EQ(shown(icon.picture), "cbb/bbb");
+TEST(Icon, HasAMaskBehindThePictureAndItsWordsForWindowManagers) {
+  const ziMaskedPicture icon = decodeIcon(directoryOf(kIcons, {kSixteen}), "none");
   EXPECT_EQ(shown(icon.mask), "aab/aaa");
   EXPECT_THAT(opaqueBits(icon).bits, ElementsAre(0x3, 0x7));
   EXPECT_THAT(windowManagerIcon(icon),
               ElementsAre(3, 2, 0xFF060402, 0xFF030201, 0, 0xFF030201, 0xFF030201, 0xFF030201));
-}
-
-TEST(Icon, PrefersSixteenColoursAndACursorTwo) {
-  const std::vector<Image> both{{32, 32, 2, smallDib(1)}, {32, 32, 16, smallDib(4)}};
-  EXPECT_EQ(iconOf(directoryOf(kIcons, both)).picture.colours.size(), 16U);
-  EXPECT_EQ(cursorOf(directoryOf(kCursors, both)).picture.colours.size(), 2U);
-  EXPECT_EQ(iconOf(directoryOf(kIcons, {both[0]})).picture.colours.size(), 2U);
-  const Image uncounted{32, 32, 0, smallDib(4)};
-  EXPECT_EQ(iconOf(directoryOf(kIcons, {both[0], uncounted})).picture.colours.size(), 16U);
-}
-
-TEST(Icon, OfAnotherSizeNumberOfColoursOrTypeIsNotTakenAndSaysWhy) {
-  Dib packed = smallDib(8);
-  packed.length = 0x474E5089;
-  Dib deep = smallDib(8);
-  deep.bits = 32;
-  const ziMessages noDepth{"Unsupported bits per pixel"};
-  for (const auto& [image, messages] : std::vector<std::pair<Image, ziMessages>>{
-           {{16, 16, 16, smallDib(4)}, {"none"}},
-           {{32, 16, 2, smallDib(1)}, {"none"}},
-           {{32, 32, 0, smallDib(8)}, noDepth},
-           {{32, 32, 0, deep}, {"Unsupported color table type, num=32", noDepth[0]}},
-           {{32, 32, 0, packed}, {"Unsupported icon header type, length=1196314761"}}}) {
-    const ziMaskedPicture icon = iconOf(directoryOf(kIcons, {image}));
-    EXPECT_TRUE(icon.picture.isEmpty());
-    EXPECT_EQ(icon.messages, messages);
-    EXPECT_THAT(windowManagerIcon(icon), IsEmpty());
-  }
-  const Bytes cursors = directoryOf(kCursors, {{32, 32, 16, smallDib(4)}});
-  EXPECT_THAT(iconOf(cursors).messages, ElementsAre("none"));
-  EXPECT_FALSE(cursorOf(cursors).picture.isEmpty());
-}
-
-TEST(Icon, ThatCannotBeReadLeavesItsPlaceToTheOther) {
-  Dib deep = smallDib(8);
-  deep.bits = 24;
-  const ziMaskedPicture icon =
-      iconOf(directoryOf(kIcons, {{32, 32, 16, deep}, {32, 32, 2, smallDib(1)}}));
-  EXPECT_EQ(shown(icon.picture), "abb/bbb");
-  EXPECT_THAT(icon.messages,
-              ElementsAre("Unsupported color table type, num=24", "Unsupported bits per pixel"));
+  ziMaskedPicture wide;
+  wide.picture = wide.mask = ziPicture(10, 2);
+  wide.mask.put(8, 0, 1);
+  EXPECT_THAT(opaqueBits(wide).bits, ElementsAre(0xFF, 0x3, 0xFF, 0x2));
 }
 
 TEST(Icon, WithAnOffsetBeyondTheDataIsRefusedByItsHeader) {
-  Bytes data = directoryOf(kIcons, {{32, 32, 16, smallDib(4)}});
+  Bytes data = directoryOf(kIcons, {kSixteen});
   data[6 + 15] = 0x7F;
-  EXPECT_THAT(iconOf(data).messages, ElementsAre("Unsupported icon header type, length=0"));
-  EXPECT_THAT(cursorOf(data).messages, ElementsAre("Unsupported cursor header type, length=0"));
-}
-
-TEST(Icon, OfAnImpossibleSizeIsNone) {
-  for (const std::uint32_t height : {0U, 1U, 0xFFFFFFFEU, 0x7FFFFFFFU}) {
-    Dib dib = smallDib(4);
-    dib.height = height;
-    const ziMaskedPicture icon = iconOf(directoryOf(kIcons, {{32, 32, 16, dib}}));
-    EXPECT_THAT(icon.messages, ElementsAre("Inable to create XImage")) << height;
-    EXPECT_TRUE(icon.picture.isEmpty());
-  }
+  EXPECT_THAT(decodeIcon(data, "none").messages,
+              ElementsAre("Unsupported icon header type, length=0"));
+  data.resize(20);
+  EXPECT_TRUE(decodeIcon(data, "none").picture.isEmpty());
 }
 
 TEST(CursorImage, KeepsItsHotSpotInsideAndShowsLightPixels) {
-  Dib dib = smallDib(4);
-  dib.colours = 1;
-  const ziMaskedPicture dark = cursorOf(directoryOf(kCursors, {{32, 32, 16, dib}}));
-  EXPECT_EQ(dark.hotSpot, (zPoint{1, 1}));
-
+  EXPECT_EQ(decodeCursor(directoryOf(kCursors, {kSixteen}), "").hotSpot, (zPoint{1, 1}));
   ziMaskedPicture image;
-  image.picture = image.mask = ziPicture(2, 1);
-  image.picture.colours = {0x000000, 0xFFFFFF};
-  image.picture.put(0, 0, 1);
-  image.picture.put(1, 0, 0);
-  EXPECT_THAT(lightBits(image).bits, ElementsAre(0x1));
+  image.picture = image.mask = ziPicture(4, 1);
+  image.picture.colours = {0x000000, 0xFFFFFF, 0x808080, 0x7F8080};
+  for (int x = 0; x < 4; ++x) {
+    image.picture.put(x, 0, static_cast<std::uint16_t>(x));
+  }
+  EXPECT_THAT(lightBits(image).bits, ElementsAre(0x6));
 }
 
-struct BuiltIn {
-  int type;
-  std::uint32_t id;
-  int width;
-  int height;
-};
-
-TEST(BuiltInPictures, DecodeToTheirSizes) {
+TEST(BuiltInPictures, DecodeWholeToTheirSizes) {
+  struct BuiltIn {
+    int type;
+    std::uint32_t id;
+    int width;
+    int height;
+  };
   for (const BuiltIn& wanted : {BuiltIn{kResourceBitmap, kBitmapOpen, 16, 16},
                                 {kResourceBitmap, kBitmapHelp, 16, 16},
                                 {kResourceBitmap, kBitmapOrganizer, 16, 16},
@@ -157,14 +152,9 @@ TEST(BuiltInPictures, DecodeToTheirSizes) {
                                 {kResourceIcon, kIconMain, 32, 32},
                                 {kResourceIcon, kIconText, 32, 32}}) {
     const auto bytes = builtInPicture(wanted.type, wanted.id);
-    ziPicture picture;
-    if (wanted.type == kResourceIcon) {
-      picture = iconOf(bytes).picture;
-      EXPECT_EQ(picture.colours.size(), 16U);
-    } else {
-      picture = decodeBmp(bytes).picture;
-      EXPECT_EQ(picture.colours.size(), 256U);
-    }
+    const bool isIcon = wanted.type == kResourceIcon;
+    const ziPicture picture = isIcon ? decodeIcon(bytes, "").picture : decodeBmp(bytes).picture;
+    EXPECT_EQ(picture.colours.size(), isIcon ? 16U : 256U);
     EXPECT_EQ(picture.width(), wanted.width) << wanted.id;
     EXPECT_EQ(picture.height(), wanted.height) << wanted.id;
     EXPECT_EQ(shown(picture).find('.'), std::string::npos) << wanted.id;

@@ -59,11 +59,18 @@ struct Dib {
   }
 };
 
-/// BMP data with a file header that nothing can be learnt from.
-inline Bytes bmpOf(const Dib& dib, std::uint32_t pixelOffset = 0) {
-  ByteWriter out(ByteWriter::Order::kLittle);
-  out.number(0x1234, 2).words({0xFFFFFFFF, 0xFFFFFFFF, pixelOffset});
-  return out.append(dib.bytes()).bytes;
+/// Bytes from hexadecimal digits; blanks count for nothing.
+inline Bytes fromHex(const std::string& digits) {
+  Bytes bytes;
+  std::string byte;
+  for (const char digit : digits) {
+    byte += digit == ' ' ? "" : std::string(1, digit);
+    if (byte.size() == 2) {
+      bytes.push_back(static_cast<std::uint8_t>(std::stoi(byte, nullptr, 16)));
+      byte.clear();
+    }
+  }
+  return bytes;
 }
 
 /// The rows from the top, "/" between them: a letter from "a" on for each index, "." for blank.
@@ -77,4 +84,20 @@ inline std::string shown(const ziPicture& picture) {
     }
   }
   return text;
+}
+
+/// What decoding gave, in one text: the rows of the picture, then the messages, "|" before each.
+inline std::string told(const ziPicture& picture, const ziMessages& messages) {
+  std::string text = shown(picture);
+  for (const std::string& message : messages) {
+    text += '|' + message;
+  }
+  return text;
+}
+
+/// BMP data with a file header that nothing can be learnt from.
+inline Bytes bmpOf(const Dib& dib, std::uint32_t pixelOffset = 0) {
+  ByteWriter out(ByteWriter::Order::kLittle);
+  out.number(0x1234, 2).words({0xFFFFFFFF, 0xFFFFFFFF, pixelOffset});
+  return out.append(dib.bytes()).bytes;
 }
