@@ -4,24 +4,13 @@
 #include <string>
 
 #include "framework/core/xm_handles_xm.h"
-#include "tests/ui/support/test_application.h"
+#include "tests/ui/support/ui_test.h"
 
 #include <X11/extensions/Xfixes.h>
 #include <Xm/XmAll.h>
 
 int shownLength(Widget text) {
   return static_cast<int>(XmTextGetLastPosition(text));
-}
-
-int topLine(Widget text) {
-  const std::string all = takeXtText(XmTextGetString(text));
-  return static_cast<int>(std::count(all.begin(), all.begin() + XmTextGetTopCharacter(text), '\n'));
-}
-
-bool isEndInView(Widget text) {
-  Position x = 0;
-  Position y = 0;
-  return XmTextPosToXY(text, XmTextGetLastPosition(text), &x, &y) != False;
 }
 
 int lineHeight(Widget text) {

@@ -8,10 +8,6 @@
 
 /// Bytes in the widget.
 int shownLength(Widget text);
-/// The line at the upper edge, counted from 0.
-int topLine(Widget text);
-/// Whether the end of the text is on the screen.
-bool isEndInView(Widget text);
 /// Pixels from one line to the next; the two lines at the upper edge must be there.
 int lineHeight(Widget text);
 /// The picture of the pointer.

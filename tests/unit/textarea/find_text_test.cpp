@@ -1,254 +1,199 @@
 #include "textarea/find_text.h"
 
 #include <gtest/gtest.h>
-#include <optional>
-#include <ostream>
+
 #include <random>
 #include <string>
+#include <vector>
 
 #include "support/regular_expression.h"
 
 namespace {
 
-/// A hit as the user sees it.
-struct Hit {
-  std::size_t offset;
-  std::size_t length;
-  bool operator==(const Hit&) const = default;
+constexpr int kNone = -1;
+
+/// One search: 'p' plain with case, 'i' plain without, 'r' a regular expression; "+" when it goes
+/// on from the last hit. Then a blank and the text. And the hit.
+struct Step {
+  std::string search;
+  int offset;
+  int length = 0;
 };
 
-[[maybe_unused]] std::ostream& operator<<(std::ostream& out, const Hit& hit) {
-  return out << hit.length << " characters at " << hit.offset;
-}
-
-constexpr auto kNone = std::nullopt;
-
-class FindText : public testing::Test {
- protected:
-  std::optional<Hit> find(FindRequest request) {
-    const FindState before = state;
-    const FindResult result = findInLog(log, request, state);
-    EXPECT_NE(result, FindResult::kPatternError);
-    if (result != FindResult::kFound) {
-      const Hit kept{request.goOn ? before.lastFindOffset : 0,
-                     request.goOn ? before.lastFindLength : 0};
-      EXPECT_EQ((Hit{state.lastFindOffset, state.lastFindLength}), kept);
-      return std::nullopt;
-    }
-    return Hit{state.lastFindOffset, state.lastFindLength};
-  }
-  std::optional<Hit> plain(std::string_view text, bool goOn = false) {
-    return find({.text = text, .goOn = goOn, .matchCase = true});
-  }
-  std::optional<Hit> anyCase(std::string_view text, bool goOn = false) {
-    return find({.text = text, .goOn = goOn});
-  }
-  std::optional<Hit> pattern(std::string_view text, bool goOn = false) {
-    return find({.text = text, .goOn = goOn, .regexp = true});
-  }
-
-  static constexpr bool kGoOn = true;
+struct Case {
+  const char* rule;
   std::string log;
-  FindState state;
+  std::vector<Step> steps;
 };
 
-TEST_F(FindText, AFreshPlainSearchMissesAHitCloserToTheStartThanItsLength) {
-  log = "abc\nabc\n";
-  EXPECT_EQ(plain("abc"), (Hit{4, 3}));
-  EXPECT_EQ(plain("abc", kGoOn), kNone);
-  EXPECT_EQ((Hit{state.lastFindOffset, state.lastFindLength}), (Hit{4, 3}));
-  log = "xxab ab";
-  EXPECT_EQ(plain("ab"), (Hit{2, 2}));
-  EXPECT_EQ(plain("ab", kGoOn), (Hit{5, 2}));
+FindRequest requestOf(const Step& step) {
+  const bool goOn = step.search[1] == '+';
+  return {.text = std::string_view(step.search).substr(goOn ? 3 : 2),
+          .goOn = goOn,
+          .matchCase = step.search[0] == 'p',
+          .regexp = step.search[0] == 'r'};
 }
 
-TEST_F(FindText, APlainSearchGoesOnBehindTheLastOffsetByTheLengthOfItsOwnText) {
-  log = "....ab.cdcdcd";
-  EXPECT_EQ(plain("ab"), (Hit{4, 2}));
-  EXPECT_EQ(plain("cdcd", kGoOn), (Hit{9, 4})) << "behind 4 + 4, whatever the last hit's length";
+std::string placeOf(const FindState& state) {
+  return std::to_string(state.lastFindLength) + " at " + std::to_string(state.lastFindOffset);
 }
 
-TEST_F(FindText, CaseCountsOnlyOnDemandAndTheHitLiesInTheRealText) {
-  log = "...Abc aBC \xC4\xE4";
-  EXPECT_EQ(anyCase("ABC"), (Hit{3, 3}));
-  EXPECT_EQ(anyCase("abc", kGoOn), (Hit{7, 3}));
-  EXPECT_EQ(plain("aBC"), (Hit{7, 3}));
-  EXPECT_EQ(plain("ABC"), kNone);
-  EXPECT_EQ(anyCase("\xE4"), (Hit{12, 1})) << "only letters of ASCII have two cases";
-  EXPECT_EQ(anyCase("c \xC4"), (Hit{9, 3}));
-  EXPECT_EQ(anyCase("[@`{"), kNone);
+/// All searches of a case in their order.
+void check(const Case& row) {
+  SCOPED_TRACE(row.rule);
+  FindState state;
+  for (const Step& step : row.steps) {
+    const FindRequest request = requestOf(step);
+    FindState expected = request.goOn ? state : FindState{};
+    if (step.offset != kNone) {
+      expected = {static_cast<std::size_t>(step.offset), static_cast<std::size_t>(step.length)};
+    }
+    EXPECT_EQ(findInLog(row.log, request, state),
+              step.offset == kNone ? FindResult::kNotFound : FindResult::kFound)
+        << step.search.substr(0, 40);
+    EXPECT_EQ(placeOf(state), placeOf(expected)) << step.search.substr(0, 40);
+  }
 }
 
-TEST_F(FindText, SearchWithoutCaseFindsHitsAnywhereInALongLog) {
+TEST(FindText, SearchesForTexts) {
+  const std::vector<Case> rows{
+      {"a fresh search misses a hit closer to the start than its length",
+       "abc\nabc\n",
+       {{"p abc", 4, 3}, {"p+ abc", kNone}}},
+      {"a hit right behind that many characters is found",
+       "xxab ab",
+       {{"p ab", 2, 2}, {"p+ ab", 5, 2}, {"p+ ab", kNone}}},
+      {"it goes on behind the last offset by the length of its own text",
+       "....ab.cdcdcd",
+       {{"p ab", 4, 2}, {"p+ cdcd", 9, 4}}},
+      {"case counts only on demand, of letters of ASCII",
+       "...Abc aBC \xC4\xE4 zZ",
+       {{"i ABC", 3, 3},
+        {"i+ abc", 7, 3},
+        {"p aBC", 7, 3},
+        {"p ABC", kNone},
+        {"i \xE4", 12, 1},
+        {"i c \xC4", 9, 3},
+        {"i ZZ", 14, 2},
+        {"i [@`{", kNone}}},
+      {"an empty text is found where the last hit was",
+       "abcabc",
+       {{"p ", 0, 0}, {"p+ c", 2, 1}, {"i+ ", 2, 0}}},
+      {"nothing is in an empty log",
+       "",
+       {{"i ", 0, 0}, {"i a", kNone}, {"p a", kNone}, {"r a*", kNone}}},
+  };
+  for (const Case& row : rows) {
+    check(row);
+  }
+}
+
+TEST(FindText, SearchesForRegularExpressions) {
+  const std::vector<Case> rows{
+      {"the first character is never looked at", "aba", {{"r a", 2, 1}}},
+      {"also when it is the only one", "a", {{"r a", kNone}}},
+      {"also when it is a line feed", "\nabc", {{"r ^abc$", 1, 3}}},
+      {"a character is skipped behind a hit of one",
+       ".aaaaa",
+       {{"r a", 1, 1}, {"r+ a", 3, 1}, {"r+ a", 5, 1}, {"r+ a", kNone}}},
+      {"nothing is skipped behind a longer one", ".aaaaa", {{"r aa", 1, 2}, {"r+ aa", 3, 2}}},
+      {"what is skipped may be a line feed", "xa\nab", {{"r a", 1, 1}, {"r+ ^a", 3, 1}}},
+      {"the rest of a line behind a hit is a line of its own",
+       ".ababx\nab",
+       {{"r ^ab", 1, 2}, {"r+ ^ab", 3, 2}, {"r+ ^ab", 7, 2}, {"r+ ^$", 9, 0}}},
+      {"also an empty rest", ".ab\nab", {{"r ab", 1, 2}, {"r+ ^$", 3, 0}}},
+      {"a match lies within one line; the last needs no line feed",
+       ".x one\ntwo y\nx three y\r\nlast x.y",
+       {{"r x.*y", 13, 9}, {"r+ x.*y$", 29, 3}, {"r \\n", kNone}, {"r y.$", 21, 2}}},
+      {"empty hits go forward to the end of the text",
+       "ab\nc\n",
+       {{"r z*", 1}, {"r+ z*", 2}, {"r+ z*", 3}, {"r+ z*", 4}, {"r+ z*", 5}, {"r+ z*", kNone}}},
+      {"case always counts", "..AB ab", {{"r ab", 5, 2}}},
+      {"every byte is a character", ".\xE4\xF6\xFC", {{"r [\xF0-\xFF]*$", 2, 2}}},
+      {"a line may be of any length",
+       ".\n" + std::string(100000, 'a') + "needle" + std::string(100000, 'b') + "end",
+       {{"r a*ne*dle", 2, 100006}, {"r+ end$", 200008, 3}}},
+      {"only so much of a pattern counts",
+       "..ab abc",
+       {{"r [a" + std::string(kPatternLength - 4, '.') + "]b", 2, 2},
+        {"r [a" + std::string(kPatternLength - 4, '.') + "]bc", 2, 2}}},
+  };
+  for (const Case& row : rows) {
+    check(row);
+  }
+}
+
+TEST(FindText, GoesOnInALogThatChanged) {
+  FindState state;
+  const auto find = [&state](const std::string& log, const Step& step) {
+    return findInLog(log, requestOf(step), state) == FindResult::kFound ? placeOf(state) : "none";
+  };
+  EXPECT_EQ(find(std::string(50, '.') + "ab", {"p ab", 0}), "2 at 50");
+  for (const char* search : {"p+ ab", "i+ ab", "p+ ", "r+ ab", "r+ a*"}) {
+    EXPECT_EQ(find("ab ab", {search, 0}), "none") << search;
+  }
+  EXPECT_EQ(find("..one\n", {"r one", 0}), "3 at 2");
+  EXPECT_EQ(find("..one\none", {"r+ one", 0}), "3 at 6");
+  EXPECT_EQ(find("..one\none", {"p+ one", 0}), "none");
+  EXPECT_EQ(find("..one\none\nONE one", {"i+ One", 0}), "3 at 10");
+}
+
+TEST(FindText, SearchWithoutCaseFindsHitsAnywhereInALongLog) {
   const std::string word = "HitAcrossWindows";
-  const std::string wanted = "hitacrosswindows";
-  for (const std::size_t offset :
-       {16000U, 16368U, 16383U, 16384U, 16400U, 32752U, 49990U, 65519U}) {
-    log.assign(65535, 'h');
-    log.replace(offset, word.size(), word);
-    EXPECT_EQ(anyCase(wanted), (Hit{offset, word.size()}));
-    EXPECT_EQ(anyCase(wanted, kGoOn), kNone);
+  for (const int offset : {16000, 16368, 16383, 16384, 16400, 32752, 49990, 65519}) {
+    std::string log(65535, 'h');
+    log.replace(static_cast<std::size_t>(offset), word.size(), word);
+    check(
+        {"by windows", log, {{"i hitacrosswindows", offset, 16}, {"i+ hitacrosswindows", kNone}}});
   }
-  log = "x" + std::string(40000, 'A') + "b" + std::string(40000, 'a');
-  EXPECT_EQ(anyCase(std::string(40000, 'a')), (Hit{40002, 40000}));
+  check({"longer than a window",
+         "x" + std::string(40000, 'A') + "b" + std::string(40000, 'a'),
+         {{"i " + std::string(40000, 'a'), 40002, 40000}}});
 }
 
-TEST_F(FindText, AnEmptyTextIsFoundWhereTheLastHitWas) {
-  log = "abcabc";
-  EXPECT_EQ(plain(""), (Hit{0, 0}));
-  EXPECT_EQ(plain("c", kGoOn), (Hit{2, 1}));
-  EXPECT_EQ(anyCase("", kGoOn), (Hit{2, 0}));
-  log = "";
-  EXPECT_EQ(anyCase(""), (Hit{0, 0}));
-  EXPECT_EQ(anyCase("a"), kNone);
-  EXPECT_EQ(plain("a"), kNone);
-  EXPECT_EQ(pattern("a*"), kNone);
-}
-
-TEST_F(FindText, APlaceBehindAShortenedLogFindsNothing) {
-  log = std::string(50, '.') + "ab";
-  EXPECT_EQ(plain("ab"), (Hit{50, 2}));
-  log = "ab ab";
-  EXPECT_EQ(plain("ab", kGoOn), kNone);
-  EXPECT_EQ(anyCase("ab", kGoOn), kNone);
-  EXPECT_EQ(plain("", kGoOn), kNone);
-  EXPECT_EQ(pattern("ab", kGoOn), kNone);
-  EXPECT_EQ(pattern("a*", kGoOn), kNone);
-  EXPECT_EQ(pattern("ab"), (Hit{3, 2}));
-}
-
-TEST_F(FindText, NewTextIsFoundByTheNextSearchOn) {
-  log = "..one\n";
-  EXPECT_EQ(pattern("one"), (Hit{2, 3}));
-  EXPECT_EQ(pattern("one", kGoOn), kNone);
-  log += "one";
-  EXPECT_EQ(pattern("one", kGoOn), (Hit{6, 3}));
-  EXPECT_EQ(plain("one", kGoOn), kNone);
-  log += "\nONE one";
-  EXPECT_EQ(anyCase("One", kGoOn), (Hit{10, 3}));
-}
-
-TEST_F(FindText, ARegularExpressionNeverLooksAtTheFirstCharacter) {
-  log = "aba";
-  EXPECT_EQ(pattern("a"), (Hit{2, 1}));
-  log = "a";
-  EXPECT_EQ(pattern("a"), kNone);
-  log = "\nabc";
-  EXPECT_EQ(pattern("^abc$"), (Hit{1, 3})) << "the first line feed counts as a character";
-}
-
-TEST_F(FindText, ARegularExpressionSkipsACharacterBehindAHitOfOne) {
-  log = ".aaaaa";
-  EXPECT_EQ(pattern("a"), (Hit{1, 1}));
-  EXPECT_EQ(pattern("a", kGoOn), (Hit{3, 1}));
-  EXPECT_EQ(pattern("a", kGoOn), (Hit{5, 1}));
-  EXPECT_EQ(pattern("a", kGoOn), kNone);
-  log = ".aaaaa";
-  EXPECT_EQ(pattern("aa"), (Hit{1, 2}));
-  EXPECT_EQ(pattern("aa", kGoOn), (Hit{3, 2})) << "nothing is skipped behind a longer one";
-  log = "xa\nab";
-  EXPECT_EQ(pattern("a"), (Hit{1, 1}));
-  EXPECT_EQ(pattern("^a", kGoOn), (Hit{3, 1})) << "what is skipped may be a line feed";
-}
-
-TEST_F(FindText, TheRestOfALineBehindAHitIsALineOfItsOwn) {
-  log = ".ababx\nab";
-  EXPECT_EQ(pattern("^ab"), (Hit{1, 2}));
-  EXPECT_EQ(pattern("^ab", kGoOn), (Hit{3, 2}));
-  EXPECT_EQ(pattern("^ab", kGoOn), (Hit{7, 2}));
-  EXPECT_EQ(pattern("^$", kGoOn), (Hit{9, 0})) << "also an empty rest";
-  log = ".ab\nab";
-  EXPECT_EQ(pattern("ab"), (Hit{1, 2}));
-  EXPECT_EQ(pattern("^$", kGoOn), (Hit{3, 0}));
-}
-
-TEST_F(FindText, ARegularExpressionMatchesWithinOneLine) {
-  log = ".x one\ntwo y\nx three y\r\nlast x.y";
-  EXPECT_EQ(pattern("x.*y"), (Hit{13, 9}));
-  EXPECT_EQ(pattern("x.*y$", kGoOn), (Hit{29, 3})) << "the last line needs no line feed";
-  EXPECT_EQ(pattern("\\n"), kNone);
-  EXPECT_EQ(pattern("y.$"), (Hit{21, 2}));
-}
-
-TEST_F(FindText, EmptyHitsOfARegularExpressionGoForwardToTheEndOfTheText) {
-  log = "ab\nc\n";
-  EXPECT_EQ(pattern("z*"), (Hit{1, 0}));
-  for (std::size_t offset = 2; offset <= log.size(); ++offset) {
-    EXPECT_EQ(pattern("z*", kGoOn), (Hit{offset, 0}));
+TEST(FindText, ABadPatternIsToldAndOnlyAFreshSearchForgetsTheLastHit) {
+  for (const std::string& bad : {std::string("\\(a"), std::string("[a"), std::string("a\\{2"),
+                                 std::string("\\1"), std::string(), std::string(129, 'a')}) {
+    for (const bool goOn : {true, false}) {
+      FindState state{1, 2};
+      EXPECT_EQ(findInLog(".ab ab", {.text = bad, .goOn = goOn, .regexp = true}, state),
+                FindResult::kPatternError)
+          << bad;
+      EXPECT_EQ(placeOf(state), goOn ? "2 at 1" : "0 at 0");
+    }
   }
-  EXPECT_EQ(pattern("z*", kGoOn), kNone);
 }
 
-TEST_F(FindText, ARegularExpressionIgnoresTheOptionForCase) {
-  log = "..AB ab";
-  EXPECT_EQ(find({.text = "ab", .matchCase = false, .regexp = true}), (Hit{5, 2}));
-  EXPECT_EQ(find({.text = "ab", .matchCase = true, .regexp = true}), (Hit{5, 2}));
-  log = ".\xE4\xF6\xFC";
-  EXPECT_EQ(pattern("[\xF0-\xFF]*$"), (Hit{2, 2}));
-}
-
-TEST_F(FindText, LinesAreLookedThroughWhateverTheirLength) {
-  log = ".\n" + std::string(100000, 'a') + "needle" + std::string(100000, 'b') + "end";
-  EXPECT_EQ(pattern("a*ne*dle"), (Hit{2, 100006}));
-  EXPECT_EQ(pattern("end$", kGoOn), (Hit{200008, 3}));
-}
-
-TEST_F(FindText, OnlySoMuchOfAPatternCounts) {
-  log = "..ab abc";
-  const std::string filler = "[a" + std::string(kPatternLength - 4, '.') + "]";
-  ASSERT_EQ(filler.size(), kPatternLength - 1);
-  EXPECT_EQ(pattern(filler + "b"), (Hit{2, 2}));
-  EXPECT_EQ(pattern(filler + "bc"), (Hit{2, 2})) << "the last character is not looked for";
-}
-
-TEST_F(FindText, ABadPatternIsToldAndChangesNothing) {
-  log = ".ab ab";
-  EXPECT_EQ(pattern("ab"), (Hit{1, 2}));
-  for (const char* bad : {"\\(a", "[a", "a\\{2", "\\1", ""}) {
-    EXPECT_EQ(findInLog(log, {.text = bad, .goOn = true, .regexp = true}, state),
-              FindResult::kPatternError)
-        << bad;
-  }
-  EXPECT_EQ((Hit{state.lastFindOffset, state.lastFindLength}), (Hit{1, 2}));
-  EXPECT_EQ(findInLog(log, {.text = std::string(129, 'a'), .regexp = true}, state),
-            FindResult::kPatternError)
-      << "compiled, it is too long";
-  EXPECT_EQ((Hit{state.lastFindOffset, state.lastFindLength}), (Hit{0, 0}))
-      << "a fresh search forgets the last hit first";
-}
-
-TEST_F(FindText, AHostilePatternWithoutReferencesMissesNothing) {
-  log = ".\n";
+TEST(FindText, HostilePatternsAndLinesHideNoHit) {
+  std::string log = ".\n";
   for (int line = 0; line < 20000; ++line) {
     log += "aaaaaaaaaaaaaaaaaaaaaaaaaaaaaax\n";
   }
-  log += std::string(3000, 'a') + "b";
-  EXPECT_EQ(pattern("^[^x]*[^x]*[^x]*[^x]*[^x]\\{3,\\}[b]$"), (Hit{640002, 3001}));
-}
-
-TEST_F(FindText, APatternWithMoreStatesThanThereIsRoomForMissesNothing) {
+  check({"many ways",
+         log + std::string(3000, 'a') + "b",
+         {{"r ^[^x]*[^x]*[^x]*[^x]*[^x]\\{3,\\}[b]$", 640002, 3001}}});
   std::mt19937 random(1);
   log = ".\nc";
   for (int i = 0; i < 60000; ++i) {
     log += (random() & 1) != 0 ? 'a' : 'b';
   }
-  log += "abbbbbbbbbbbbbbbd\ncabbbbbbbbbbbbbbbd";
-  EXPECT_EQ(pattern("c[ab]*a[ab]\\{14\\}d$"), kNone);
-  EXPECT_EQ(pattern("c[ab]*a[ab]\\{15\\}d$"), (Hit{2, 60018}));
-  EXPECT_EQ(pattern("c[ab]*a[ab]\\{15\\}d$", kGoOn), (Hit{60021, 18}));
-}
-
-TEST_F(FindText, ALineThatOnlyLooksLikeAMatchHidesNoLaterOne) {
+  check({"more states than there is room for",
+         log + "abbbbbbbbbbbbbbbd\ncabbbbbbbbbbbbbbbd",
+         {{"r c[ab]*a[ab]\\{14\\}d$", kNone},
+          {"r c[ab]*a[ab]\\{15\\}d$", 2, 60018},
+          {"r+ c[ab]*a[ab]\\{15\\}d$", 60021, 18}}});
   log = ".\nazb\n";
   for (int line = 0; line < 5000; ++line) {
     log += "qz\n";
   }
-  log += "aza";
-  EXPECT_EQ(pattern("^\\(.\\)z\\1$"), (Hit{15006, 3}));
+  check({"looks like a match", log + "aza", {{"r ^\\(.\\)z\\1$", 15006, 3}}});
 }
 
-TEST_F(FindText, EachWayToSearchAsksAgainAndAgainWhetherItMayGoOnAndStops) {
+constexpr char kHardPattern[] = "^\\(.*\\)\\(.*\\)\\(.*\\)b\\1\\2\\3c$";
+
+TEST(FindText, EachWayToSearchAsksAgainAndAgainWhetherItMayGoOnAndStops) {
   constexpr std::size_t kMany = 5'000'000;
+  const std::string dots = std::string(kMany, '.') + "ab";
   std::string lines;
   for (std::size_t i = 0; i < kMany / 10; ++i) {
     lines += ".........\n";
@@ -262,38 +207,30 @@ TEST_F(FindText, EachWayToSearchAsksAgainAndAgainWhetherItMayGoOnAndStops) {
   for (int i = 0; i < 120; ++i) {
     manyStars += ".*";
   }
-  struct Row {
-    std::string log;
-    std::string text;
-    bool matchCase;
-    bool regexp;
-  };
-  for (const Row& row :
-       {Row{std::string(kMany, '.') + "ab", "ab", true, false},
-        Row{std::string(kMany, '.') + "ab", "AB", false, false},
-        Row{lines + "ab", "^[ab][bc]", true, true},
-        Row{longLine + "d", "c[ab]*a[ab]\\{15\\}d$", true, true},
-        Row{".\n" + std::string(30000, 'a') + "b", manyStars + "[b].*", true, true},
-        Row{".\n" + std::string(3000, 'a') + "b" + std::string(2000, 'a') + "c",
-            "^\\(.*\\)\\(.*\\)\\(.*\\)b\\1\\2\\3c$", true, true}}) {
-    state = {.lastFindOffset = 1, .lastFindLength = 1};
+  for (const auto& [log, search] : std::vector<std::pair<std::string, std::string>>{
+           {dots, "p+ ab"},
+           {dots, "i+ AB"},
+           {lines + "ab", "r+ ^[ab][bc]"},
+           {longLine + "d", "r+ c[ab]*a[ab]\\{15\\}d$"},
+           {".\n" + std::string(30000, 'a') + "b", "r+ " + manyStars + "[b].*"},
+           {".\n" + std::string(3000, 'a') + "b" + std::string(2000, 'a') + "c",
+            std::string("r+ ") + kHardPattern}}) {
+    FindState state{1, 1};
     int asked = 0;
-    const FindRequest request{row.text, kGoOn, row.matchCase, row.regexp};
-    EXPECT_EQ(findInLog(row.log, request, state, [&] { return ++asked < 3; }), FindResult::kStopped)
-        << row.text;
-    EXPECT_EQ(asked, 3) << row.text;
+    EXPECT_EQ(findInLog(log, requestOf({search, 0}), state, [&] { return ++asked < 3; }),
+              FindResult::kStopped)
+        << search;
+    EXPECT_EQ(asked, 3) << search;
     EXPECT_LT(regexp::workSpent(), regexp::kWorkLimit / 2);
-    EXPECT_EQ((Hit{state.lastFindOffset, state.lastFindLength}), (Hit{1, 1}));
+    EXPECT_EQ(placeOf(state), "1 at 1");
   }
 }
 
-TEST_F(FindText, ASearchThatGivesUpALineTellsAndPassesNoneOver) {
-  log = ".\n" + std::string(3000, 'a') + "b" + std::string(2000, 'a') + "c\naabaac";
-  EXPECT_EQ(
-      findInLog(log,
-                {.text = "^\\(.*\\)\\(.*\\)\\(.*\\)b\\1\\2\\3c$", .goOn = true, .regexp = true},
-                state),
-      FindResult::kGaveUp);
+TEST(FindText, ASearchThatGivesUpALineTellsAndPassesNoneOver) {
+  FindState state;
+  EXPECT_EQ(findInLog(".\n" + std::string(3000, 'a') + "b" + std::string(2000, 'a') + "c\naabaac",
+                      {.text = kHardPattern, .goOn = true, .regexp = true}, state),
+            FindResult::kGaveUp);
 }
 
 }  // namespace

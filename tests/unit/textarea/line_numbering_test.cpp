@@ -2,86 +2,89 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
 namespace {
 
-LogCounters numbered() {
-  LogCounters counters;
-  counters.numbering = true;
-  return counters;
+std::string state(const LogCounters& counters) {
+  return "end " + std::to_string(counters.textEnd) + " lines " +
+         std::to_string(counters.lineCount) + " first " + std::to_string(counters.firstLineNumber);
 }
 
 TEST(LineNumbering, AnAppendCountsCharactersAndLinesAndNumbersTheLineBehindEachLineFeed) {
-  LogCounters plain;
-  EXPECT_EQ(expandForLog("abc\n", plain), "abc\n");
-  EXPECT_EQ(plain.textEnd, 4);
-  EXPECT_EQ(plain.lineCount, 1);
-
-  LogCounters counters = numbered();
-  EXPECT_EQ(expandForLog("abc\n", counters), "abc\n     1: ");
-  EXPECT_EQ(counters.textEnd, 12);
-  EXPECT_EQ(expandForLog("next", counters), "next");
-  EXPECT_EQ(expandForLog("\r\n\n", counters), "\r\n     2: \n     3: ");
-}
-
-TEST(LineNumbering, TheFirstNumberAfterAClearIsTwoForAnAppendAndOneForTheWholeText) {
-  LogCounters counters = numbered();
-  counters.lineCount = 1;  // as a Clear leaves it
-  EXPECT_EQ(expandForLog("x\ny\n", counters), "x\n     2: y\n     3: ");
-
-  LogCounters whole;
-  whole.lineCount = 3;
-  EXPECT_EQ(addLineNumbers("banner\nx\ny\n", whole), "banner\n     1: x\n     2: y\n     3: ");
-}
-
-TEST(LineNumbering, OnAndOffGivesBackTextAndCounters) {
-  LogCounters counters;
-  const std::string text = expandForLog("one\n\ntwo\r\nlast line without end", counters);
-  const LogCounters before = counters;
-  const std::string on = addLineNumbers(text, counters);
-  EXPECT_EQ(on.size(), text.size() + 3 * kPrefixWidth);
-  EXPECT_EQ(counters.textEnd, static_cast<int>(on.size()));
-  EXPECT_EQ(removeLineNumbers(on, counters), text);
-  EXPECT_EQ(counters.textEnd, before.textEnd);
-  EXPECT_EQ(addLineNumbers("", counters), "");
-}
-
-TEST(LineNumbering, TakingNumbersOffRemovesOnlyWhatLooksLikeOne) {
-  struct Row {
-    const char* prefix;
-    bool goes;
-  };
-  for (const Row& row :
-       {Row{"     1: ", true}, Row{"999999: ", true}, Row{"1000000:", true}, Row{"12345678", true},
-        Row{"numbered", false}, Row{"     1:x", false}, Row{"    1:  ", false},
-        Row{"      : ", false}, Row{"     0: ", false}, Row{"1      ", false},
-        Row{" 000001:", false}, Row{"20261122", false}, Row{"    -1: ", false}}) {
-    LogCounters counters;
-    counters.lineCount = 12345678;
-    const std::string text = std::string("a\n") + row.prefix;
-    counters.textEnd = static_cast<int>(text.size());
-    const std::string left = removeLineNumbers(text, counters);
-    EXPECT_EQ(left, row.goes ? "a\n" : text) << row.prefix;
-    EXPECT_EQ(counters.textEnd, static_cast<int>(left.size())) << row.prefix;
-  }
-}
-
-TEST(LineNumbering, ANumberOfSevenDigitsLosesItsBlankToTheTextBehindIt) {
-  EXPECT_EQ(linePrefix(999999), "999999: ");
-  EXPECT_EQ(linePrefix(1000000), "1000000:");
-  EXPECT_EQ(linePrefix(10000000), "10000000");
-  LogCounters counters = numbered();
-  counters.lineCount = 999999;
-  EXPECT_EQ(expandForLog("\ntext", counters), "\n1000000:text");
-}
-
-TEST(LineNumbering, EveryByteStays) {
   std::string bytes;
   for (int c = 1; c < 256; ++c) {
     bytes += static_cast<char>(c);
   }
   LogCounters counters;
   EXPECT_EQ(expandForLog(bytes, counters), bytes);
-  EXPECT_EQ(counters.textEnd, 255);
+  EXPECT_EQ(state(counters), "end 255 lines 1 first 1");
+  counters = {};
+  counters.numbering = true;
+  EXPECT_EQ(expandForLog("abc\n", counters), "abc\n     1: ");
+  EXPECT_EQ(state(counters), "end 12 lines 1 first 1");
+  EXPECT_EQ(expandForLog("next", counters) + expandForLog("\r\n\n", counters),
+            "next\r\n     2: \n     3: ");
+  EXPECT_EQ(state(counters), "end 35 lines 3 first 1");
+}
+
+TEST(LineNumbering, TheFirstNumberAfterAClearIsTwoForAnAppendAndOneForTheWholeText) {
+  LogCounters counters{.textEnd = 7, .lineCount = 1, .numbering = true};  // as a Clear leaves it
+  EXPECT_EQ(expandForLog("x\ny\n", counters), "x\n     2: y\n     3: ");
+  EXPECT_EQ(addLineNumbers("banner\nx\ny\n", counters), "banner\n     1: x\n     2: y\n     3: ");
+}
+
+TEST(LineNumbering, OnAndOffGivesBackTextAndCounters) {
+  LogCounters counters;
+  std::string text;
+  for (int line = 0; line < 1100; ++line) {
+    text += expandForLog(line % 3 == 0 ? "\n" : "a line\r\n", counters);
+  }
+  text += expandForLog("last line without end", counters);
+  const std::string before = state(counters);
+  std::string numbered;
+  for (std::size_t start = 0, line = 1; start < text.size(); ++line) {
+    const std::size_t end = std::min(text.find('\n', start), text.size() - 1) + 1;
+    numbered += text.substr(start, end - start);
+    numbered += text[end - 1] == '\n' ? linePrefix(static_cast<int>(line)) : "";
+    start = end;
+  }
+  const std::string on = addLineNumbers(text, counters);
+  EXPECT_TRUE(on == numbered);
+  EXPECT_EQ(counters.textEnd, static_cast<int>(on.size()));
+  EXPECT_TRUE(removeLineNumbers(on, counters) == text);
+  EXPECT_EQ(state(counters), before);
+  EXPECT_EQ(addLineNumbers("", counters) + removeLineNumbers("", counters), "");
+}
+
+TEST(LineNumbering, TakingNumbersOffRemovesOnlyWhatLooksLikeOne) {
+  const std::pair<const char*, bool> rows[] = {
+      {"     1: ", true},  {"999999: ", true},  {"1000000:", true},  {"12345678", true},
+      {"12345679", false}, {"numbered", false}, {"     1:x", false}, {"    1:  ", false},
+      {"      : ", false}, {"     0: ", false}, {"1      ", false},  {" 000001:", false},
+      {"20261122", false}, {"    -1: ", false}, {"     1 :", false}, {"012345: ", false},
+      {" 1000000", false}, {"     1:", false},  {"123456 :", false}, {"1000000 ", false},
+      {"        ", false}};
+  for (const auto& [prefix, goes] : rows) {
+    const std::string text = std::string("a\n") + prefix;
+    LogCounters counters{.textEnd = static_cast<int>(text.size()), .lineCount = 12345678};
+    const std::string left = removeLineNumbers(text, counters);
+    EXPECT_EQ(left, goes ? "a\n" : text) << prefix;
+    EXPECT_EQ(counters.textEnd, static_cast<int>(left.size())) << prefix;
+  }
+}
+
+TEST(LineNumbering, ANumberOfSevenDigitsLosesItsBlankToTheTextBehindIt) {
+  for (const auto& [number, prefix] : {std::pair{1, "     1: "},
+                                       {999999, "999999: "},
+                                       {1000000, "1000000:"},
+                                       {10000000, "10000000"}}) {
+    EXPECT_EQ(linePrefix(number), prefix);
+    LogCounters counters{.lineCount = number - 1, .numbering = true};
+    EXPECT_EQ(expandForLog("\ntext", counters), std::string("\n") + prefix + "text");
+    counters.firstLineNumber = number - 1;
+    EXPECT_EQ(addLineNumbers("\n\n", counters), '\n' + linePrefix(number - 1) + '\n' + prefix);
+  }
 }
 
 }  // namespace
