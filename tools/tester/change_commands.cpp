@@ -10,23 +10,11 @@ namespace {
 using tester_link::Answer;
 using tester_link::UserLink;
 
-/// A problem of what the user answered is shown in a box.
-void refuseOn(Debugger& debugger, const Problem& problem) {
-  if (problem) {
-    debugger.refuse(*problem);
-  }
-}
-
 void deliver(Debugger& debugger, const SignalType& signal, const InstanceId& receiver,
              const Words& words) {
-  const auto values = readParameters(signal, words);
-  if (!values) {
-    debugger.refuse(values.problem);
-    return;
-  }
-  debugger.system().deliver(receiver, {signal.name, *values.value});
-  debugger.print(signal.name + formatParameters(*values.value) + " sent to " +
-                 formatInstance(receiver));
+  const std::vector<Value> values = readParameters(signal, words);
+  debugger.system().deliver(receiver, {signal.name, values});
+  debugger.print(signal.name + formatParameters(values) + " sent to " + formatInstance(receiver));
 }
 
 void sendTo(Debugger& debugger, const SignalType& signal, const InstanceId& receiver,
@@ -60,9 +48,8 @@ void assign(Debugger& debugger, const InstanceId& id, const Variable& variable,
             const std::string& word) {
   const auto value = parseValue(variable.sort, word);
   if (!value) {
-    debugger.refuse("Variable " + variable.name + " must be " + expectedText(variable.sort) +
-                    ", not \"" + word + "\".");
-    return;
+    throw Refusal{"Variable " + variable.name + " must be " + expectedText(variable.sort) +
+                  ", not \"" + word + "\"."};
   }
   *debugger.system().find(id)->variable(variable.name) = *value;
   debugger.print(formatInstance(id) + ' ' + variable.name + " := " + *value);
@@ -86,15 +73,11 @@ void assignOf(Debugger& debugger, const InstanceId& id, const Words& arguments) 
                               }));
     return;
   }
-  const auto name = findName(arguments[1], namesOf(variables), "variable");
-  if (!name) {
-    debugger.print(name.problem);
-    return;
-  }
+  const std::string name = findName(arguments[1], namesOf(variables), "variable");
   for (const Variable& variable : variables) {
-    if (variable.name == *name.value && arguments.size() == 2) {
+    if (variable.name == name && arguments.size() == 2) {
       assignAnswer(debugger, id, variable);
-    } else if (variable.name == *name.value) {
+    } else if (variable.name == name) {
       assign(debugger, id, variable, arguments[2]);
     }
   }
@@ -115,12 +98,7 @@ void sendSignal(Debugger& debugger, const Words& arguments) {
                               }));
     return;
   }
-  const auto signal = findSignal(debugger.system(), arguments[0]);
-  if (signal) {
-    sendSignalOf(debugger, **signal.value, arguments);
-  } else {
-    debugger.print(signal.problem);
-  }
+  sendSignalOf(debugger, findSignal(debugger.system(), arguments[0]), arguments);
 }
 
 void assignVariable(Debugger& debugger, const Words& arguments) {
@@ -131,23 +109,13 @@ void assignVariable(Debugger& debugger, const Words& arguments) {
 }
 
 void setPageLength(Debugger& debugger, const Words& arguments) {
-  const auto lines = parseNumber(arguments[0], 0);
-  if (!lines) {
-    debugger.print('"' + arguments[0] + "\" is no whole number from 0 up.");
-    return;
-  }
-  debugger.setPageLength(static_cast<std::size_t>(*lines));
-  debugger.print(*lines == 0 ? "Lists are not paged."
-                             : "Page length: " + std::to_string(*lines) + '.');
+  debugger.setPageLength(static_cast<std::size_t>(readCount(arguments[0], 0)));
 }
 
 void changeDirectory(Debugger& debugger, const Words& arguments) {
   const auto change = [&debugger](const Answer& answer) {
-    if (const Problem problem = debugger.changeDirectory(answer.text)) {
-      debugger.refuse(*problem);
-    } else {
-      debugger.print("Source directory: " + debugger.directory());
-    }
+    debugger.changeDirectory(answer.text);
+    debugger.print("Source directory: " + debugger.directory());
   };
   if (arguments.empty()) {
     debugger.user().askDirectory(debugger.directory(), debugger.then(change));
@@ -157,14 +125,13 @@ void changeDirectory(Debugger& debugger, const Words& arguments) {
 }
 
 void openSystem(Debugger& debugger, const Words& arguments) {
-  if (!arguments.empty()) {
-    refuseOn(debugger, debugger.openSystem(arguments[0]));
-    return;
+  const auto open = [&debugger](const Answer& answer) { debugger.openSystem(answer.text); };
+  if (arguments.empty()) {
+    debugger.user().askFile({"Open Symbol File", "sym", "Symbol Files (*.sym)"},
+                            debugger.directory(), debugger.then(open));
+  } else {
+    open({.text = arguments[0]});
   }
-  debugger.user().askFile({"Open Symbol File", "sym", "Symbol Files (*.sym)"}, debugger.directory(),
-                          debugger.then([&debugger](const Answer& answer) {
-                            refuseOn(debugger, debugger.openSystem(answer.text));
-                          }));
 }
 
 void exitTester(Debugger& debugger, const Words& /*arguments*/) {

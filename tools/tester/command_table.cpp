@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 #include <cstdint>
 
@@ -62,23 +63,14 @@ std::span<const CommandRow> allCommands() {
   return kRows;
 }
 
-Lookup<const CommandRow*> findCommand(std::string_view word) {
+const CommandRow& findCommand(std::string_view word) {
   Words names;
   for (const CommandRow& row : kRows) {
     names.emplace_back(row.name);
   }
-  const auto name = findName(word, names, "command");
-  for (const CommandRow& row : kRows) {
-    if (name && row.name == *name.value) {
-      return {&row};
-    }
-  }
-  return {{}, name.problem + " \"?\?\" lists the commands."};
-}
-
-bool keepsRun(const std::string& command) {
-  const auto row = findCommand(command.substr(0, command.find_first_of(" \t")));
-  return row && (*row.value)->trait == kBesideRun;
+  const std::string name = findName(word, names, "command");
+  return *std::find_if(kRows.begin(), kRows.end(),
+                       [&name](const CommandRow& row) { return row.name == name; });
 }
 
 std::pair<std::size_t, std::size_t> countArguments(std::string_view description) {

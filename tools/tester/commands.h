@@ -32,11 +32,8 @@ struct CommandRow {
 
 std::span<const CommandRow> allCommands();
 
-/// The row that the word names or abbreviates.
-Lookup<const CommandRow*> findCommand(std::string_view word);
-
-/// Whether `command` may be carried out while a run goes on.
-bool keepsRun(const std::string& command);
+/// The row that the word names or abbreviates; throws a Refusal.
+const CommandRow& findCommand(std::string_view word);
 
 /// The least and the most arguments that a row's description allows.
 std::pair<std::size_t, std::size_t> countArguments(std::string_view description);

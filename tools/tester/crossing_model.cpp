@@ -1,8 +1,7 @@
 // The pedestrian crossing. The controller takes requests at any time but in the two states in which
-// it could not honour them; there they are saved. A change to or from the night is saved until the
-// vehicles have green. A traffic light shows what the controller tells it, and remembers it while
-// its lamp is broken. A button creates an instance for each party that comes to the kerb; people
-// who come while a party waits join it.
+// it could not honour them; there they are saved. A traffic light shows what the controller tells
+// it, and remembers it while its lamp is broken. A button creates an instance for each party that
+// comes to the kerb; people who come while a party waits join it.
 
 #include "tester/transition_context.h"
 
@@ -25,7 +24,7 @@ constexpr std::int64_t kBlinksBeforeRed = 6;
 constexpr int kMostParties = 20;
 
 Sort aspectSort() {
-  return {"Aspect", {"Red", "RedAmber", "Green", "Amber", "Flashing", "Dark"}};
+  return {"Aspect", {"Red", "RedAmber", "Green", "Amber", "Dark"}};
 }
 
 Sort alarmSort() {
@@ -84,20 +83,6 @@ void endOfWalk(TransitionContext& context) {
   context.nextState("Clearance");
 }
 
-void nightFalls(TransitionContext& context) {
-  if (context.parameter(0) == "true") {
-    context.reset("Phase");
-    context.outputToAll("SetAspect", "TrafficLight", {"Flashing"});
-    context.nextState("NightOperation");
-  }
-}
-
-void nightEnds(TransitionContext& context) {
-  if (context.parameter(0) == "false") {
-    enterPhase(context, "Red", "Clearance", kClearanceTime);
-  }
-}
-
 ProcessType controllerType() {
   ProcessType type;
   type.name = "Controller";
@@ -105,13 +90,12 @@ ProcessType controllerType() {
                     {"cycles", integerSort(), "0"},
                     {"minimumOver", booleanSort(), "false"}};
   type.timers = {"Phase"};
-  type.states = {"VehiclesGreen", "VehiclesAmber",   "AllRed",        "PedestriansGreen",
-                 "Clearance",     "VehiclesPrepare", "NightOperation"};
+  type.states = {"VehiclesGreen",    "VehiclesAmber", "AllRed",
+                 "PedestriansGreen", "Clearance",     "VehiclesPrepare"};
   type.start = enterVehiclesGreen;
   type.transitions = {
       {"VehiclesGreen", "Request", requestInGreen},
       {"VehiclesGreen", "Phase", endOfGreen},
-      {"VehiclesGreen", "Night", nightFalls},
       {"VehiclesAmber", "Request", countRequest},
       {"VehiclesAmber", "Phase",
        [](TransitionContext& context) { enterPhase(context, "Red", "AllRed", kAllRedTime); }},
@@ -125,16 +109,12 @@ ProcessType controllerType() {
          enterPhase(context, "RedAmber", "VehiclesPrepare", kRedAmberTime);
        }},
       {"VehiclesPrepare", "Phase", enterVehiclesGreen},
-      {"NightOperation", "Night", nightEnds},
       {kAnyState, "Ping",
        [](TransitionContext& context) {
          context.output("Pong", context.sender(), {context.parameter(0)});
        }},
   };
-  type.saves = {{"VehiclesAmber", "Night"},    {"AllRed", "Night"},
-                {"PedestriansGreen", "Night"}, {"Clearance", "Night"},
-                {"VehiclesPrepare", "Night"},  {"Clearance", "Request"},
-                {"VehiclesPrepare", "Request"}};
+  type.saves = {{"Clearance", "Request"}, {"VehiclesPrepare", "Request"}};
   return type;
 }
 
@@ -185,23 +165,10 @@ ProcessType supervisorType() {
 void show(TransitionContext& context, const std::string& aspect) {
   context.assign("aspect", aspect);
   context.outputToEnvironment("Lamp", {context.number(), aspect});
-  if (aspect == "Flashing") {
-    context.set("Blink", kBlinkTime);
-  } else {
-    context.reset("Blink");
-  }
   context.nextState(aspect);
 }
 
-void flash(TransitionContext& context) {
-  const bool isLit = !context.isTrue("lit");
-  context.assign("lit", isLit ? "true" : "false");
-  context.outputToEnvironment("Lamp", {context.number(), isLit ? "Amber" : "Dark"});
-  context.set("Blink", kBlinkTime);
-}
-
 void breakDown(TransitionContext& context) {
-  context.reset("Blink");
   context.output("Fault", {"Supervisor", 1}, {context.number()});
   context.nextState("Broken");
 }
@@ -210,15 +177,13 @@ ProcessType trafficLightType() {
   ProcessType type;
   type.name = "TrafficLight";
   type.initialInstances = type.maximumInstances = 2;
-  type.variables = {{"aspect", aspectSort(), "Dark"}, {"lit", booleanSort(), "false"}};
-  type.timers = {"Blink"};
+  type.variables = {{"aspect", aspectSort(), "Dark"}};
   type.states = aspectSort().literals;
   type.states.emplace_back("Broken");
   type.start = [](TransitionContext& context) { show(context, "Dark"); };
   type.transitions = {
       {kAnyState, "SetAspect",
        [](TransitionContext& context) { show(context, context.parameter(0)); }},
-      {"Flashing", "Blink", flash},
       {kAnyState, "Fail", breakDown},
       {"Broken", "Fail", [](TransitionContext&) {}},
       {"Broken", "SetAspect",
@@ -350,7 +315,6 @@ SystemModel crossingModel() {
           "let a party come with \"send Arrive Button:1 3\", then \"go\" or \"next-transition\".",
           {{"Press"},
            {"Arrive", {integerSort()}},
-           {"Night", {booleanSort()}},
            {"Fail"},
            {"Repair"},
            {"Lamp", {integerSort(), aspectSort()}},

@@ -25,17 +25,17 @@ constexpr char kRestartCaption[] = "Korvane - Restart";
 constexpr std::string_view kSystemWord = "system ";
 
 /// The name of the system that a symbol file describes: its first line says "system <name>".
-Lookup<std::string> readSymbolFile(const fs::path& path) {
+std::string readSymbolFile(const fs::path& path) {
   std::error_code error;
   std::string line;
   // A pipe or a device could hold up the tester.
   if (!fs::is_regular_file(path, error) || !std::getline(std::ifstream(path), line)) {
-    return {{}, "The file " + path.string() + " cannot be read."};
+    throw Refusal{"The file " + path.string() + " cannot be read."};
   }
   if (!line.starts_with(kSystemWord)) {
-    return {{}, path.string() + " is no symbol file: it does not begin with \"system <name>\"."};
+    throw Refusal{path.string() + " is no symbol file: it does not begin with \"system <name>\"."};
   }
-  return {trimmed(line.substr(kSystemWord.size()))};
+  return trimmed(line.substr(kSystemWord.size()));
 }
 
 }  // namespace
@@ -65,14 +65,27 @@ tester_link::SearchLists Debugger::searchLists() {
 }
 
 void Debugger::takeCommand(const std::string& command) {
-  openCommand.clear();
+  const Words words = splitWords(command);
+  const CommandRow* row = nullptr;
+  std::string problem;
+  try {
+    row = words.empty() ? nullptr : &findCommand(words.front());
+  } catch (const Refusal& refusal) {
+    problem = refusal.text + " \"?\?\" lists the commands.";
+  }
   interrupted = false;
-  if (!keepsRun(trimmed(command))) {
+  if (row == nullptr || row->trait != CommandRow::kBesideRun) {
     interrupt();
   }
   openCommand = trimmed(command);
   print("> " + openCommand);
-  goOn([this](const Answer&) { dispatch(openCommand); })({});
+  goOn([&](const Answer&) {
+    if (row != nullptr) {
+      carryOut(*row, words);
+    } else if (!problem.empty()) {
+      print(problem);
+    }
+  })({});
 }
 
 /// Ends the command after the handler, unless that asked or began a run.
@@ -95,33 +108,32 @@ Debugger::AnswerHandler Debugger::then(AnswerHandler handler) {
     } else if (answer.kind == AnswerKind::kTooLong) {
       print("The command ends here; it may name what it would have asked for.");
     } else {
-      handler(answer);
+      try {
+        handler(answer);
+      } catch (const Refusal& refusal) {
+        refuse(refusal.text);
+      }
     }
   });
 }
 
-void Debugger::dispatch(const std::string& command) {
-  if (command.empty()) {
-    return;
-  }
-  const Words words = splitWords(command);
-  const auto row = findCommand(words.front());
-  if (!row) {
-    print(row.problem);
-    return;
-  }
-  const std::string line = trimmed(command.substr(words.front().size()));
+void Debugger::carryOut(const CommandRow& row, const Words& words) {
+  const std::string line = trimmed(openCommand.substr(words.front().size()));
   Words arguments(words.begin() + 1, words.end());
-  if ((*row.value)->trait == CommandRow::kTakesLine && !line.empty()) {
+  if (row.trait == CommandRow::kTakesLine && !line.empty()) {
     arguments = {line};
   }
-  const auto [least, most] = countArguments((*row.value)->arguments);
+  const auto [least, most] = countArguments(row.arguments);
   if (arguments.size() < least || arguments.size() > most) {
     print((arguments.size() < least ? "Too few" : "Too many") + std::string(" arguments. Usage: ") +
-          usageText(**row.value));
+          usageText(row));
     return;
   }
-  (*row.value)->function(*this, arguments);
+  try {
+    row.function(*this, arguments);
+  } catch (const Refusal& refusal) {
+    print(refusal.text);
+  }
 }
 
 void Debugger::refuse(const std::string& problem) {
@@ -187,35 +199,28 @@ void Debugger::restart() {
   }
 }
 
-Problem Debugger::changeDirectory(const std::string& name) {
+void Debugger::changeDirectory(const std::string& name) {
   const fs::path wanted = (fs::path(sourceDirectory) / name / "").lexically_normal();
   std::error_code error;
   if (!fs::is_directory(wanted, error)) {
-    return wanted.string() + " is no directory.";
+    throw Refusal{wanted.string() + " is no directory."};
   }
   sourceDirectory = wanted == wanted.root_path() ? wanted.string() : wanted.parent_path().string();
-  return {};
 }
 
-Problem Debugger::openSystem(const std::string& fileName) {
+void Debugger::openSystem(const std::string& fileName) {
   const fs::path path = fs::path(sourceDirectory) / fileName;
   const std::string& name = simulated.definition().name;
-  const auto system = readSymbolFile(path);
-  if (!system) {
-    return system.problem;
+  const std::string described = readSymbolFile(path);
+  if (!equalIgnoringCase(described, name)) {
+    throw Refusal{path.string() + " describes the system \"" + described +
+                  "\".\nThis tester simulates \"" + name + "\" alone."};
   }
-  if (!equalIgnoringCase(*system.value, name)) {
-    return path.string() + " describes the system \"" + *system.value +
-           "\".\nThis tester simulates \"" + name + "\" alone.";
-  }
-  if (Problem problem = changeDirectory(path.parent_path().string())) {
-    return problem;
-  }
+  changeDirectory(path.parent_path().string());
   symbolFile = path.filename().string();
   print("System \"" + name + "\" opened from " + path.string() + '.');
   link.showSystem(sourceDirectory, name);
   restart();
-  return {};
 }
 
 void Debugger::work() {

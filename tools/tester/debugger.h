@@ -11,6 +11,8 @@
 
 namespace tester {
 
+struct CommandRow;
+
 /// Carries out the user's commands on a simulated system. At most one command is open at a time,
 /// because of its question, besides a run: a command that only looks or sends a signal goes with
 /// the run, which pauses while that command asks; every other ends the run first. Every command
@@ -29,8 +31,9 @@ class Debugger : public tester_link::Tester {
   bool isWorking() const override { return run.has_value() && !user().isAsking(); }
   void work() override;
 
-  // For the functions of the commands. A command goes on while a question of its is open and while
-  // the run that it began goes on; otherwise it ends when its function returns.
+  // For the functions of the commands, which may throw a Refusal: the log tells it, and a box when
+  // it is the user's answer that is refused. A command goes on while a question of its is open and
+  // while the run that it began goes on; otherwise it ends when its function returns.
 
   SimulatedSystem& system() { return simulated; }
   tester_link::UserLink& user() const { return link; }
@@ -41,8 +44,6 @@ class Debugger : public tester_link::Tester {
   /// Makes of what a command does with an answer the handler of its question; one that was
   /// cancelled or answered wrongly ends the command.
   AnswerHandler then(AnswerHandler handler);
-  /// Shows an error; the command ends when the user has acknowledged it. The log keeps it, too.
-  void refuse(const std::string& problem);
   /// Prints whole lines, or `otherwise` when there are none. Asks before each page but the first.
   void printList(const std::string& lines, const std::string& otherwise = "");
   /// 0: lists are not paged.
@@ -58,12 +59,13 @@ class Debugger : public tester_link::Tester {
 
   /// Where relative names of files begin; absolute. At the start it is the working directory.
   const std::string& directory() const { return sourceDirectory; }
-  Problem changeDirectory(const std::string& name);
+  void changeDirectory(const std::string& name);
   /// The system of the file begins anew, in its directory.
-  Problem openSystem(const std::string& fileName);
+  void openSystem(const std::string& fileName);
 
  private:
-  void dispatch(const std::string& command);
+  void carryOut(const CommandRow& row, const Words& words);
+  void refuse(const std::string& problem);
   AnswerHandler goOn(AnswerHandler handler);
   void interrupt();
   void finishRun();

@@ -29,30 +29,18 @@ void withInstances(Debugger& debugger, const std::string& word, Wanted wanted,
         debugger.then([all, handler](const Answer& answer) { handler({all[answer.index]}); }));
     return;
   }
-  const auto named = readInstanceName(debugger.system(), word);
-  const std::string process = named ? named.value->process : "";
+  const InstanceId named = readInstanceName(debugger.system(), word);
+  const std::string process = named.process;
   const Instances living = livingInstances(debugger.system(), process);
-  if (!named || named.value->number != 0 || living.size() < 2) {
-    const auto id = findInstance(debugger.system(), word);
-    if (id) {
-      handler({*id.value});
-    } else {
-      debugger.print(id.problem);
-    }
+  if (named.number != 0 || living.size() < 2) {
+    handler({findInstance(debugger.system(), word)});
     return;
   }
   const auto takeNumber =
       debugger.then([&debugger, process, wanted, handler](const Answer& answer) {
-        if (answer.text == kAllNumbers && wanted != Wanted::kOne) {
-          handler(livingInstances(debugger.system(), process));
-          return;
-        }
-        const auto id = findInstance(debugger.system(), process + ':' + answer.text);
-        if (id) {
-          handler({*id.value});
-        } else {
-          debugger.refuse(id.problem);
-        }
+        const bool isAll = answer.text == kAllNumbers && wanted != Wanted::kOne;
+        handler(isAll ? livingInstances(debugger.system(), process)
+                      : Instances{findInstance(debugger.system(), process + ':' + answer.text)});
       });
   if (wanted == Wanted::kAny) {
     user.askNumberInRange("Instance number of " + process + ":",

@@ -55,15 +55,8 @@ void listCommands(Debugger& debugger, const Words& /*arguments*/) {
 }
 
 void listProcesses(Debugger& debugger, const Words& arguments) {
-  std::string only;
-  if (!arguments.empty()) {
-    const auto process = findProcess(debugger.system(), arguments[0]);
-    if (!process) {
-      debugger.print(process.problem);
-      return;
-    }
-    only = (*process.value)->name;
-  }
+  const std::string only =
+      arguments.empty() ? "" : findProcess(debugger.system(), arguments[0]).name;
   std::vector<Words> rows;
   for (const ProcessInstance* instance : debugger.system().instances()) {
     if (only.empty() || instance->id.process == only) {

@@ -14,8 +14,8 @@ using tester_link::Answer;
 constexpr char kNoBreakpoint[] = "No breakpoint is set.";
 
 /// Finds a state or an input among those of the process, or of all processes when it is empty.
-Lookup<std::string> findMember(const SimulatedSystem& system, const std::string& process,
-                               const std::string& word, bool isState) {
+std::string findMember(const SimulatedSystem& system, const std::string& process,
+                       const std::string& word, bool isState) {
   Words names;
   for (const ProcessType& type : system.definition().processes) {
     if (process.empty() || type.name == process) {
@@ -31,26 +31,20 @@ Lookup<std::string> findMember(const SimulatedSystem& system, const std::string&
   return findName(word, names, isState ? "state" : "signal or timer");
 }
 
-Lookup<Breakpoint> readBreakpoint(const SimulatedSystem& system, const Words& words) {
+Breakpoint readBreakpoint(const SimulatedSystem& system, const Words& words) {
   Breakpoint breakpoint;
   if (words[0] != kAnyWord) {
-    const auto instance = readInstanceName(system, words[0]);
-    if (!instance) {
-      return {{}, instance.problem};
-    }
-    breakpoint.process = instance.value->process;
-    breakpoint.instanceNumber = instance.value->number;
+    const InstanceId instance = readInstanceName(system, words[0]);
+    breakpoint.process = instance.process;
+    breakpoint.instanceNumber = instance.number;
   }
   for (std::size_t i = 1; i < words.size(); ++i) {
     if (words[i] != kAnyWord) {
-      const auto name = findMember(system, breakpoint.process, words[i], i == 1);
-      if (!name) {
-        return {{}, name.problem};
-      }
-      (i == 1 ? breakpoint.state : breakpoint.input) = *name.value;
+      (i == 1 ? breakpoint.state : breakpoint.input) =
+          findMember(system, breakpoint.process, words[i], i == 1);
     }
   }
-  return {breakpoint};
+  return breakpoint;
 }
 
 void removeByWord(Debugger& debugger, const std::string& word) {
@@ -70,12 +64,7 @@ void traceOnly(Debugger& debugger, const Words& processes) {
 }  // namespace
 
 void nextTransition(Debugger& debugger, const Words& arguments) {
-  const auto count = arguments.empty() ? 1 : parseNumber(arguments[0], 1);
-  if (count) {
-    debugger.startRun({count, {}});
-  } else {
-    debugger.print('"' + arguments[0] + "\" is no whole number from 1 up.");
-  }
+  debugger.startRun({arguments.empty() ? 1 : readCount(arguments[0], 1), {}});
 }
 
 void go(Debugger& debugger, const Words& /*arguments*/) {
@@ -84,13 +73,11 @@ void go(Debugger& debugger, const Words& /*arguments*/) {
 
 void proceedUntil(Debugger& debugger, const Words& arguments) {
   const auto time = parseTime(arguments[0]);
-  if (!time) {
-    debugger.print('"' + arguments[0] + "\" is no time in seconds, such as 12 or 2.5.");
-  } else if (*time < debugger.system().now()) {
-    debugger.print("This time is over: it is " + formatTime(debugger.system().now()) + '.');
-  } else {
-    debugger.startRun({{}, time});
+  if (!time || *time < debugger.system().now()) {
+    throw Refusal{'"' + arguments[0] + "\" is no time in seconds from " +
+                  formatTime(debugger.system().now()) + " on."};
   }
+  debugger.startRun({{}, time});
 }
 
 void stopRun(Debugger& debugger, const Words& /*arguments*/) {
@@ -104,13 +91,9 @@ void restartSystem(Debugger& debugger, const Words& /*arguments*/) {
 }
 
 void setBreakpoint(Debugger& debugger, const Words& arguments) {
-  const auto breakpoint = readBreakpoint(debugger.system(), arguments);
-  if (!breakpoint) {
-    debugger.print(breakpoint.problem);
-    return;
-  }
-  const int number = debugger.addBreakpoint(*breakpoint.value);
-  debugger.print("Breakpoint " + std::to_string(number) + ": " + breakpoint.value->text());
+  const Breakpoint breakpoint = readBreakpoint(debugger.system(), arguments);
+  const int number = debugger.addBreakpoint(breakpoint);
+  debugger.print("Breakpoint " + std::to_string(number) + ": " + breakpoint.text());
 }
 
 void removeBreakpoint(Debugger& debugger, const Words& arguments) {
@@ -128,12 +111,11 @@ void removeBreakpoint(Debugger& debugger, const Words& arguments) {
 
 void setTrace(Debugger& debugger, const Words& arguments) {
   constexpr auto kHighest = static_cast<int>(TraceLevel::kDetails);
-  const auto level = parseNumber(arguments[0], 0);
-  if (!level || *level > kHighest) {
-    debugger.print("A trace level is a number from 0 to " + std::to_string(kHighest) + '.');
-    return;
+  const std::int64_t level = readCount(arguments[0], 0);
+  if (level > kHighest) {
+    throw Refusal{"The highest trace level is " + std::to_string(kHighest) + '.'};
   }
-  debugger.trace().level = static_cast<TraceLevel>(*level);
+  debugger.trace().level = static_cast<TraceLevel>(level);
   listTrace(debugger, {});
 }
 
@@ -151,12 +133,7 @@ void maskTrace(Debugger& debugger, const Words& arguments) {
   }
   Words processes;
   for (const std::string& word : arguments) {
-    const auto process = findProcess(debugger.system(), word);
-    if (!process) {
-      debugger.print(process.problem);
-      return;
-    }
-    processes.push_back((*process.value)->name);
+    processes.push_back(findProcess(debugger.system(), word).name);
   }
   traceOnly(debugger, processes);
 }

@@ -11,7 +11,7 @@
 
 namespace tester {
 
-/// Why a request was refused, one sentence for the user; nothing when it was carried out.
+/// A dynamic error, one sentence for the user.
 using Problem = std::optional<std::string>;
 
 struct QueuedSignal {

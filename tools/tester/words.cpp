@@ -12,15 +12,11 @@ constexpr std::size_t kColumnGap = 2;
 
 /// The item whose name the word is or begins.
 template <typename Item>
-Lookup<const Item*> findItem(const std::vector<Item>& items, const std::string& word,
-                             std::string_view kind) {
-  const auto name = findName(word, namesOf(items), kind);
-  for (const Item& item : items) {
-    if (name && item.name == *name.value) {
-      return {&item};
-    }
-  }
-  return {{}, name.problem};
+const Item& findItem(const std::vector<Item>& items, const std::string& word,
+                     std::string_view kind) {
+  const std::string name = findName(word, namesOf(items), kind);
+  return *std::find_if(items.begin(), items.end(),
+                       [&name](const Item& item) { return item.name == name; });
 }
 
 }  // namespace
@@ -42,63 +38,66 @@ Words splitWords(std::string_view command) {
   return words;
 }
 
-Lookup<std::string> findName(std::string_view word, const Words& names, std::string_view kind) {
+std::string findName(std::string_view word, const Words& names, std::string_view kind) {
   Words candidates;
   for (const std::string& name : names) {
     if (equalIgnoringCase(word, name)) {
-      return {name};
+      return name;
     }
     if (!word.empty() && equalIgnoringCase(word, std::string_view(name).substr(0, word.size()))) {
       candidates.push_back(name);
     }
   }
   if (candidates.size() == 1) {
-    return {candidates.front()};
+    return candidates.front();
   }
   const std::string what = std::string(kind) + " \"" + std::string(word) + '"';
-  return {{},
-          candidates.empty() ? "Unknown " + what + '.'
-                             : "Ambiguous " + what + ", it may be: " + joinNames(candidates) + '.'};
+  throw Refusal{candidates.empty()
+                    ? "Unknown " + what + '.'
+                    : "Ambiguous " + what + ", it may be: " + joinNames(candidates) + '.'};
 }
 
-Lookup<const ProcessType*> findProcess(const SimulatedSystem& system, const std::string& word) {
+const ProcessType& findProcess(const SimulatedSystem& system, const std::string& word) {
   return findItem(system.definition().processes, word, "process");
 }
 
-Lookup<const SignalType*> findSignal(const SimulatedSystem& system, const std::string& word) {
+const SignalType& findSignal(const SimulatedSystem& system, const std::string& word) {
   return findItem(system.definition().signalTypes, word, "signal");
 }
 
-Lookup<InstanceId> readInstanceName(const SimulatedSystem& system, const std::string& word) {
+InstanceId readInstanceName(const SimulatedSystem& system, const std::string& word) {
   const std::size_t colon = word.find(':');
-  const auto process = findProcess(system, word.substr(0, colon));
-  if (!process) {
-    return {{}, process.problem};
-  }
-  const std::string& name = (*process.value)->name;
+  const std::string& name = findProcess(system, word.substr(0, colon)).name;
   if (colon == std::string::npos) {
-    return {InstanceId{name, 0}};
+    return {name, 0};
   }
   const auto instance = parseInstance(name + word.substr(colon));
-  return instance ? Lookup<InstanceId>{*instance}
-                  : Lookup<InstanceId>{{}, "No instance number in \"" + word + "\"."};
+  if (!instance) {
+    throw Refusal{"No instance number in \"" + word + "\"."};
+  }
+  return *instance;
 }
 
-Lookup<InstanceId> findInstance(const SimulatedSystem& system, const std::string& word) {
-  const auto id = readInstanceName(system, word);
-  if (!id || system.find(*id.value) != nullptr) {
+InstanceId findInstance(const SimulatedSystem& system, const std::string& word) {
+  const InstanceId id = readInstanceName(system, word);
+  if (system.find(id) != nullptr) {
     return id;
   }
-  if (id.value->number != 0) {
-    return {{}, "There is no instance " + formatInstance(*id.value) + '.'};
+  const std::vector<InstanceId> living = livingInstances(system, id.process);
+  if (id.number == 0 && living.size() == 1) {
+    return living.front();
   }
-  const std::vector<InstanceId> living = livingInstances(system, id.value->process);
-  if (living.size() == 1) {
-    return {living.front()};
+  throw Refusal{id.number != 0 ? "There is no instance " + formatInstance(id) + '.'
+                               : "Process " + id.process + " has " +
+                                     countedThings(living.size(), "living instance") + '.'};
+}
+
+std::int64_t readCount(const std::string& word, std::int64_t least) {
+  const auto number = parseNumber(word, least);
+  if (!number) {
+    throw Refusal{'"' + word + "\" is no whole number from " + std::to_string(least) + " up."};
   }
-  return {{},
-          "Process " + id.value->process + " has " +
-              (living.empty() ? "no living instance." : "several living instances.")};
+  return *number;
 }
 
 std::vector<InstanceId> livingInstances(const SimulatedSystem& system, const std::string& process) {
@@ -111,25 +110,23 @@ std::vector<InstanceId> livingInstances(const SimulatedSystem& system, const std
   return ids;
 }
 
-Lookup<std::vector<Value>> readParameters(const SignalType& signal, const Words& words) {
+std::vector<Value> readParameters(const SignalType& signal, const Words& words) {
   if (words.size() != signal.parameters.size()) {
-    return {{},
-            "Signal " + describeSignal(signal) + " takes " +
-                countedThings(signal.parameters.size(), "parameter") +
-                ", given: " + std::to_string(words.size()) + '.'};
+    throw Refusal{"Signal " + describeSignal(signal) + " takes " +
+                  countedThings(signal.parameters.size(), "parameter") +
+                  ", given: " + std::to_string(words.size()) + '.'};
   }
   std::vector<Value> values;
   for (std::size_t i = 0; i < words.size(); ++i) {
     const Sort& sort = signal.parameters[i];
     const auto value = parseValue(sort, words[i]);
     if (!value) {
-      return {{},
-              "Parameter " + std::to_string(i + 1) + " of " + describeSignal(signal) + " must be " +
-                  expectedText(sort) + ", not \"" + words[i] + "\"."};
+      throw Refusal{"Parameter " + std::to_string(i + 1) + " of " + describeSignal(signal) +
+                    " must be " + expectedText(sort) + ", not \"" + words[i] + "\"."};
     }
     values.push_back(*value);
   }
-  return {values};
+  return values;
 }
 
 std::string describeSignal(const SignalType& signal) {

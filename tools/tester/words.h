@@ -7,18 +7,15 @@
 #include "tester/simulated_system.h"
 
 /// What the words of a command mean in the system under test, and how lists are laid out. The case
-/// of letters does not matter; names may be abbreviated as far as they stay unique.
+/// of letters does not matter; names may be abbreviated as far as they stay unique. What means
+/// nothing throws a Refusal.
 namespace tester {
 
 using Words = std::vector<std::string>;
 
-/// What a word of the user was found to mean, or why it means nothing.
-template <typename T>
-struct Lookup {
-  std::optional<T> value = {};
-  std::string problem = {};  ///< one sentence, when there is no value
-
-  explicit operator bool() const { return value.has_value(); }
+/// Why a command or an answer is not carried out, one sentence for the user.
+struct Refusal {
+  std::string text;
 };
 
 inline constexpr char kAnyWord[] = "*";
@@ -30,22 +27,25 @@ Words splitWords(std::string_view command);
 
 /// The one of `names` that the word is or begins; the whole name wins over longer ones. `kind` says
 /// in a problem text what was looked for: "process".
-Lookup<std::string> findName(std::string_view word, const Words& names, std::string_view kind);
+std::string findName(std::string_view word, const Words& names, std::string_view kind);
 
-Lookup<const ProcessType*> findProcess(const SimulatedSystem& system, const std::string& word);
-Lookup<const SignalType*> findSignal(const SimulatedSystem& system, const std::string& word);
+const ProcessType& findProcess(const SimulatedSystem& system, const std::string& word);
+const SignalType& findSignal(const SimulatedSystem& system, const std::string& word);
 
 /// "Button:2" or "Button", number 0; such an instance need not live.
-Lookup<InstanceId> readInstanceName(const SimulatedSystem& system, const std::string& word);
+InstanceId readInstanceName(const SimulatedSystem& system, const std::string& word);
 
 /// A living instance: "Button:2", or the process alone when it has exactly one living instance.
-Lookup<InstanceId> findInstance(const SimulatedSystem& system, const std::string& word);
+InstanceId findInstance(const SimulatedSystem& system, const std::string& word);
+
+/// A whole number of at least `least`.
+std::int64_t readCount(const std::string& word, std::int64_t least);
 
 /// Living instances of a process; of all when `process` is empty.
 std::vector<InstanceId> livingInstances(const SimulatedSystem& system, const std::string& process);
 
 /// The values of a signal's parameters.
-Lookup<std::vector<Value>> readParameters(const SignalType& signal, const Words& words);
+std::vector<Value> readParameters(const SignalType& signal, const Words& words);
 
 /// "Arrive(Integer)": a signal with the sorts of its parameters.
 std::string describeSignal(const SignalType& signal);

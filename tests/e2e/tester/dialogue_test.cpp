@@ -89,7 +89,7 @@ TEST_F(TesterProcessTest, ReachesEveryMessageOfTheDialogue) {
   std::set<int> reached{MSG_UI_COMMAND, MSG_T_TEXT, MSG_T_PROMPT, MSG_T_SYSTEM_OPENED, MSG_T_TITLE};
   for (const Exchange& row : std::initializer_list<Exchange>{
            {"list-signal", MSG_T_QUESTION, MSG_UI_OK, none, "Fault(Integer)\n"},
-           {"list-signal", MSG_T_QUESTION, MSG_UI_NOT_OK, none, "Stopped; lines not shown: 8.\n"},
+           {"list-signal", MSG_T_QUESTION, MSG_UI_NOT_OK, none, "Stopped; lines not shown: 7.\n"},
            {"assign-variable Controller cycles", MSG_T_ASK_STRING, MSG_UI_STRING, "9",
             "Controller:1 cycles := 9\n"},
            {"send Press Button", MSG_T_ASK_INTEGER, MSG_UI_VALUE, "2", "Press sent to Button:2\n"},

@@ -108,30 +108,59 @@ TEST(NormalLayout, ASizerThatSaysSoIsPlacedAtItsOwnPositionButMeasuredByItsGravi
   EXPECT_EQ(odd.rect(), zRect(7, 8, 17, 28));
 }
 
-TEST(NormalLayout, InfoStacksTopStripsAndTakesTheLargestOfTheOthers) {
-  zSizer parent;
-  const zGravSizer first(kGravityTop, zDimension{50, 10}, &parent);
-  const zGravSizer second(kGravityTop, zDimension{80, 15}, &parent);
-  const zGravSizer bottom(kGravityBottom, zDimension{20, 21}, &parent);
-  const zGravSizer side(kGravityLeft, zDimension{30, 22}, &parent);
-  zLayoutInfo info;
-  parent.getInfo(info);
-  // Top strips add up to 25; bottom and side only raise, and do not reach that.
-  for (const zDimension& size : {info.minSize, info.size, info.maxSize}) {
-    EXPECT_EQ(size, (zDimension{80, 25}));
-  }
-}
+/// Asks for whatever it is told to.
+class Asking : public zSizer {
+ public:
+  Asking(zSizer* parent, zLayoutInfo info) : zSizer(parent), asked(info) {}
+  void getInfo(zLayoutInfo& info) override { info = asked; }
 
-// Intended: the height is raised to the right edge of the children at fixed positions, not to their
-// bottom edge.
-TEST(NormalLayout, InfoRaisesTheHeightToTheRightEdgeOfFixedChildren) {
-  zSizer parent;
-  const zSizer fixed(10, 100, 20, 20, &parent);
-  zLayoutInfo info;
-  parent.getInfo(info);
-  EXPECT_EQ(info.size, (zDimension{30, 30}));
-  EXPECT_EQ(info.maxSize, (zDimension{30, 30}));
-  EXPECT_EQ(info.minSize, (zDimension{0, 0}));
+ private:
+  zLayoutInfo asked;
+};
+
+struct InfoCase {
+  const char* name;
+  std::vector<zLayoutInfo> children;  ///< position, least, usual and largest size, gravity
+  zDimension min, usual, max;
+};
+
+TEST(NormalLayout, AsksForWhatItsChildrenNeedTogether) {
+  const zLayoutInfo fixed{{10, 100}, {1, 1}, {20, 20}, {20, 20}, kGravityOwnPosition};
+  const InfoCase rows[] = {
+      {"top strips stack, others raise to the largest",
+       {{{}, {50, 10}, {51, 11}, {52, 12}, kGravityTop},
+        {{}, {80, 15}, {70, 16}, {60, 17}, kGravityTop},
+        {{}, {20, 21}, {22, 23}, {24, 30}, kGravityBottom},
+        {{}, {30, 22}, {90, 22}, {31, 22}, kGravityLeft}},
+       {80, 25},
+       {90, 27},
+       {60, 30}},
+      // Intended: the height is raised to the right edge of the fixed children.
+      {"fixed children raise both to their right edge", {fixed, fixed}, {0, 0}, {30, 30}, {30, 30}},
+      {"what is larger already stays",
+       {{{}, {5, 5}, {50, 10}, {60, 15}, kGravityLeft}, fixed},
+       {5, 5},
+       {50, 30},
+       {60, 30}},
+      {"also what is larger at most",
+       {{{}, {0, 0}, {10, 40}, {90, 80}, kGravityFill}, fixed},
+       {0, 0},
+       {30, 40},
+       {90, 80}},
+  };
+  for (const InfoCase& row : rows) {
+    SCOPED_TRACE(row.name);
+    zSizer parent;
+    std::vector<std::unique_ptr<Asking>> sizers;
+    for (const zLayoutInfo& child : row.children) {
+      sizers.push_back(std::make_unique<Asking>(&parent, child));
+    }
+    zLayoutInfo info;
+    parent.getInfo(info);
+    EXPECT_EQ(info.minSize, row.min);
+    EXPECT_EQ(info.size, row.usual);
+    EXPECT_EQ(info.maxSize, row.max);
+  }
 }
 
 }  // namespace
