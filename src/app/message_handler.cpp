@@ -249,6 +249,11 @@ std::string decodeErrorText(int result, int tag, int length) {
 
 void MessageHandler(int /*sender*/, int tag, int length, const char* payload) {
   theSession.idleCount = 0;
+  // What the idle handler has read beyond this message no descriptor tells any more; and no idle
+  // handler runs in a nested loop that it starts.
+  if (g_PollTimer != nullptr) {
+    g_PollTimer->lookAgain();
+  }
   const zUnaskedScope unasked;
   const ActionRow* row = rowOf(tag);
   if (row != nullptr && row->form == Form::kBare) {

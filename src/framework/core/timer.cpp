@@ -154,9 +154,15 @@ void zTimer::endSleep() {
   }
 }
 
+void zTimer::lookAgain() {
+  if (wakeIds != decltype(wakeIds){}) {
+    endSleep();
+    setClock(0);
+  }
+}
+
 void zTimer::woken() {
-  endSleep();
-  setClock(0);
+  lookAgain();
   fireAtPace();
 }
 

@@ -42,6 +42,9 @@ class zTimer {
   zTimer& operator=(const zTimer&) = delete;
   ~zTimer();
 
+  /// Asks the watch again as soon as possible, if the timer sleeps: there may be work now that none
+  /// of its descriptors tells.
+  void lookAgain();
   /// Whether it will fire (again).
   bool isPending() const { return timerId != 0 || inputId != 0; }
 
