@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "tests/e2e/app/user.h"
-#include "tests/support/basics.h"
 #include "tests/support/scripted_postmaster.h"
 
 #include <X11/keysym.h>
@@ -17,10 +16,11 @@
 inline constexpr const char* kMainTitle = "Korvane UI";
 inline constexpr const char* kRefusedTitle = "Korvane UI: INFO";
 inline constexpr const char* kLostTitle = "Korvane UI: NELMPM Error";
+inline constexpr const char* kPromptTitle = "Korvane Select";
 
 /// The real program as the child of a scripted Postmaster, and its user.
 class AppTest : public testing::Test {
- protected:
+ public:
   /// Questions take keys at once, unless the test gives them a delay in milliseconds.
   void start(std::vector<std::string> arguments = {}, std::vector<std::string> environment = {},
              int keyDelay = 0) {
@@ -32,26 +32,32 @@ class AppTest : public testing::Test {
   /// The handshake. The start of the poll timer goes out with the acceptance: a program that hears
   /// nothing for a moment stops reading.
   void shakeHands() {
-    EXPECT_EQ(postmaster.expectConnect().sender, NELKVUI);
+    const Message connect = postmaster.expectConnect();
     postmaster.accept();
     postmaster.send(MSG_START_POLL_TIMER);
-    EXPECT_EQ(postmaster.expect(MSG_TOOL_READY).kind, kFrameUndirected);
+    const Message ready = postmaster.expect(MSG_TOOL_READY);
+    EXPECT_EQ(
+        (std::vector<int>{connect.kind, connect.sender, connect.dest, ready.kind, ready.dest}),
+        (std::vector<int>{kFrameDirected, NELKVUI, NELMPM, kFrameUndirected, 0}));
   }
 
   /// Waits until what the user types reaches the command line.
-  void awaitCommandLine() {
-    mainWindow = user.awaitWindow(kMainTitle);
+  void awaitCommandLine(User& typist) {
     const Deadline deadline(kAnswerTime);
     while (!postmaster.hasMessage(Milliseconds{50}) && !deadline.hasPassed()) {
-      user.press(XK_Return);
+      typist.press(XK_Return);
     }
-    user.type("ready\n");
+    typist.type("ready\n");
     postmaster.expectLater(MSG_UI_COMMAND, "ready");
+  }
+  void awaitCommandLine() {
+    mainWindow = user.awaitWindow(kMainTitle);
+    awaitCommandLine(user);
   }
 
   /// All of the above.
-  void connect() {
-    start();
+  void connect(int keyDelay = 0) {
+    start({}, {}, keyDelay);
     shakeHands();
     awaitCommandLine();
   }
@@ -60,6 +66,16 @@ class AppTest : public testing::Test {
   void expectAnswer(SourceLine where = SourceLine::current()) {
     postmaster.send({MSG_T_ASK_RANGE, where}, "title", "prompt", 7, 7);
     postmaster.expect({MSG_UI_VALUE, where}, "7");
+  }
+  /// Text of the tester that the program has taken.
+  void tell(const std::string& text) {
+    postmaster.send(MSG_T_TEXT, text);
+    expectAnswer();
+  }
+  /// The user types and the tester hears it as a command.
+  void command(const std::string& line, SourceLine where = SourceLine::current()) {
+    user.type(line + "\n");
+    postmaster.expect({MSG_UI_COMMAND, where}, line);
   }
 
   /// Opens a pulldown by its mnemonic and chooses an item by its own.
@@ -70,46 +86,26 @@ class AppTest : public testing::Test {
     user.awaitNoMenu();
   }
 
-  /// The tester says that a system in `folder` is open; the folder's button set is an empty one, so
-  /// that the user is not asked for any.
+  /// The tester says that a system in `folder` is open.
   void openSystemIn(const std::filesystem::path& folder) {
-    std::ofstream(folder / "nelkv.btn", std::ios::app);
     postmaster.send(MSG_T_SYSTEM_OPENED, folder.string(), "crossing");
-    expectAnswer();
-  }
-
-  /// The program's working directory.
-  std::filesystem::path workingFolder() {
-    return std::filesystem::read_symlink("/proc/" + std::to_string(postmaster.tool().id()) +
-                                         "/cwd");
   }
 
   /// A frame as bytes, with a payload that need not fit its tag.
-  static std::string frame(int tag, std::string_view payload, int announced) {
-    const FrameHeader header{kFrameDirected, tag, NELKV, NELKVUI, announced};
-    std::string binary(reinterpret_cast<const char*>(&header), sizeof header);
-    binary += payload;
-    std::string text(2 * binary.size() + 1, '\0');
-    NibbleEncode(binary.data(), text.data(), static_cast<int>(binary.size()));
-    return text;
-  }
   static std::string frame(int tag, std::string_view payload = {}) {
     return frame(tag, payload, static_cast<int>(payload.size()));
   }
-
-  /// Presses OK in the box with this title.
-  void confirm(const std::string& title) {
-    const Window box = user.awaitWindow(title, mainWindow);
-    user.press(XK_Return);
-    user.awaitGone(box);
+  static std::string frame(int tag, std::string_view payload, int announced) {
+    return wireText({kFrameDirected, tag, NELKV, NELKVUI, announced}, payload);
   }
 
-  /// The user closes the window; the program takes its leave.
-  void closeAndExpectEnd() {
-    user.close(mainWindow);
-    postmaster.expect(MSG_UI_EXIT);
-    postmaster.expect(MSG_DISCONNECT);
-    expectEnd();
+  /// Waits for a dialog, answers it by a text and a key, and waits for its end.
+  void answer(const std::string& title, const std::string& text = "",
+              screen::KeySymbol key = XK_Return, SourceLine where = SourceLine::current()) {
+    const Window dialog = user.awaitWindow(title, mainWindow, where);
+    user.type(text);
+    user.press(key);
+    user.awaitGone(dialog, where);
   }
 
   /// The program ends regularly without another word.

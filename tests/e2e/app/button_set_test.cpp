@@ -6,82 +6,69 @@
 
 namespace {
 
-constexpr const char* kLoadTitle = "Korvane UI Load Buttons";
+using screen::ScreenArea;
+
+constexpr const char* kSaved = ":Mine\nOne\ndo One\n";
 
 class ButtonSetTest : public AppTest {
  protected:
   /// Headers and buttons of the groups that are seen, line by line; a header is two fields.
-  std::vector<screen::ScreenArea> groupFields() {
-    std::vector<screen::ScreenArea> found = user.fields(mainWindow);
-    const int top = found.front().y + 40;     // below menu bar and toolbar
+  std::vector<ScreenArea> groupFields() {
+    std::vector<ScreenArea> found = user.fields(mainWindow);
+    const int top = found.front().y + 20;     // below the menu bar
     const int right = found.front().x + 260;  // left of log and command line
-    std::erase_if(found, [&](const screen::ScreenArea& field) {
-      return field.y < top || field.x > right || field.height < 16 || field.height > 32 ||
+    std::erase_if(found, [&](const ScreenArea& field) {
+      const bool isTool = field.width == 24 && field.height == 22;
+      return isTool || field.y < top || field.x > right || field.height < 16 || field.height > 32 ||
              field.width < 24 || field.width > 150;
     });
     return found;
   }
   /// Waits until so many of them are there.
-  std::vector<screen::ScreenArea> awaitGroupFields(std::size_t count) {
-    const Deadline deadline(kAnswerTime);
-    std::vector<screen::ScreenArea> found = groupFields();
-    while (found.size() != count && !deadline.hasPassed()) {
-      postmaster.hasMessage(Milliseconds{10});
-      found = groupFields();
-    }
-    EXPECT_EQ(found.size(), count);
-    return found;
+  std::vector<ScreenArea> awaitGroupFields(std::size_t count) {
+    user.waitFor([&] { return groupFields().size() == count; },
+                 std::to_string(count) + " fields of groups");
+    return groupFields();
+  }
+  void awaitField(const ScreenArea& place) {
+    user.waitFor([&] { return std::ranges::count(user.fields(mainWindow), place) > 0; }, "a field");
   }
 
-  /// Waits until a field of the window is there.
-  void awaitField(const screen::ScreenArea& place) {
-    const Deadline deadline(kAnswerTime);
-    const auto isThere = [&] { return std::ranges::count(user.fields(mainWindow), place) > 0; };
-    while (!isThere() && !deadline.hasPassed()) {
-      postmaster.hasMessage(Milliseconds{10});
-    }
-  }
-
-  void startInFolder() {
+  /// Starts with a set in the system's folder.
+  void startWith(std::string_view set) {
+    folder.write("nelkv.btn", set);
     connect();
-    postmaster.send(MSG_T_SYSTEM_OPENED, folder.path().string(), "crossing");
+    openSystemIn(folder.path());
   }
-
   /// The user has added a group that is not saved.
   void startAndChangeTheSet() {
-    writeSet(":Mine\nOne\ndo One\n");
-    startInFolder();
+    startWith(kSaved);
     awaitGroupFields(3);
     choose(XK_b, XK_g);
-    user.awaitWindow("Korvane UI Add Group");
-    user.type("Second\n");
+    answer("Korvane UI Add Group", "Second");
     awaitGroupFields(5);
   }
-
-  std::string savedSet() const {
-    std::ifstream file(folder.path() / "nelkv.btn", std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
+  /// Presses the button behind the first one of the save question.
+  void discard() {
+    const Window question = user.awaitWindow("Korvane UI Exit");
+    user.press(XK_Tab);
+    user.press(XK_space);
+    user.awaitGone(question);
   }
-  void writeSet(std::string_view bytes) const {
-    std::ofstream(folder.path() / "nelkv.btn", std::ios::binary) << bytes;
-  }
+  std::string savedSet() const { return readFile(folder / "nelkv.btn"); }
 
   TemporaryFolder folder;
 };
 
-TEST_F(ButtonSetTest, IsMadeUsedAndSavedByTheUserAndComesBack) {
-  startInFolder();
-  const Window load = user.awaitWindow(kLoadTitle);
-  user.press(XK_Escape);
-  user.awaitGone(load);
+TEST_F(ButtonSetTest, IsMadeUsedAndSavedByTheUser) {
+  connect();
+  openSystemIn(folder.path());
+  answer("Korvane UI Load Buttons", "", XK_Escape);
   awaitCommandLine();
-
   choose(XK_b, XK_g);
-  const Window group = user.awaitWindow("Korvane UI Add Group");
-  user.type("Mine\n");
-  user.awaitGone(group);
+  answer("Korvane UI Add Group", "Mine");
   // The menu is at its button with the toolbar and without.
-  screen::ScreenArea opener = awaitGroupFields(2)[1];
+  ScreenArea opener = awaitGroupFields(2)[1];
   user.press(XK_t, screen::kControl);
   opener.y -= 30;
   awaitField(opener);
@@ -89,14 +76,11 @@ TEST_F(ButtonSetTest, IsMadeUsedAndSavedByTheUserAndComesBack) {
   user.awaitMenu();
   user.click({opener.x + 20, opener.y + opener.height, 20, 24});
   const Window add = user.awaitWindow("Korvane UI Add Button");
-  for (const char* label : {"One", "Two", "Three"}) {
-    user.type(label);
-    user.press(XK_Tab);
-    user.type(std::string("do ") + label);
-    user.press(XK_Tab);
-    user.press(XK_Tab);
-    user.type(" ");  // Apply; the focus goes back to the label
-    postmaster.hasMessage(Milliseconds{400});
+  std::size_t fields = 2;
+  for (const std::string label : {"One", "Two", "Three"}) {
+    user.type(label + "\tdo " + label + "\t\t ");  // Apply
+    awaitGroupFields(++fields);
+    postmaster.hasMessage(Milliseconds{400});  // the focus goes back to the label, seen by nobody
   }
   user.press(XK_Escape);
   user.awaitGone(add);
@@ -104,119 +88,88 @@ TEST_F(ButtonSetTest, IsMadeUsedAndSavedByTheUserAndComesBack) {
   opener.y += 30;
   awaitField(opener);
 
-  const auto buttons = awaitGroupFields(5);
-  user.click(buttons[3]);
+  user.click(awaitGroupFields(5)[3]);
   user.type("typed at once\n");
   postmaster.expect(MSG_UI_COMMAND, "do Two");
   postmaster.expect(MSG_UI_COMMAND, "typed at once");
-
   user.clickLeft(awaitGroupFields(5)[1]);
   user.awaitMenu();
   user.press(XK_d);
-  const Window remove = user.awaitWindow("Korvane UI Delete Button");
-  user.press(XK_space);  // the first row
-  user.press(XK_Return);
-  user.awaitGone(remove);
-  const auto left = awaitGroupFields(4);
-  user.click(left[0]);  // folds the group
+  answer("Korvane UI Delete Button", " ");  // the first row
+  user.click(awaitGroupFields(4)[0]);       // folds the group
   awaitCommandLine();
 
   user.close(mainWindow);
-  user.awaitWindow("Korvane UI Exit");
-  user.press(XK_Return);  // Save
-  const Window save = user.awaitWindow("Korvane UI Save Buttons");
-  user.press(XK_Return);
-  user.awaitGone(save);
+  answer("Korvane UI Exit");  // Save
+  answer("Korvane UI Save Buttons");
   postmaster.expect(MSG_UI_EXIT);
   postmaster.expect(MSG_DISCONNECT);
   expectEnd();
   EXPECT_EQ(savedSet(), ":COLLAPSED Mine\nTwo\ndo Two\nThree\ndo Three\n");
 }
 
-TEST_F(ButtonSetTest, RefusesTheEndWhenTheQuestionIsCancelledAndAsksAgain) {
+TEST_F(ButtonSetTest, KeepsTheProgramUntilItIsSavedOrDiscarded) {
   startAndChangeTheSet();
   for (int attempt = 0; attempt < 2; ++attempt) {
     user.press(XK_q, screen::kControl);
-    const Window question = user.awaitWindow("Korvane UI Exit");
-    user.press(XK_Escape);
-    user.awaitGone(question);
+    answer("Korvane UI Exit", "", XK_Escape);
     awaitCommandLine();
   }
+  // Asked once however often the window is closed.
+  for (int i = 0; i < 3; ++i) {
+    user.close(mainWindow);
+  }
+  const Window once = user.awaitWindow("Korvane UI Exit");
+  expectAnswer();
+  user.press(XK_Escape);
+  user.awaitGone(once);
+  awaitCommandLine();
   // The tester's last word leaves no choice but the question is asked all the same.
   postmaster.send(MSG_T_EXIT_CONFIRM);
-  const Window question = user.awaitWindow("Korvane UI Exit");
-  user.press(XK_Tab);
-  user.press(XK_space);  // Discard
-  user.awaitGone(question);
+  discard();
   postmaster.expect(MSG_DISCONNECT);
   expectEnd();
-  EXPECT_EQ(savedSet(), ":Mine\nOne\ndo One\n");
-}
-
-TEST_F(ButtonSetTest, WritesNothingWhenTheEndComesBeforeTheAnswer) {
-  writeSet("early\n:Mine\nOne\ndo One\n");
-  startInFolder();
-  awaitGroupFields(3);
-  choose(XK_b, XK_a);
-  const Window form = user.awaitWindow("Korvane UI Save Buttons");
-  user.press(XK_Return);
-  user.awaitGone(form);
-  user.awaitWindow("Korvane UI Error");
-  postmaster.send(MSG_T_EXIT_CONFIRM);
-  postmaster.expect(MSG_DISCONNECT);
-  expectEnd();
-  EXPECT_EQ(savedSet(), "early\n:Mine\nOne\ndo One\n");
+  EXPECT_EQ(savedSet(), kSaved);
 }
 
 TEST_F(ButtonSetTest, IsAskedForBeforeTheEndThatALostLinkBringsAndNothingElseIsPossible) {
   startAndChangeTheSet();
   postmaster.send(MSG_SHUTDOWN, 0, 0, 0, 0);
   postmaster.expect(MSG_SHUTDOWN_ACK);
-  confirm(kLostTitle);
-  const Window question = user.awaitWindow("Korvane UI Exit");
-  user.press(XK_Escape);
-  user.awaitWindow("Korvane UI Exit", question);
-  user.press(XK_Tab);
-  user.press(XK_space);  // Discard
+  answer(kLostTitle);
+  answer("Korvane UI Exit", "", XK_Escape);
+  discard();
   expectEnd();
 }
 
+TEST_F(ButtonSetTest, IsNotWrittenWhenTheEndComesBeforeTheAnswer) {
+  const std::string unsafe = std::string("early\n") + kSaved;
+  startWith(unsafe);
+  awaitGroupFields(3);
+  choose(XK_b, XK_a);
+  answer("Korvane UI Save Buttons");
+  user.awaitWindow("Korvane UI Error");
+  postmaster.send(MSG_T_EXIT_CONFIRM);
+  postmaster.expect(MSG_DISCONNECT);
+  expectEnd();
+  EXPECT_EQ(savedSet(), unsafe);
+}
+
 TEST_F(ButtonSetTest, BringsMenusAndLosesThemToAnotherSet) {
-  writeSet(":G\nButton\na;\"b;c\"\n:MENU &More\n&First\nsend;as one\nseparator\n");
-  startInFolder();
+  startWith(":G\nButton\na;\"b;c\"\n:MENU &More\n&First\nsend;as one\nseparator\n");
+  folder.write("other set.btn", ":H\nfirst\ny\nsecond\nw\n");
   user.click(awaitGroupFields(3)[2]);
   postmaster.expect(MSG_UI_COMMAND, "a");
   choose(XK_m, XK_f);
   postmaster.expect(MSG_UI_COMMAND, "send;as one");
-  const std::string other = (folder.path() / "other set.btn").string();
-  std::ofstream(other) << ":H\nfirst\ny\nsecond\nw\n";
   choose(XK_b, XK_l);
-  const Window load = user.awaitWindow(kLoadTitle);
-  user.type("no such file\n");
-  confirm("Korvane UI Error");
-  const Window again = user.awaitWindow(kLoadTitle, load);
-  user.type("other set.btn\n");
-  user.awaitGone(again);
+  answer("Korvane UI Load Buttons", "no such file");
+  answer("Korvane UI Error");
+  answer("Korvane UI Load Buttons", "other set.btn");
   user.click(awaitGroupFields(4)[3]);
   postmaster.expect(MSG_UI_COMMAND, "w");
   user.press(XK_m, screen::kAlt);
   EXPECT_FALSE(user.seesMenu(Milliseconds{200}));
-}
-
-TEST_F(AppTest, ToolbarButtonsIssueTheCommandsOfTheMenus) {
-  connect();
-  std::vector<screen::ScreenArea> buttons = user.fields(mainWindow);
-  std::erase_if(buttons, [](const auto& field) { return field.width != 24 || field.height != 22; });
-  ASSERT_EQ(buttons.size(), 5U);
-  user.click(buttons[3]);
-  EXPECT_EQ(postmaster.expect(MSG_SHOW_ORGANIZER).dest, NELLINK);
-  user.click(buttons[4]);
-  postmaster.expect(MSG_HELP_REQUEST, "tessil-testerui");
-  user.click(buttons[0]);
-  const Window form = user.awaitWindow("Open Symbol File");
-  user.press(XK_Escape);
-  user.awaitGone(form);
-  awaitCommandLine();
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// The dialogue with the tester and the user, and the roads out.
+// The dialogue with the tester and the user: commands, texts, boxes, menus.
 
 #include "tests/e2e/app/app_fixture.h"
 
@@ -6,32 +6,19 @@ namespace {
 
 TEST_F(AppTest, ShowsTheTestersTextAndSendsTheUsersCommands) {
   connect();
-  postmaster.send(MSG_T_TEXT, "one\n");
-  postmaster.send(MSG_T_TEXT, "");
-  postmaster.send(MSG_T_TEXT, "two, unfinished");
-  user.type("list-process \"a;b\" ?\n");
-  postmaster.expect(MSG_UI_COMMAND, "list-process \"a;b\" ?");
+  for (const char* text : {"one\n", "", "two, unfinished"}) {
+    postmaster.send(MSG_T_TEXT, text);
+  }
+  for (const std::string& line : {std::string("list-process \"a;b\" ?"), std::string(900, 'x')}) {
+    command(line);
+  }
   user.type("\n");
   postmaster.expect(MSG_UI_COMMAND, "?\?");
   user.type("\xE4\xDF\n");
   const Message umlauts = postmaster.expect(MSG_UI_COMMAND, "\xE4\xDF");
   EXPECT_EQ(umlauts.sender, NELKVUI);
   EXPECT_EQ(umlauts.dest, NELKV);
-  const std::string longLine(900, 'x');
-  user.type(longLine + "\n");
-  postmaster.expect(MSG_UI_COMMAND, longLine);
   user.expectText(mainWindow, "one\ntwo, unfinished");
-}
-
-TEST_F(AppTest, TypedTextReachesTheCommandLineWhateverTheSizeOfTheWindow) {
-  connect();
-  struct Size {
-    int width, height;
-  };
-  for (const Size& size : {Size{600, 280}, Size{900, 700}, Size{640, 400}}) {
-    user.resize(mainWindow, size.width, size.height);
-    awaitCommandLine();
-  }
 }
 
 TEST_F(AppTest, SendsTheRestOfALineWhenTheTesterHasAnsweredAndConfirmed) {
@@ -39,9 +26,8 @@ TEST_F(AppTest, SendsTheRestOfALineWhenTheTesterHasAnsweredAndConfirmed) {
   user.type("a;b;c\n");
   postmaster.expect(MSG_UI_COMMAND, "a");
   postmaster.send(MSG_T_PROMPT, "a");
-  expectAnswer();
-  postmaster.send(MSG_T_TEXT, "output\n");
-  expectAnswer();
+  tell("");
+  tell("output\n");
   postmaster.send(MSG_T_PROMPT, "a");
   postmaster.expect(MSG_UI_COMMAND, "b");
   postmaster.expect(MSG_UI_COMMAND, "c");
@@ -60,16 +46,13 @@ TEST_F(AppTest, BringsBackConfirmedCommandsOnly) {
   postmaster.send(MSG_T_PROMPT, "first");
   postmaster.send(MSG_T_PROMPT, "second");
   expectAnswer();
-  user.type("never confirmed\n");
-  postmaster.expect(MSG_UI_COMMAND, "never confirmed");
+  command("never confirmed");
   user.press(XK_Down);
   user.type("\n");
   postmaster.expect(MSG_UI_COMMAND, "second");
-  user.press(XK_Down);
-  user.press(XK_Down);
-  user.press(XK_Up);
-  user.press(XK_Down);
-  user.type("\n");
+  for (const screen::KeySymbol key : {XK_Down, XK_Down, XK_Up, XK_Down, XK_Return}) {
+    user.press(key);
+  }
   postmaster.expect(MSG_UI_COMMAND, "first");
   // What stands in the entry when the confirmation comes is put in front of it. Intended.
   user.type("x");
@@ -83,47 +66,28 @@ TEST_F(AppTest, BringsBackConfirmedCommandsOnly) {
   postmaster.expect(MSG_UI_COMMAND, "xy");
 }
 
-TEST_F(AppTest, AnswersAQuestionBoxByTheButtonPressed) {
+TEST_F(AppTest, AnswersAndAcknowledgesItsBoxes) {
   connect();
-  const auto ask = [this](const char* caption) {
-    postmaster.send(MSG_T_QUESTION, caption, "Go on?");
-    return user.awaitWindow(caption);
-  };
-  ask("Korvane - Page file");
+  postmaster.send(MSG_T_QUESTION, "Korvane - Page file", "Go on?");
   expectAnswer();  // the link is read under the box
-  user.press(XK_Return);
+  answer("Korvane - Page file");
   postmaster.expect(MSG_UI_OK);
-  ask("Question");
-  user.press(XK_Escape);
+  postmaster.send(MSG_T_QUESTION, "Second", "Go on?");
+  answer("Second", "", XK_Escape);
   postmaster.expect(MSG_UI_NOT_OK);
-  const Window third = ask("Third");
-  user.close(third);
+  postmaster.send(MSG_T_QUESTION, "Third", "Go on?");
+  user.close(user.awaitWindow("Third"));
   postmaster.expect(MSG_UI_NOT_OK);
-  user.awaitGone(third);
-  awaitCommandLine();
-}
-
-TEST_F(AppTest, AcknowledgesAnErrorBoxWhenItIsClosedAndAWarningNever) {
-  connect();
-  postmaster.send(MSG_T_ERROR_BOX, "Error", "text");
-  user.awaitWindow("Error");
-  expectAnswer();
-  confirm("Error");
-  postmaster.expect(MSG_UI_ACK);
   postmaster.send(MSG_T_WARNING_BOX, "Warning", "text\nin lines");
-  confirm("Warning");
+  answer("Warning");
   postmaster.send(MSG_LINK_WARNING_BOX, "Link warning", std::string(4000, 'w'));
-  confirm("Link warning");
-  expectAnswer();
-}
-
-// Intended: the end of an inner box ends the wait of the outer one too.
-TEST_F(AppTest, EndsABoxTogetherWithTheOneThatCameUpUnderIt) {
-  connect();
+  answer("Link warning");
+  expectAnswer();  // no word of the warnings
+  // Intended: the end of an inner box ends the wait of the outer one too.
   postmaster.send(MSG_T_ERROR_BOX, "Outer", "text");
   const Window outer = user.awaitWindow("Outer");
   postmaster.send(MSG_T_ERROR_BOX, "Inner", "text");
-  confirm("Inner");
+  answer("Inner");
   postmaster.expect(MSG_UI_ACK);
   postmaster.expect(MSG_UI_ACK);
   user.awaitGone(outer);
@@ -131,59 +95,36 @@ TEST_F(AppTest, EndsABoxTogetherWithTheOneThatCameUpUnderIt) {
 }
 
 TEST_F(AppTest, FollowsTheTestersTitleAndDirectory) {
-  connect();
-  postmaster.send(MSG_T_TITLE, "Crossing");
-  user.awaitWindow("Korvane UI - Crossing");
-  postmaster.send(MSG_T_TITLE, "Other");
-  user.awaitWindow("Korvane UI - Other");
   const TemporaryFolder folder;
+  const auto workingFolder = [this] {
+    return std::filesystem::read_symlink("/proc/" + std::to_string(postmaster.tool().id()) +
+                                         "/cwd");
+  };
+  connect();
+  for (const std::string title : {"Crossing", "Other"}) {
+    postmaster.send(MSG_T_TITLE, title);
+    user.awaitWindow("Korvane UI - " + title);
+  }
+  folder.write("nelkv.btn", "");
   openSystemIn(folder.path());
+  expectAnswer();
   EXPECT_EQ(workingFolder(), folder.path());
   postmaster.send(MSG_T_BUSY);
   postmaster.send(MSG_T_IDLE);
   // Neither a directory to go to nor a button set: the user is asked for one.
-  postmaster.send(MSG_T_SYSTEM_OPENED, "/no/such/folder", "crossing");
-  user.awaitWindow("Korvane UI Load Buttons");
-  expectAnswer();
-  user.press(XK_Escape);
+  openSystemIn("/no/such/folder");
+  answer("Korvane UI Load Buttons", "", XK_Escape);
   expectAnswer();
   EXPECT_EQ(workingFolder(), folder.path());
-}
-
-TEST_F(AppTest, LeavesWhenTheUserClosesTheWindow) {
-  connect();
-  closeAndExpectEnd();
-  EXPECT_FALSE(postmaster.hasSocketName());
-  EXPECT_EQ(postmaster.tool().errors(), "");
-}
-
-class TestersEnd : public AppTest, public testing::WithParamInterface<int> {};
-
-// No word to the tester that the user interface goes: it has said so itself.
-TEST_P(TestersEnd, LeavesWithoutTellingTheTester) {
-  connect();
-  postmaster.send(GetParam());
-  postmaster.expect(MSG_DISCONNECT);
-  expectEnd();
-  EXPECT_FALSE(postmaster.hasSocketName());
-}
-
-INSTANTIATE_TEST_SUITE_P(AppTest, TestersEnd, testing::Values(MSG_T_EXIT, MSG_T_EXIT_CONFIRM));
-
-TEST_F(AppTest, LeavesUnderAnOpenBoxToo) {
-  connect();
-  postmaster.send(MSG_T_ERROR_BOX, "Error", "text");
-  user.awaitWindow("Error");
-  postmaster.send(MSG_T_EXIT);
-  postmaster.expect(MSG_DISCONNECT);
-  expectEnd();
-}
-
-TEST_F(AppTest, LeavesWhenTheWindowIsClosedUnderAnOpenBox) {
-  connect();
-  postmaster.send(MSG_T_QUESTION, "Question", "text");
-  user.awaitWindow("Question");
-  closeAndExpectEnd();
+  // The directory dialog goes there by itself.
+  std::filesystem::create_directory(folder / "sub dir");
+  postmaster.send(MSG_T_ASK_DIRECTORY, "", "");
+  user.awaitWindow("Select Source Directory");
+  user.press(XK_End);
+  user.type("sub dir\n\n");
+  postmaster.expect(MSG_UI_DIRECTORY, (folder / "sub dir").string() + "/");
+  expectAnswer();
+  EXPECT_EQ(workingFolder(), folder / "sub dir");
 }
 
 TEST_F(AppTest, LosesNoKeyAndNoLineInAFloodOfText) {
@@ -192,24 +133,130 @@ TEST_F(AppTest, LosesNoKeyAndNoLineInAFloodOfText) {
   constexpr int kMessages = 10000;
   constexpr int kPerCommand = 500;
   std::string expected;
-  const auto send = [&](int from) {
-    for (int i = from; i < from + kPerCommand; ++i) {
-      const std::string line = std::to_string(i) + "\n";
-      postmaster.send(MSG_T_TEXT, line);
-      expected += line;
+  for (int i = 0; i < kMessages; ++i) {
+    if (i == kPerCommand) {
+      awaitCommandLine();
+    } else if (i % kPerCommand == 0 && i > 0) {
+      const std::string line = "command " + std::to_string(i);
+      command(line);
+      postmaster.send(MSG_T_PROMPT, line);
     }
-  };
-  send(0);
-  awaitCommandLine();
-  for (int i = kPerCommand; i < kMessages; i += kPerCommand) {
-    send(i);
-    const std::string command = "command " + std::to_string(i);
-    user.type(command + "\n");
-    postmaster.expect(MSG_UI_COMMAND, command);
-    postmaster.send(MSG_T_PROMPT, command);
+    postmaster.send(MSG_T_TEXT, std::to_string(i) + "\n");
+    expected += std::to_string(i) + "\n";
   }
   expectAnswer();
   user.expectText(mainWindow, expected);
+}
+
+struct MenuRow {
+  screen::KeySymbol menu, item;  ///< without a menu, an accelerator
+  unsigned modifiers;
+  int tag;
+  const char* text;
+  int dest;
+};
+
+TEST_F(AppTest, SendsTheCommandsOfMenusAndAcceleratorsToTheirTools) {
+  connect();
+  for (const MenuRow& row : {
+           MenuRow{XK_f, XK_d, 0, MSG_UI_COMMAND, "Change-Directory", NELKV},
+           MenuRow{XK_v, XK_f, 0, MSG_UI_FIND, "", NELKV},
+           MenuRow{XK_h, XK_e, 0, MSG_HELP_REQUEST, "tessil-generator", NELLINK},
+           MenuRow{XK_h, XK_u, 0, MSG_HELP_REQUEST, "tessil-testerui", NELLINK},
+           MenuRow{XK_h, XK_k, 0, MSG_HELP_REQUEST, "tessil-tester", NELLINK},
+           MenuRow{XK_h, XK_c, 0, MSG_HELP_REQUEST, "tessil-tester-commands", NELLINK},
+           MenuRow{0, XK_F1, 0, MSG_HELP_REQUEST, "tessil-generator", NELLINK},
+           MenuRow{0, XK_h, screen::kControl, MSG_HELP_REQUEST, "tessil-testerui", NELLINK},
+           MenuRow{0, XK_1, screen::kControl, MSG_SHOW_ORGANIZER, "", NELLINK},
+       }) {
+    if (row.menu != 0) {
+      choose(row.menu, row.item);
+    } else {
+      user.press(row.item, row.modifiers);
+    }
+    const Message sent = postmaster.expect(row.tag);
+    EXPECT_EQ(std::pair(sent.text(), sent.dest), std::pair(std::string(row.text), row.dest));
+    // The keyboard is back at the command line after each command.
+    awaitCommandLine();
+  }
+  std::vector<screen::ScreenArea> buttons = user.fields(mainWindow);
+  std::erase_if(buttons, [](const auto& field) { return field.width != 24 || field.height != 22; });
+  ASSERT_EQ(buttons.size(), 5U);
+  user.click(buttons[3]);
+  EXPECT_EQ(postmaster.expect(MSG_SHOW_ORGANIZER).dest, NELLINK);
+  user.click(buttons[4]);
+  postmaster.expect(MSG_HELP_REQUEST, "tessil-testerui");
+  user.click(buttons[0]);
+  answer("Open Symbol File", "", XK_Escape);
+  awaitCommandLine();
+}
+
+TEST_F(AppTest, MenusOpenByF10AndTheWindowStaysUsableInEverySizeAndWithoutBars) {
+  connect();
+  for (const screen::KeySymbol last : {XK_Escape, XK_Return}) {
+    user.press(XK_F10);
+    // Nothing tells when the bar has taken the keyboard; a Down that comes before goes to the empty
+    // history and is pressed again.
+    const Deadline deadline(kAnswerTime);
+    do {
+      user.press(XK_Down);
+    } while (!user.seesMenu(Milliseconds{500}) && !deadline.hasPassed());
+    user.press(last == XK_Return ? XK_Down : XK_Escape);
+    user.press(last);
+    user.awaitNoMenu();
+    if (last == XK_Return) {
+      postmaster.expectLater(MSG_UI_COMMAND, "Change-Directory");
+    }
+    awaitCommandLine();
+  }
+  const std::pair<int, int> sizes[] = {{600, 280}, {900, 700}, {640, 400}, {700, 500}};
+  for (const auto& [width, height] : sizes) {
+    user.resize(mainWindow, width, height);
+    user.press(XK_t, screen::kControl);
+    user.press(XK_f, screen::kControl);
+    awaitCommandLine();
+  }
+}
+
+TEST_F(AppTest, NumbersClearsCopiesAndFindsInTheLog) {
+  connect();
+  tell("one\ntwo\n");
+  choose(XK_v, XK_l);
+  tell("three\n");
+  user.expectText(mainWindow, "one\n     1: two\n     2: three\n     3: ");
+  choose(XK_v, XK_l);
+  choose(XK_v, XK_t);
+  tell("x\n");
+  user.expectText(mainWindow, "------------- Text Log Cleared --------------\r\nx\n");
+}
+
+TEST_F(AppTest, CopiesFromTheLogPastesBehindWhatIsTypedAndFindsTheSelection) {
+  connect();
+  // What is selected when the key comes counts, not what was when the menu was seen.
+  choose(XK_v, XK_Escape);
+  tell("list-process");
+  user.expectText(mainWindow, "list-process");
+  user.press(XK_c, screen::kControl);
+  user.type("-");
+  user.press(XK_v, screen::kControl);
+  user.type("\n");
+  postmaster.expect(MSG_UI_COMMAND, "-list-process");
+  user.expectText(mainWindow, "list-process");
+  choose(XK_v, XK_s);
+  // The only place of the selection is where a search from the start does not look.
+  answer(kMainTitle);
+  awaitCommandLine();
+  user.press(XK_F3);
+  answer(kMainTitle);
+  answer(kMainTitle);  // on from the start
+  awaitCommandLine();
+  // The same again is the newest entry already, and replaces what is typed.
+  tell("drops the selection");
+  user.press(XK_c, screen::kControl);
+  user.type("z");
+  user.press(XK_v, screen::kControl);
+  user.type("\n");
+  postmaster.expect(MSG_UI_COMMAND, "zlist-process");
 }
 
 }  // namespace
