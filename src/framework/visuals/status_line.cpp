@@ -132,6 +132,11 @@ void zStatusLine::setText(int slot, const RWCString& newText) {
   }
 }
 
+RWCString zStatusLine::textAt(int slot) {
+  const zStatusItemText* item = textItem(slot);
+  return item == nullptr ? RWCString() : item->text();
+}
+
 int zStatusLine::draw(zEvent* event) {
   display()->lock();
   zRect interior;

@@ -30,6 +30,7 @@ class zStatusLine : public ziVisualPane {
   zStatusItem* itemById(int itemId);
   /// Sets the text of the item number `slot`, counted from 0 over those that take texts.
   void setText(int slot, const RWCString& text);
+  RWCString textAt(int slot);
 
   // Menu help.
   /// Takes `menu` (with null, none) as the one whose armed items are explained.

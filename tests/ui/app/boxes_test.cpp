@@ -5,7 +5,7 @@
 #include <iostream>
 
 #include "framework/core/application.h"
-#include "framework/core/idle_list.h"
+#include "framework/core/timer.h"
 #include "link/wire.h"
 #include "tests/ui/app/main_window.h"
 

@@ -12,7 +12,7 @@
 #include "app/wmain.h"
 #include "buttons/button_host.h"
 #include "buttons/group_pane.h"
-#include "framework/controls/record_controls.h"
+#include "framework/controls/control.h"
 #include "framework/core/x_settings.h"
 #include "framework/menus/menu.h"
 #include "link/message_numbers.h"
@@ -21,7 +21,7 @@
 #include "tests/support/connection.h"
 #include "tests/support/message.h"
 #include "tests/ui/support/ui_test.h"
-#include "textarea/ret_edit_line.h"
+#include "textarea/my_pane.h"
 #include "textarea/text_pane.h"
 
 #include <X11/keysym.h>

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "framework/draw/measure.h"
-#include "framework/draw/readable_display.h"
+#include "framework/draw/displays.h"
 #include "resources/resource_ids.h"
 #include "tests/ui/textarea/textarea_fixture.h"
 #include "textarea/command_queue.h"

@@ -8,7 +8,7 @@
 
 #include "framework/core/frame.h"
 #include "framework/draw/pictures.h"
-#include "framework/layout/grav_sizer.h"
+#include "framework/layout/sizers.h"
 #include "framework/visuals/toolbar.h"
 #include "tests/ui/support/ui_test.h"
 
