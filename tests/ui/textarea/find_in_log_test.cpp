@@ -100,7 +100,7 @@ TEST_F(FindInLog, TellsWhatItCannotFindAndOffersToSearchFromTheStart) {
     EXPECT_EQ(theTextPane->selectionRange(), (zTextRange{6, 9}));
     ui::ModalScript script;
     script.onDialog(row.title, [&row] {
-      EXPECT_EQ(ui::look(row.title), row.look);
+      ui::waitFor([&row] { return ui::look(row.title) == row.look; }, row.look);
       ui::pressKey(row.answer);
     });
     script.run([&] {
