@@ -99,90 +99,73 @@ TEST_F(UserLinkTest, TellsInOrderWhatTheLinkDidNotTakeAtOnce) {
   EXPECT_FALSE(user.isBlocked());
 }
 
-/// A question, its messages, what the user interface answers and what the asker gets.
+/// A question, its message, what the user interface answers and what the asker gets.
 struct Exchange {
-  void (*ask)(UserLink&, const AnswerHandler&);
-  std::vector<std::string> messages;
+  std::function<void(const AnswerHandler&)> ask;
+  std::string message;
   Answer reply;
-  AnswerKind kind;
-  std::string text;
-  int index = 0;
+  std::string answer;
 };
 
 TEST_F(UserLinkTest, AsksEachQuestionByItsMessageAndChecksTheAnswer) {
-  using User = UserLink&;
-  using Handler = const AnswerHandler&;
-  const auto choice = [](User u, Handler h) { u.askChoice("t", {"a", "b"}, h); };
-  const auto bits = [](User u, Handler h) { u.askBits("t", {"a", "b"}, h); };
-  const auto range = [](User u, Handler h) { u.askNumberInRange("t", {2, 5, true}, h); };
-  const auto strict = [](User u, Handler h) { u.askNumberInRange("t", {2, 5, false}, h); };
-  const std::vector<std::string> choiceText{"2005|Korvane Select|t|0|a,b"};
-  const std::vector<std::string> bitsText{"2010|Korvane Select|t|a,b"};
-  const std::vector<std::string> rangeText{"2019|Korvane Select|t|-1|5"};
-  const std::vector<std::string> strictText{"2019|Korvane Select|t|2|5"};
   using enum AnswerKind;
+  const auto yesNo = [this](const AnswerHandler& h) { user.askYesNo("c", "t", h); };
+  const auto error = [this](const AnswerHandler& h) { user.showError("c", "t", h); };
+  const auto text = [this](const AnswerHandler& h) { user.askText("t", h); };
+  const auto number = [this](const AnswerHandler& h) { user.askNumber("t", h); };
+  const auto range = [this](const AnswerHandler& h) {
+    user.askNumberInRange("t", {2, 5, true}, h);
+  };
+  const auto strict = [this](const AnswerHandler& h) { user.askNumberInRange("t", {2, 5}, h); };
+  const auto choice = [this](const AnswerHandler& h) { user.askChoice("t", {"a", "b"}, h); };
+  const auto none = [this](const AnswerHandler& h) { user.askChoice("t", {}, h); };
+  const auto bits = [this](const AnswerHandler& h) { user.askBits("t", {"a", "b"}, h); };
+  const auto values = [this](const AnswerHandler& h) { user.askParameters("t", {"a"}, h); };
+  const auto file = [this](const AnswerHandler& h) {
+    user.askFile({"T", "x", "X Files"}, "/d", h);
+  };
+  const auto directory = [this](const AnswerHandler& h) { user.askDirectory("/d", h); };
+  const auto wrongNumber = [](const std::string& given) {
+    return kept(kWrong, '"' + given + "\" is no number from 2 to 5.");
+  };
   const Exchange rows[] = {
-      {[](User u, Handler h) { u.askYesNo("c", "t", h); }, {"2001|c|t"}, {kNo}, kNo, ""},
-      {[](User u, Handler h) { u.showError("c", "t", h); },
-       {"2013|c|t"},
-       {kAcknowledged},
-       kAcknowledged,
-       ""},
-      {[](User u, Handler h) { u.askText("t", h); },
-       {"2003|Korvane Select|t"},
-       {kText, "x"},
-       kText,
-       "x"},
-      {[](User u, Handler h) { u.askNumber("t", h); },
-       {"2004|Korvane Select|t"},
-       {kNumber, "x"},
-       kNumber,
-       "x"},
-      {strict, strictText, {kNumber, "2"}, kNumber, "2"},
-      {strict, strictText, {kNumber, "*"}, kWrong, "\"*\" is no number from 2 to 5."},
-      {strict, strictText, {kNumber, "6"}, kWrong, "\"6\" is no number from 2 to 5."},
-      {range, rangeText, {kNumber, "*"}, kNumber, "*"},
-      {range, rangeText, {kNumber, "5"}, kNumber, "5"},
-      {range, rangeText, {kNumber, "1"}, kWrong, "\"1\" is no number from 2 to 5."},
-      {range, rangeText, {kNumber, "3x"}, kWrong, "\"3x\" is no number from 2 to 5."},
-      {choice, choiceText, {kChoice, "b"}, kChoice, "b", 1},
-      {choice, choiceText, {kChoice, "-"}, kWrong, "\"-\" is none of the choices."},
-      {choice, choiceText, {kCancelled}, kCancelled, ""},
-      {bits, bitsText, {kBits, "", {"b", "a"}}, kBits, "b,a"},
-      {bits, bitsText, {kBits, "", {"b", "c"}}, kWrong, "\"c\" is none of the choices."},
-      {[](User u, Handler h) { u.askChoice("t", {}, h); },
-       {"2005|Korvane Select|t|0|"},
-       {kCancelled},
-       kCancelled,
-       ""},
-      {[](User u, Handler h) { u.askParameters("t", {"a"}, h); },
-       {"2018|Korvane Select|t|0|a"},
-       {kParameters, "1"},
-       kParameters,
-       "1"},
-      {[](User u, Handler h) {
-         u.askFile({"T", "x", "X Files"}, "/d", h);
-       },
-       {"2009|T|/d|x|X Files"},
-       {kFile, "/f"},
-       kFile,
-       "/f"},
-      {[](User u, Handler h) { u.askDirectory("/d", h); },
-       {"2011|Select Source Directory|/d"},
-       {kDirectory, "/e"},
-       kDirectory,
-       "/e"},
+      {yesNo, "2001|c|t", {kNo}, kept(kNo, "")},
+      {error, "2013|c|t", {kAcknowledged}, kept(kAcknowledged, "")},
+      {text, "2003|Korvane Select|t", {kText, "x"}, kept(kText, "x")},
+      {number, "2004|Korvane Select|t", {kNumber, "x"}, kept(kNumber, "x")},
+      {strict, "2019|Korvane Select|t|2|5", {kNumber, "2"}, kept(kNumber, "2")},
+      {strict, "2019|Korvane Select|t|2|5", {kNumber, "*"}, wrongNumber("*")},
+      {strict, "2019|Korvane Select|t|2|5", {kNumber, "6"}, wrongNumber("6")},
+      {range, "2019|Korvane Select|t|-1|5", {kNumber, "*"}, kept(kNumber, "*")},
+      {range, "2019|Korvane Select|t|-1|5", {kNumber, "5"}, kept(kNumber, "5")},
+      {range, "2019|Korvane Select|t|-1|5", {kNumber, "1"}, wrongNumber("1")},
+      {range, "2019|Korvane Select|t|-1|5", {kNumber, "3x"}, wrongNumber("3x")},
+      {choice, "2005|Korvane Select|t|0|a,b", {kChoice, "b"}, kept(kChoice, "b", 1)},
+      {choice,
+       "2005|Korvane Select|t|0|a,b",
+       {kChoice, "-"},
+       kept(kWrong, R"("-" is none of the choices.)")},
+      {choice, "2005|Korvane Select|t|0|a,b", {kCancelled}, kept(kCancelled, "")},
+      {none, "2005|Korvane Select|t|0|", {kCancelled}, kept(kCancelled, "")},
+      {bits, "2010|Korvane Select|t|a,b", {kBits, "", {"b", "a"}}, kept(kBits, "b,a")},
+      {bits,
+       "2010|Korvane Select|t|a,b",
+       {kBits, "", {"b", "c"}},
+       kept(kWrong, R"("c" is none of the choices.)")},
+      {values, "2018|Korvane Select|t|0|a", {kParameters, "1"}, kept(kParameters, "1")},
+      {file, "2009|T|/d|x|X Files", {kFile, "/f"}, kept(kFile, "/f")},
+      {directory, "2011|Select Source Directory|/d", {kDirectory, "/e"}, kept(kDirectory, "/e")},
   };
   for (const Exchange& row : rows) {
-    SCOPED_TRACE(row.messages.front() + " <- " + row.reply.text);
-    row.ask(user, keep());
-    EXPECT_EQ(pump(), row.messages);
+    SCOPED_TRACE(row.message + " <- " + row.reply.text);
+    row.ask(keep());
+    EXPECT_THAT(pump(), ElementsAre(row.message));
     EXPECT_TRUE(user.isAsking());
     answers.clear();
     user.takeAnswer({row.reply.kind == kFile ? kText : kFile});
     user.takeAnswer(row.reply);
     user.takeAnswer(row.reply);
-    EXPECT_THAT(answers, ElementsAre(kept(row.kind, row.text, row.index)));
+    EXPECT_THAT(answers, ElementsAre(row.answer));
     EXPECT_FALSE(user.isAsking());
   }
 }
