@@ -1,27 +1,30 @@
 // The order in which events are offered, and what handlers may do meanwhile.
 
-#include <gmock/gmock.h>
-#include <X11/keysym.h>
+#include "tests/ui/core/core_test.h"
 
-#include "framework/core/application.h"
-#include "tests/ui/core/recording.h"
-#include "tests/ui/support/ui_test.h"
+#include <X11/keysym.h>
 
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
-
 constexpr int kId = 17;
 constexpr int kCode = 5;
-constexpr std::chrono::milliseconds kMultiClickTime{250};
 
 class Dispatch : public ::testing::Test {
  protected:
-  zEvent commandEvent(int id = kId, int code = kCode) {
+  /// What is written down while `event` is dispatched to `window`.
+  Journal dispatched(zEvent event, zWindow& window) {
+    journal.clear();
+    zDispatch(event, &window);
+    return journal;
+  }
+  static zEvent commandEvent(int id = kId, int code = kCode) {
     zEvent event = zEvent::of(kMsgCommand, id);
     event.lparam = code;
     return event;
+  }
+  static void waitForMultiClickTime() {
+    const Deadline deadline(Milliseconds(250));
+    ui::waitFor([&] { return deadline.hasPassed(); }, "earlier presses to be long ago");
   }
 
   Journal journal;
@@ -37,157 +40,164 @@ TEST_F(Dispatch, OffersToControlHandlersThenHandlersThenTheApplicationThenTheWin
       std::make_unique<zNotifyNode>(&recorder, toHandler(&Recorder::second), kMsgCommand));
   child.addParentHandler(&other, toHandler(&Recorder::first));
   child.addCtrlHandler(&recorder, toHandler(&Recorder::first), kCode);
-
-  zEvent event = commandEvent();
-  EXPECT_EQ(zDispatch(event, &pane), 0);
-  EXPECT_THAT(journal, ElementsAre("r.first 273", "o.first 273", "r.second 273", "command 273 17"));
-
-  journal.clear();
-  event = commandEvent(kId, kCode + 1);
-  zDispatch(event, &pane);
-  EXPECT_THAT(journal, ElementsAre("o.first 273", "r.second 273", "command 273 17"));
-
-  journal.clear();
-  event = commandEvent(kId + 1);
-  zDispatch(event, &pane);
-  EXPECT_THAT(journal, ElementsAre("r.second 273", "command 273 18"));
+  EXPECT_THAT(dispatched(commandEvent(), pane),
+              ElementsAre("r.first 273", "o.first 273", "r.second 273", "command 273 17"));
+  EXPECT_THAT(dispatched(commandEvent(kId, kCode + 1), pane),
+              ElementsAre("o.first 273", "r.second 273", "command 273 17"));
+  for (const int id : {kId - 1, kId + 1}) {
+    EXPECT_THAT(dispatched(commandEvent(id), pane),
+                ElementsAre("r.second 273", "command 273 " + std::to_string(id)));
+  }
+  zEvent noCommand = zEvent::of(kMsgKeyUp, kId);
+  EXPECT_THAT(dispatched(noCommand, pane), IsEmpty());
+  recorder.taken = 1;
+  EXPECT_THAT(dispatched(commandEvent(), pane), ElementsAre("r.first 273"));
+  EXPECT_THAT(dispatched(commandEvent(kId + 1), pane), ElementsAre("r.second 273"));
+  recorder.taken = 0;
 
   zApp::instance()->handlers().remove(zEvent::of(kMsgCommand), &recorder,
                                       toHandler(&Recorder::second));
+  child.removeCtrlHandler(&recorder, toHandler(&Recorder::first), kCode + 1);
+  child.removeParentHandler(&other, toHandler(&Recorder::second));
+  EXPECT_THAT(dispatched(commandEvent(), pane),
+              ElementsAre("r.first 273", "o.first 273", "command 273 17"));
   child.removeCtrlHandler(&recorder, toHandler(&Recorder::first), kCode);
   child.removeParentHandler(&other, toHandler(&Recorder::first));
-  journal.clear();
-  event = commandEvent();
-  zDispatch(event, &pane);
-  EXPECT_THAT(journal, ElementsAre("command 273 17"));
+  EXPECT_THAT(dispatched(commandEvent(), pane), ElementsAre("command 273 17"));
 }
 
-TEST_F(Dispatch, TheLatestHandlerRunsFirstAndMayStopTheOthers) {
-  frame.addHandler(&recorder, toHandler(&Recorder::first), kMsgMouseMove);
-  frame.addHandler(&other, toHandler(&Recorder::second), kMsgMouseMove);
-  zEvent event = zEvent::of(kMsgMouseMove);
-  EXPECT_EQ(zDispatch(event, &frame), 0);
-  EXPECT_THAT(journal, ElementsAre("o.second 512", "r.first 512"));
-  journal.clear();
-  other.taken = 1;
-  EXPECT_EQ(zDispatch(event, &frame), 1);
-  EXPECT_THAT(journal, ElementsAre("o.second 512"));
-}
-
-TEST_F(Dispatch, RemovingABindingTakesOutTheOneOfThatTargetAndMember) {
+TEST_F(Dispatch, TheLatestHandlerRunsFirstAndIsRemovedByTargetAndMember) {
+  const zEvent moved = zEvent::of(kMsgMouseMove);
   frame.addHandler(&recorder, toHandler(&Recorder::first), kMsgMouseMove);
   frame.addHandler(&recorder, toHandler(&Recorder::second), kMsgMouseMove);
   frame.addHandler(&other, toHandler(&Recorder::first), kMsgMouseMove);
+  EXPECT_THAT(dispatched(moved, frame), ElementsAre("o.first 512", "r.second 512", "r.first 512"));
+  other.taken = 1;
+  EXPECT_THAT(dispatched(moved, frame), ElementsAre("o.first 512"));
+  other.taken = 0;
   frame.removeHandler(&recorder, toHandler(&Recorder::first), kMsgMouseMove);
-  frame.removeHandler(&recorder, toHandler(&Recorder::first), kMsgButtonUp);
-  zEvent event = zEvent::of(kMsgMouseMove);
-  zDispatch(event, &frame);
-  EXPECT_THAT(journal, ElementsAre("o.first 512", "r.second 512"));
+  frame.removeHandler(&recorder, toHandler(&Recorder::second), kMsgButtonUp);
+  EXPECT_THAT(dispatched(moved, frame), ElementsAre("o.first 512", "r.second 512"));
 }
-
-/// Does something to its window while it is being called.
-class Meddler : public zEvH {
- public:
-  Meddler(zWindow*& window, Recorder& recorder) : target(window), helper(recorder) {}
-
-  int removeSelf(zEvent* /*event*/) {
-    target->removeHandler(this, toHandler(&Meddler::removeSelf), kMsgMouseMove);
-    return 0;
-  }
-  int removeOther(zEvent* /*event*/) {
-    target->removeHandler(&helper, toHandler(&Recorder::first), kMsgMouseMove);
-    return 0;
-  }
-  int destroyWindow(zEvent* /*event*/) {
-    delete std::exchange(target, nullptr);
-    return 0;
-  }
-
- private:
-  zWindow*& target;
-  Recorder& helper;
-};
 
 TEST_F(Dispatch, AHandlerMayRemoveItselfOrTheNextOneInTheMiddleOfAWalk) {
-  zWindow* window = &frame;
-  Meddler meddler(window, recorder);
+  Recorder meddler(journal, "m");
+  meddler.action = [&] {
+    frame.removeHandler(&meddler, toHandler(&Recorder::first), kMsgMouseMove);
+    frame.removeHandler(&recorder, toHandler(&Recorder::first), kMsgMouseMove);
+  };
   frame.addHandler(&other, toHandler(&Recorder::second), kMsgMouseMove);
   frame.addHandler(&recorder, toHandler(&Recorder::first), kMsgMouseMove);
-  frame.addHandler(&meddler, toHandler(&Meddler::removeOther), kMsgMouseMove);
-  frame.addHandler(&meddler, toHandler(&Meddler::removeSelf), kMsgMouseMove);
-  zEvent event = zEvent::of(kMsgMouseMove);
-  zDispatch(event, &frame);
-  EXPECT_THAT(journal, ElementsAre("o.second 512"));
+  frame.addHandler(&meddler, toHandler(&Recorder::first), kMsgMouseMove);
+  EXPECT_THAT(dispatched(zEvent::of(kMsgMouseMove), frame),
+              ElementsAre("m.first 512", "o.second 512"));
+  EXPECT_THAT(dispatched(zEvent::of(kMsgMouseMove), frame), ElementsAre("o.second 512"));
 }
 
+// Each of the events of a click, a key and a change of the focus may destroy the window.
 TEST_F(Dispatch, AHandlerMayDestroyTheWindowOfTheEvent) {
-  frame.show();
-  zWindow* pane =
-      new RecordingPane(&frame, new zGravSizer(kGravityFill, 0, frame.sizer()), journal);
-  frame.sizer()->update(nullptr);
-  Meddler meddler(pane, recorder);
-  pane->addHandler(&recorder, toHandler(&Recorder::first), kMsgButtonDown);
-  pane->addHandler(&meddler, toHandler(&Meddler::destroyWindow), kMsgButtonDown);
-  Widget widget = pane->widget();
-  ui::waitFor([&] { return ui::isViewable(widget); }, "the pane on the screen");
-  ui::click(widget, 5, 5);
-  ui::waitFor([&] { return pane == nullptr; }, "the click to destroy the pane");
-  ui::drain();
-  EXPECT_THAT(journal, IsEmpty());
+  frame.bringUp();
+  for (const int message :
+       {kMsgButtonDown, kMsgButtonUp, kMsgMouseMove, kMsgFocusIn, kMsgKeyDown}) {
+    SCOPED_TRACE(message);
+    zWindow* pane = new RecordingPane(&frame, frame.fill(), journal, kStyleTabStop);
+    frame.sizer()->update(nullptr);
+    recorder.action = [&] { delete std::exchange(pane, nullptr); };
+    other.action = [] { ADD_FAILURE() << "asked after the end of the window"; };
+    pane->addHandler(&other, toHandler(&Recorder::first), message);
+    pane->addHandler(&recorder, toHandler(&Recorder::first), message);
+    Widget widget = pane->widget();
+    ui::waitFor([&] { return ui::isViewable(widget); }, "the pane on the screen");
+    if (message == kMsgFocusIn || message == kMsgKeyDown) {
+      pane->startFocusTimer();
+      ui::waitFor([&] { return pane == nullptr || ui::focusIs(widget); }, "the focus");
+      ui::pressKey(XK_x);
+    } else {
+      ui::click(widget, 5, 5);
+    }
+    ui::waitFor([&] { return pane == nullptr; }, "the pane's end");
+    ui::drain();
+  }
+  EXPECT_THAT(journal, testing::Not(testing::Contains("character 258 120")));
 }
 
 TEST_F(Dispatch, KeysGoToHandlersThenToAcceleratorsThenToTheCharacterOperation) {
-  RecordingPane pane(&frame, new zGravSizer(kGravityFill, 0, frame.sizer()), journal,
-                     kStyleTabStop);
+  RecordingPane pane(&frame, frame.fill(), journal, kStyleTabStop);
   zApp::instance()->loadAccelerators(1800);
   frame.show();
   pane.startFocusTimer();
   ui::waitForFocus(pane.widget());
   pane.addPlainHandler(&recorder, toHandler(&Recorder::first), kMsgKeyDown);
-  journal.clear();
-
-  ui::pressKey(XK_x);
-  ui::pressKey(XK_F5);
-  EXPECT_THAT(journal, ElementsAre("r.first 256", "character 258 120", "r.first 256"))
-      << "a key without a character never reaches the character operation";
-
-  journal.clear();
+  pane.addPlainHandler(&recorder, toHandler(&Recorder::second), kMsgKeyUp);
   frame.addHandler(&other, toHandler(&Recorder::second), kMsgCommand);
-  ui::pressKey(XK_q, ui::kControl);
-  EXPECT_THAT(journal, ElementsAre("r.first 256", "r.first 256", "o.second 273"))
+  const auto pressed = [&](ui::KeySymbol key, unsigned modifiers = ui::kNoModifier) {
+    journal.clear();
+    ui::pressKey(key, modifiers);
+    std::erase(journal, "r.second 257");
+    return journal;
+  };
+  const char* const down = "r.first 256";
+  EXPECT_THAT(pressed(XK_x), ElementsAre(down, "character 258 120"));
+  EXPECT_THAT(pressed(XK_F5), ElementsAre(down)) << "a key without a character is none";
+  EXPECT_THAT(pressed(XK_q, ui::kControl), ElementsAre(down, down, "o.second 273"))
       << "Control itself, then the accelerator's command, and no character";
-
-  journal.clear();
   {
     const zApp::ModalScope modal;
-    ui::pressKey(XK_q, ui::kControl);
+    EXPECT_THAT(pressed(XK_q, ui::kControl), ElementsAre(down, down, "character 258 17"));
   }
-  zApp::instance()->loadAccelerators(0);
-  ui::pressKey(XK_q, ui::kControl);
-  EXPECT_THAT(journal, ::testing::Not(::testing::Contains("o.second 273")))
-      << "silent in a modal dialog and without a table";
-
-  zApp::instance()->loadAccelerators(1800);
-  journal.clear();
+  EXPECT_EQ(zApp::instance()->loadAccelerators(0), 0);
+  EXPECT_THAT(pressed(XK_q, ui::kControl), ElementsAre(down, down, "character 258 17"));
+  EXPECT_EQ(zApp::instance()->loadAccelerators(1800), 1);
   recorder.taken = 1;
-  ui::pressKey(XK_q, ui::kControl);
-  EXPECT_THAT(journal, ElementsAre("r.first 256", "r.first 256"));
+  EXPECT_THAT(pressed(XK_q, ui::kControl), ElementsAre(down, down));
+  journal.clear();
+  ui::pressKey(XK_y);
+  EXPECT_THAT(journal, ElementsAre(down, "r.second 257"));
 }
 
 TEST_F(Dispatch, AQuickSecondPressIsADoubleClickEvenOnAnotherWindow) {
   RecordingPane left(&frame, new zGravSizer(kGravityLeft, 150, frame.sizer()), journal);
-  RecordingPane right(&frame, new zGravSizer(kGravityFill, 0, frame.sizer()), journal);
+  RecordingPane right(&frame, frame.fill(), journal);
   frame.show();
   ui::waitFor([&] { return ui::isViewable(left.widget()) && ui::isViewable(right.widget()); },
               "both panes on the screen");
-  const auto start = std::chrono::steady_clock::now();
-  ui::waitFor([&] { return std::chrono::steady_clock::now() - start > kMultiClickTime; },
-              "earlier presses to be long ago");
+  waitForMultiClickTime();
   journal.clear();
-  ui::click(left.widget(), 10, 10);
-  ui::click(right.widget(), 10, 10);
-  ui::waitFor([&] { return journal.size() >= 4; }, "both clicks");
+  const auto clicked = [&](const zWindow& window) {
+    const std::size_t before = journal.size();
+    ui::click(window.widget(), 10, 10);
+    ui::waitFor([&] { return journal.size() >= before + 2; }, "the click");
+  };
+  clicked(left);
+  clicked(right);
+  std::erase(journal, "moved 512 0");
   EXPECT_THAT(journal, ElementsAre("down 513 0", "up 514 0", "down 515 0", "up 514 0"));
+}
+
+TEST_F(Dispatch, AllWindowsAboveHearOfAChangeOfTheFocus) {
+  RecordingPane outer(&frame, frame.fill(), journal, kStyleTabStop, 10);
+  RecordingPane board(&outer, nullptr, journal, kStyleTabStop, 20);
+  const auto half = [&] { return new zGravSizer(kGravityLeft, 100, board.sizer()); };
+  auto first = std::make_unique<RecordingPane>(&board, half(), journal, kStyleTabStop, 1);
+  RecordingPane second(&board, half(), journal, kStyleTabStop, 2);
+  frame.bringUp();
+  const auto heard = [&](RecordingPane& target) {
+    journal.clear();
+    target.startFocusTimer();
+    ui::waitForFocus(target.widget());
+    ui::drain();
+    return journal;
+  };
+  heard(*first);
+  EXPECT_THAT(heard(second), ElementsAre("focus 8 0", "focus 7 0", "20: 1 to 2", "10: 1 to 2"));
+  heard(*first);
+  journal.clear();
+  first.reset();
+  ui::drain();
+  journal.clear();
+  second.startFocusTimer();
+  ui::waitFor([&] { return !journal.empty(); }, "the focus");
+  EXPECT_THAT(journal, testing::Contains(testing::AnyOf("10: none to 2", "10: 2 to 2")));
 }
 
 TEST_F(Dispatch, ChildrenAreFoundByIdAndSiblingsGoRound) {
@@ -198,11 +208,22 @@ TEST_F(Dispatch, ChildrenAreFoundByIdAndSiblingsGoRound) {
   RecordingPane third(&frame, nullptr, journal, 0, 2);
   EXPECT_EQ(frame.childById(2), &second);
   EXPECT_EQ(frame.childById(9), nullptr);
+  EXPECT_EQ(second.nextSibling(), &third);
   EXPECT_EQ(third.nextSibling(), &first);
   EXPECT_EQ(first.previousSibling(), &third);
   EXPECT_EQ(second.previousSibling(), &first);
   EXPECT_EQ(frame.nextSibling(), &frame);
+  EXPECT_EQ(frame.previousSibling(), &frame);
   EXPECT_EQ(frame.defaultButton(), nullptr);
+}
+
+TEST_F(Dispatch, EnablingIsToldWithTheNewState) {
+  RecordingPane pane(&frame, nullptr, journal);
+  pane.addHandler(&recorder, toHandler(&Recorder::first), kMsgEnable);
+  recorder.action = [&] { journal.push_back(pane.isEnabled() ? "enabled" : "disabled"); };
+  pane.disable();
+  pane.enable();
+  EXPECT_THAT(journal, ElementsAre("r.first 10", "disabled", "r.first 10", "enabled"));
 }
 
 }  // namespace

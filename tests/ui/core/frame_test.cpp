@@ -1,125 +1,263 @@
-// Frames on the screen: geometry, closing, activation.
+// Frames on the screen: geometry, show states, activation, and what desktops are told of them.
 
-#include <gmock/gmock.h>
+#include "framework/core/frame.h"
 
-#include "framework/core/application.h"
+#include <unistd.h>
+
+#include "framework/core/desktop_properties.h"
+#include "framework/core/dialog_frame.h"
+#include "framework/core/message_box.h"
+#include "framework/core/x_settings.h"
+#include "framework/draw/pictures.h"
+#include "framework/draw/res_id.h"
 #include "framework/draw/screen.h"
-#include "tests/ui/core/recording.h"
-#include "tests/ui/support/ui_test.h"
+#include "resources/resource_ids.h"
+#include "tests/ui/core/core_test.h"
 
-#include <X11/Xlib.h>
-#include <X11/Xutil.h>
+#include <X11/keysym.h>
 
 namespace {
 
-using ::testing::AllOf;
-using ::testing::ElementsAre;
-using ::testing::Ge;
-using ::testing::Le;
+using testing::AllOf;
+using testing::Ge;
+using testing::Le;
 
-void showAndWait(zAppFrame& frame) {
-  frame.show();
-  ui::waitFor([&] { return ui::isViewable(frame.shell()); }, "the frame on the screen");
+constexpr int kRoomAcross = 16;
+constexpr int kRoomDown = 40;
+
+TEST(Frame, StartsWhereAndAsLargeAsItIsToldOrAsTheScreenAndTheSettingSuggest) {
+  const std::string key = zApp::instance()->name() + ".startSize";
+  ziScreen& screen = theScreen();
+  const zDimension all = screen.size();
+  const int plain = screen.dotsPerInchX;
+  const zDimension most = {all.width - kRoomAcross, all.height - kRoomDown};
+  const struct {
+    const char* setting;
+    int density;
+    zSizer* sizer;
+    zDimension size;
+  } rows[] = {
+      {"", 96, new zSizer(nullptr), {all.width / 2, all.height / 3}},
+      {"500x300", 96, new zSizer(nullptr), {500, 300}},
+      {"500x300", 75, new zSizer(nullptr), {500, 300}},
+      {"500x300", 192, new zSizer(nullptr), {1000, 600}},
+      {"5000x300", 96, new zSizer(nullptr), {most.width, 300}},
+      {"300x5000", 96, new zSizer(nullptr), {300, most.height}},
+      {"5000x5000", 96, new zSizer(nullptr), most},
+      {"500x300", 96, new zSizer(zPoint{70, 60}, zDimension{90, 80}), {90, 80}},
+  };
+  for (const auto& row : rows) {
+    setXResource(key, row.setting);
+    screen.dotsPerInchX = screen.dotsPerInchY = row.density;
+    const TestFrame frame(row.sizer);
+    const zRect place = frame.sizer()->rect();
+    SCOPED_TRACE(std::string(row.setting) + " " + std::to_string(place.left));
+    EXPECT_EQ(place.size(), row.size);
+    EXPECT_EQ(ui::resource(frame.shell(), "width"), row.size.width);
+    EXPECT_EQ(ui::resource(frame.shell(), "height"), row.size.height);
+    EXPECT_EQ(ui::resource(frame.shell(), "y"), place.top);
+    EXPECT_THAT(place.left, AllOf(Ge(0), Le(std::min(all.width / 2, most.width - row.size.width))));
+    EXPECT_THAT(place.top,
+                AllOf(Ge(0), Le(std::min(all.height / 2, most.height - row.size.height))));
+  }
+  screen.dotsPerInchX = screen.dotsPerInchY = plain;
+  setXResource(key, "");
 }
 
-TEST(Frame, WithoutAGivenPlaceItTakesAPartOfTheScreenInTheUpperLeftQuarter) {
-  const TestFrame frame(new zSizer(nullptr));
-  const ziScreen& screen = theScreen();
-  EXPECT_EQ(frame.sizer()->size(), (zDimension{screen.screenWidth / 2, screen.screenHeight / 3}));
-  EXPECT_THAT(frame.sizer()->pos().x, AllOf(Ge(0), Le(screen.screenWidth / 2)));
-  EXPECT_THAT(frame.sizer()->pos().y, AllOf(Ge(0), Le(screen.screenHeight / 2)));
+TEST(Frame, AsksForTheDecorationsAndFunctionsOfItsStyle) {
+  const struct {
+    std::uint32_t style;
+    int decorations, functions;
+  } rows[] = {{0, 2, 36},
+              {kStyleTitleBar, 10, 36},
+              {kStyleBorder, 2, 36},
+              {kStyleSystemMenu, 18, 36},
+              {kStyleMinimizeBox, 34, 44},
+              {kStyleMaximizeBox, 66, 52},
+              {kStyleResizeFrame, 6, 38},
+              {kStyleMainWindow, 126, 62}};
+  for (const auto& row : rows) {
+    const TestFrame frame(new zSizer(nullptr), "Frame", row.style);
+    EXPECT_EQ(ui::resource(frame.shell(), "mwmDecorations"), row.decorations) << row.style;
+    EXPECT_EQ(ui::resource(frame.shell(), "mwmFunctions"), row.functions) << row.style;
+  }
 }
 
-TEST(Frame, TheFirstOneIsTheMainWindowAndAnotherOneIsNot) {
+TEST(Frame, ComesUpInTheShowStateAskedFor) {
+  for (const int state : {kShowMinimized, kShowMinimize, kShowMinNoActive}) {
+    TestFrame frame;
+    frame.show(state);
+    ui::waitFor([&] { return isIconic(frame.shell()); }, "the icon");
+    EXPECT_FALSE(ui::isViewable(frame.shell()));
+  }
+  TestFrame frame;
+  frame.bringUp(kShowMaximized);
+  ui::waitFor([&] { return frame.exterior() == zRect({}, theScreen().size()); },
+              "the whole screen");
+  EXPECT_FALSE(isIconic(frame.shell()));
+}
+
+TEST(Frame, OnlyTheMainWindowTheFirstHasShowStates) {
   TestFrame first;
   TestFrame second;
   EXPECT_EQ(zApp::instance()->mainWindow(), &first);
-  showAndWait(first);
-  showAndWait(second);
+  EXPECT_TRUE(first.isMainWindow());
+  EXPECT_FALSE(second.isMainWindow());
+  first.bringUp();
+  second.bringUp();
   second.show(kShowHide);
   ui::drain();
-  EXPECT_TRUE(ui::isViewable(second.shell())) << "only the main window has show states";
+  EXPECT_TRUE(ui::isViewable(second.shell()));
   first.show(kShowHide);
   ui::waitFor([&] { return !ui::isViewable(first.shell()); }, "the main window to go");
-  first.show(kShowNormal);
-  ui::waitFor([&] { return ui::isViewable(first.shell()); }, "the main window to come back");
+  first.bringUp();
+  first.show(kShowMinimize);
+  constexpr unsigned long kIconicState = 3;
+  EXPECT_EQ(propertyOf(ui::windowOf(first.shell()), "WM_HINTS").at(2), kIconicState);
+  EXPECT_TRUE(ui::isViewable(first.shell())) << "for the next time that it is mapped";
+  first.show(kShowMaximized);
+  ui::waitFor([&] { return first.exterior() == zRect({}, theScreen().size()); },
+              "the whole screen");
 }
 
 TEST(Frame, TheOuterRectangleHasTheDecorationAndIsWhatMovingTakes) {
   TestFrame frame;
-  showAndWait(frame);
+  frame.moveResize(320, 240, 450, 350);
+  EXPECT_EQ(frame.exterior(), zRect(zPoint{320, 240}, zDimension{450, 350}));
+  frame.bringUp();
+  EXPECT_EQ(ui::areaOf(frame.shell()).width, 450) << "asked for before there was a decoration";
+  EXPECT_EQ(ui::areaOf(frame.shell()).height, 350);
+  EXPECT_EQ(frame.exterior().pos(), (zPoint{320, 240}));
   frame.moveResize(200, 150, 500, 400);
-  ui::waitFor(
-      [&] {
-        zRect now;
-        frame.getExterior(now);
-        return now.size() == zDimension{500, 400};
-      },
-      "the outer size asked for");
+  ui::waitFor([&] { return frame.exterior().size() == zDimension{500, 400}; }, "the outer size");
   const ui::ScreenArea client = ui::areaOf(frame.shell());
   EXPECT_LT(client.width, 500);
   EXPECT_LT(client.height, 400 - 10);
-  zRect again;
-  const unsigned long before = XNextRequest(ui::display());
-  frame.getExterior(again);
-  EXPECT_EQ(XNextRequest(ui::display()), before) << "what is known is not asked again";
+  EXPECT_GT(client.x, 200);
+  EXPECT_GT(client.y, 150 + 10);
+  const unsigned long before = nextRequest();
+  frame.exterior();
+  EXPECT_EQ(nextRequest(), before) << "what is known is not asked again";
+  frame.moveResize(0, 0, 1, 1);
+  ui::waitFor([&] { return ui::areaOf(frame.shell()).width < 200; }, "the least size");
 }
 
-TEST(Frame, AMoveBeforeItIsShownTakesEffectWhenItIs) {
-  TestFrame frame;
-  frame.moveResize(320, 240, 450, 350);
-  showAndWait(frame);
-  EXPECT_EQ(ui::areaOf(frame.shell()).width, 450);
-  EXPECT_EQ(ui::areaOf(frame.shell()).height, 350);
-  zRect outer;
-  frame.getExterior(outer);
-  EXPECT_EQ(outer.pos(), (zPoint{320, 240}));
+TEST(Frame, ThatWasNotShownYetStandsOnTheScreen) {
+  const zDimension all = theScreen().size();
+  const std::pair<zPoint, zPoint> rows[] = {
+      {{-5, -6}, {0, 0}}, {{all.width, all.height}, {all.width - 90, all.height - 80}}};
+  for (const auto& [asked, taken] : rows) {
+    TestFrame frame(new zSizer(asked, zDimension{90, 80}));
+    EXPECT_EQ(frame.exterior(), zRect(taken, zDimension{90, 80}));
+  }
 }
 
-TEST(Frame, SizesThatTheUserTypesCountFromNothing) {
+TEST(Frame, SizesThatTheUserTypesCountFromNothingAndHaveALimit) {
   TestFrame frame;
+  frame.bringUp();
+  const auto hints = [&] {
+    const auto words = propertyOf(ui::windowOf(frame.shell()), "WM_NORMAL_HINTS");
+    return std::vector<unsigned long>{words.at(5), words.at(6), words.at(15), words.at(16)};
+  };
   frame.setMinSize({300, 200});
-  showAndWait(frame);
-  XSizeHints hints;
-  long supplied = 0;
-  XGetWMNormalHints(zApp::instance()->display(), ui::windowOf(frame.shell()), &hints, &supplied);
-  EXPECT_TRUE((hints.flags & PBaseSize) != 0);
-  EXPECT_EQ(hints.base_width, 0);
-  EXPECT_EQ(hints.base_height, 0);
+  EXPECT_THAT(hints(), ElementsAre(300, 200, 0, 0));
+  EXPECT_EQ(frame.minSize(), (zDimension{300, 200}));
+  frame.lockMinSize();
+  EXPECT_EQ(frame.minSize(), frame.exterior().size());
 }
 
-TEST(Frame, TellsWhenTheWindowManagerActivatesIt) {
+TEST(Frame, TellsWhenTheWindowManagerActivatesItAndAsksToCloseIt) {
   TestFrame first;
-  showAndWait(first);
-  ui::waitFor([&] { return !first.activations.empty(); }, "activation");
+  first.bringUp();
+  ui::waitFor([&] { return !first.seen.empty(); }, "activation");
+  grabKeyboardFor(first.widget());
   TestFrame second;
-  showAndWait(second);
-  ui::waitFor([&] { return first.activations.size() >= 2; }, "deactivation");
-  EXPECT_THAT(first.activations, ElementsAre("in", "out"));
+  second.bringUp();
+  ui::waitFor([&] { return first.seen.size() >= 2; }, "deactivation");
+  ui::closeByWindowManager(ui::windowOf(first.shell()));
+  ui::waitFor([&] { return first.seen.size() >= 4; }, "the question");
+  EXPECT_THAT(first.seen, ElementsAre("in", "out", "handler 16", "close 16"));
 }
 
 TEST(Frame, AResizeByTheWindowManagerTravelsThroughSizersAndPanes) {
   Journal journal;
   TestFrame frame;
   RecordingPane left(&frame, new zGravSizer(kGravityLeft, 120, frame.sizer()), journal);
-  RecordingPane rest(&frame, new zGravSizer(kGravityFill, 0, frame.sizer()), journal);
+  RecordingPane rest(&frame, frame.fill(), journal);
   RecordingPane strip(&rest, new zGravSizer(kGravityBottom, 30, rest.sizer()), journal);
   RecordingPane inside(&strip, nullptr, journal);
-  showAndWait(frame);
+  frame.bringUp();
   const ui::ScreenArea before = ui::areaOf(frame.widget());
   frame.moveResize(100, 100, 640, 480);
   ui::waitFor([&] { return ui::areaOf(frame.widget()).width != before.width; }, "the new size");
   ui::drain();
   const ui::ScreenArea board = ui::areaOf(frame.widget());
+  const int restWidth = board.width - 120;
+  const ui::ScreenArea expectedStrip = {board.x + 120, board.y + board.height - 30, restWidth, 30};
   EXPECT_EQ(ui::areaOf(left.widget()), (ui::ScreenArea{board.x, board.y, 120, board.height}));
   EXPECT_EQ(ui::areaOf(rest.widget()),
-            (ui::ScreenArea{board.x + 120, board.y, board.width - 120, board.height}));
-  const ui::ScreenArea expectedStrip = {board.x + 120, board.y + board.height - 30,
-                                        board.width - 120, 30};
+            (ui::ScreenArea{board.x + 120, board.y, restWidth, board.height}));
   EXPECT_EQ(ui::areaOf(strip.widget()), expectedStrip);
   EXPECT_EQ(ui::areaOf(inside.widget()), expectedStrip)
       << "a window without a sizer follows its parent";
-  EXPECT_EQ(rest.sizer()->size(), (zDimension{board.width - 120, board.height}));
+  EXPECT_EQ(rest.sizer()->size(), (zDimension{restWidth, board.height}));
+}
+
+TEST(DesktopProperties, ATitleIsLatin1UnlessItIsWellFormedUtf8) {
+  const std::pair<std::string, std::string> cases[] = {
+      {"caf\xE9", "caf\xC3\xA9"},
+      {"caf\xC3\xA9", "caf\xC3\xA9"},
+      {"\xF4\x8F\xBF\xBF", "\xF4\x8F\xBF\xBF"},                  // the last character
+      {"\xF4\x90\x80\x80", "\xC3\xB4\xC2\x90\xC2\x80\xC2\x80"},  // beyond it
+      {"\xED\xA0\x80", "\xC3\xAD\xC2\xA0\xC2\x80"},              // a surrogate
+      {"\xED\x9F\xBF\xEE\x80\x80", "\xED\x9F\xBF\xEE\x80\x80"},  // round the surrogates
+      {"\xC0\xAF", "\xC3\x80\xC2\xAF"},                          // longer than needed
+      {"\xC2\x80\xE0\xA0\x80", "\xC2\x80\xE0\xA0\x80"},          // as long as needed
+      {"\xE2\x82", "\xC3\xA2\xC2\x82"},                          // cut off
+  };
+  for (const auto& [title, expected] : cases) {
+    EXPECT_EQ(titleInUtf8(title), expected) << title;
+  }
+}
+
+void expectAnnounced(Window window, const char* type, const std::string& title) {
+  using Items = std::vector<unsigned long>;
+  EXPECT_EQ(propertyOf(window, "_NET_WM_WINDOW_TYPE"), Items{atomNamed(type)});
+  EXPECT_EQ(propertyOf(window, "_NET_WM_PID"), Items{static_cast<unsigned long>(getpid())});
+  EXPECT_FALSE(propertyOf(window, "WM_CLIENT_MACHINE").empty())
+      << "alone a process number says nothing";
+  const Items bytes = propertyOf(window, "_NET_WM_NAME");
+  EXPECT_EQ(std::string(bytes.begin(), bytes.end()), title);
+}
+
+TEST(DesktopProperties, TellTypeProcessPresentTitleAndIconOfEachWindow) {
+  const auto iconOf = [](const zFrameWin& window) {
+    return propertyOf(ui::windowOf(window.shell()), "_NET_WM_ICON");
+  };
+  TestFrame frame(new zSizer(200, 150, 400, 300), "Parent");
+  frame.setIcon(zResId(kIconMain));
+  frame.show();
+  Window window = ui::waitForDialog("Parent");
+  expectAnnounced(window, "_NET_WM_WINDOW_TYPE_NORMAL", "Parent");
+  EXPECT_EQ(iconOf(frame), zIcon(zResId(kIconMain)).windowManagerPixels());
+  for (const bool wanted : {true, false}) {
+    constexpr unsigned long kUrgency = 1U << 8;
+    demandAttention(frame.shell(), wanted);
+    EXPECT_EQ((propertyOf(window, "WM_HINTS").at(0) & kUrgency) != 0, wanted);
+  }
+  zDialogFrame dialog(&frame, new zSizer(0, 0, 100, 50), 0);
+  dialog.setCaption("Gr\xFC\xDF");
+  expectAnnounced(ui::windowOf(dialog.shell()), "_NET_WM_WINDOW_TYPE_DIALOG", "Gr\xC3\xBC\xC3\x9F");
+  dialog.setIcon(zResId(kIconText));
+  EXPECT_EQ(iconOf(dialog), zIcon(zResId(kIconText)).windowManagerPixels());
+  dialog.setIcon(std::unique_ptr<zIcon>());
+  EXPECT_THAT(iconOf(dialog), IsEmpty());
+  ui::ModalScript script;
+  script.onDialog("Box", [] {
+    expectAnnounced(ui::windowWithTitle("Box"), "_NET_WM_WINDOW_TYPE_DIALOG", "Box");
+    ui::pressKey(XK_Escape);
+  });
+  script.run([&] { return zMessage(&frame, "Text", "Box", kBoxOk).result; });
 }
 
 }  // namespace

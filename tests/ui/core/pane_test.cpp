@@ -1,18 +1,13 @@
-// Panes: creation, painting, scrolling, adoption, destruction.
+// Panes: creation, painting, scrolling, adoption, destruction, focus.
 
-#include <gmock/gmock.h>
+#include "framework/core/pane.h"
 
-#include "framework/core/application.h"
 #include "framework/draw/screen.h"
-#include "framework/draw/x_handles.h"
-#include "tests/ui/core/recording.h"
-#include "tests/ui/support/ui_test.h"
+#include "tests/ui/core/core_test.h"
 
-#include <X11/Intrinsic.h>
+#include <X11/keysym.h>
 
 namespace {
-
-using ::testing::ElementsAre;
 
 class Pane : public ::testing::Test {
  protected:
@@ -21,22 +16,34 @@ class Pane : public ::testing::Test {
     ui::waitFor([&] { return pane.paints > 0; }, "the first paint");
     ui::drain();
   }
-  zSizer* fill() { return new zGravSizer(kGravityFill, 0, frame.sizer()); }
+  /// What one paint covers that waits now, counted from the present number of paints.
+  static zRect nextPaint(RecordingPane& pane) {
+    const int before = pane.paints;
+    ui::waitFor([&] { return pane.paints > before; }, "a paint");
+    ui::drain();
+    EXPECT_EQ(pane.paints, before + 1);
+    return pane.lastPaint;
+  }
+  static zRect everything() { return zRect({}, theScreen().size()); }
 
   Journal journal;
   TestFrame frame;
 };
 
 TEST_F(Pane, AnUnreasonableSizeBecomesThatOfTheScreen) {
-  const RecordingPane pane(&frame, new zSizer(0, 0, 5001, 10, nullptr), journal);
-  const ui::ScreenArea screen = {0, 0, theScreen().screenWidth, theScreen().screenHeight};
-  frame.show();
-  EXPECT_EQ(ui::areaOf(pane.widget()).width, screen.width);
-  EXPECT_EQ(ui::areaOf(pane.widget()).height, screen.height);
+  const zDimension screen = theScreen().size();
+  const std::pair<zDimension, zDimension> rows[] = {
+      {{5001, 10}, screen}, {{10, 5001}, screen}, {{5000, 10}, {5000, 10}}, {{0, 10}, {1, 10}}};
+  for (const auto& [asked, taken] : rows) {
+    const RecordingPane pane(&frame, new zSizer(zPoint{3, 4}, asked), journal);
+    EXPECT_EQ(ui::resource(pane.widget(), "width"), taken.width);
+    EXPECT_EQ(ui::resource(pane.widget(), "height"), taken.height);
+    EXPECT_EQ(ui::resource(pane.widget(), "x"), 3);
+  }
 }
 
 TEST_F(Pane, IsReadyOnceWithTheFirstExposureAndNotBefore) {
-  RecordingPane pane(&frame, fill(), journal);
+  RecordingPane pane(&frame, frame.fill(), journal);
   EXPECT_FALSE(pane.display()->isReady());
   showFrame(pane);
   EXPECT_EQ(pane.readies, 1);
@@ -44,21 +51,17 @@ TEST_F(Pane, IsReadyOnceWithTheFirstExposureAndNotBefore) {
 }
 
 TEST_F(Pane, OnePaintServesAllRectanglesThatWaitAndNothingMore) {
-  RecordingPane pane(&frame, fill(), journal);
+  RecordingPane pane(&frame, frame.fill(), journal);
   showFrame(pane);
-  pane.paints = 0;
   for (int i = 0; i < 20; ++i) {
     zRect rect(10 * i, 10 * i, 10 * i + 5, 10 * i + 5);
     pane.invalidate(&rect, 1);
   }
-  ui::waitFor([&] { return pane.paints > 0; }, "a paint");
-  ui::drain();
-  EXPECT_EQ(pane.paints, 1);
-  EXPECT_EQ(pane.lastPaint, zRect(0, 0, 195, 195));
+  EXPECT_EQ(nextPaint(pane), zRect(0, 0, 195, 195));
 }
 
 TEST_F(Pane, UpdatePaintsAtOnceAndNothingIsPaintedWhileLocked) {
-  RecordingPane pane(&frame, fill(), journal);
+  RecordingPane pane(&frame, frame.fill(), journal);
   showFrame(pane);
   pane.paints = 0;
   zRect rect(30, 40, 50, 60);
@@ -79,15 +82,36 @@ TEST_F(Pane, UpdatePaintsAtOnceAndNothingIsPaintedWhileLocked) {
   EXPECT_EQ(pane.lastPaint, interior) << "no rectangle stands for the whole pane";
 }
 
+TEST_F(Pane, IsPaintedOnItsOwnDisplayWhateverIsPushedAndMayEndInItsPaint) {
+  auto* pane = new RecordingPane(&frame, frame.fill(), journal);
+  showFrame(*pane);
+  zDisplay* const own = pane->display();
+  zWinDisplay pushed(*pane);
+  pane->pushDisplay(&pushed);
+  bool wasOwn = false;
+  pane->onPaint = [&] { wasOwn = pane->display() == own; };
+  own->invalidate(nullptr, 1);
+  nextPaint(*pane);
+  EXPECT_TRUE(wasOwn);
+  EXPECT_EQ(pane->display(), &pushed);
+  pane->popDisplay();
+  EXPECT_EQ(pane->display(), own);
+  pane->onPaint = [&] { delete std::exchange(pane, nullptr); };
+  pane->invalidate(nullptr, 1);
+  ui::waitFor([&] { return pane == nullptr; }, "the end of the pane");
+  ui::drain();
+}
+
 TEST_F(Pane, IsLaidOutOnceForTheLastOfSeveralSizes) {
-  RecordingPane pane(&frame, fill(), journal);
+  RecordingPane pane(&frame, frame.fill(), journal);
   showFrame(pane);
-  pane.sizes = 0;
+  pane.sizes = pane.moves = 0;
   for (const unsigned extent : {200, 120, 90}) {
-    XResizeWindow(ui::display(), XtWindow(pane.widget()), extent, extent);
+    resizeWindow(pane.widget(), extent, extent);
   }
   ui::drain();
   EXPECT_EQ(pane.sizes, 1);
+  EXPECT_EQ(pane.moves, 1);
   EXPECT_EQ(pane.sizer()->size(), (zDimension{90, 90}));
 }
 
@@ -99,29 +123,55 @@ TEST_F(Pane, AMoveToNothingIsIgnored) {
 }
 
 TEST_F(Pane, ScrollBarsShareItsRectangle) {
-  RecordingPane pane(&frame, fill(), journal, kStyleVertScroll | kStyleHorzScroll);
-  showFrame(pane);
-  const ui::ScreenArea board = ui::areaOf(frame.widget());
-  const ui::ScreenArea inner = ui::areaOf(pane.widget());
-  EXPECT_EQ(inner.x, board.x);
-  EXPECT_LT(inner.width, board.width);
-  EXPECT_LT(inner.height, board.height);
-  zRect outer;
-  pane.getExterior(outer);
-  EXPECT_EQ(outer.size(), (zDimension{board.width, board.height}));
-  EXPECT_EQ(pane.sizer()->size(), outer.size());
+  for (const std::uint32_t bars : {kStyleVertScroll, kStyleHorzScroll, kStyleBothScrolls}) {
+    SCOPED_TRACE(bars);
+    TestFrame other;
+    RecordingPane pane(&other, other.fill(), journal, bars);
+    other.show();
+    ui::waitFor([&] { return pane.paints > 0; }, "the first paint");
+    ui::drain();
+    const ui::ScreenArea board = ui::areaOf(other.widget());
+    const ui::ScreenArea inner = ui::areaOf(pane.widget());
+    const int across = (bars & kStyleVertScroll) != 0 ? board.width - inner.width : 0;
+    const int down = (bars & kStyleHorzScroll) != 0 ? board.height - inner.height : 0;
+    EXPECT_EQ(inner, (ui::ScreenArea{board.x, board.y, board.width - across, board.height - down}));
+    zRect outer;
+    pane.getExterior(outer);
+    EXPECT_EQ(outer, zRect(zPoint{board.x, board.y}, zDimension{board.width, board.height}));
+    EXPECT_EQ(pane.sizer()->size(), outer.size());
+    if (Widget bar = ui::part(other.widget(), "ScrollbarV"); across > 0) {
+      EXPECT_EQ(ui::areaOf(bar),
+                (ui::ScreenArea{board.x + inner.width, board.y, across, board.height - down}));
+    }
+    if (Widget bar = ui::part(other.widget(), "ScrollbarH"); down > 0) {
+      EXPECT_EQ(ui::areaOf(bar),
+                (ui::ScreenArea{board.x, board.y + inner.height, board.width - across, down}));
+    }
+    EXPECT_EQ(across > 0, (bars & kStyleVertScroll) != 0);
+    EXPECT_EQ(down > 0, (bars & kStyleHorzScroll) != 0);
+    pane.setShowState(kShowHide);
+    EXPECT_EQ(ui::partsOf(other.widget()).size(), 0U) << "they come and go with it";
+  }
 }
 
 TEST_F(Pane, ScrollingCopiesWhatStaysAndPaintsTheStripThatBecomesFree) {
-  RecordingPane pane(&frame, fill(), journal);
+  RecordingPane pane(&frame, frame.fill(), journal);
   showFrame(pane);
-  pane.paints = 0;
-  const zDimension size = pane.sizer()->size();
-  pane.scrollRect(0, -30, zRect(zPoint{}, {theScreen().screenWidth, theScreen().screenHeight}));
-  ui::waitFor([&] { return pane.paints > 0; }, "the free strip to be painted");
-  EXPECT_EQ(pane.lastPaint.bottom, size.height);
-  EXPECT_EQ(pane.lastPaint.right, size.width);
-  EXPECT_LE(pane.lastPaint.height(), 32);
+  const auto [width, height] = pane.sizer()->size();
+  const struct {
+    int dx, dy;
+    zRect area, strip;
+  } rows[] = {{0, -30, everything(), {0, height - 30, width, height}},
+              {0, 30, everything(), {0, 0, width, 30}},
+              {20, 0, everything(), {0, 0, 20, height}},
+              {-20, 0, everything(), {width - 20, 0, width, height}},
+              {0, -10, {50, 60, 150, 160}, {50, 150, 150, 160}},
+              {500, 0, {50, 60, 150, 160}, {50, 60, 150, 160}}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(testing::Message() << row.dx << " " << row.dy);
+    pane.scrollRect(row.dx, row.dy, row.area);
+    EXPECT_EQ(nextPaint(pane), row.strip);
+  }
 }
 
 TEST_F(Pane, AdoptionTakesPlaceWidgetSizerAndHandlersOfAnotherWindow) {
@@ -129,12 +179,14 @@ TEST_F(Pane, AdoptionTakesPlaceWidgetSizerAndHandlersOfAnotherWindow) {
   RecordingPane last(&frame, nullptr, journal, 0, 43);
   Recorder recorder(journal, "r");
   replaced->addPlainHandler(&recorder, toHandler(&Recorder::first), kMsgKeyDown);
+  replaced->setBackground(kColorBlack);
   Widget widget = replaced->widget();
   zSizer* sizer = replaced->sizer();
   {
     zPane adopter(&frame, 42);
     EXPECT_EQ(adopter.widget(), widget);
     EXPECT_EQ(adopter.sizer(), sizer);
+    EXPECT_EQ(adopter.background(), replaced->background());
     EXPECT_EQ(frame.childById(42), &adopter);
     EXPECT_EQ(last.nextSibling(), &adopter) << "the place among the children is the same";
     zEvent key = zEvent::of(kMsgKeyDown);
@@ -149,26 +201,42 @@ TEST_F(Pane, AdoptionTakesPlaceWidgetSizerAndHandlersOfAnotherWindow) {
 }
 
 TEST_F(Pane, ChildrenGoWithTheirParentAndTheirWidgetsAreDestroyedThroughTheLoop) {
-  auto* parent = new RecordingPane(&frame, fill(), journal);
+  auto* parent = new RecordingPane(&frame, frame.fill(), journal);
   auto* child = new RecordingPane(parent, nullptr, journal);
   showFrame(*child);
   Window window = ui::windowOf(parent->widget());
+  const std::size_t widgets = childCount(frame.widget());
   delete parent;
+  EXPECT_EQ(childCount(frame.widget()), widgets) << "this may be the widget's own event";
   ui::waitFor([&] { return !ui::isViewable(window); }, "the pane to disappear");
   ui::drain();
   EXPECT_EQ(frame.childById(1), nullptr);
+  EXPECT_EQ(childCount(frame.widget()), widgets - 1);
 }
 
-TEST_F(Pane, FocusGivenByTheProgramArrivesAfterTheDelay) {
+TEST_F(Pane, FocusGivenByTheProgramArrivesAfterTheDelayAndTheLastWordCounts) {
   RecordingPane first(&frame, new zGravSizer(kGravityLeft, 100, frame.sizer()), journal,
                       kStyleTabStop);
-  RecordingPane second(&frame, fill(), journal, kStyleTabStop);
+  RecordingPane second(&frame, frame.fill(), journal, kStyleTabStop);
   showFrame(second);
   second.startFocusTimer();
+  EXPECT_FALSE(ui::focusIs(second.widget()));
   ui::waitForFocus(second.widget());
-  first.startFocusTimer();
-  first.startFocusTimer();
+  {
+    const zApp::PostedMenu menu;
+    EXPECT_FALSE(first.takeFocus());
+    first.startFocusTimer();
+    const Deadline deadline(Milliseconds(200));
+    ui::waitFor([&] { return deadline.hasPassed(); }, "the end of the delay");
+    EXPECT_TRUE(ui::focusIs(second.widget())) << "the menu would go";
+  }
   ui::waitForFocus(first.widget());
+  second.setReachable(false);
+  ui::pressKey(XK_Tab);
+  EXPECT_TRUE(ui::focusIs(first.widget()));
+  second.setReachable(true);
+  ui::pressKey(XK_Tab);
+  EXPECT_TRUE(ui::focusIs(second.widget()));
 }
 
 }  // namespace

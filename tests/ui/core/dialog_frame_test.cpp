@@ -1,0 +1,403 @@
+#include "framework/core/dialog_frame.h"
+
+#include <chrono>
+#include <memory>
+#include <utility>
+
+#include "framework/controls/button.h"
+#include "framework/controls/control.h"
+#include "framework/controls/edit.h"
+#include "framework/core/desktop_properties.h"
+#include "framework/core/x_settings.h"
+#include "framework/draw/screen.h"
+#include "resources/dialogs.h"
+#include "tests/ui/core/core_test.h"
+
+#include <X11/keysym.h>
+
+namespace {
+
+constexpr const char* kTitle = "Dialog";
+
+class AskingDialog : public zFormDialog {
+ public:
+  using zFormDialog::zFormDialog;
+  int close(zEvent* /*event*/) override { return refusals-- > 0 ? 1 : 0; }
+
+  int refusals = 0;
+};
+
+/// Writes down which buttons are pressed.
+class KeyDialog : public zDialogFrame {
+ public:
+  explicit KeyDialog(zWindow* parent)
+      : zDialogFrame(parent, new zSizer(0, 0, 300, 200), kStyleDialog) {
+    setCaption(kTitle);
+  }
+  int command(zEvent* event) override {
+    if (event->lparam == kNotifyClicked) {
+      pressed.push_back(static_cast<int>(event->wparam));
+    }
+    return 1;
+  }
+
+  std::vector<int> pressed;
+};
+
+class Dialogs : public testing::Test {
+ protected:
+  Dialogs() {
+    registerRecordControls();
+    frame->show();
+    ui::waitForDialog("Parent");
+  }
+  ~Dialogs() override {
+    dialog.reset();
+    frame.reset();
+    ui::waitForNoDialog("Parent");
+  }
+
+  AskingDialog& make(std::uint32_t id) {
+    dialog = std::make_unique<AskingDialog>(frame.get(), id, kStyleDialog);
+    dialog->setCaption(kTitle);
+    dialog->centre(true);
+    dialog->setup(1);
+    return *dialog;
+  }
+
+  int run(ui::ModalScript& script) {
+    const int result = script.run([&] { return dialog->run(0); });
+    ui::waitForNoDialog(kTitle);
+    EXPECT_EQ(zApp::instance()->modalDepth(), 0);
+    return result;
+  }
+
+  zControl& control(int id) { return *windowCast<zControl>(dialog->childById(id)); }
+
+  std::unique_ptr<zAppFrame> frame = std::make_unique<zAppFrame>(
+      nullptr, new zSizer(200, 150, 400, 300), kStyleMainWindow, "Parent");
+  std::unique_ptr<AskingDialog> dialog;
+};
+
+TEST_F(Dialogs, AllResourcesRunAndEndByKeyboardAlone) {
+  for (const int id : {503, 504, 505, 506, 507, 517, 519, 2304}) {
+    SCOPED_TRACE(id);
+    make(static_cast<std::uint32_t>(id));
+    EXPECT_EQ(dialog->defaultButtonId(),
+              static_cast<int>(id == kDialogSaveChanges ? kDialogSave : kDialogOk));
+    ui::ModalScript escape;
+    escape.onDialog(kTitle, XK_Escape);
+    EXPECT_EQ(run(escape), 0);
+    if (dialog->childById(kDialogOk) == nullptr) {
+      continue;
+    }
+    ui::ModalScript ok;
+    ok.onDialog(kTitle, XK_Return);
+    EXPECT_EQ(run(ok), 1);
+  }
+}
+
+TEST_F(Dialogs, StoreWhatWasTypedAndWalkByTabInTheOrderOfCreation) {
+  make(kDialogAddButton);
+  RWCString label = "old";
+  RWCString definition;
+  windowCast<zEditBase>(dialog->childById(kDialogFirstEdit))->setBoundString(&label);
+  windowCast<zEditBase>(dialog->childById(kDialogSecondEdit))->setBoundString(&definition);
+  ui::ModalScript script;
+  script.onDialog(kTitle, [&] {
+    ui::typeText("Go");
+    ui::pressKey(XK_Tab);
+    ui::typeText("next 1");
+    for (const int id : {kDialogOk, kDialogApply, kDialogCancel, kDialogFirstEdit}) {
+      ui::pressKey(XK_Tab);
+      EXPECT_TRUE(ui::focusIs(control(id).widget())) << id;
+    }
+    ui::pressKey(XK_Return);
+  });
+  EXPECT_EQ(run(script), 1);
+  EXPECT_EQ(label, "Go");
+  EXPECT_EQ(definition, "next 1");
+}
+
+TEST_F(Dialogs, TypingAtOnceGoesToTheControlThatIsToHaveTheFocusFirst) {
+  make(kDialogAddButton).setFirstFocus(control(kDialogSecondEdit));
+  ui::ModalScript script;
+  script.onDialog(kTitle, [&] {
+    ui::typeText("now");
+    EXPECT_EQ(control(kDialogSecondEdit).text(), "now");
+    ui::pressKey(XK_Return);
+  });
+  EXPECT_EQ(run(script), 1);
+}
+
+TEST_F(Dialogs, TheWindowManagersCloseIsCancelUnlessTheDialogRefuses) {
+  make(kDialogRenameGroup).refusals = 1;
+  ui::ModalScript script;
+  script.onDialog(kTitle, [] { ui::closeByWindowManager(ui::windowWithTitle(kTitle)); })
+      .when([&] { return dialog->refusals == 0; }, "the refusal",
+            [&] {
+              EXPECT_TRUE(dialog->isRunning());
+              ui::closeByWindowManager(ui::windowWithTitle(kTitle));
+            });
+  EXPECT_EQ(run(script), 0);
+}
+
+TEST_F(Dialogs, KeepClicksFromTheMainWindow) {
+  make(kDialogRenameGroup);
+  zPushButton behind(frame.get(), new zSizer(0, 0, 60, 30), kStyleControlStop, "Behind", 9);
+  ui::ModalScript script;
+  script.onDialog(kTitle, [&] {
+    EXPECT_EQ(zApp::instance()->modalDepth(), 1);
+    ui::click(behind.widget());
+    EXPECT_FALSE(ui::focusIs(behind.widget()));
+    ui::pressKey(XK_Escape);
+  });
+  EXPECT_EQ(run(script), 0);
+}
+
+TEST_F(Dialogs, ARunInsideARunOfTheSameDialogEndsWithIt) {
+  make(kDialogRenameGroup);
+  int inner = -2;
+  ui::ModalScript script;
+  script.onDialog(kTitle, [&] { inner = dialog->run(0); }).onDialog(kTitle, XK_Return);
+  EXPECT_EQ(run(script), 1);
+  EXPECT_EQ(inner, 1);
+}
+
+// While the first run waits for an inner loop to end, the dialog serves another one.
+TEST_F(Dialogs, ARunThatHasEndedKeepsItsResultWhenTheDialogRunsAgain) {
+  make(kDialogRenameGroup);
+  std::vector<int> ends;
+  const auto note = [&] { ends.push_back(dialog->status); };
+  ui::ModalScript script;
+  script.onDialog(kTitle, [&] {
+    ui::pressKey(XK_Return);
+    EXPECT_FALSE(dialog->isRunning());
+    EXPECT_EQ(dialog->run(0, note), 0);
+  });
+  script.onDialog(kTitle, [] { ui::closeByWindowManager(ui::windowWithTitle(kTitle)); });
+  EXPECT_EQ(script.run([&] { return dialog->run(0, note); }), 1);
+  EXPECT_THAT(ends, testing::ElementsAre(1, 0));
+  EXPECT_FALSE(dialog->isInUse());
+}
+
+TEST_F(Dialogs, ReturnAndEscapePressTheButtonThatIsMeantUnlessTheControlHasUseForThem) {
+  KeyDialog keys(frame.get());
+  enum : int { kLine = 50, kBox, kFixedBox, kOther, kDefault };
+  auto place = [row = 0]() mutable { return new zSizer(5, 22 * row++, 200, 20); };
+  new zEditLine(&keys, place(), kStyleControlStop, "", kLine);
+  auto* box = new zEditBox(&keys, place(), kStyleControlStop, "", kBox);
+  new zEditBox(&keys, place(), kStyleControlStop | kEditReadOnly, "", kFixedBox);
+  auto* other = new zPushButton(&keys, place(), kStyleControlStop, "Other", kOther);
+  new zPushButton(&keys, place(), kStyleControlStop, "OK", kDialogOk);
+  auto* cancel = new zPushButton(&keys, place(), kStyleControlStop, "Cancel", kDialogCancel);
+  zWindow* byDefault = nullptr;
+  EXPECT_EQ(keys.defaultButtonId(), zDialogFrame::kNoDefaultButton);
+  const auto pressed = [&](int focused, ui::KeySymbol key) {
+    zWindow* target = keys.childById(focused);
+    target->startFocusTimer();
+    ui::waitForFocus(target->widget());
+    keys.pressed.clear();
+    ui::pressKey(key);
+    return keys.pressed;
+  };
+  using Ids = std::vector<int>;
+  ui::ModalScript script;
+  script.onDialog(kTitle, [&] {
+    for (const int focused : {kLine, kFixedBox}) {
+      EXPECT_EQ(pressed(focused, XK_Return), Ids{kDialogOk}) << focused;
+      EXPECT_EQ(pressed(focused, XK_Escape), Ids{kDialogCancel}) << focused;
+    }
+    EXPECT_EQ(pressed(kBox, XK_Return), Ids{});
+    EXPECT_EQ(box->text(), "\n");
+    EXPECT_EQ(pressed(kBox, XK_Escape), Ids{kDialogCancel});
+    EXPECT_EQ(pressed(kOther, XK_Return), Ids{kOther});
+    byDefault =
+        new zDefPushButton(&keys, place(), kStyleControlStop | kButtonDefault, "D", kDefault);
+    EXPECT_EQ(keys.defaultButtonId(), kDefault);
+    EXPECT_EQ(pressed(kLine, XK_Return), Ids{kDefault});
+    byDefault->disable();
+    EXPECT_EQ(pressed(kLine, XK_Return), Ids{});
+    cancel->disable();
+    other->disable();
+    EXPECT_EQ(pressed(kLine, XK_Escape), Ids{});
+    EXPECT_FALSE(keys.isRunning()) << "without a Cancel Escape ends the dialog";
+  });
+  EXPECT_EQ(script.run([&] { return keys.run(0); }), 0);
+  ui::waitForNoDialog(kTitle);
+}
+
+class EarlyKeys : public Dialogs {
+ protected:
+  EarlyKeys() {
+    behind->addCtrlHandler(&recorder, toHandler(&Recorder::first), kEditReturn);
+    behind->setFocus();
+    ui::waitForFocus(behind->widget());
+    make(kDialogAddButton);
+  }
+  ~EarlyKeys() override { g_XSettings.promptKeyDelay = usual; }
+
+  Journal journal;
+  Recorder recorder{journal, "r"};
+  std::unique_ptr<zEditLine> behind = std::make_unique<zEditLine>(
+      frame.get(), new zSizer(0, 0, 200, 30), kStyleControlStop | kStyleBorder, "", 9);
+  const int usual = g_XSettings.promptKeyDelay;
+  const zUnaskedScope unasked;
+};
+
+TEST_F(EarlyKeys, GoToTheTextThatHadTheFocusWhenNobodyAskedForTheDialog) {
+  using std::chrono::steady_clock;
+  const steady_clock::time_point start = steady_clock::now();
+  g_XSettings.promptKeyDelay = 1 << 30;
+  zControl& field = control(kDialogFirstEdit);
+  ui::ModalScript script;
+  script.onDialog(kTitle, [&] {
+    for (const ui::KeySymbol key : {XK_a, XK_Return, XK_Escape, XK_Tab, XK_b, XK_BackSpace, XK_c}) {
+      ui::pressKey(key);
+    }
+    ui::pressKey(XK_d, ui::kControl);
+    EXPECT_EQ(behind->text(), "ac");
+    EXPECT_THAT(journal, ElementsAre("r.first 273")) << "what is typed ahead must not run into one";
+    behind.reset();
+    ui::pressKey(XK_e);
+    g_XSettings.promptKeyDelay = usual;
+  });
+  script.when(
+      [&] {
+        ui::typeText("d");
+        return field.text() == "d";
+      },
+      "keys for the dialog",
+      [&] {
+        EXPECT_GE(steady_clock::now() - start, Milliseconds(usual));
+        ui::pressKey(XK_Return);
+      });
+  EXPECT_EQ(run(script), 1);
+}
+
+TEST_F(EarlyKeys, OfSeveralDialogsAreThoseOfTheFirst) {
+  g_XSettings.promptKeyDelay = 1 << 30;
+  zFormDialog over(dialog.get(), kDialogRenameGroup, kStyleDialog);
+  over.setCaption("Over");
+  over.setup(1);
+  ui::ModalScript script;
+  script.onDialog(kTitle, [&] { over.run(0); }).onDialog("Over", [&] {
+    ui::typeText("x\n");
+    EXPECT_EQ(behind->text(), "x");
+    over.endDialog();
+    dialog->endDialog();
+  });
+  EXPECT_EQ(run(script), 0);
+}
+
+TEST_F(EarlyKeys, AreTheDialogsOwnWhereThereIsNoDelay) {
+  g_XSettings.promptKeyDelay = 0;
+  ui::ModalScript script;
+  script.onDialog(kTitle, [&] {
+    ui::typeText("x");
+    EXPECT_EQ(control(kDialogFirstEdit).text(), "x");
+    ui::pressKey(XK_Escape);
+  });
+  EXPECT_EQ(run(script), 0);
+}
+
+TEST_F(Dialogs, ThatNobodyAskedForBringTheirWindowBackFromAnIcon) {
+  frame.reset();
+  ui::waitForNoDialog("Parent");
+  frame = std::make_unique<zAppFrame>(nullptr, new zSizer(200, 150, 400, 300), kStyleMainWindow,
+                                      "Parent");
+  frame->show(kShowMinimized);
+  ui::waitFor([&] { return isIconic(frame->shell()); }, "the icon");
+  const zUnaskedScope unasked;
+  make(kDialogRenameGroup);
+  ui::ModalScript script;
+  script.onDialog(kTitle, [&] {
+    constexpr unsigned long kUrgency = 1U << 8;
+    EXPECT_FALSE(isIconic(frame->shell()));
+    ui::waitFor(
+        [&] {
+          return (propertyOf(ui::windowOf(frame->shell()), "WM_HINTS").at(0) & kUrgency) == 0;
+        },
+        "the call for the user, who is there, to end");
+    dialog->endDialog();
+  });
+  EXPECT_EQ(run(script), 0);
+}
+
+TEST_F(Dialogs, SurviveTheEndOfTheirObjectWhileTheyRun) {
+  AskingDialog& running = make(kDialogRenameGroup);
+  ui::ModalScript script;
+  script.onDialog(kTitle, [&] { dialog.reset(); });
+  const int result = script.run([&] { return running.run(0); });
+  EXPECT_EQ(result, zDialogFrame::kDialogGone);
+  ui::waitForNoDialog(kTitle);
+}
+
+TEST_F(Dialogs, StandInTheMiddleOfTheParentOrOfTheScreenAndAllOnIt) {
+  const zRect screen({}, theScreen().size());
+  const struct {
+    zPoint parentAt;
+    bool overParent;
+  } rows[] = {{{200, 150}, true}, {{1200, 950}, true}, {{1200, 950}, false}};
+  for (const auto& [parentAt, overParent] : rows) {
+    SCOPED_TRACE(testing::Message() << parentAt.x << " " << overParent);
+    frame->moveResize(parentAt.x, parentAt.y, 400, 300);
+    zRect outer;
+    ui::waitFor(
+        [&, at = parentAt] {
+          frame->getExterior(outer);
+          return outer.pos() == at;
+        },
+        "the parent's new place");
+    zRect whole;
+    make(kDialogRenameGroup).centre(overParent);
+    ui::ModalScript script;
+    script.onDialog(kTitle, [&] {
+      dialog->getExterior(whole);
+      ui::pressKey(XK_Escape);
+    });
+    run(script);
+    outer = overParent ? outer : screen;
+    const zPoint middle = {outer.left + (outer.width() - whole.width()) / 2,
+                           outer.top + (outer.height() - whole.height()) / 2};
+    const zPoint expected = keptInside(middle, whole.size(), screen.size());
+    // The frame of a window that cannot be resized is a little narrower.
+    constexpr int kNarrower = 6;
+    EXPECT_NEAR(whole.left, expected.x, kNarrower);
+    EXPECT_NEAR(whole.top, expected.y, kNarrower);
+  }
+}
+
+TEST_F(Dialogs, AreAsLargeAsTheirResourceSaysInTheUnitsOfTheirFont) {
+  const DialogResource* resource = findDialogResource(kDialogRenameGroup);
+  const auto widthWith = [&](int morePoints) {
+    g_XSettings.incFontInDialogBy = morePoints;
+    make(kDialogRenameGroup);
+    g_XSettings.incFontInDialogBy = 0;
+    const auto number = [](std::uint32_t units) { return static_cast<int>(units); };
+    const zRect whole = dialog->inPixels({0, 0, number(resource->cx), number(resource->cy)});
+    EXPECT_EQ(dialog->sizer()->size(), whole.size());
+    EXPECT_EQ(ui::resource(dialog->shell(), "width"), whole.width());
+    for (std::size_t i = 0; i < resource->itemCount; ++i) {
+      const ControlRecord& item = resource->items[i];
+      const zWindow* child = dialog->childById(number(item.id));
+      EXPECT_EQ(child->sizer()->rect(), dialog->inPixels({number(item.x), number(item.y),
+                                                          number(item.cx), number(item.cy)}));
+    }
+    return whole.width();
+  };
+  EXPECT_GT(widthWith(6), widthWith(0));
+  dialog->moveResize(30, 40, 0, -5);
+  EXPECT_EQ(ui::resource(dialog->shell(), "width"), 1);
+  EXPECT_EQ(ui::resource(dialog->shell(), "y"), 40);
+}
+
+TEST_F(Dialogs, TellOfAMissingResourceAndStayEmpty) {
+  testing::internal::CaptureStderr();
+  make(9);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "Error: Unable to find dialog resource for id=9.\n");
+  EXPECT_EQ(dialog->childById(kDialogOk), nullptr);
+}
+
+}  // namespace
