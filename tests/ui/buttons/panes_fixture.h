@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -24,22 +25,15 @@
 
 #include <X11/keysym.h>
 
-// Types; Escape and the vertical tab stand for the keys Escape and Down, the bell for Shift and
-// Down.
+/// Types; some control characters stand for keys: Escape, \v Down, \a Shift and Down, \x05 End.
 inline void typeKeys(const std::string& keys) {
+  const std::map<char, ui::KeySymbol> others = {
+      {'\x1b', XK_Escape}, {'\v', XK_Down}, {'\a', XK_Down}, {'\x05', XK_End}};
   for (const char key : keys) {
-    switch (key) {
-      case '\x1b':
-        ui::pressKey(XK_Escape);
-        break;
-      case '\v':
-        ui::pressKey(XK_Down);
-        break;
-      case '\a':
-        ui::pressKey(XK_Down, ui::kShift);
-        break;
-      default:
-        ui::typeText({&key, 1});
+    if (const auto found = others.find(key); found != others.end()) {
+      ui::pressKey(found->second, key == '\a' ? ui::kShift : ui::kNoModifier);
+    } else {
+      ui::typeText({&key, 1});
     }
   }
 }

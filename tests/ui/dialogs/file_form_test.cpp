@@ -8,8 +8,7 @@
 
 #include "framework/core/application.h"
 #include "framework/core/frame.h"
-#include "tests/support/temporary_folder.h"
-#include "tests/ui/dialogs/file_form_view.h"
+#include "tests/support/basics.h"
 #include "tests/ui/support/ui_test.h"
 
 #include <X11/keysym.h>
@@ -19,6 +18,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* kTitle = "Open a File";
+constexpr int kFullApplicationModal = 2;
 const char* const kFilter[] = {"Button Files (*.btn)", "*.btn", "All", "*.*", nullptr, nullptr};
 
 class FileForms : public testing::Test {
@@ -49,11 +49,14 @@ class FileForms : public testing::Test {
   std::string enter(const std::string& text) {
     ui::ModalScript script;
     script.onDialog(kTitle, [&] {
-      FileFormView(kTitle).setSelection(text);
+      ui::setText(field(), text);
       ui::pressKey(XK_Return);
     });
     return run<Form>(script)->path();
   }
+
+  static Widget field() { return ui::part(kTitle, "Text"); }
+  static std::vector<std::string> files() { return ui::rowsOf(ui::part(kTitle, "ItemsList")); }
 
   std::string at(const std::string& name) const { return (folder.path() / name).string(); }
 
@@ -68,13 +71,14 @@ TEST_F(FileForms, ShowTheWorkingDirectoryWithThePresetNameAndTheFirstPattern) {
   folder.write("other.txt", "");
   ui::ModalScript script;
   script.onDialog(kTitle, [&] {
-    const FileFormView view(kTitle);
-    EXPECT_EQ(view.selection(), at("nelkv.btn"));
-    EXPECT_EQ(view.filter(), at("*.btn"));
-    EXPECT_EQ(view.files().size(), 1U);
-    ui::waitFor([&] { return view.selectionHasFocus(); }, "the focus in the selection field");
-    EXPECT_FALSE(view.hasHelpButton());
-    EXPECT_TRUE(view.isOnTheScreen());
+    EXPECT_EQ(ui::textOf(field()), at("nelkv.btn"));
+    EXPECT_EQ(ui::textOf(ui::part(kTitle, "FilterText")), at("*.btn"));
+    EXPECT_EQ(files().size(), 1U);
+    ui::waitFor([&] { return ui::focusIs(field()); }, "the focus in the selection field");
+    EXPECT_EQ(ui::look(kTitle).find("[Help]"), std::string::npos);
+    EXPECT_TRUE(ui::isOnTheScreen(ui::windowWithTitle(kTitle)));
+    EXPECT_EQ(ui::resource(ui::part(kTitle, "FileSelectionBox"), "dialogStyle"),
+              kFullApplicationModal);
     ui::typeText("x\n");
   });
   const auto form = run<zFileSaveForm>(script, "nelkv.btn");
@@ -95,10 +99,9 @@ TEST_F(FileForms, TakeANameFromTheList) {
   folder.write("\xC3\xA4 b.btn", "");
   ui::ModalScript script;
   script.onDialog(kTitle, [&] {
-    const FileFormView view(kTitle);
-    EXPECT_EQ(view.files().size(), 1U);
-    ui::click(view.fileList(), 10, 8);
-    EXPECT_EQ(view.selection(), at("\xC3\xA4 b.btn"));
+    EXPECT_EQ(files().size(), 1U);
+    ui::click(ui::part(kTitle, "ItemsList"), 10, 8);
+    EXPECT_EQ(ui::textOf(field()), at("\xC3\xA4 b.btn"));
     ui::pressKey(XK_Return);
   });
   EXPECT_EQ(run<zFileOpenForm>(script)->path(), at("\xC3\xA4 b.btn"));
@@ -109,14 +112,13 @@ TEST_F(FileForms, StayOpenWithoutANameAndTheOpeningOneGoesIntoADirectory) {
   folder.write("sub/in.btn", "");
   ui::ModalScript script;
   script.onDialog(kTitle, [&] {
-    const FileFormView view(kTitle);
     for (const char* text : {"", "sub"}) {
-      view.setSelection(text);
-      ui::click(view.okButton());
+      ui::setText(field(), text);
+      ui::click(ui::part(kTitle, "OK"));
     }
-    EXPECT_EQ(view.selection(), at("sub/"));
-    EXPECT_EQ(view.files().size(), 1U);
-    view.setSelection("");
+    EXPECT_EQ(ui::textOf(field()), at("sub/"));
+    EXPECT_EQ(files().size(), 1U);
+    ui::setText(field(), "");
     ui::pressKey(XK_Escape);
   });
   const auto form = run<zFileOpenForm>(script);
@@ -128,17 +130,16 @@ TEST_F(FileForms, KeepTheTypedNameWhenHomeAndEndMoveInIt) {
   folder.write("a.btn", "");
   ui::ModalScript script;
   script.onDialog(kTitle, [&] {
-    const FileFormView view(kTitle);
-    ui::waitFor([&] { return view.selectionHasFocus(); }, "the focus in the selection field");
-    view.setSelection("");
+    ui::waitFor([&] { return ui::focusIs(field()); }, "the focus in the selection field");
+    ui::setText(field(), "");
     ui::typeText("b");
     ui::pressKey(XK_Home);
     ui::typeText("/");
     ui::pressKey(XK_End);
     ui::typeText("c");
-    EXPECT_EQ(view.selection(), "/bc");
+    EXPECT_EQ(ui::textOf(field()), "/bc");
     ui::pressKey(XK_Down);
-    EXPECT_EQ(view.selection(), at("a.btn"));
+    EXPECT_EQ(ui::textOf(field()), at("a.btn"));
     ui::pressKey(XK_Escape);
   });
   run<zFileSaveForm>(script);

@@ -121,23 +121,19 @@ TEST_F(ButtonSetDocumentTest, CarriesOutEachChangeAndSaysSoStepByStep) {
 }
 
 TEST_F(ButtonSetDocumentTest, ChangesNothingElse) {
+  EXPECT_EQ(document->currentGroup(), nullptr);
+  document->setCurrentGroup(a());
   document->removeGroup(a());
+  EXPECT_EQ(document->currentGroup(), nullptr);
+  document->setCurrentGroup(a());
   EXPECT_EQ(shown(), "-B{c=4;}*M{x=y;--;}");
   document->addGroup("B");
   document->addButton(a(), {"c", "5"});
   document->define(a().buttons.back(), "??");
   EXPECT_EQ(shown(), "+B{c=4;c=??;}+B{}*M{x=y;--;}");
   document->removeGroup(b());
-  EXPECT_EQ(shown(), "+B{c=4;c=??;}*M{x=y;--;}");
-}
-
-TEST_F(ButtonSetDocumentTest, ForgetsTheCurrentGroupWithItsEndOnly) {
-  EXPECT_EQ(document->currentGroup(), nullptr);
-  document->setCurrentGroup(a());
-  document->removeGroup(b());
   EXPECT_EQ(document->currentGroup(), &a());
-  document->removeGroup(a());
-  EXPECT_EQ(document->currentGroup(), nullptr);
+  EXPECT_EQ(shown(), "+B{c=4;c=??;}*M{x=y;--;}");
 }
 
 TEST_F(ButtonSetDocumentTest, ReadsAFileInPlaceOfTheSetOrBehindIt) {
