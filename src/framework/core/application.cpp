@@ -123,32 +123,6 @@ void zApp::loadDefaultFont() {
   theScreen().loadDefaultFont(asked.value_or(ziScreen::kDefaultFontName));
 }
 
-void zApp::closeDisplay() {
-  theScreen().defaultFont.reset();
-  ziDrawCache::instance().setFonts(nullptr);
-  theScreen().display = nullptr;
-  isDisplaySet = false;
-  XtCloseDisplay(xDisplay);
-  xDisplay = nullptr;
-  XtDestroyApplicationContext(appContext);
-  appContext = nullptr;
-}
-
-void zApp::setFallbackResources(const char* const* resources) {
-  closeDisplay();
-  fallbackTexts.clear();
-  for (; *resources != nullptr; ++resources) {
-    fallbackTexts.emplace_back(*resources);
-  }
-  fallbackResources.clear();
-  for (std::string& text : fallbackTexts) {
-    fallbackResources.push_back(text.data());
-  }
-  fallbackResources.push_back(nullptr);
-  openDisplay();
-  idle->contextReplaced();
-}
-
 void zApp::takeDisplay(Widget widget) {
   if (isDisplaySet) {
     return;

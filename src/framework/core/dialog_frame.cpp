@@ -93,11 +93,6 @@ void zDialogFrame::fill(const DialogResource& resource) {
   }
 }
 
-int zDialogFrame::defaultButtonId() {
-  const zWindow* button = defaultButton();
-  return button == nullptr ? kNoDefaultButton : button->id();
-}
-
 void zDialogFrame::setup(int flags) {
   const auto bits = static_cast<std::uint32_t>(flags);
   modality |= bits & kDialogModalityMask;

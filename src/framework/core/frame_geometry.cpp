@@ -170,12 +170,6 @@ void zFrameWin::moveResize(int x, int y, int width, int height) {
   sizer()->setSize({width, height});
 }
 
-void zFrameWin::lockMinSize() {
-  zRect exterior;
-  getExterior(exterior);
-  setMinSize(exterior.size());
-}
-
 void zFrameWin::setMinSize(const zDimension& size) {
   smallest = size;
   if (shellWidget != nullptr) {

@@ -16,7 +16,6 @@ namespace {
 constexpr int kLargestExtent = 5000;
 constexpr int kScrollBarExtent = 16;  // until the bar's own extent is known
 constexpr int kScrollMaximum = 100;
-constexpr zColor kFurnitureGrey = kColorLightGrey;
 
 Widget createScrollBar(Widget parent, const char* name, unsigned char orientation) {
   return XtVaCreateWidget(name, xmScrollBarWidgetClass, parent, XmNorientation, orientation,
@@ -56,21 +55,6 @@ zPane::zPane(zWindow* parent, zSizer* sizer, std::uint32_t style, int id, Create
   displayStack.push(ownDisplay.get());
   if (create == kCreateNow) {
     zPane::createWidgets();
-  }
-}
-
-zPane::zPane(zWindow* parent, int id)
-    : zChildWin(parent, new zSizer(nullptr), 0),
-      ziPainted(static_cast<zWindow&>(*this)),
-      currentDisplay(ownDisplay.get()) {
-  markClass(kClassPane);
-  setId(id);
-  displayStack.push(ownDisplay.get());
-  if (zWindow* replaced = siblingById(id); replaced != nullptr) {
-    adoptFrom(*replaced);
-    placeholder.reset(replaced);
-    connect<&ziPainted::zPaneExposeProc>(mainWidget, kExposures, this);
-    ownDisplay->setXWindow(XtWindow(mainWidget));
   }
 }
 
@@ -275,36 +259,4 @@ void zPane::pushDisplay(zDisplay* display) {
 void zPane::popDisplay() {
   displayStack.pop();
   currentDisplay = displayStack.isEmpty() ? ownDisplay.get() : displayStack.top();
-}
-
-zWindow* zPane::siblingById(int id) {
-  zWindowDlist::Iter walk(parent()->children());
-  while (zWindow* child = walk.next()) {
-    if (child != this && child->id() == id) {
-      return child;
-    }
-  }
-  return nullptr;
-}
-
-zPaneControl::zPaneControl(zWindow* parent, zSizer* sizer, std::uint32_t style, int id,
-                           Create create)
-    : zPane(parent, sizer, style, id, create) {
-  setBackground(kFurnitureGrey);
-}
-
-int zPaneControl::handle(zEvent* event) {
-  return event->message == kMsgEnable ? enableChanged(static_cast<int>(event->wparam)) : 0;
-}
-
-void zPaneControl::notifyParent(int code) {
-  zEvent event = zEvent::of(kMsgCommand, id(), this);
-  event.lparam = code;
-  if (parent() != nullptr) {
-    zDispatch(event, parent());
-  }
-}
-
-int zPaneControl::enableChanged(int /*enabled*/) {
-  return 0;
 }

@@ -222,13 +222,6 @@ bool zIdleList::forget(zIdleItem* item) {
   return true;
 }
 
-void zIdleList::contextReplaced() {
-  workProcId = 0;
-  if (!isEmpty()) {
-    install();
-  }
-}
-
 bool zIdleList::runPass() {
   if (!isEmpty() && passes >= kPassesPerRun) {
     passes = 0;

@@ -87,38 +87,6 @@ void zWindow::sizerReplaced(zSizer& newSizer) {
   ownSizer.reset(&newSizer);
 }
 
-zWindow* zWindow::nextSibling() {
-  if (parentWindow == nullptr) {
-    return this;
-  }
-  zWindow* first = nullptr;
-  bool passedThis = false;
-  zWindowDlist::Iter walk(parentWindow->childWindows);
-  while (zWindow* child = walk.next()) {
-    if (passedThis) {
-      return child;
-    }
-    first = first == nullptr ? child : first;
-    passedThis = child == this;
-  }
-  return first;
-}
-
-zWindow* zWindow::previousSibling() {
-  if (parentWindow == nullptr) {
-    return this;
-  }
-  zWindow* previous = nullptr;
-  zWindowDlist::Iter walk(parentWindow->childWindows);
-  while (zWindow* child = walk.next()) {
-    if (child == this && previous != nullptr) {
-      return previous;
-    }
-    previous = child;
-  }
-  return previous;
-}
-
 zWindow* zWindow::childById(int childId) {
   zWindowDlist::Iter walk(childWindows);
   while (zWindow* child = walk.next()) {
@@ -137,15 +105,6 @@ zWindow* zWindow::defaultButton() {
     }
   }
   return nullptr;
-}
-
-void zWindow::setCursor(const zCursor& newCursor) {
-  cursor = std::make_unique<zCursor>(newCursor);
-  if (isRealized()) {
-    // None takes back what was shown before.
-    XDefineCursor(XtDisplay(mainWidget), XtWindow(mainWidget), cursor->xCursor());
-    XFlush(XtDisplay(mainWidget));
-  }
 }
 
 void zWindow::startFocusTimer() {
@@ -221,50 +180,6 @@ int zWindow::childFocusChanged(zWindow* /*previous*/, zWindow* /*current*/) {
   return 1;
 }
 
-void zWindow::adoptFrom(zWindow& other) {
-  // This window takes the other's place among the children; the other leaves the tree.
-  parentWindow->childWindows.remove(this);
-  parentWindow->childWindows.replace(&other, this);
-  other.parentWindow = nullptr;
-  std::swap(ownSizer, other.ownSizer);
-  ownSizer->setWindow(this);
-  other.ownSizer->setWindow(&other);
-  text = other.text;
-  styleBits = other.styleBits;
-  classNameText = other.classNameText;
-  backPixel = other.backPixel;
-  backgroundRgb = other.backgroundRgb;
-  handlerMask |= other.handlerMask;
-  scroller = std::exchange(other.scroller, nullptr);
-  cursor = std::move(other.cursor);
-  vertScroll = std::move(other.vertScroll);
-  horzScroll = std::move(other.horzScroll);
-  if (other.handlers != nullptr) {
-    ensureHandlers().takeFrom(*other.handlers);
-  }
-  if (other.ctrlHandlers != nullptr) {
-    ensureCtrlHandlers().takeFrom(*other.ctrlHandlers);
-  }
-  adoptWidgets(other);
-}
-
 void zWindow::removeEventHandlers() {
   disconnect<&zWindow::zWindowEventProc>(mainWidget, kWindowEvents, this);
-}
-
-void zWindow::adoptWidgets(zWindow& other) {
-  other.removeEventHandlers();
-  mainWidget = std::exchange(other.mainWidget, nullptr);
-  scrollClip = std::exchange(other.scrollClip, nullptr);
-  vertScrollWidget = std::exchange(other.vertScrollWidget, nullptr);
-  horzScrollWidget = std::exchange(other.horzScrollWidget, nullptr);
-  connect<&zWindow::zWindowEventProc>(mainWidget, kWindowEvents, this);
-  if (vertScrollWidget != nullptr) {
-    disconnectScrollBar<zVertScrollProc>(vertScrollWidget, &other);
-    connectScrollBar<zVertScrollProc>(vertScrollWidget, this);
-  }
-  if (horzScrollWidget != nullptr) {
-    disconnectScrollBar<zHorzScrollProc>(horzScrollWidget, &other);
-    connectScrollBar<zHorzScrollProc>(horzScrollWidget, this);
-  }
 }

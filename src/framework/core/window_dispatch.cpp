@@ -52,26 +52,6 @@ void zWindow::addPlainHandler(zEvH* target, zHandler member, int message) {
   ensureHandlers().add(std::make_unique<zNotifyNode>(target, member, message));
 }
 
-void zWindow::removeHandler(zEvH* target, zHandler member, int message) {
-  if (handlers != nullptr) {
-    handlers->remove(zEvent::of(message), target, member);
-  }
-}
-
-void zWindow::addParentHandler(zEvH* target, zHandler member) {
-  if (parentWindow != nullptr) {
-    const auto boundId = static_cast<unsigned>(windowId);
-    parentWindow->ensureHandlers().add(
-        std::make_unique<zNotifyNode>(target, member, kMsgCommand, boundId, boundId));
-  }
-}
-
-void zWindow::removeParentHandler(zEvH* target, zHandler member) {
-  if (parentWindow != nullptr && parentWindow->handlers != nullptr) {
-    parentWindow->handlers->remove(zEvent::of(kMsgCommand, windowId), target, member);
-  }
-}
-
 void zWindow::addCtrlHandler(zEvH* target, zHandler member, int code) {
   if (parentWindow != nullptr) {
     parentWindow->ensureCtrlHandlers().add(

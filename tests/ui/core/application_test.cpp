@@ -213,13 +213,12 @@ class ProcessDeathTest : public testing::Test {
   ProcessDeathTest() { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
 
   static void expectEnd(void (*appMain)(zApp* app), const std::string& said,
-                        int status = EXIT_SUCCESS, std::vector<std::string> arguments = {"nelkvui"},
-                        const char* without = "NOTHING") {
+                        int status = EXIT_SUCCESS,
+                        std::vector<std::string> arguments = {"nelkvui"}) {
     EXPECT_EXIT(
         {
           constexpr unsigned kSeconds = 10;
           alarm(kSeconds);
-          unsetenv(without);
           const auto count = static_cast<int>(arguments.size());
           std::exit(runProcess(count, pointersTo(arguments).data(), appMain));
         },
@@ -260,20 +259,6 @@ TEST_F(ProcessDeathTest, LoadsTheDefaultFontThatTheResourcesNameOrAnother) {
         },
         said, EXIT_SUCCESS, {"nelkvui", "-xrm", resource});
   }
-}
-
-TEST_F(ProcessDeathTest, OpensTheSameDisplayAgainWithFallbackResources) {
-  expectEnd(
-      [](zApp* app) {
-        const char* const resources[] = {"*incFontInDialogBy: 4", nullptr};
-        Owner idle;
-        app->idleList()->add(&idle, &Owner::run);
-        app->setFallbackResources(resources);
-        runLoopUntil([&] { return idle.runs > 0; });
-        std::cerr << readXSetting(app->display(), "nelkvui", "incFontInDialogBy").value_or(-1)
-                  << ", " << (theScreen().defaultFont != nullptr) << ", " << (idle.runs > 0);
-      },
-      "^4, 1, 1$", EXIT_SUCCESS, {"nelkvui", "-display", std::getenv("DISPLAY")}, "DISPLAY");
 }
 
 TEST_F(ProcessDeathTest, EndsAtOnceWhenAnIdleHandlerQuits) {

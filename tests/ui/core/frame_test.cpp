@@ -162,8 +162,6 @@ TEST(Frame, SizesThatTheUserTypesCountFromNothingAndHaveALimit) {
   frame.setMinSize({300, 200});
   EXPECT_THAT(hints(), ElementsAre(300, 200, 0, 0));
   EXPECT_EQ(frame.minSize(), (zDimension{300, 200}));
-  frame.lockMinSize();
-  EXPECT_EQ(frame.minSize(), frame.exterior().size());
 }
 
 TEST(Frame, TellsWhenTheWindowManagerActivatesItAndAsksToCloseIt) {

@@ -174,32 +174,6 @@ TEST_F(Pane, ScrollingCopiesWhatStaysAndPaintsTheStripThatBecomesFree) {
   }
 }
 
-TEST_F(Pane, AdoptionTakesPlaceWidgetSizerAndHandlersOfAnotherWindow) {
-  auto* replaced = new RecordingPane(&frame, new zSizer(7, 8, 90, 100, nullptr), journal, 0, 42);
-  RecordingPane last(&frame, nullptr, journal, 0, 43);
-  Recorder recorder(journal, "r");
-  replaced->addPlainHandler(&recorder, toHandler(&Recorder::first), kMsgKeyDown);
-  replaced->setBackground(kColorBlack);
-  Widget widget = replaced->widget();
-  zSizer* sizer = replaced->sizer();
-  {
-    zPane adopter(&frame, 42);
-    EXPECT_EQ(adopter.widget(), widget);
-    EXPECT_EQ(adopter.sizer(), sizer);
-    EXPECT_EQ(adopter.background(), replaced->background());
-    EXPECT_EQ(frame.childById(42), &adopter);
-    EXPECT_EQ(last.nextSibling(), &adopter) << "the place among the children is the same";
-    zEvent key = zEvent::of(kMsgKeyDown);
-    zDispatch(key, &adopter);
-    EXPECT_THAT(journal, ElementsAre("r.first 256"));
-    last.show(kShowHide);
-    frame.show();
-    ui::waitFor([&] { return adopter.display()->isReady(); }, "the first paint");
-    EXPECT_EQ(replaced->paints, 0) << "exposures are the new window's";
-  }
-  EXPECT_EQ(frame.childById(42), nullptr);
-}
-
 TEST_F(Pane, ChildrenGoWithTheirParentAndTheirWidgetsAreDestroyedThroughTheLoop) {
   auto* parent = new RecordingPane(&frame, frame.fill(), journal);
   auto* child = new RecordingPane(parent, nullptr, journal);
