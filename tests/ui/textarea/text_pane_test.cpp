@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "framework/draw/measure.h"
 #include "framework/draw/displays.h"
+#include "framework/draw/measure.h"
 #include "resources/resource_ids.h"
 #include "tests/ui/textarea/textarea_fixture.h"
 #include "textarea/command_queue.h"
@@ -203,25 +203,46 @@ TEST_F(TextAreaTest, ZoomChangesTheLettersAloneAndTellsWhatIsPossible) {
   EXPECT_EQ(ui::topLineOf(log()), 0) << "who did not see the end does not see it now";
   EXPECT_FALSE(ui::isEndInView(log()));
   theTextPane->setZoomListener({});
-  theTextPane->zoomIn();
-  theTextPane->zoomOut();
+  auto* strip = static_cast<zGravSizer*>(theCommandLine->parent()->sizer());
+  for (const bool in : {true, false}) {
+    const int height = in ? 60 : 40;
+    strip->setExtent({0, height});
+    in ? theTextPane->zoomIn() : theTextPane->zoomOut();
+    ui::drain();
+    EXPECT_EQ(ui::areaOf(theTextPane->holder()).height, ui::areaOf(frame.widget()).height - height)
+        << "all is laid out anew";
+  }
 }
 
-TEST_F(TextAreaTest, APageIsWhatTheFirstSizeOfLettersShowsWhateverTheZoom) {
+// Intended: pages do not follow the zoom, and it is the pointer that ends what Control began, not
+// the release of the key.
+TEST_F(TextAreaTest, PageKeysOfEitherControlGoByPagesOrBehindControlToTheEnds) {
   appendLines(500);
   const int letter = heightOfLetter(zRCFont(11));
   const int page = theTextPane->linesPerPage();
   EXPECT_LE(page * letter, theTextPane->linesHeight());
   EXPECT_GT((page + 1) * letter, theTextPane->linesHeight());
+  const auto press = [](ui::KeySymbol key) {
+    ui::pressKey(key);
+    return ui::topLineOf(log());
+  };
   for (zControl* control :
        {static_cast<zControl*>(theCommandLine), static_cast<zControl*>(theTextPane)}) {
+    movePointerAway();
     focus(*control);
     theTextPane->scrollToTop();
-    for (const auto& [key, top] :
-         {std::pair{XK_Page_Down, page}, {XK_Page_Down, 2 * page}, {XK_Page_Up, page}}) {
-      ui::pressKey(static_cast<ui::KeySymbol>(key));
-      EXPECT_EQ(ui::topLineOf(log()), top);
-    }
+    EXPECT_EQ(press(XK_Page_Down), page);
+    EXPECT_EQ(press(XK_Page_Down), 2 * page);
+    EXPECT_EQ(press(XK_Page_Up), page);
+    press(XK_Control_L);
+    EXPECT_EQ(press(XK_Page_Up), 0);
+    press(XK_Page_Down);
+    EXPECT_TRUE(ui::isEndInView(log()));
+    ui::moveTo(control->widget(), 5, 5);
+    ui::waitFor([] { return !theTextPane->controlHeld(); }, "the latch to fall");
+    press(XK_Control_L);
+    movePointerAway();
+    ui::waitFor([] { return !theTextPane->controlHeld(); }, "the latch to fall again");
     theTextPane->zoomOut();
     ui::drain();
   }
@@ -285,27 +306,6 @@ TEST_F(TextAreaTest, EachKeyOfTheLogDoesWhatItIsForInEitherControl) {
   theTextPane->setControlHeld(true);
   EXPECT_EQ(theTextPane->handle(&event), 1);
   EXPECT_EQ(theTextPane->selection().str(), logText());
-}
-
-// Intended: it is the pointer that ends what Control began, not the release of the key.
-TEST_F(TextAreaTest, ControlMakesPageKeysGoToTheEndsUntilThePointerCrossesAnEdge) {
-  appendLines(500);
-  for (zControl* control :
-       {static_cast<zControl*>(theCommandLine), static_cast<zControl*>(theTextPane)}) {
-    movePointerAway();
-    focus(*control);
-    EXPECT_FALSE(theTextPane->controlHeld());
-    ui::pressKey(XK_Control_L);
-    ui::pressKey(XK_Page_Up);
-    EXPECT_EQ(ui::topLineOf(log()), 0);
-    ui::pressKey(XK_Page_Down);
-    EXPECT_TRUE(ui::isEndInView(log()));
-    ui::moveTo(control->widget(), 5, 5);
-    ui::waitFor([] { return !theTextPane->controlHeld(); }, "the latch to fall");
-    ui::pressKey(XK_Control_L);
-    movePointerAway();
-    ui::waitFor([] { return !theTextPane->controlHeld(); }, "the latch to fall again");
-  }
 }
 
 TEST_F(TextAreaTest, LogAndCommandLineFollowTheFrameAndTheKeyboardStays) {
