@@ -28,6 +28,14 @@ TEST_F(FindInLog, SelectsTheHitAndBringsItIntoView) {
   EXPECT_EQ(theTextPane->selection().str(), "e 321");
   theTextPane->findText("line 498", false, true, false);
   EXPECT_TRUE(ui::isEndInView(log()));
+  for (int level = theTextPane->zoomLevel(); level < 20; ++level) {
+    theTextPane->zoomIn();
+  }
+  frame.moveResize(100, 100, 300, 184);
+  ui::waitFor([this] { return ui::areaOf(frame.widget()).height < 184; }, "the small frame");
+  theTextPane->findText("line 250", false, true, false);
+  EXPECT_TRUE(theTextPane->isInView(theTextPane->selectionRange()->from))
+      << "where the lines below have no room, the hit has";
 }
 
 /// A search with case behind a hit at 6 to 9, the box that comes of it, whether OK is pressed, and
