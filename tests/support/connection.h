@@ -27,8 +27,6 @@ class Connection {
   bool hasFrame() const { return received.find('\0') != std::string::npos; }
   /// Whether the other side closed its end, and all before that was read.
   bool hasEnded() const { return ended; }
-  /// Bytes that were read and not taken.
-  std::size_t pending() const { return received.size(); }
 
  private:
   UniqueDescriptor socket;

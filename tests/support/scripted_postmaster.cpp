@@ -169,8 +169,7 @@ void ScriptedPostmaster::hangUp() {
 }
 
 std::string ScriptedPostmaster::transcript() {
-  return "  conversation:\n" + log + "    and " + std::to_string(connection.pending()) +
-         " bytes not yet taken\n" + (child != nullptr ? child->report() : "  no tool\n");
+  return "  conversation:\n" + log + (child != nullptr ? child->report() : "  no tool\n");
 }
 
 std::string ScriptedPostmaster::makeFrame(const ScriptTag& tag, std::vector<Parameter> parameters) {
