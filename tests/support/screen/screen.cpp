@@ -251,6 +251,8 @@ void Screen::close(Window window) {
 }
 
 void Screen::settle() {
+  // The server sends input on its way after it has answered, and before it answers again.
+  XSync(connection, False);
   XSync(connection, False);
   XEvent event;
   while (XCheckTypedEvent(connection, MappingNotify, &event) != False) {
