@@ -78,6 +78,18 @@ class AppTest : public testing::Test {
     postmaster.expect({MSG_UI_COMMAND, where}, line);
   }
 
+  /// Waits until the program has slept at each of many looks in a row: it has handled all input.
+  void awaitSleep() {
+    const std::string file = "/proc/" + std::to_string(postmaster.tool().id()) + "/stat";
+    constexpr int kLooks = 30;
+    int asleep = 0;
+    const auto sleepsOn = [&] {
+      asleep = readFile(file).find(") S") != std::string::npos ? asleep + 1 : 0;
+      return asleep == kLooks;
+    };
+    user.waitFor(sleepsOn, "a sleeping program");
+  }
+
   /// Opens a pulldown by its mnemonic and chooses an item by its own.
   void choose(screen::KeySymbol menu, screen::KeySymbol item) {
     user.press(menu, screen::kAlt);

@@ -56,7 +56,7 @@ TEST_F(AppTest, BringsBackConfirmedCommandsOnly) {
   postmaster.expect(MSG_UI_COMMAND, "first");
   // What stands in the entry when the confirmation comes is put in front of it. Intended.
   user.type("x");
-  expectAnswer();
+  awaitSleep();
   postmaster.send(MSG_T_PROMPT, "y");
   expectAnswer();
   user.type("\n");

@@ -42,23 +42,6 @@ void shutDown(AppTest& test) {
   EXPECT_FALSE(test.postmaster.hasSocketName());
 }
 
-/// Whether the process has slept at each of many looks in a row.
-bool sleeps(pid_t process) {
-  constexpr int kLooks = 30;
-  for (int look = 0; look < kLooks; ++look) {
-    const std::string status = readFile("/proc/" + std::to_string(process) + "/stat");
-    if (status.find(") S") == std::string::npos) {
-      return false;
-    }
-    ::usleep(5000);
-  }
-  return true;
-}
-
-void awaitSleep(AppTest& test) {
-  test.user.waitFor([&test] { return sleeps(test.postmaster.tool().id()); }, "a sleeping program");
-}
-
 constexpr const char* kBroken = "NELKVUI:**ERR:Broken MPM connection.\n";
 
 // Only who closes the window tells the tester: on its own word, by menu and by key nobody does.
@@ -199,7 +182,7 @@ class LostByASend : public AppTest, public testing::WithParamInterface<bool> {};
 TEST_P(LostByASend, LinkIsToldInABox) {
   GetParam() ? openPrompt(*this) : connect();
   postmaster.hangUp();
-  awaitSleep(*this);
+  awaitSleep();
   // The command, or the cancelled question, finds nobody.
   GetParam() ? user.press(XK_Escape) : user.type("go\n");
   answer(kLostTitle);
@@ -292,7 +275,7 @@ TEST_F(AppTest, StopsReadingWhenItIsNotToldToPollAndNothingComes) {
   postmaster.accept();
   postmaster.expect(MSG_TOOL_READY);
   mainWindow = user.awaitWindow(kMainTitle);
-  awaitSleep(*this);
+  awaitSleep();
   // Would end the program, if it were read.
   postmaster.send(MSG_T_EXIT);
   awaitCommandLine();
