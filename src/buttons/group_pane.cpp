@@ -12,7 +12,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <ranges>
 
 #include "buttons/button_pane.h"
 #include "framework/controls/control.h"
@@ -124,16 +123,14 @@ void GroupPane::deletePane(const ButtonGroup& group) {
 
 void GroupPane::appended() {
   const ziShowTogetherScope together;
-  const auto behind = [](const auto& all, std::size_t shown) {
-    return std::ranges::subrange(std::next(all.begin(), static_cast<std::ptrdiff_t>(shown)),
-                                 all.end());
+  const auto forNew = [](const auto& all, std::size_t shown, const auto& show) {
+    std::for_each(std::next(all.begin(), static_cast<std::ptrdiff_t>(shown)), all.end(), show);
   };
-  for (const ButtonGroup& group : behind(content.set().groups, groupList.size())) {
-    appendPane(group).addAllButtons();
-  }
-  for (const ButtonMenu& menu : behind(content.set().menus, menus.size())) {
+  forNew(content.set().groups, groupList.size(),
+         [this](const ButtonGroup& group) { appendPane(group).addAllButtons(); });
+  forNew(content.set().menus, menus.size(), [this](const ButtonMenu& menu) {
     menus.push_back(std::make_unique<DynMenu>(host.mainMenu(), menu, nextMenuPosition++));
-  }
+  });
   scrollToTop();
   relayout();
   rebuildHelpTable();

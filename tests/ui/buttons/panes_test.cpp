@@ -68,6 +68,16 @@ TEST_F(ButtonPanes, StandBetweenTheirBars) {
   EXPECT_EQ(ui::look(bar(1).widget()), "bar 0 of 0 to 224 by 224 greyed\n");
 }
 
+TEST_F(ButtonPanes, TakeTheKeyboardOnlyWithSomethingInThem) {
+  const Widget panes[] = {set().widget(), set().parent()->widget(), frame->pane->widget()};
+  for (const bool isEmpty : {true, false, true}) {
+    for (Widget empty : panes) {
+      EXPECT_EQ(ui::resource(empty, "traversalOn"), isEmpty ? 0 : 1) << "keys would be lost there";
+    }
+    isEmpty ? document().addGroup("Group") : document().removeGroup(group(0));
+  }
+}
+
 TEST_F(ButtonPanes, ShowTheSetAndFollowEachChange) {
   const TemporaryFolder folder;
   const std::string file = folder.write("new.btn", ":New\na\nb\n");
@@ -180,18 +190,20 @@ TEST_F(ButtonPanes, ExecuteACommandOnAReleaseInsideTheButton) {
 
 TEST_F(ButtonPanes, LetGoOfAPressThatCannotEndAsOne) {
   addGroup("Group", 1);
-  ui::moveTo(button(0, 0), 5, 5);
-  ui::pressButton();
+  const auto press = [&] {
+    frame->status.clear();
+    ui::moveTo(button(0, 0), 5, 5);
+    ui::pressButton();
+    ui::waitFor([&] { return frame->status == "Execute Command: b1|"; }, "the press");
+  };
+  press();
   ui::ModalScript script;
   script.onDialog("Question", [] { ui::releaseButton(); })
       .when([&] { return frame->status == "Execute Command: b1||"; }, "an empty status line",
             [] { ui::pressKey(XK_Return); });
   script.run([&] { return zMessage(frame.get(), "?", "Question", kBoxOk).result; });
   ui::waitForDialog(PanesFrame::kTitle);
-  frame->status.clear();
-  ui::moveTo(button(0, 0), 5, 5);
-  ui::pressButton();
-  ui::waitFor([&] { return frame->status == "Execute Command: b1|"; }, "the press");
+  press();
   document().removeGroup(group(0));
   EXPECT_EQ(frame->status, "Execute Command: b1||");
   ui::releaseButton();
