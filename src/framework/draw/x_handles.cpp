@@ -47,14 +47,6 @@ void zRegion::intersect(const zRegion& other) {
   XIntersectRegion(get(), other.get(), get());
 }
 
-bool zRegion::isEmpty() const {
-  return XEmptyRegion(get()) != 0;
-}
-
-bool zRegion::contains(const zPoint& point) const {
-  return XPointInRegion(get(), point.x, point.y) != 0;
-}
-
 zRect zRegion::clipBox() const {
   XRectangle box{};
   XClipBox(get(), &box);

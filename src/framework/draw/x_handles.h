@@ -86,8 +86,6 @@ class zRegion {
 
   void add(const zRect& rect);
   void intersect(const zRegion& other);
-  bool isEmpty() const;
-  bool contains(const zPoint& point) const;
   /// The smallest rectangle round the region.
   zRect clipBox() const;
   Region get() const { return area.get(); }

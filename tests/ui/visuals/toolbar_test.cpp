@@ -235,6 +235,18 @@ TEST_F(Toolbar, AButtonTakesNoFocusAndPaintsItselfWhole) {
 #dddddd#
 ########
 )");
+  // An image that fills the inside is cut when it moves, not the edge.
+  pressTool();
+  EXPECT_EQ(look(), R"(
+########
+#dddddw#
+#d....w#
+#d.bbbw#
+#d.b..w#
+#wwwwww#
+########
+)");
+  release();
 }
 
 TEST_F(Toolbar, ItsCommandMayDestroyTheBar) {

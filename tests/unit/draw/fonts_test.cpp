@@ -212,6 +212,7 @@ TEST(Font, FacesFollowTheMapAndTheStockNumber) {
   for (const int number : {-1, 0, 9, 10, 11, 12, 13, 14, 15}) {
     const bool isMapped = number >= 10 && number <= 14;
     const bool isSystem = number >= 12 && isMapped;
+    EXPECT_EQ(zFontSpec::stock(number).log().pitch(), isSystem ? 2 : 1) << number;
     EXPECT_EQ(zFontSpec::stock(number),
               zFontSpec(isSystem   ? "helvetica"
                         : isMapped ? "fixed"
