@@ -78,6 +78,11 @@ TEST_F(TextAreaTest, ReturnEmptiesTheEntryAndTheKeysBrowseTheHistory) {
   EXPECT_EQ(theCommandLine->curSel(), -1);
   ui::pressKey(XK_Down);
   EXPECT_EQ(entry(), "new") << "begins at the newest again";
+  theCommandLine->showDropDown();
+  ASSERT_TRUE(theCommandLine->isDropDownShown());
+  zEvent event = zEvent::of(kMsgKeyDown, kKeyReturn);
+  EXPECT_EQ(theCommandLine->handle(&event), 1);
+  EXPECT_FALSE(theCommandLine->isDropDownShown());
 }
 
 TEST_F(TextAreaTest, ALineThatCannotBeSentStaysInTheEntryAndTheLogSaysWhy) {
