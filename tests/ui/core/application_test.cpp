@@ -163,28 +163,21 @@ TEST(ProcessStart, TakesTheFirstDirectoryOfTheListOrTheInstallationWhereAloneThe
   const TemporaryFolder folder;
   std::filesystem::create_directories(folder / "there");
   std::filesystem::create_directories(folder / "home/X11/app-defaults");
-  const std::string root = folder.path().string();
+  const std::string there = (folder / "there").string();
+  const std::string nowhere = (folder / "nowhere").string();
+  const std::string home = (folder / "home").string();
   const std::string listed = folder.write("there/NEL2", "").string();
   const std::string ours = folder.write("home/X11/app-defaults/NEL2", "").string();
-  /// Empty for a variable that is not set.
-  const auto found = [&](std::string directories, std::string installation) {
-    for (std::string* text : {&directories, &installation}) {
-      for (std::size_t at = 0; (at = text->find('@', at)) != std::string::npos;) {
-        text->replace(at, 1, root);
-      }
-    }
-    const auto pointer = [](const std::string& text) {
-      return text.empty() ? nullptr : text.c_str();
-    };
-    const auto search = findResourceFile(pointer(directories), pointer(installation));
+  const auto found = [](const char* directories, const char* installation) {
+    const zResourceSearch search = findResourceFile(directories, installation);
     return search.isMissing ? "missing" : search.file.value_or("none");
   };
-  EXPECT_EQ(found("@/there:@/nowhere", ""), listed);
-  EXPECT_EQ(found("@/nowhere:@/there", ""), "none");
-  EXPECT_EQ(found("@/there", "@/home"), listed);
-  EXPECT_EQ(found("@/nowhere", "@/home"), ours);
-  EXPECT_EQ(found("", "@/nowhere"), "missing");
-  EXPECT_EQ(found("", ""), "none");
+  EXPECT_EQ(found((there + ":" + nowhere).c_str(), nullptr), listed);
+  EXPECT_EQ(found((nowhere + ":" + there).c_str(), nullptr), "none");
+  EXPECT_EQ(found(there.c_str(), home.c_str()), listed);
+  EXPECT_EQ(found(nowhere.c_str(), home.c_str()), ours);
+  EXPECT_EQ(found(nullptr, nowhere.c_str()), "missing");
+  EXPECT_EQ(found(nullptr, nullptr), "none");
 }
 
 /// Arguments of a process, as main gets them.

@@ -79,22 +79,6 @@ class Dialogs : public testing::Test {
   std::unique_ptr<AskingDialog> dialog;
 };
 
-TEST_F(Dialogs, AllResourcesRunAndEndByKeyboardAlone) {
-  for (const int id : {503, 504, 505, 506, 507, 517, 519, 2304}) {
-    SCOPED_TRACE(id);
-    make(static_cast<std::uint32_t>(id));
-    ui::ModalScript escape;
-    escape.onDialog(kTitle, XK_Escape);
-    EXPECT_EQ(run(escape), 0);
-    if (dialog->childById(kDialogOk) == nullptr) {
-      continue;
-    }
-    ui::ModalScript ok;
-    ok.onDialog(kTitle, XK_Return);
-    EXPECT_EQ(run(ok), 1);
-  }
-}
-
 TEST_F(Dialogs, StoreWhatWasTypedAndWalkByTabInTheOrderOfCreation) {
   make(kDialogAddButton);
   RWCString label = "old";

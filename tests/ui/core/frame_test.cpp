@@ -177,30 +177,6 @@ TEST(Frame, TellsWhenTheWindowManagerActivatesItAndAsksToCloseIt) {
   EXPECT_THAT(first.seen, ElementsAre("in", "out", "handler 16", "close 16"));
 }
 
-TEST(Frame, AResizeByTheWindowManagerTravelsThroughSizersAndPanes) {
-  Journal journal;
-  TestFrame frame;
-  RecordingPane left(&frame, new zGravSizer(kGravityLeft, 120, frame.sizer()), journal);
-  RecordingPane rest(&frame, frame.fill(), journal);
-  RecordingPane strip(&rest, new zGravSizer(kGravityBottom, 30, rest.sizer()), journal);
-  RecordingPane inside(&strip, nullptr, journal);
-  frame.bringUp();
-  const ui::ScreenArea before = ui::areaOf(frame.widget());
-  frame.moveResize(100, 100, 640, 480);
-  ui::waitFor([&] { return ui::areaOf(frame.widget()).width != before.width; }, "the new size");
-  ui::drain();
-  const ui::ScreenArea board = ui::areaOf(frame.widget());
-  const int restWidth = board.width - 120;
-  const ui::ScreenArea expectedStrip = {board.x + 120, board.y + board.height - 30, restWidth, 30};
-  EXPECT_EQ(ui::areaOf(left.widget()), (ui::ScreenArea{board.x, board.y, 120, board.height}));
-  EXPECT_EQ(ui::areaOf(rest.widget()),
-            (ui::ScreenArea{board.x + 120, board.y, restWidth, board.height}));
-  EXPECT_EQ(ui::areaOf(strip.widget()), expectedStrip);
-  EXPECT_EQ(ui::areaOf(inside.widget()), expectedStrip)
-      << "a window without a sizer follows its parent";
-  EXPECT_EQ(rest.sizer()->size(), (zDimension{restWidth, board.height}));
-}
-
 TEST(DesktopProperties, ATitleIsLatin1UnlessItIsWellFormedUtf8) {
   const std::pair<std::string, std::string> cases[] = {
       {"caf\xE9", "caf\xC3\xA9"},
