@@ -8,6 +8,7 @@
 
 #include "app/main_bars.h"
 #include "buttons/button_pane.h"
+#include "buttons/control_pane.h"
 #include "buttons/dyn_button.h"
 #include "framework/draw/measure.h"
 #include "resources/resource_ids.h"
@@ -101,6 +102,32 @@ TEST_F(Commands, AreExplainedInTheStatusLine) {
   menuBar().dispatch(&closed);
   window->showStatus("ready");
   EXPECT_EQ(line.textAt(0), "ready");
+}
+
+TEST_F(MainWindow, HasItsPartsInTheirStripsWhichMakeRoomWhenTheyAreHidden) {
+  const zDialogUnit margin(2, 2);
+  const zRect bar = part<ClMainToolBar>().sizer()->rect();
+  const zRect line = part<zStatusLine>().sizer()->rect();
+  const zRect buttons = part<ControlPane>().sizer()->rect();
+  const auto log = [&] { return part<MyPane>().sizer()->rect(); };
+  zRect inner;
+  window->getInterior(inner);
+  EXPECT_EQ(bar, zRect(0, 0, inner.width(), 30));
+  const int lineHeight = part<zStatusLine>().neededHeight();
+  EXPECT_EQ(line, zRect(0, inner.height() - lineHeight, inner.width(), inner.height()));
+  const int top = bar.bottom + margin.height();
+  const int bottom = line.top - margin.height();
+  const int left = margin.width() + zDialogUnit(160, 0).width();
+  const int right = inner.width() - margin.width();
+  EXPECT_EQ(buttons, zRect(margin.width(), top, left, bottom));
+  EXPECT_EQ(log(), zRect(left, top, right, bottom));
+  choose(kCommandToggleToolBar);
+  EXPECT_EQ(log(), zRect(left, margin.height(), right, bottom));
+  choose(kCommandToggleStatusLine);
+  EXPECT_EQ(log(), zRect(left, margin.height(), right, inner.height() - margin.height()));
+  choose(kCommandToggleToolBar);
+  choose(kCommandToggleStatusLine);
+  EXPECT_EQ(log(), zRect(left, top, right, bottom));
 }
 
 /// A command, the key that asks for it, and what comes of it.
