@@ -5,8 +5,8 @@
 #include <filesystem>
 #include <string>
 
+#include "tests/support/basics.h"
 #include "tests/support/scripted_postmaster.h"
-#include "tests/support/temporary_folder.h"
 
 /// Count of connected tools that the Postmaster's 8000 names, the new one included.
 inline constexpr int kAlone = 1;

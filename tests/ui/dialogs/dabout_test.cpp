@@ -10,7 +10,7 @@
 #include "framework/controls/button.h"
 #include "resources/dialogs.h"
 #include "support/version.h"
-#include "tests/support/temporary_folder.h"
+#include "tests/support/basics.h"
 #include "tests/ui/support/ui_test.h"
 
 #include <X11/keysym.h>

@@ -10,7 +10,7 @@
 #include "framework/controls/edit.h"
 #include "framework/controls/list_box.h"
 #include "framework/core/application.h"
-#include "tests/support/temporary_folder.h"
+#include "tests/support/basics.h"
 #include "tests/ui/support/ui_test.h"
 
 #include <X11/keysym.h>

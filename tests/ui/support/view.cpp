@@ -233,10 +233,6 @@ void setText(Widget text, const std::string& value) {
   XmTextSetString(text, const_cast<char*>(value.c_str()));
 }
 
-std::string selectionOf(Widget text) {
-  return takeXtText(XmTextGetSelection(text));
-}
-
 int caretOf(Widget text) {
   return static_cast<int>(XmTextGetInsertionPosition(text));
 }

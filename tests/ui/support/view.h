@@ -41,8 +41,7 @@ Widget widgetResource(Widget widget, const char* name);
 
 /// Replaces what a text widget or text field holds.
 void setText(Widget text, const std::string& value);
-/// The selected characters of a text; empty when there are none.
-std::string selectionOf(Widget text);
+/// Where the caret of a text is.
 int caretOf(Widget text);
 /// The line at the upper edge of a text, counted from 0, and whether its end is on the screen.
 int topLineOf(Widget text);

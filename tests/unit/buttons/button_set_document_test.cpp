@@ -9,7 +9,7 @@
 
 #include "button_file/button_file_reader.h"
 #include "button_file/chosen_group.h"
-#include "tests/support/temporary_folder.h"
+#include "tests/support/basics.h"
 #include "tests/unit/buttons/button_set_text.h"
 
 #include <sys/stat.h>

@@ -8,7 +8,7 @@
 #include <filesystem>
 #include <iterator>
 
-#include "tests/support/temporary_folder.h"
+#include "tests/support/basics.h"
 
 #include <sys/resource.h>
 #include <sys/stat.h>

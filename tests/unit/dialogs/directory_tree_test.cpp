@@ -7,7 +7,7 @@
 #include <fstream>
 
 #include "dialogs/file_form.h"
-#include "tests/support/temporary_folder.h"
+#include "tests/support/basics.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include "link/message_numbers.h"
 #include "link/tool_interface.h"
 #include "link/wire.h"
-#include "tests/support/wire_text.h"
+#include "tests/support/message.h"
 
 using testing::internal::CaptureStderr;
 using testing::internal::GetCapturedStderr;

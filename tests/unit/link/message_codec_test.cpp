@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "link/message_numbers.h"
-#include "tests/support/wire_text.h"
+#include "tests/support/message.h"
 #include "tests/unit/link/allocation_control.h"
 
 using testing::ElementsAre;

@@ -1,3 +1,0 @@
-#pragma once
-
-#include "tests/ui/support/ui_test.h"
