@@ -1,19 +1,15 @@
 // The drop-down list of combo boxes: how it opens, where it goes, what closes it.
 
 #include <functional>
-#include <memory>
-
-#include <gmock/gmock.h>
-#include <X11/keysym.h>
 
 #include "framework/draw/screen.h"
 #include "tests/ui/controls/combo_fixture.h"
-#include "tests/ui/support/ui_test.h"
+
+#include <X11/keysym.h>
 
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
+using testing::ElementsAre;
 
 class DropDown : public ComboTest {
  protected:
@@ -23,135 +19,129 @@ class DropDown : public ComboTest {
     focus(combo);
   }
 
-  static Widget arrowOf(const zComboBoxBase& of) { return part(of.holder(), "ArrowButton"); }
-  static Widget listOf(const zComboBoxBase& of) { return part(of.holder(), "ScrolledList"); }
-  static bool isShown(const zComboBoxBase& of) {
-    const bool isViewable = ui::isViewable(listOf(of));
-    EXPECT_EQ(of.isDropDownShown(), isViewable);
-    EXPECT_EQ(openCombo == &of, isViewable);
-    return isViewable;
+  static Widget shellOf(const zComboBoxBase& of) { return ui::part(of.holder(), "zAppComboShell"); }
+  /// Which lists are on the screen: "1", "2", or "" for none.
+  std::string shown() {
+    ui::drain();
+    std::string which;
+    for (zComboBoxBase* box :
+         {static_cast<zComboBoxBase*>(&combo), static_cast<zComboBoxBase*>(&second)}) {
+      const bool isSeen = ui::isViewable(listOf(*box));
+      EXPECT_EQ(box->isDropDownShown(), isSeen);
+      EXPECT_EQ(openCombo == box, isSeen);
+      which += isSeen ? (box == &combo ? "1" : "2") : "";
+    }
+    return which;
   }
 
   zComboBoxStatic second{frame.get(), place(200), kStaticStyle, kId};
 };
 
-TEST_F(DropDown, TheArrowShowsAndHidesItBelowTheEntry) {
+TEST_F(DropDown, TheArrowShowsItBelowTheEntryWithoutTheFocus) {
   ui::click(arrowOf(combo));
-  ASSERT_TRUE(isShown(combo));
-  EXPECT_THAT(codes(), ElementsAre(kComboShown));
+  EXPECT_EQ(shown(), "1");
   const ui::ScreenArea entry = ui::areaOf(combo.widget());
-  const ui::ScreenArea list = ui::areaOf(part(combo.holder(), "zAppComboShell"));
-  EXPECT_EQ(list,
+  EXPECT_EQ(ui::areaOf(shellOf(combo)),
             (ui::ScreenArea{entry.x, entry.y + entry.height, kWidth, kHeight - entry.height}));
-  EXPECT_TRUE(ui::focusIs(combo.widget())) << "the list takes no focus";
+  EXPECT_EQ(ui::areaOf(ui::part(shellOf(combo), "ScrolledListSW")), ui::areaOf(shellOf(combo)));
+  EXPECT_EQ(ui::look(listOf(combo)), "| alpha\n| beta\n| gamma\n| delta\n");
+  EXPECT_TRUE(ui::focusIs(combo.widget()));
   ui::click(arrowOf(combo));
-  EXPECT_FALSE(isShown(combo));
-  EXPECT_THAT(codes(), ElementsAre(kComboHidden));
+  EXPECT_EQ(shown(), "");
+  EXPECT_EQ(state(combo), "-1 ^ 7 8");
 }
 
 TEST_F(DropDown, ARowChosenByTheMouseGoesToTheEntryAndTheFocusStays) {
   ui::click(arrowOf(combo));
-  clickRow(listOf(combo), 2);
-  EXPECT_FALSE(isShown(combo));
-  EXPECT_EQ(combo.text().str(), "gamma");
-  EXPECT_EQ(combo.curSel(), 2);
-  EXPECT_THAT(codes(), ElementsAre(kComboShown, kComboHidden, kComboSelectionChanged));
+  ui::clickRow(listOf(combo), 2);
+  EXPECT_EQ(shown(), "");
+  EXPECT_EQ(state(combo), "2 [gamma]^ 7 8 1");
   EXPECT_TRUE(ui::focusIs(combo.widget()));
   ui::typeText("x");
-  EXPECT_EQ(combo.text().str(), "x") << "the chosen text was selected";
+  EXPECT_EQ(state(combo), "-1 x^ 6 5 1");
 }
 
-TEST_F(DropDown, AltDownShowsAndHidesItAndMovesNothing) {
-  ui::pressKey(XK_Down, ui::kAlt);
-  EXPECT_TRUE(isShown(combo));
-  EXPECT_EQ(combo.curSel(), -1);
-  ui::pressKey(XK_Down);
-  EXPECT_TRUE(isRowSelected(listOf(combo), 0)) << "keys go on working while it is shown";
-  EXPECT_TRUE(isShown(combo));
-  ui::pressKey(XK_Down, ui::kAlt);
-  EXPECT_FALSE(isShown(combo));
-  EXPECT_THAT(codes(), ElementsAre(kComboShown, kComboSelectionChanged, kComboHidden));
+TEST_F(DropDown, KeysShowItMoveInItAndHideIt) {
+  const std::function<void()> down = [] { ui::pressKey(XK_Down); };
+  const std::function<void()> altDown = [] { ui::pressKey(XK_Down, ui::kAlt); };
+  struct Step {
+    std::function<void()> act;
+    const char* shown;
+    const char* state;
+  };
+  const Step steps[] = {
+      {altDown, "1", "-1 ^ 7"},
+      {down, "1", "0 [alpha]^ 1"},
+      {altDown, "", "0 [alpha]^ 8"},
+      {altDown, "1", "0 [alpha]^ 7"},
+      {[] { ui::pressKey(XK_Return); }, "", "0 [alpha]^ 8"},
+      {altDown, "1", "0 [alpha]^ 7"},
+      {[] { ui::pressKey(XK_Escape); }, "", "0 [alpha]^ 8"},
+  };
+  for (const Step& step : steps) {
+    step.act();
+    EXPECT_EQ(shown(), step.shown);
+    EXPECT_EQ(state(combo), step.state);
+  }
 }
 
 TEST_F(DropDown, ScrollingItByMouseKeepsItOpen) {
-  for (int row = 0; row < 50; ++row) {
-    combo.add("more");
-  }
+  combo.addAll(std::vector<RWCString>(50, "more"));
   ui::click(arrowOf(combo));
-  Widget bar = part(combo.holder(), "VertScrollBar");
+  codes();
+  Widget bar = ui::part(combo.holder(), "VertScrollBar");
   const ui::ScreenArea area = ui::areaOf(bar);
   ui::click(bar, area.width / 2, area.height - 5);
-  EXPECT_TRUE(isShown(combo)) << "after a click on the scroll bar";
   ui::wheel(listOf(combo), 10, 10, -2);
-  EXPECT_TRUE(isShown(combo));
+  EXPECT_EQ(shown(), "1");
   EXPECT_FALSE(isRowInView(listOf(combo), 0));
   EXPECT_TRUE(ui::focusIs(combo.widget()));
+  EXPECT_EQ(told(), Told{}) << "the grab of the bar is no change of the focus";
 }
 
-TEST_F(DropDown, AClickOnAFixedEntryShowsAndHidesItAsItsArrowDoesAndTakesTheFocus) {
-  ui::click(second.widget());
-  EXPECT_TRUE(isShown(second));
-  ui::click(second.widget());
-  EXPECT_FALSE(isShown(second));
-  focus(combo);
-  ui::click(arrowOf(second));
-  EXPECT_TRUE(isShown(second));
-  EXPECT_TRUE(ui::focusIs(second.widget()));
-}
-
-TEST_F(DropDown, OpeningASecondOneHidesTheFirst) {
-  combo.showDropDown();
-  codes();
-  second.showDropDown();
-  ui::drain();
-  EXPECT_FALSE(isShown(combo));
-  EXPECT_TRUE(isShown(second));
-  EXPECT_THAT(codes(), ElementsAre(kComboHidden, kComboShown));
-  combo.hideDropDown();
-  EXPECT_TRUE(isShown(second)) << "hiding a hidden one changes nothing";
-  EXPECT_THAT(codes(), IsEmpty());
-}
-
-/// Shows a list when that of another combo box is hidden.
-struct Opener : zEvH {
-  int onHidden(zEvent* /*event*/) {
-    opened->showDropDown();
-    return 0;
+TEST_F(DropDown, OneIsShownAtATimeAndAClickElsewhereDoesItsWork) {
+  struct Step {
+    const char* name;
+    std::function<void()> act;
+    const char* shown;
+    std::vector<int> told;
+  };
+  const Step steps[] = {
+      {"a fixed entry", [&] { ui::click(second.widget()); }, "2", {7}},
+      {"again", [&] { ui::click(second.widget()); }, "", {8}},
+      {"another button", [&] { ui::click(second.widget(), ui::kRightButton); }, "", {}},
+      {"shown", [&] { combo.showDropDown(); }, "1", {7}},
+      {"shown again", [&] { combo.showDropDown(); }, "1", {}},
+      {"the other's arrow", [&] { ui::click(arrowOf(second)); }, "2", {8, 7}},
+      {"the first", [&] { combo.showDropDown(); }, "1", {8, 7}},
+      {"hiding a hidden one", [&] { second.hideDropDown(); }, "1", {}},
+      {"a place without a focus", [&] { ui::click(frame->widget(), 350, 280); }, "", {8}},
+  };
+  for (const Step& step : steps) {
+    step.act();
+    EXPECT_EQ(shown(), step.shown) << step.name;
+    EXPECT_EQ(codes(), step.told) << step.name;
   }
-  zComboBoxBase* opened = nullptr;
-};
+  EXPECT_TRUE(ui::focusIs(second.widget())) << "its arrow took the focus";
+}
 
 TEST_F(DropDown, TheOneShownByTheHidingOfAnotherStaysAndIsKnown) {
-  Opener opener;
-  opener.opened = &second;
-  combo.setNotify(&opener, toHandler(&Opener::onHidden), kComboHidden);
+  const auto showSecondOnHiding = [&] { listener.action = [&] { second.showDropDown(); }; };
+  combo.setNotify(&listener, Listener::handler(), kComboHidden);
+  showSecondOnHiding();
   combo.showDropDown();
   closeOpenDropDown();
-  ui::drain();
-  EXPECT_TRUE(isShown(second));
-
+  EXPECT_EQ(shown(), "2");
   zComboBoxStatic third(frame.get(), place(100), kStaticStyle, kId);
   combo.showDropDown();
+  showSecondOnHiding();
   third.showDropDown();
-  ui::drain();
-  EXPECT_TRUE(isShown(second));
-  EXPECT_FALSE(isShown(third));
-}
-
-TEST_F(DropDown, AClickAnywhereElseInTheProgramHidesItAndDoesItsWork) {
-  combo.showDropDown();
-  ui::click(frame->widget(), 350, 280);
-  EXPECT_FALSE(isShown(combo)) << "a place that takes no focus";
-  combo.showDropDown();
-  ui::click(second.widget());
-  EXPECT_FALSE(isShown(combo));
-  EXPECT_TRUE(isShown(second));
+  EXPECT_EQ(shown(), "2");
+  EXPECT_FALSE(third.isDropDownShown());
 }
 
 TEST_F(DropDown, IsHiddenByWhatLeavesItsComboBoxOrMovesIt) {
   const std::pair<const char*, std::function<void()>> ways[] = {
-      {"Escape, which goes no further", [] { ui::pressKey(XK_Escape); }},
-      {"Return, which goes no further", [] { ui::pressKey(XK_Return); }},
       {"the end of a dialog", [] { closeOpenDropDown(); }},
       {"a move", [&] { combo.moveResize(20, 10, kWidth, kHeight); }},
       {"disabling", [&] { combo.disable(); }},
@@ -168,20 +158,18 @@ TEST_F(DropDown, IsHiddenByWhatLeavesItsComboBoxOrMovesIt) {
        }},
   };
   for (const auto& [way, take] : ways) {
-    SCOPED_TRACE(way);
     combo.enable();
     combo.show(kShowNormal);
     focus(combo);
     combo.showDropDown();
-    ui::drain();
-    EXPECT_TRUE(isShown(combo));
+    EXPECT_EQ(shown(), "1") << way;
     take();
-    EXPECT_FALSE(isShown(combo));
-    EXPECT_THAT(codes(), ElementsAre(kComboShown, kComboHidden));
+    EXPECT_EQ(shown(), "") << way;
+    EXPECT_THAT(codes(), ElementsAre(kComboShown, kComboHidden)) << way;
   }
   combo.showDropDown();
   combo.moveResize(20, 10, kWidth, kHeight);
-  EXPECT_TRUE(combo.isDropDownShown()) << "a layout that changes nothing";
+  EXPECT_EQ(shown(), "1") << "a layout that changes nothing";
 }
 
 TEST_F(DropDown, GoesAboveTheEntryAtTheLowerEdgeOfTheScreen) {
@@ -197,19 +185,19 @@ TEST_F(DropDown, GoesAboveTheEntryAtTheLowerEdgeOfTheScreen) {
   ui::drain();
   combo.showDropDown();
   ui::drain();
-  const ui::ScreenArea list = ui::areaOf(part(combo.holder(), "zAppComboShell"));
+  const ui::ScreenArea list = ui::areaOf(shellOf(combo));
   EXPECT_EQ(list.y + list.height, ui::areaOf(combo.widget()).y);
 }
 
-TEST_F(DropDown, OpensAtItsFirstRowWhenNoneIsChosen) {
-  combo.setCurSel(3);
-  for (int i = 0; i < 30; ++i) {
-    combo.insert("newer", 0);
-  }
+TEST_F(DropDown, OpensAtItsRowOrItsFirst) {
+  combo.addAll(std::vector<RWCString>(30, "more"));
+  combo.setCurSel(25);
+  combo.showDropDown();
+  EXPECT_TRUE(isRowInView(listOf(combo), 25));
+  combo.hideDropDown();
   combo.setCurSel(-1);
   combo.showDropDown();
-  ui::drain();
-  EXPECT_TRUE(isRowInView(part(combo.holder(), "ScrolledList"), 0));
+  EXPECT_TRUE(isRowInView(listOf(combo), 0));
 }
 
 TEST_F(DropDown, DiesWithItsComboBox) {
@@ -218,14 +206,14 @@ TEST_F(DropDown, DiesWithItsComboBox) {
   ui::drain();
   third->showDropDown();
   ui::drain();
-  Window list = ui::windowOf(part(third->holder(), "zAppComboShell"));
+  Window list = ui::windowOf(shellOf(*third));
   EXPECT_TRUE(ui::isViewable(list));
   third.reset();
   EXPECT_EQ(openCombo, nullptr);
   ui::waitFor([&] { return !ui::isViewable(list); }, "the list to disappear");
   ui::click(frame->widget(), 350, 280);
   combo.showDropDown();
-  EXPECT_TRUE(isShown(combo));
+  EXPECT_EQ(shown(), "1");
 }
 
 }  // namespace

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <algorithm>
+
 #include "framework/controls/combo_box.h"
-#include "tests/ui/controls/list_view.h"
+#include "tests/ui/controls/control_fixture.h"
 
 /// A combo box with four rows.
 class ComboTest : public ControlTest {
@@ -16,13 +18,34 @@ class ComboTest : public ControlTest {
     fill(combo);
     ui::drain();
   }
-  static void fill(zComboBoxBase& filled) {
-    for (const char* text : {"alpha", "beta", "gamma", "delta"}) {
-      filled.add(text);
-    }
+  static void fill(zComboBoxBase& filled,
+                   const std::vector<RWCString>& texts = {"alpha", "beta", "gamma", "delta"}) {
+    filled.addAll(texts);
   }
   static zSizer* place(int y = 10) { return new zSizer(10, y, kWidth, kHeight); }
-  std::vector<int> codes() { return takeCodes(*frame, {kComboFocusIn, kComboFocusOut}); }
+  static Widget listOf(const zComboBoxBase& of) { return ui::part(of.holder(), "ScrolledList"); }
+  static Widget arrowOf(const zComboBoxBase& of) { return ui::part(of.holder(), "ArrowButton"); }
+
+  /// The notification codes since the last call, without those of the focus.
+  std::vector<int> codes() {
+    std::vector<int> all;
+    for (const auto& [id, code] : told()) {
+      if (code != kComboFocusIn && code != kComboFocusOut) {
+        all.push_back(code);
+      }
+    }
+    return all;
+  }
+  /// The row, what the entry shows, and the codes that the parent got: all that a step changes.
+  std::string state(const zComboBoxBase& of) {
+    std::string text = std::to_string(of.curSel()) + " " + textView(of.widget());
+    for (const int code : codes()) {
+      text += " " + std::to_string(code);
+    }
+    EXPECT_EQ(selectedRows(listOf(of)),
+              of.curSel() < 0 ? std::vector<int>{} : std::vector<int>{of.curSel()});
+    return text;
+  }
 
   zComboBoxFull combo{frame.get(), place(), kFullStyle, kId};
 };

@@ -9,14 +9,12 @@
 
 #include "framework/controls/control.h"
 #include "framework/core/frame.h"
+#include "tests/ui/controls/views.h"
 #include "tests/ui/support/ui_test.h"
 
-/// A notification as the parent got it.
-struct Notification {
-  int id = 0;
-  int code = 0;
-  bool operator==(const Notification&) const = default;
-};
+/// Notifications as the parent got them: the id of the control and the code.
+using Told = std::vector<std::pair<int, int>>;
+using Journal = std::vector<std::string>;
 
 /// The parent of the controls under test; it keeps the commands that reach it.
 class ControlFrame : public zAppFrame {
@@ -27,28 +25,36 @@ class ControlFrame : public zAppFrame {
   ControlFrame() : zAppFrame(nullptr, new zSizer(60, 60, 400, 300), kFrameStyle, kTitle) {}
 
   int command(zEvent* event) override {
-    commands.push_back({static_cast<int>(event->wparam), static_cast<int>(event->lparam)});
+    commands.emplace_back(static_cast<int>(event->wparam), static_cast<int>(event->lparam));
     return 1;
   }
-  /// The notifications since the last call.
-  std::vector<Notification> takeCommands() { return std::exchange(commands, {}); }
-
- private:
-  std::vector<Notification> commands;
+  Told commands;
 };
 
-/// Deletes a control from inside its own event or notification.
-template <class Control>
-class Executioner : public zEvH {
+/// Notes in a shared journal what its handler is offered, as "NAME MESSAGE PARAMETER", and does its
+/// action, which may destroy anything.
+class Listener : public zEvH {
  public:
-  explicit Executioner(Control* target = nullptr) : victim(target) {}
-  static zHandler handler() { return toHandler(&Executioner::onEvent); }
-  int onEvent(zEvent* /*event*/) {
-    delete std::exchange(victim, nullptr);
-    return 0;
-  }
+  explicit Listener(Journal& shared, std::string ownName = "handler")
+      : journal(shared), name(std::move(ownName)) {}
 
-  Control* victim;
+  int onEvent(zEvent* event) {
+    journal.push_back(name + " " + std::to_string(event->message) + " " +
+                      std::to_string(event->wparam));
+    const int result = taken;
+    if (action) {
+      std::exchange(action, nullptr)();
+    }
+    return result;
+  }
+  static zHandler handler() { return toHandler(&Listener::onEvent); }
+
+  int taken = 0;
+  std::function<void()> action;
+
+ private:
+  Journal& journal;
+  std::string name;
 };
 
 /// A frame on the screen to put controls into. The frame owns them.
@@ -65,13 +71,27 @@ class ControlTest : public testing::Test {
     ui::waitForNoDialog(ControlFrame::kTitle);
   }
 
+  /// The notifications since the last call.
+  Told told() { return std::exchange(frame->commands, {}); }
+  Journal heard() { return std::exchange(journal, {}); }
+
   /// Gives `control` the focus and waits for it.
   void focus(zControl& control) {
     control.setFocus();
     ui::waitForFocus(control.innerWidget() != nullptr ? control.innerWidget() : control.widget());
     ui::drain();
-    frame->takeCommands();
+    told();
   }
 
+  /// Where something is in the frame, as "X,Y WIDTHxHEIGHT".
+  std::string placeOf(Widget widget) {
+    const ui::ScreenArea area = ui::areaOf(widget);
+    const ui::ScreenArea board = ui::areaOf(frame->widget());
+    return std::to_string(area.x - board.x) + "," + std::to_string(area.y - board.y) + " " +
+           std::to_string(area.width) + "x" + std::to_string(area.height);
+  }
+
+  Journal journal;
   std::unique_ptr<ControlFrame> frame;
+  Listener listener{journal};
 };

@@ -1,7 +1,6 @@
-// The edit controls: text, selection, limits, notifications.
+// The edit controls: text, selection, limits, notifications; and the input of numbers.
 
-#include "framework/controls/edit.h"
-
+#include "framework/controls/formatted_edit.h"
 #include "tests/ui/controls/control_fixture.h"
 
 #include <X11/keysym.h>
@@ -25,119 +24,246 @@ class EditTest : public ControlTest {
     ui::drain();
     return box;
   }
+  zLongEdit* makeLong(long* value, int y = 10) {
+    auto* edit = new zLongEdit(frame.get(), new zSizer(10, y, 200, 30), 0x50810080, 1, value);
+    ui::drain();
+    return edit;
+  }
+  /// Marks `text` in a line of its own, for the middle mouse button to paste.
+  void mark(const char* text) {
+    auto* source = new zEditBox(frame.get(), new zSizer(10, 250, 200, 40), kLogStyle, text, 9);
+    ui::drain();
+    source->setSelection(0, source->textLength());
+  }
+  static void pasteAtEnd(zEditBase& edit) {
+    ui::click(edit.widget(), ui::areaOf(edit.widget()).width - 5, 10, ui::kMiddleButton);
+  }
 };
 
-TEST_F(EditTest, SelectionIsCutToTheText) {
-  zEditLine* edit = makeLine("abc");
-  edit->setSelection(1, 3);
-  EXPECT_EQ(edit->selection().str(), "bc");
-  EXPECT_EQ(edit->selectionRange(), (zTextRange{1, 3}));
-  edit->setSelection(2, 90);
-  EXPECT_EQ(edit->selection().str(), "c");
-  edit->setSelection(5, 5);
-  EXPECT_FALSE(edit->selectionRange());
-  EXPECT_EQ(edit->selection().str(), "");
-  EXPECT_EQ(edit->insertionPosition(), 3);
-}
-
-TEST_F(EditTest, OnlyTheInsertionPointMovesBeforeTheWidgetIsRealized) {
-  ControlFrame hidden;
-  auto* edit = new zEditLine(&hidden, new zSizer(0, 0, 80, 30), kLineStyle, "abc", 1);
-  edit->setSelection(0, 2);
-  EXPECT_FALSE(edit->selectionRange());
-  EXPECT_EQ(edit->insertionPosition(), 2);
-}
-
-TEST_F(EditTest, ReplacesTheSelectionOrInsertsAtTheInsertionPoint) {
+TEST_F(EditTest, TheSelectionIsCutToTheTextAndTheProgramInsertsAnywhere) {
+  struct Step {
+    const char* name;
+    std::function<void()> act;
+    const char* view;
+  };
   for (zEditBase* edit :
-       {static_cast<zEditBase*>(makeLine()), static_cast<zEditBase*>(makeLog())}) {
-    edit->setText("one two");
-    EXPECT_EQ(edit->insertionPosition(), 7);
-    edit->setSelection(4, 7);
-    edit->replaceSelection("three");
-    EXPECT_EQ(edit->text().str(), "one three");
-    EXPECT_EQ(edit->insertionPosition(), 9);
-    edit->setSelection(3, 3);
-    edit->replaceSelection(" and");
-    EXPECT_EQ(edit->text().str(), "one and three");
-    EXPECT_EQ(edit->insertionPosition(), 7);
-    edit->insertAt(4000, "!");
-    EXPECT_EQ(edit->text().str(), "one and three!");
-    EXPECT_EQ(edit->insertionPosition(), 14);
+       {static_cast<zEditBase*>(makeLine("abc")), static_cast<zEditBase*>(makeLog())}) {
+    const auto select = [edit](int from, int to) { return [=] { edit->setSelection(from, to); }; };
+    const auto insert = [edit](int at, const char* text) {
+      return [=] { edit->insertAt(at, text); };
+    };
+    const Step steps[] = {
+        {"text", [&] { edit->setText("abc"); }, "abc^"},
+        {"inside", select(1, 2), "a[b]^c"},
+        {"past the end", select(2, 90), "ab[c]^"},
+        {"before the start", select(-4, 2), "[ab]^c"},
+        {"reversed", select(3, 1), "a^bc"},
+        {"behind the text", select(5, 5), "abc^"},
+        {"insert inside", insert(1, "12"), "a12^bc"},
+        {"at the start", insert(-1, "0"), "0^a12bc"},
+        {"past the end", insert(4000, "!"), "0a12bc!^"},
+        {"for typing", [&] { edit->selectForTyping(); }, "[0a12bc!]^"},
+    };
+    for (const Step& step : steps) {
+      step.act();
+      EXPECT_EQ(textView(edit->widget()), step.view) << step.name;
+    }
+    edit->setSelection(1, 3);
+    EXPECT_EQ(edit->selection(), RWCString("a1"));
+    EXPECT_EQ(edit->selectionRange(), (zTextRange{1, 3}));
+    EXPECT_EQ(edit->insertionPosition(), 3);
+    edit->setSelection(2, 2);
+    EXPECT_EQ(edit->selection(), RWCString(""));
+    EXPECT_FALSE(edit->selectionRange());
   }
+  ControlFrame hidden;
+  zEditLine unseen(&hidden, new zSizer(0, 0, 80, 30), kLineStyle, "abc", 1);
+  unseen.setSelection(0, 2);
+  EXPECT_EQ(textView(unseen.widget()), "ab^c") << "only the insertion point before it is realized";
 }
 
-TEST_F(EditTest, MaximumLengthBindsTheUserOnly) {
+TEST_F(EditTest, TheMaximumLengthBindsTheUserOnly) {
   zEditLine* edit = makeLine();
   edit->setMaxLength(3);
   focus(*edit);
   ui::typeText("abcde");
-  EXPECT_EQ(edit->text().str(), "abc");
+  EXPECT_EQ(edit->text(), RWCString("abc"));
   edit->setText("longer text");
-  EXPECT_EQ(edit->text().str(), "longer text");
-
+  EXPECT_EQ(edit->text(), RWCString("longer text"));
   edit->setMaxLength(0);
-  edit->setText(std::string(zEditBase::kDefaultMaxLength - 1, 'x').c_str());
+  edit->setText(std::string(31999, 'x').c_str());
   ui::typeText("yz");
-  EXPECT_EQ(edit->textLength(), zEditBase::kDefaultMaxLength);
+  EXPECT_EQ(edit->textLength(), 32000);
 }
 
-TEST_F(EditTest, TellsTheParentOfFocusChangesAndReturn) {
+TEST_F(EditTest, TheParentIsToldOfFocusChangesAndReturn) {
   zEditLine* edit = makeLine("", 1, 10);
-  zEditLine* other = makeLine("", 2, 50);
-  focus(*other);
+  focus(*makeLine("", 2, 50));
   edit->setFocus();
   ui::waitForFocus(edit->widget());
-  EXPECT_THAT(frame->takeCommands(), testing::IsSupersetOf({Notification{2, kEditFocusLost},
-                                                            Notification{1, kEditFocusGained}}));
-  ui::typeText("x");
-  EXPECT_THAT(frame->takeCommands(), ElementsAre(Notification{1, kEditChanged}));
-  ui::pressKey(XK_Return);
-  EXPECT_THAT(frame->takeCommands(), ElementsAre(Notification{1, kEditReturn}));
+  EXPECT_EQ(told(), (Told{{2, kEditFocusLost}, {1, kEditFocusGained}}));
+  ui::typeText("x\n");
+  EXPECT_EQ(told(), (Told{{1, kEditChanged}, {1, kEditReturn}}));
   edit->setText("y");
-  EXPECT_THAT(frame->takeCommands(), ElementsAre(Notification{1, kEditChanged}));
-  EXPECT_EQ(edit->lastSetText().str(), "y");
+  EXPECT_EQ(told(), (Told{{1, kEditChanged}}));
+  ui::pressKey('a', ui::kAlt);
+  ui::pressKey(XK_Clear);
+  EXPECT_EQ(edit->text(), RWCString("y")) << "no control characters";
+  EXPECT_EQ(told(), Told{});
 }
 
-TEST_F(EditTest, ClipboardOperationsMoveText) {
-  zEditLine* edit = makeLine("abcdef");
-  edit->setSelection(0, 3);
-  edit->cut();
-  EXPECT_EQ(edit->text().str(), "def");
-  edit->setSelection(3, 3);
-  edit->paste();
-  ui::waitFor([&] { return edit->text() == RWCString("defabc"); }, "the pasted text");
-  edit->setSelection(0, 1);
-  edit->copy();
-  edit->setSelection(6, 6);
-  edit->paste();
-  ui::waitFor([&] { return edit->text() == RWCString("defabcd"); }, "the copied text");
-}
-
-TEST_F(EditTest, ALineStaysOneLineWhateverIsPutIn) {
+TEST_F(EditTest, ALineStaysOneLineAndStoresWhatTheUserHasLeftAloneAsItWas) {
   zEditLine* edit = makeLine("one\n");
-  EXPECT_EQ(edit->text().str(), "one");
-  edit->setText("two\nlines\n");
-  EXPECT_EQ(edit->text().str(), "two lines");
-  RWCString bound;
+  EXPECT_EQ(edit->text(), RWCString("one"));
+  EXPECT_EQ(edit->storeData() + edit->showData(), 0);
+  RWCString bound = "two\nlines\n";
   edit->setBoundString(&bound);
-  edit->storeData();
-  EXPECT_EQ(bound.str(), "two\nlines\n") << "what the user has left alone";
-  edit->replaceSelection("!\n");
-
-  zEditBox* log = makeLog();
-  log->setText(
+  EXPECT_EQ(edit->showData(), 1);
+  EXPECT_EQ(edit->text(), RWCString("two lines"));
+  bound = "";
+  EXPECT_EQ(edit->storeData(), 1);
+  EXPECT_EQ(bound, RWCString("two\nlines\n"));
+  focus(*edit);
+  mark(
       "a\x01"
       "b\n");
-  log->setSelection(0, 4);
-  log->copy();
-  edit->paste();
-  ui::waitFor([&] { return edit->text() == RWCString("two lines!a b"); }, "the pasted text");
-  focus(*edit);
-  ui::typeText("y");
-  EXPECT_EQ(edit->text().str(), "two lines!a by");
+  pasteAtEnd(*edit);
+  ui::waitFor([&] { return edit->text() == RWCString("two linesa b"); }, "the pasted text");
+  edit->insertAt(99, "!\n");
   edit->storeData();
-  EXPECT_EQ(bound, edit->text());
+  EXPECT_EQ(bound, RWCString("two linesa b!"));
+}
+
+TEST_F(EditTest, ALowLineKeepsRoomForItsText) {
+  zEditLine* edit = makeLine("Xg");
+  edit->setFontSpec(zFontSpec("courier", {0, 14}), 1);
+  const int text = 2 * ui::resource(edit->widget(), "shadowThickness") +
+                   ui::areaOf(edit->widget()).height - edit->linesHeight();
+  EXPECT_GT(text, 0);
+  std::vector<std::vector<int>> edges;
+  for (const int height : {12, 20, 22, 24, 26, 60}) {
+    edit->moveResize(10, 10, 200, height);
+    edges.push_back(numbers(edit->widget(), {"highlightThickness", "marginHeight"}));
+  }
+  EXPECT_TRUE(std::is_sorted(edges.begin(), edges.end()));
+  EXPECT_THAT(edges.front(), ElementsAre(0, 0));
+  EXPECT_THAT(edges.back(), ElementsAre(2, 1));
+}
+
+TEST_F(EditTest, ALogScrollsByLinesAndTellsWhatIsInView) {
+  zEditBox* log = makeLog();
+  for (int line = 0; line < 50; ++line) {
+    log->insertAt(log->textLength(), "line\n");
+  }
+  ui::drain();
+  log->bringIntoView(0);
+  const int lines = log->linesHeight() / 13;
+  EXPECT_GT(lines, 3);
+  EXPECT_TRUE(log->isInView(0));
+  EXPECT_FALSE(log->isInView(200));
+  log->scroll(2);
+  EXPECT_EQ(ui::topLineOf(log->widget()), 2);
+  log->scroll(-90);
+  EXPECT_EQ(ui::topLineOf(log->widget()), 0);
+  log->bringIntoView(log->textLength());
+  EXPECT_TRUE(log->isInView(log->textLength()));
+  log->setBackground(zColor(0x8090A0));
+  for (const char* bar : {"VertScrollBar", "HorScrollBar"}) {
+    EXPECT_EQ(ui::resource(ui::part(log->holder(), bar), "background"),
+              ui::resource(log->widget(), "background"));
+  }
+}
+
+TEST_F(EditTest, ANumberShowsItsValueAndStoresWhatIsTyped) {
+  const std::pair<long, const char*> rows[] = {{0, "0"}, {-45, "-45"}, {17, "17"}};
+  long value = 0;
+  zLongEdit* edit = makeLong(&value);
+  EXPECT_EQ(textView(edit->widget()), "[0]^");
+  mark("mark");
+  for (const auto& [number, shown] : rows) {
+    value = number;
+    EXPECT_EQ(edit->showData(), 1);
+    EXPECT_EQ(textView(edit->widget()), "[" + std::string(shown) + "]^") << "typing replaces it";
+    EXPECT_EQ(edit->storeData(), 1);
+    EXPECT_EQ(value, number);
+  }
+  focus(*edit);
+  ui::typeText("9876543210");
+  edit->storeData();
+  EXPECT_EQ(value, 9876543210L);
+  edit->setText("");
+  edit->storeData();
+  EXPECT_EQ(value, 0);
+  pasteAtEnd(*edit);
+  ui::drain();
+  EXPECT_EQ(edit->text(), RWCString("")) << "what the user has marked is no number";
+  zLongEdit* unbound = makeLong(nullptr);
+  EXPECT_EQ(unbound->storeData() + unbound->showData(), 0);
+}
+
+TEST_F(EditTest, ANumberTakesOnlyKeysThatKeepItOne) {
+  zLongEdit* edit = makeLong(nullptr);
+  focus(*edit);
+  struct Step {
+    const char* typed;
+    ui::KeySymbol key;
+    const char* view;
+    int changes;
+  };
+  const Step steps[] = {
+      {"a-1-2b34567890123\xe4", 0, "-1234567890^", 11},
+      {"x", 0, "-1234567890^", 0},
+      {"", XK_Home, "^-1234567890", 0},
+      {"7", 0, "^-1234567890", 0},
+      {"", XK_Delete, "^1234567890", 1},
+      {"", XK_End, "1234567890^", 0},
+      {"", XK_BackSpace, "123456789^", 1},
+      {"", XK_Left, "12345678^9", 0},
+      {"0", 0, "123456780^9", 1},
+  };
+  for (const Step& step : steps) {
+    step.key != 0 ? ui::pressKey(step.key) : ui::typeText(step.typed);
+    EXPECT_EQ(textView(edit->widget()), step.view);
+    EXPECT_EQ(told(), Told(static_cast<std::size_t>(step.changes), {1, kEditChanged}));
+  }
+  EXPECT_EQ(edit->formattedText(kNumRead), RWCString("1234567809"));
+  edit->setSelection(1, 9);
+  ui::pressKey(XK_BackSpace);
+  EXPECT_EQ(textView(edit->widget()), "1^9");
+  edit->setSelection(0, 2);
+  ui::typeText("5");
+  EXPECT_EQ(textView(edit->widget()), "5^");
+  told();
+  ui::pressKey('5', ui::kControl);
+  ui::pressKey(XK_Return);
+  EXPECT_EQ(told(), (Told{{1, kEditReturn}}));
+  mark("12");
+  pasteAtEnd(*edit);
+  ui::waitFor([&] { return edit->text() == RWCString("512"); }, "the pasted number");
+}
+
+TEST_F(EditTest, AnInvalidNumberKeepsTheDialogAndIsSelected) {
+  long value = 3;
+  zLongEdit* edit = makeLong(&value);
+  edit->setText("-");
+  EXPECT_EQ(frame->storeChildren(), 0);
+  EXPECT_FALSE(edit->isValid());
+  EXPECT_EQ(textView(edit->widget()), "[-]^");
+  edit->setText("12");
+  edit->insertAt(2, "x4");
+  EXPECT_EQ(frame->storeChildren(), 0);
+  EXPECT_EQ(textView(edit->widget()), "12[x4]^") << "the program may put in what it likes";
+  EXPECT_EQ(value, 3);
+  ui::waitForFocus(edit->widget());
+  ui::typeText("8");
+  EXPECT_EQ(frame->storeChildren(), 1);
+  EXPECT_EQ(value, 128);
+  edit->insertAt(3, "xyz");
+  edit->setSelection(5, 6);
+  for (int key = 0; key < 3; ++key) {
+    ui::pressKey(XK_BackSpace);
+  }
+  EXPECT_EQ(edit->text(), RWCString("128")) << "mended from its end";
 }
 
 }  // namespace

@@ -2,75 +2,77 @@
 
 #include "framework/controls/list_box.h"
 
-#include <gmock/gmock.h>
-#include <X11/keysym.h>
+#include "tests/ui/controls/control_fixture.h"
 
-#include "tests/ui/controls/list_view.h"
-#include "tests/ui/support/ui_test.h"
+#include <X11/keysym.h>
 
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using Rows = std::vector<int>;
 
 constexpr int kId = 100;
-constexpr std::uint32_t kSortedStyle = 0x50B10103;
-constexpr std::uint32_t kUnsortedStyle = 0x50B10001;
-constexpr std::uint32_t kMultipleStyle = 0x50B10109;
-constexpr std::uint32_t kExtendedStyle = 0x50B10909;
-
-zSizer* place(int height = 200) {
-  return new zSizer(10, 10, 200, height);
-}
+constexpr std::uint32_t kSorted = 0x50B10103;
+constexpr std::uint32_t kUnsorted = 0x50B10001;
+constexpr std::uint32_t kMultiple = 0x50B10109;
+constexpr std::uint32_t kExtended = 0x50B10909;
 
 class ListBox : public ControlTest {
  protected:
-  void fill(zListBoxBase& list, int rows = 5) {
+  static zSizer* place() { return new zSizer(10, 10, 200, 200); }
+  static void fill(zListBoxBase& list, int rows = 5) {
     for (int row = 0; row < rows; ++row) {
       list.add(("row " + std::to_string(row)).c_str());
     }
   }
 };
 
-TEST_F(ListBox, SortsIfStyleAndClassSaySo) {
-  zListBox sorted(frame.get(), place(), kSortedStyle, kId);
-  EXPECT_EQ(sorted.add("beta"), 0);
-  EXPECT_EQ(sorted.add("Alpha"), 0);
-  EXPECT_EQ(sorted.add("alpha"), 1);
-  EXPECT_EQ(sorted.add("Gamma"), 3);
+TEST_F(ListBox, SortsIfStyleAndClassSaySoAndTheSelectionFollowsItsRow) {
+  zListBox sorted(frame.get(), place(), kSorted, kId);
+  zListBox bySorter(frame.get(), place(), kUnsorted, kId);
+  zListBoxUnsorted byClass(frame.get(), place(), kSorted, kId);
+  zListBoxBase* lists[] = {&sorted, &bySorter, &byClass};
+  Rows places;
+  for (const char* text : {"beta", "Alpha", "alpha", "Gamma"}) {
+    for (zListBoxBase* list : lists) {
+      places.push_back(list->add(text));
+    }
+    sorted.setCurSel(0);
+  }
+  EXPECT_THAT(places, ElementsAre(0, 0, 0, 0, 1, 1, 1, 2, 2, 3, 3, 3));
   EXPECT_THAT(textsOf(sorted), ElementsAre("Alpha", "alpha", "beta", "Gamma"));
-  zListBox unsortedStyle(frame.get(), place(), kUnsortedStyle, kId);
-  unsortedStyle.add("b");
-  EXPECT_EQ(unsortedStyle.add("a"), 1);
-  zListBoxUnsorted unsortedClass(frame.get(), place(), kSortedStyle, kId);
-  unsortedClass.add("b");
-  EXPECT_EQ(unsortedClass.add("a"), 1);
+  sorted.setCurSel(2);
+  sorted.add("a");
+  EXPECT_EQ(sorted.selection(), 3);
+  EXPECT_EQ(selectedRows(sorted.widget()), Rows{3});
+  sorted.add("z");
+  EXPECT_EQ(sorted.selection(), 3);
+  for (zListBoxBase* list : lists) {
+    list->addAll({"zz", "b", "alpha", "B"});
+  }
+  EXPECT_THAT(textsOf(sorted),
+              ElementsAre("a", "Alpha", "alpha", "alpha", "B", "b", "beta", "Gamma", "z", "zz"));
+  EXPECT_EQ(sorted.selection(), 6);
+  EXPECT_EQ(selectedRows(sorted.widget()), Rows{6});
+  EXPECT_THAT(textsOf(byClass),
+              ElementsAre("beta", "Alpha", "alpha", "Gamma", "zz", "b", "alpha", "B"));
+  sorted.clear();
+  EXPECT_EQ(sorted.count() + ui::resource(sorted.widget(), "itemCount"), 0);
+  EXPECT_EQ(sorted.selection(), -1);
 }
 
-TEST_F(ListBox, GivesEveryTextBackAsItWas) {
-  zListBoxUnsorted list(frame.get(), place(), kUnsortedStyle, kId);
-  const std::vector<std::string> texts = {"",          "two\nlines", "a\ttab",
-                                          "byte \xE4", " blanks ",   std::string(40000, 'x')};
+TEST_F(ListBox, GivesEveryTextBackAsItWasAndShowsALineOfIt) {
+  zListBoxUnsorted list(frame.get(), place(), kUnsorted, kId);
+  const Journal texts = {"",          "two\nlines", "a\ttab",
+                         "byte \xE4", " blanks ",   std::string(40000, 'x')};
   list.addAll({texts.begin(), texts.end()});
   ui::drain();
   EXPECT_EQ(textsOf(list), texts);
+  EXPECT_EQ(ui::resource(list.widget(), "itemCount"), 6);
   RWCString text = "untouched";
   EXPECT_EQ(list.itemText(text, 6), 0);
   EXPECT_EQ(text, RWCString(""));
-}
-
-TEST_F(ListBox, ManyTextsAtOnceLandWhereSingleOnesDo) {
-  zListBox list(frame.get(), place(), kSortedStyle, kId);
-  const std::vector<RWCString> texts = {"m", "z", "C", "c"};
-  list.addAll(texts);
-  list.setCurSel(2);
-  list.addAll({"a", "zz", "m", "d"});
-  EXPECT_THAT(textsOf(list), ElementsAre("a", "C", "c", "d", "m", "m", "z", "zz"));
-  EXPECT_EQ(list.selection(), 4);
-  EXPECT_TRUE(isRowSelected(list.widget(), 4));
-  zListBoxUnsorted asAdded(frame.get(), place(), kSortedStyle, kId);
-  asAdded.addAll(texts);
-  EXPECT_THAT(textsOf(asAdded), ElementsAre("m", "z", "C", "c"));
 }
 
 TEST_F(ListBox, HasTheScrollBarsOfItsStyle) {
@@ -79,63 +81,55 @@ TEST_F(ListBox, HasTheScrollBarsOfItsStyle) {
     fill(list, 50);
     list.add(std::string(200, 'x').c_str());
     ui::drain();
-    EXPECT_EQ(ui::isViewable(part(list.holder(), "VertScrollBar")), bars == kStyleVertScroll);
-    EXPECT_EQ(ui::isViewable(part(list.holder(), "HorScrollBar")), bars == kStyleHorzScroll);
+    EXPECT_EQ(ui::isViewable(ui::part(list.holder(), "VertScrollBar")), bars == kStyleVertScroll);
+    EXPECT_EQ(ui::isViewable(ui::part(list.holder(), "HorScrollBar")), bars == kStyleHorzScroll);
   }
 }
 
-TEST_F(ListBox, AClickSelectsAndADoubleClickFollowsASelection) {
-  zListBoxUnsorted list(frame.get(), place(), kUnsortedStyle, kId);
-  fill(list);
-  clickRow(list.widget(), 2);
-  EXPECT_THAT(takeCodes(*frame), ElementsAre(kListSelectionChanged));
-  EXPECT_EQ(list.selection(), 2);
-  doubleClickRow(list.widget(), 3);
-  EXPECT_THAT(takeCodes(*frame), ElementsAre(kListSelectionChanged, kListDoubleClick));
-  EXPECT_EQ(list.selection(), 3);
-  ui::pressKey(XK_Up);
-  EXPECT_THAT(takeCodes(*frame), ElementsAre(kListSelectionChanged));
-  EXPECT_EQ(list.selection(), 2);
-}
-
-TEST_F(ListBox, SetCurSelTellsNobodyAndDeselectingKeepsWhatWasChosenLast) {
-  zListBoxUnsorted list(frame.get(), place(), kUnsortedStyle, kId);
+TEST_F(ListBox, TellsWhatTheUserDoesAndNotWhatTheProgramDoes) {
+  zListBoxUnsorted list(frame.get(), place(), kUnsorted, kId);
   fill(list, 100);
-  EXPECT_EQ(list.selection(), -1);
-  EXPECT_EQ(list.setCurSel(100), 0);
-  EXPECT_EQ(list.setCurSel(70), 1);
-  EXPECT_TRUE(isRowSelected(list.widget(), 70));
-  EXPECT_TRUE(isRowInView(list.widget(), 70));
-  EXPECT_EQ(list.setCurSel(-1), 1);
-  EXPECT_FALSE(isRowSelected(list.widget(), 70));
-  EXPECT_EQ(list.selection(), 70) << "stays until the next selection";
+  const std::pair<int, int> changed{kId, kListSelectionChanged};
+  const std::pair<int, int> doubled{kId, kListDoubleClick};
+  struct Step {
+    const char* name;
+    std::function<void()> act;
+    Rows view;  // the row that was chosen last, and the selected ones
+    Told told;
+  };
+  const auto set = [&](int row, int result) {
+    return [&list, row, result] { EXPECT_EQ(list.setCurSel(row), result); };
+  };
+  const Step steps[] = {
+      {"too far", set(100, 0), {-1}, {}},
+      {"set", set(70, 1), {70, 70}, {}},
+      {"deselected", set(-1, 1), {70}, {}},
+      {"first", set(0, 1), {0, 0}, {}},
+      {"click", [&] { ui::clickRow(list.widget(), 2); }, {2, 2}, {changed}},
+      {"double click", [&] { ui::doubleClickRow(list.widget(), 3); }, {3, 3}, {changed, doubled}},
+      {"up", [] { ui::pressKey(XK_Up); }, {2, 2}, {changed}},
+      {"return", [] { ui::pressKey(XK_Return); }, {2, 2}, {doubled}},
+      {"end", [] { ui::pressKey(XK_End); }, {99, 99}, {changed}},
+      {"home", [] { ui::pressKey(XK_Home); }, {0, 0}, {changed}},
+  };
+  for (const Step& step : steps) {
+    step.act();
+    Rows view = selectedRows(list.widget());
+    view.insert(view.begin(), list.selection());
+    EXPECT_EQ(view, step.view) << step.name;
+    EXPECT_EQ(told(), step.told) << step.name;
+    EXPECT_TRUE(view.size() < 2 || isRowInView(list.widget(), view[1])) << step.name;
+  }
   RWCString text;
+  list.setCurSel(-1);
   EXPECT_EQ(list.itemText(text, -1), 1);
-  EXPECT_EQ(text, RWCString("row 70"));
-  EXPECT_THAT(takeCodes(*frame), IsEmpty());
-}
-
-TEST_F(ListBox, TheSelectionFollowsItsRow) {
-  zListBox list(frame.get(), place(), kSortedStyle, kId);
-  list.add("m");
-  list.add("z");
-  list.setCurSel(0);
-  list.add("a");
-  EXPECT_EQ(list.selection(), 1);
-  EXPECT_TRUE(isRowSelected(list.widget(), 1));
-  EXPECT_EQ(list.remove(0), 1);
-  EXPECT_EQ(list.selection(), 0);
-  EXPECT_EQ(list.remove(0), 1);
-  EXPECT_EQ(list.selection(), -1);
-  EXPECT_EQ(list.remove(1), 0);
-  list.clear();
-  EXPECT_EQ(list.count(), 0);
+  EXPECT_EQ(text, RWCString("row 0")) << "what was chosen last";
 }
 
 TEST_F(ListBox, ExchangesTheChosenTextWithItsString) {
-  zListBoxUnsorted list(frame.get(), place(), kUnsortedStyle, kId);
+  zListBoxUnsorted list(frame.get(), place(), kUnsorted, kId);
   fill(list);
-  EXPECT_EQ(list.storeData(), 0);
+  EXPECT_EQ(list.storeData() + list.showData(), 0);
   RWCString bound = "row 3";
   list.setBoundString(&bound);
   EXPECT_EQ(list.showData(), 1);
@@ -147,44 +141,36 @@ TEST_F(ListBox, ExchangesTheChosenTextWithItsString) {
 }
 
 TEST_F(ListBox, AMultipleListExchangesAllChosenTexts) {
-  zMultiList list(frame.get(), place(), kMultipleStyle, kId);
-  fill(list);
-  std::vector<RWCString> bound = {"row 3", "no such row", "row 0", "row 3", "row 3"};
-  list.add("row 3");
-  list.setBoundList(&bound);
-  list.showData();
-  EXPECT_THAT(list.selections(), ElementsAre(0, 3, 5)) << "equal texts are as many rows";
-  list.remove(5);
-  clickRow(list.widget(), 4);
-  clickRow(list.widget(), 0);
-  EXPECT_THAT(takeCodes(*frame), ElementsAre(kListSelectionChanged, kListSelectionChanged));
-  list.storeData();
-  EXPECT_THAT(bound, ElementsAre(RWCString("row 3"), RWCString("row 4")));
-  list.setCurSel(-1);
-  list.storeData();
-  EXPECT_THAT(bound, IsEmpty());
-}
-
-TEST_F(ListBox, AnExtendedListTakesOneRowByAClickAndMoreWithControl) {
-  zMultiList list(frame.get(), place(), kExtendedStyle, kId);
-  std::vector<RWCString> bound = {"row 1", "row 2"};
-  list.setBoundList(&bound);
-  fill(list);
-  list.showData();
-  EXPECT_THAT(list.selections(), ElementsAre(1, 2));
-  clickRow(list.widget(), 4);
-  EXPECT_THAT(list.selections(), ElementsAre(4));
-  EXPECT_THAT(takeCodes(*frame), ElementsAre(kListSelectionChanged));
+  for (const std::uint32_t style : {kMultiple, kExtended}) {
+    zMultiList list(frame.get(), place(), style, kId);
+    EXPECT_EQ(list.storeData(), 0);
+    fill(list);
+    list.add("row 3");
+    std::vector<RWCString> bound = {"row 3", "no such row", "row 0", "row 3", "row 3"};
+    list.setBoundList(&bound);
+    EXPECT_EQ(list.showData(), 1);
+    EXPECT_EQ(list.selections(), (Rows{0, 3, 5})) << "equal texts are as many rows";
+    EXPECT_EQ(selectedRows(list.widget()), list.selections());
+    ui::clickRow(list.widget(), 4);
+    ui::clickRow(list.widget(), 0);
+    EXPECT_EQ(told(), (Told(2, {kId, kListSelectionChanged})));
+    EXPECT_EQ(list.storeData(), 1);
+    const std::vector<RWCString> all = {"row 3", "row 4", "row 3"};
+    EXPECT_EQ(bound, style == kMultiple ? all : std::vector<RWCString>{"row 0"});
+    list.setCurSel(-1);
+    list.storeData();
+    EXPECT_THAT(bound, IsEmpty());
+  }
 }
 
 TEST_F(ListBox, MayBeDeletedByEitherNotification) {
   for (const int code : {kListSelectionChanged, kListDoubleClick}) {
-    auto* list = new zListBoxUnsorted(frame.get(), place(), kUnsortedStyle, kId + code);
-    Executioner<zListBoxUnsorted> deleter(list);
+    auto* list = new zListBoxUnsorted(frame.get(), place(), kUnsorted, kId + code);
     fill(*list);
-    list->setNotify(&deleter, deleter.handler(), code);
-    (code == kListDoubleClick ? doubleClickRow : clickRow)(list->widget(), 1);
-    EXPECT_EQ(deleter.victim, nullptr) << "code " << code;
+    list->setNotify(&listener, Listener::handler(), code);
+    listener.action = [&] { delete std::exchange(list, nullptr); };
+    ui::doubleClickRow(list->widget(), 1);
+    EXPECT_EQ(list, nullptr) << "code " << code;
     ui::drain();
   }
 }

@@ -2,40 +2,33 @@
 
 #include "framework/controls/scroll_bar.h"
 
-#include "framework/controls/button.h"
+#include "framework/controls/edit.h"
 #include "framework/core/pane.h"
 #include "tests/ui/controls/control_fixture.h"
-#include "tests/ui/controls/scroll_bar_view.h"
 
 #include <X11/keysym.h>
+#include <X11/Xlib.h>
 
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-using Journal = std::vector<std::string>;
 
-std::string entry(int message, int code, int position) {
-  return std::to_string(message) + " code " + std::to_string(code) + " at " +
-         std::to_string(position);
-}
-
-/// Overrides only the two actions in which all others end.
-template <class Base>
-class Recording : public Base {
+/// Overrides only the two actions in which all others end, and notes "CODE at POSITION" for each.
+class Recording : public zControlScroller {
  public:
-  using Base::Base;
-  int vertThumbPosition(zEvent* event) override { return record(event); }
-  int horzThumbPosition(zEvent* event) override { return record(event); }
+  int vertThumbPosition(zEvent* event) override { return record("vertical", event); }
+  int horzThumbPosition(zEvent* event) override { return record("horizontal", event); }
   int beforeScroll(zEvent* /*event*/) override { return ++announced; }
   Journal take() { return std::exchange(seen, {}); }
   int announced = 0;
 
  private:
-  int record(zEvent* event) {
+  int record(const char* direction, zEvent* event) {
     // NOLINTNEXTLINE(performance-no-int-to-ptr): messages carry the object as a number
     const auto* bar = reinterpret_cast<ziScrollBar*>(event->lparam);
-    seen.push_back(entry(event->message, static_cast<int>(event->wparam), bar->position()));
+    seen.push_back(std::string(direction) + " " + std::to_string(event->wparam) + " at " +
+                   std::to_string(bar->position()));
     return 1;
   }
   Journal seen;
@@ -45,8 +38,6 @@ class ScrollBar : public ControlTest {
  protected:
   static constexpr int kLength = 200;
   static constexpr int kThickness = 20;
-  static constexpr int kInArrow = 8;
-  static constexpr int kPastArrow = 30;
 
   zScrollBarCtrl* makeBar(bool vertical) {
     auto* sizer = vertical ? new zSizer(10, 10, kThickness, kLength)
@@ -57,105 +48,144 @@ class ScrollBar : public ControlTest {
     ui::drain();
     return bar;
   }
-  static void moveAlong(zScrollBarBase& bar, int distance) {
-    constexpr int kMiddle = kThickness / 2;
-    const bool vertical = ui::areaOf(bar.widget()).height > kThickness;
-    ui::moveTo(bar.widget(), vertical ? kMiddle : distance, vertical ? distance : kMiddle);
-  }
-  static void clickAlong(zScrollBarBase& bar, int distance) {
-    moveAlong(bar, distance);
-    ui::pressButton();
-    ui::releaseButton();
-  }
 
-  Recording<zControlScroller> scroller;
+  Recording scroller;
 };
-/// The parameter says whether the bar is vertical.
-class DirectedScrollBar : public ScrollBar, public testing::WithParamInterface<bool> {};
-INSTANTIATE_TEST_SUITE_P(, DirectedScrollBar, testing::Bool());
 
-TEST_P(DirectedScrollBar, TellsEachActionOfMouseAndKeyboardWithTheNewPosition) {
-  const int message = GetParam() ? kMsgVertScroll : kMsgHorzScroll;
-  zScrollBarCtrl* bar = makeBar(GetParam());
-  bar->scrollPos()->setPage(30);
-  bar->scrollPos()->setLine(10);
-  for (const int place : {kLength - kInArrow, kLength - kPastArrow, kInArrow, kPastArrow}) {
-    clickAlong(*bar, place);
+TEST_F(ScrollBar, TellsEachActionOfMouseAndKeyboardWithTheNewPosition) {
+  constexpr int kInArrow = 8;
+  constexpr int kPastArrow = 30;
+  constexpr int kMiddle = kThickness / 2;
+  for (const bool vertical : {true, false}) {
+    zScrollBarCtrl* bar = makeBar(vertical);
+    bar->scrollPos()->setPage(30);
+    bar->scrollPos()->setLine(10);
+    const auto moveAlong = [&](int distance) {
+      ui::moveTo(bar->widget(), vertical ? kMiddle : distance, vertical ? distance : kMiddle);
+    };
+    const auto told = [&](std::initializer_list<const char*> lines) {
+      Journal expected;
+      for (const char* line : lines) {
+        expected.push_back((vertical ? "vertical " : "horizontal ") + std::string(line));
+      }
+      EXPECT_EQ(scroller.take(), expected);
+    };
+    for (const int place : {kLength - kInArrow, kLength - kPastArrow, kInArrow, kPastArrow}) {
+      moveAlong(place);
+      ui::pressButton();
+      ui::releaseButton();
+    }
+    told({"1 at 10", "3 at 40", "0 at 30", "2 at 0"});
+    focus(*bar);
+    ui::pressKey(vertical ? XK_Down : XK_Right);
+    ui::pressKey(XK_End, ui::kControl);
+    ui::pressKey(vertical ? XK_Down : XK_Right);
+    ui::pressKey(XK_Home, ui::kControl);
+    told({"1 at 10", "7 at 100", "6 at 0"});
+    moveAlong(kPastArrow);
+    ui::pressButton();
+    moveAlong(2 * kPastArrow);
+    const std::string dragged = "5 at " + std::to_string(bar->scrollPos()->position());
+    EXPECT_GT(bar->scrollPos()->position(), 0);
+    told({dragged.c_str()});
+    moveAlong(2 * kLength);
+    scroller.take();
+    ui::releaseButton();
+    told({"4 at 100"});
+    delete bar;
   }
-  EXPECT_THAT(scroller.take(),
-              ElementsAre(entry(message, kScrollLineDown, 10), entry(message, kScrollPageDown, 40),
-                          entry(message, kScrollLineUp, 30), entry(message, kScrollPageUp, 0)));
-  focus(*bar);
-  ui::pressKey(GetParam() ? XK_Down : XK_Right);
-  ui::pressKey(XK_End, ui::kControl);
-  ui::pressKey(GetParam() ? XK_Down : XK_Right);
-  ui::pressKey(XK_Home, ui::kControl);
-  EXPECT_THAT(scroller.take(),
-              ElementsAre(entry(message, kScrollLineDown, 10), entry(message, kScrollBottom, 100),
-                          entry(message, kScrollTop, 0)));
-
-  moveAlong(*bar, kPastArrow);
-  ui::pressButton();
-  moveAlong(*bar, 2 * kPastArrow);
-  const int dragged = bar->scrollPos()->position();
-  EXPECT_GT(dragged, 0);
-  EXPECT_EQ(scroller.take().back(), entry(message, kScrollThumbTrack, dragged));
-  moveAlong(*bar, 2 * kLength);
-  ui::releaseButton();
-  EXPECT_EQ(scroller.take().back(), entry(message, kScrollThumbPosition, 100));
+  EXPECT_GT(scroller.announced, 16);
+  zEvent end = zEvent::of(kMsgVertScroll, kScrollEnd);
+  zEvent other = zEvent::of(kMsgCommand, kScrollTop);
+  scroller.announced = 0;
+  EXPECT_EQ(scroller.dispatch(&end), 1);
+  EXPECT_EQ(scroller.announced, 0) << "the end of scrolling is not announced";
+  EXPECT_EQ(scroller.dispatch(&other), 0);
 }
 
 TEST_F(ScrollBar, KeepsItsPositionInTheRangeAndItsWidgetInStep) {
   zScrollBarCtrl* bar = makeBar(true);
   zScrollPos* pos = bar->scrollPos();
+  focus(*bar);
+  const auto view = [&] { return ui::look(bar->widget()); };
   // Intended: a new widget has a slider of 1 whatever the page is.
-  EXPECT_THAT(viewOfBar(bar->widget()), ElementsAre(0, 100, 1, 0));
+  EXPECT_EQ(view(), "bar 0 of 0 to 100 by 1 focus\n");
+  EXPECT_EQ(pos->page() + pos->line(), 11);
+  EXPECT_EQ(pos->range(), (zScrollPos::Range{0, 100}));
   pos->setPosition(200);
-  EXPECT_EQ(viewOfBar(bar->widget()).back(), 99) << "the last place that the widget has";
+  EXPECT_EQ(view(), "bar 99 of 0 to 100 by 1 focus\n") << "the last place that the widget has";
   pos->setPosition(-5);
   EXPECT_EQ(pos->position(), 0);
   EXPECT_EQ(pos->previousPosition(), 100);
-
+  pos->setLine(0);
+  EXPECT_EQ(ui::resource(bar->widget(), "increment"), 1);
+  pos->setLine(7);
   struct Row {
     int minimum, maximum, page, wanted;
     int position;
-    std::vector<int> view;
+    const char* view;
   };
   const Row rows[] = {
-      {50, 70, 25, 200, 70, {50, 95, 25, 70}}, {0, 10, 0, 10, 10, {0, 11, 1, 10}},
-      {0, 0, 5000, 3, 0, {0, 5000, 5000, 0}},  {-20, -10, 4, 0, -10, {-20, -6, 4, -10}},
-      {90, 10, 5, 50, 90, {10, 95, 5, 90}},
+      {50, 70, 25, 200, 70, "bar 70 of 50 to 95 by 25 focus\n"},
+      {0, 10, 0, 10, 10, "bar 10 of 0 to 11 by 1 focus\n"},
+      {0, 0, 5000, 3, 0, "bar 0 of 0 to 5000 by 5000 focus\n"},
+      {-20, -10, 4, 0, -10, "bar -10 of -20 to -6 by 4 focus\n"},
+      {90, 10, 5, 50, 90, "bar 90 of 10 to 95 by 5 focus\n"},
   };
-  pos->setLine(7);
   for (const Row& row : rows) {
-    SCOPED_TRACE(row.minimum);
     pos->setRange(row.minimum, row.maximum);
     EXPECT_EQ(pos->position(), row.minimum) << "not the nearest end";
     pos->setPage(row.page);
     pos->setPosition(row.wanted);
     EXPECT_EQ(pos->position(), row.position);
-    EXPECT_EQ(viewOfBar(bar->widget()), row.view);
-    EXPECT_THAT(stepsOfBar(bar->widget()), ElementsAre(7, pos->page()));
+    EXPECT_EQ(view(), row.view);
+    EXPECT_THAT(numbers(bar->widget(), {"increment", "pageIncrement"}),
+                ElementsAre(7, pos->page()));
   }
+  pos->setRange(80, 100);
+  EXPECT_EQ(pos->position(), 90) << "in the new range";
+}
+
+TEST_F(ScrollBar, OfUnknownSizeIsThinAndWithoutAScrollerAsksItsParent) {
+  const zScrollBarCtrl vertical(frame.get(), new zSizer(), kShownTabStop | kStyleVertScroll);
+  zScrollBarCtrl horizontal(frame.get(), new zSizer(), kShownTabStop);
+  ui::drain();
+  EXPECT_EQ(placeOf(vertical.widget()), "0,0 16x100");
+  EXPECT_EQ(placeOf(horizontal.widget()), "0,0 100x16");
+  Recording ofWindow;
+  frame->setScroller(&ofWindow);
+  EXPECT_EQ(horizontal.scrollLines(4), 1);
+  EXPECT_THAT(ofWindow.take(), ElementsAre("horizontal 1 at 4"));
+  frame->setScroller(nullptr);
 }
 
 TEST_F(ScrollBar, TakesTheWheelOfTheWindowsThatItScrolls) {
-  auto* pane = new zPane(frame.get(), new zSizer(60, 60, 200, 100), 0x50000000, 5);
-  pane->show();
-  makeBar(false)->takeWheelOf(*pane);
+  zPane pane(frame.get(), new zSizer(60, 60, 200, 100), 0x50000000, 5);
+  pane.show();
+  zScrollBarCtrl* horizontal = makeBar(false);
   zScrollBarCtrl* vertical = makeBar(true);
-  vertical->takeWheelOf(*pane);
+  horizontal->takeWheelOf(pane);
+  vertical->takeWheelOf(pane);
   vertical->scrollPos()->setLine(10);
-  ui::wheel(pane->widget(), 50, 50, -2);
-  EXPECT_THAT(scroller.take(), ElementsAre(entry(kMsgVertScroll, kScrollLineDown, 30),
-                                           entry(kMsgVertScroll, kScrollLineDown, 60)));
-  ui::wheel(vertical->widget(), kThickness / 2, kPastArrow, 2);
-  EXPECT_EQ(scroller.take().back(), entry(kMsgVertScroll, kScrollLineUp, 0));
-  ui::click(pane->widget());
-  vertical->scrollLines(-1);
-  EXPECT_EQ(scroller.take().size(), 1U) << "told although it is at the end";
+  ui::wheel(pane.widget(), 50, 50, -2);
+  ui::wheel(pane.widget(), 50, 50, 1);
+  EXPECT_THAT(scroller.take(),
+              ElementsAre("vertical 1 at 30", "vertical 1 at 60", "vertical 0 at 30"));
+  const std::pair<unsigned, unsigned> turns[] = {{4, ShiftMask}, {5, ShiftMask}, {6, 0},
+                                                 {7, 0},         {8, 0},         {1, 0}};
+  for (const auto& [button, state] : turns) {
+    XEvent press{};
+    press.xbutton.type = ButtonPress;
+    press.xbutton.button = button;
+    press.xbutton.state = state;
+    zEvent event = zEvent::of(kMsgButtonDown, 0, &pane);
+    event.xevent = &press;
+    zDispatch(event, &pane);
+  }
+  EXPECT_THAT(scroller.take(), ElementsAre("horizontal 0 at 0", "horizontal 1 at 3",
+                                           "horizontal 0 at 0", "horizontal 1 at 3"));
   vertical->disable();
-  ui::wheel(pane->widget(), 50, 50, 1);
+  ui::wheel(pane.widget(), 50, 50, 1);
   EXPECT_THAT(scroller.take(), IsEmpty());
 }
 
@@ -170,8 +200,12 @@ TEST_F(ScrollBar, MayBeDestroyedByWhatItScrolls) {
   zScrollBarCtrl* bar = makeBar(true);
   bar->setScroller(&destroyer);
   const ziAlive alive(bar);
-  clickAlong(*bar, kLength - kInArrow);
+  ui::click(bar->widget(), kThickness / 2, kLength - 8);
   EXPECT_FALSE(alive);
+  zEditLine edit(frame.get(), new zSizer(100, 10, 100, 30), kShownTabStop, "", 3);
+  focus(edit);
+  ui::typeText("x");
+  EXPECT_EQ(edit.text(), RWCString("x")) << "no grab of the keyboard is left";
 }
 
 }  // namespace

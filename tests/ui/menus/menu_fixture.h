@@ -4,7 +4,6 @@
 
 #include <functional>
 #include <memory>
-#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -14,8 +13,9 @@
 #include "framework/core/pane.h"
 #include "framework/layout/sizers.h"
 #include "framework/menus/menu.h"
-#include "tests/ui/furniture/menu_view.h"
 #include "tests/ui/support/ui_test.h"
+
+#include <X11/keysym.h>
 
 using MenuJournal = std::vector<std::string>;
 
@@ -30,22 +30,17 @@ enum TestItem : int {
   kRename = 2203,
 };
 
-/// An event as a line: "278", "287 1001 8000", "287 closed", "273 1001".
+/// An event as a line: "shown", "select 1001 flags 32768", "closed", "command 1001".
 inline std::string describeMenuEvent(const zEvent& event) {
-  std::string message = std::to_string(event.message);
+  const std::string id = std::to_string(event.wparam);
   switch (event.message) {
     case kMsgCommand:
-      return message + " " + std::to_string(event.wparam);
-    case kMsgMenuSelect: {
-      if (event.lparam == kMenuClosed) {
-        return message + " closed";
-      }
-      std::ostringstream flags;
-      flags << std::hex << event.extra;
-      return message + " " + std::to_string(event.wparam) + " " + flags.str();
-    }
+      return "command " + id;
+    case kMsgMenuSelect:
+      return event.lparam == kMenuClosed ? "closed"
+                                         : "select " + id + " " + std::to_string(event.extra);
     default:
-      return message;
+      return event.message == kMsgMenuInit ? "shown" : std::to_string(event.message);
   }
 }
 
@@ -61,15 +56,14 @@ class MenuListener : public zEvH {
     const int result = answer;
     if (action) {
       // The action may destroy this listener's menu and bind or unbind it.
-      const auto copy = action;
-      copy();
+      std::exchange(action, nullptr)();
     }
     return result;
   }
-  zHandler handler() const { return toHandler(&MenuListener::hear); }
+  static zHandler handler() { return toHandler(&MenuListener::hear); }
 
   int answer = 0;
-  std::function<void()> action;
+  std::function<void()> action;  ///< done once
   zEvent last;
 
  private:
@@ -96,30 +90,13 @@ class MenuFrame : public zAppFrame {
   MenuJournal& events;
 };
 
-/// A pane that notes the key of Open when it gets so far.
-class TypedPane : public zPane {
- public:
-  TypedPane(zWindow* parent, zSizer* sizer, std::uint32_t style, int id, MenuJournal& journal)
-      : zPane(parent, sizer, style, id), events(journal) {}
-  int character(zEvent* event) override {
-    constexpr int kControlO = 15;
-    if (event->wparam == kControlO) {
-      events.push_back("typed");
-    }
-    return 0;
-  }
-
- private:
-  MenuJournal& events;
-};
-
 /// A frame on the screen with a pane in it, and a bar of two menus: File (Open, a separator, Exit)
-/// and View (Copy, Line numbering).
+/// and View (Copy, greyed, and Line numbering).
 class MenuTest : public testing::Test {
  protected:
   MenuTest() : frame(std::make_unique<MenuFrame>(journal)) {
-    pane = new TypedPane(frame.get(), new zGravSizer(kGravityFill, 0, frame->sizer()),
-                         kStyleTabStop, 1, journal);
+    pane =
+        new zPane(frame.get(), new zGravSizer(kGravityFill, 0, frame->sizer()), kStyleTabStop, 1);
     pane->show();
     auto ownedBar = std::make_unique<zMenu>(frame.get());
     bar = ownedBar.get();
@@ -148,14 +125,17 @@ class MenuTest : public testing::Test {
   }
 
   Widget cascade(int position) const {
-    return menuGadgets(bar->widget()).at(static_cast<std::size_t>(position));
+    return ui::partsOf(bar->widget()).at(static_cast<std::size_t>(position));
   }
-  Widget pulldown(int position) const { return pulldownOf(cascade(position)); }
+  Widget pulldown(int position) const { return ui::widgetResource(cascade(position), "subMenuId"); }
+  /// What the bar, or the menu of one of its entries, shows.
+  std::string look() const { return ui::look(bar->widget()); }
+  std::string look(int position) const { return ui::look(pulldown(position)); }
 
-  /// Clicks an entry of the bar and waits for its pulldown.
-  void open(int position) {
+  /// Does what opens an entry of the bar, by default a click on it, and waits for its pulldown.
+  void open(int position, const std::function<void()>& how = {}) {
     Widget below = pulldown(position);
-    ui::click(cascade(position));
+    how ? how() : ui::click(cascade(position));
     ui::waitFor([&] { return ui::isViewable(below); }, "the pulldown");
   }
   /// Waits for the end of an open menu; its widget may be destroyed meanwhile.
@@ -163,20 +143,25 @@ class MenuTest : public testing::Test {
     ui::waitFor([&] { return !ui::isViewable(menu); }, "the menu to go");
     ui::drain();
   }
-  static void waitForNoMenu(Widget container) { waitForNoMenu(ui::windowOf(container)); }
-  /// Opens an entry of the bar and clicks an item in it.
-  void choose(int position, int id) {
-    open(position);
+  /// Does what closes the open menu of an entry of the bar.
+  void close(int position, const std::function<void()>& how) {
     const Window menu = ui::windowOf(pulldown(position));
-    ui::click(bar->itemWidget(id));
+    how();
     waitForNoMenu(menu);
+  }
+  /// Opens an entry of the bar, clicks an item in it, and returns what was heard.
+  MenuJournal choose(int position, int id) {
+    open(position);
+    takeJournal();
+    close(position, [&] { ui::click(bar->itemWidget(id)); });
+    return takeJournal();
   }
 
   /// Lets `listener` hear all selections, the commands of all items, and the showing of menus.
   static void listen(zMenu& menu, MenuListener& listener) {
-    menu.addHandler(&listener, listener.handler(), kMsgMenuSelect);
-    menu.addHandler(&listener, listener.handler(), kMsgCommand);
-    menu.addMenuInitHandler(&listener, listener.handler());
+    menu.addHandler(&listener, MenuListener::handler(), kMsgMenuSelect);
+    menu.addHandler(&listener, MenuListener::handler(), kMsgCommand);
+    menu.addMenuInitHandler(&listener, MenuListener::handler());
   }
 
   MenuJournal takeJournal() { return std::exchange(journal, {}); }
@@ -187,4 +172,5 @@ class MenuTest : public testing::Test {
   zMenu* bar = nullptr;
   zMenu fileMenu;
   zMenu viewMenu;
+  MenuListener listener{journal};
 };
