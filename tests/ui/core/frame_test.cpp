@@ -94,6 +94,7 @@ TEST(Frame, ComesUpInTheShowStateAskedFor) {
   frame.bringUp(kShowMaximized);
   ui::waitFor([&] { return frame.exterior() == zRect({}, theScreen().size()); },
               "the whole screen");
+  EXPECT_EQ(frame.sizer()->pos(), zPoint());
   EXPECT_FALSE(isIconic(frame.shell()));
 }
 
