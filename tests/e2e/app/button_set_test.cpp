@@ -69,6 +69,7 @@ TEST_F(ButtonSetTest, IsMadeUsedAndSavedByTheUser) {
   answer("Korvane UI Add Group", "Mine");
   // The menu is at its button with the toolbar and without.
   ScreenArea opener = awaitGroupFields(2)[1];
+  user.awaitWindow(kMainTitle);
   user.press(XK_t, screen::kControl);
   opener.y -= 30;
   awaitField(opener);
@@ -84,6 +85,7 @@ TEST_F(ButtonSetTest, IsMadeUsedAndSavedByTheUser) {
   }
   user.press(XK_Escape);
   user.awaitGone(add);
+  user.awaitWindow(kMainTitle);
   user.press(XK_t, screen::kControl);
   opener.y += 30;
   awaitField(opener);
