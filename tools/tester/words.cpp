@@ -79,7 +79,7 @@ InstanceId readInstanceName(const SimulatedSystem& system, const std::string& wo
 }
 
 InstanceId findInstance(const SimulatedSystem& system, const std::string& word) {
-  const InstanceId id = readInstanceName(system, word);
+  InstanceId id = readInstanceName(system, word);
   if (system.find(id) != nullptr) {
     return id;
   }
