@@ -114,6 +114,8 @@ TEST_F(Pane, AMoveToNothingIsIgnored) {
   pane.moveResize(1, 1, 0, 20);
   pane.moveResize(1, 1, 20, 0);
   EXPECT_EQ(pane.sizer()->rect(), zRect(zPoint{5, 5}, zDimension{50, 60}));
+  pane.moveResize(7, 8, 1, 1);
+  EXPECT_EQ(pane.sizer()->rect(), zRect(zPoint{7, 8}, zDimension{1, 1}));
 }
 
 TEST_F(Pane, ScrollBarsShareItsRectangle) {
