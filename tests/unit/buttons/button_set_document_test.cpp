@@ -303,6 +303,15 @@ TEST_F(GroupCommands, GoToTheGroupOrToTheFirstOfItsNameOrAreDropped) {
   }
 }
 
+TEST_F(GroupCommands, GoToTheChosenOneOfTwoGroupsOfAName) {
+  document->renameGroup(b(), "A");
+  document->addGroup("Third");
+  ChosenGroup chosen(*document, *std::next(document->set().groups.begin()));
+  document->removeGroup(b());
+  chosen.rename("n");
+  EXPECT_EQ(shown(), "+A{a=1;b=2;a=3;}-n{c=4;}*M{x=y;--;}");
+}
+
 TEST_F(GroupCommands, ChooseTheButtonOfARowOrTheFirstOfItsLabel) {
   ChosenGroup chosen(*document, a());
   EXPECT_EQ(chosen.name(), "A");
