@@ -23,7 +23,6 @@
 #include "link/message_codec.h"
 #include "link/message_numbers.h"
 #include "link/tool_interface.h"
-#include "link/typed_senders.h"
 #include "prompts/find_dlg.h"
 #include "prompts/pop_up_list_dlgs.h"
 #include "prompts/pop_up_value_dlgs.h"

@@ -11,7 +11,6 @@
 #include "framework/menus/menu.h"
 #include "link/message_numbers.h"
 #include "link/tool_interface.h"
-#include "link/typed_senders.h"
 #include "resources/resource_ids.h"
 #include "textarea/my_pane.h"
 #include "textarea/text_pane.h"

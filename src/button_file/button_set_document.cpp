@@ -51,7 +51,7 @@ bool ButtonSetDocument::read(const std::string& path, Reading reading) {
   if (reading != Reading::start && path.size() >= kTooLongToRead) {
     return false;
   }
-  const ziFile file = openRegularFile(path);
+  const UniqueFile file = openRegularFile(path);
   if (file == nullptr) {
     return false;
   }

@@ -19,23 +19,6 @@ constexpr int kGuard = O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
 constexpr mode_t kModeOfNewFiles = 0666;
 constexpr mode_t kPermissions = 07777;
 
-class Descriptor {
- public:
-  explicit Descriptor(int opened) : fd(opened) {}
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-  ~Descriptor() { close(); }
-
-  bool isOpen() const { return fd >= 0; }
-  int get() const { return fd; }
-  int release() { return std::exchange(fd, -1); }
-  /// False if the system tells now that what was written is lost.
-  bool close() { return fd < 0 || ::close(release()) == 0; }
-
- private:
-  int fd;
-};
-
 bool isRegular(int fd, struct stat& about) {
   return fstat(fd, &about) == 0 && S_ISREG(about.st_mode);
 }
@@ -91,7 +74,7 @@ Outcome writeBeside(const std::string& target, const struct stat* old, std::stri
   }
   const std::string folder = target.substr(0, target.rfind('/') + 1);
   std::string name = folder + ".btn-XXXXXX";
-  Descriptor file(mkostemp(name.data(), O_CLOEXEC));
+  UniqueDescriptor file(mkostemp(name.data(), O_CLOEXEC));
   if (!file.isOpen()) {
     return isForbidden(errno) ? Outcome::notPossible : Outcome::failed;
   }
@@ -102,7 +85,8 @@ Outcome writeBeside(const std::string& target, const struct stat* old, std::stri
   } else if (fchmod(file.get(), mode) == 0 && writeAll(file.get(), bytes) &&
              synchronise(file.get()) && file.close()) {
     if (rename(name.c_str(), target.c_str()) == 0) {
-      const Descriptor directory(open(folder.empty() ? "." : folder.c_str(), O_RDONLY | kGuard));
+      const UniqueDescriptor directory(
+          open(folder.empty() ? "." : folder.c_str(), O_RDONLY | kGuard));
       synchronise(directory.get());
       return Outcome::done;
     }
@@ -113,7 +97,7 @@ Outcome writeBeside(const std::string& target, const struct stat* old, std::stri
 }
 
 bool writeInPlace(const std::string& target, std::string_view bytes) {
-  Descriptor file(open(target.c_str(), O_WRONLY | O_CREAT | kGuard, kModeOfNewFiles));
+  UniqueDescriptor file(open(target.c_str(), O_WRONLY | O_CREAT | kGuard, kModeOfNewFiles));
   struct stat about = {};
   // Cut to its length at last: on a full disk the old bytes are room for the new ones.
   return file.isOpen() && isRegular(file.get(), about) && writeAll(file.get(), bytes) &&
@@ -123,13 +107,13 @@ bool writeInPlace(const std::string& target, std::string_view bytes) {
 
 }  // namespace
 
-ziFile openRegularFile(const std::string& path) {
-  Descriptor file(open(path.c_str(), O_RDONLY | kGuard));
+UniqueFile openRegularFile(const std::string& path) {
+  UniqueDescriptor file(open(path.c_str(), O_RDONLY | kGuard));
   struct stat about = {};
   if (!file.isOpen() || !isRegular(file.get(), about)) {
     return nullptr;
   }
-  ziFile opened(fdopen(file.get(), "r"));
+  UniqueFile opened(fdopen(file.get(), "r"));
   if (opened != nullptr) {
     file.release();
   }
@@ -142,7 +126,7 @@ bool replaceFile(const std::string& path, std::string_view bytes) {
   bool isThere = false;
   {
     // A file that must not be written is not replaced either.
-    const Descriptor present(open(target.c_str(), O_WRONLY | kGuard));
+    const UniqueDescriptor present(open(target.c_str(), O_WRONLY | kGuard));
     isThere = present.isOpen();
     if (isThere ? !isRegular(present.get(), old) : errno != ENOENT) {
       return false;

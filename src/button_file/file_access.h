@@ -1,18 +1,13 @@
 #pragma once
 
-#include <cstdio>
-#include <memory>
 #include <string>
 #include <string_view>
 
-struct ziFileCloser {
-  void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using ziFile = std::unique_ptr<std::FILE, ziFileCloser>;
+#include "support/descriptor.h"
 
 /// Opens a file for reading; null when that fails, and for all but regular files: a pipe would keep
 /// the program waiting.
-ziFile openRegularFile(const std::string& path);
+UniqueFile openRegularFile(const std::string& path);
 
 /// Makes `bytes` the content of the file `path`, which must be a regular one or not there yet; of
 /// what it links to where it is a symbolic link. True when all of it is on the disk. After a

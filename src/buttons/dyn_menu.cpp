@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "button_file/button_set.h"
-#include "link/typed_senders.h"
+#include "link/tool_interface.h"
 #include "textarea/my_pane.h"
 
 int menuIdCounter = kFirstMenuId;

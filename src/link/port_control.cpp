@@ -4,15 +4,8 @@
 
 #include <unistd.h>
 #include <cstdio>
-#include <memory>
 
-namespace {
-
-struct FileCloser {
-  void operator()(std::FILE* file) const { std::fclose(file); }
-};
-
-}  // namespace
+#include "support/descriptor.h"
 
 std::string rendezvousPrefix(const char* folder) {
   const bool isChosen = folder != nullptr && *folder != '\0';
@@ -29,7 +22,7 @@ std::string socketFileName(int port, int postmaster) {
 
 PortControlClient::PortControlClient() {
   const std::string name = portFileName();
-  const std::unique_ptr<std::FILE, FileCloser> file(std::fopen(name.c_str(), "rb"));
+  const UniqueFile file(std::fopen(name.c_str(), "rb"));
   if (file == nullptr) {
     std::fprintf(stderr,
                  "PROCESS(PID=%d):**ERR:Cannot connect to Tessil Postmaster due to missing port. "

@@ -19,7 +19,6 @@
 #include <cstring>
 #include <string>
 
-#include "link/link_exit.h"
 #include "link/port_control.h"
 
 namespace {
@@ -191,7 +190,17 @@ int SocketControlClient::SockRead(int fd, void* out, int capacity, int wait) {
   if (count <= 0) {
     return static_cast<int>(count);
   }
-  buffer.FrameBufferAppend(static_cast<const char*>(out), static_cast<int>(count));
+  const auto* const bytes = static_cast<const char*>(out);
+  const void* const end = buffer.bytesStored() == 0
+                              ? std::memchr(bytes, '\0', static_cast<std::size_t>(count))
+                              : nullptr;
+  if (end != nullptr) {
+    // As nearly always: the frame begins with this read, and is where it is to be.
+    const auto length = static_cast<int>(static_cast<const char*>(end) - bytes) + 1;
+    buffer.FrameBufferAppend(bytes + length, static_cast<int>(count) - length);
+    return length;
+  }
+  buffer.FrameBufferAppend(bytes, static_cast<int>(count));
   // Intended: this text differs from the one above and ends in a backslash and the letter n.
   return takeFrame(out, capacity,
                    "PROCESS(PID=%d): INTERNAL ERROR:Buffersize problem. Continuing.\\n");

@@ -10,10 +10,8 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "link/link_exit.h"
-#include "link/link_settings.h"
+#include "link/message_codec.h"
 #include "link/message_numbers.h"
-#include "link/wire.h"
 
 int g_OwnToolType = -1;
 int g_ToolState = LINK_IDLE;
@@ -23,6 +21,10 @@ std::unique_ptr<SocketControlClient> g_SocketClient;
 std::unique_ptr<CatchSignalsClient> g_SignalClient;
 
 namespace {
+
+// Intended: 4 less than the header has, so a header without its last word draws no text.
+constexpr int kShortFrameBytes = 16;
+constexpr int kHandshakeSeconds = 20;
 
 MessageHandlerFunction messageHandler = nullptr;
 WaitHook waitHook = nullptr;
@@ -121,7 +123,7 @@ int ToolInit(int toolType) {
   g_ToolSocket = g_SocketClient->descriptor();
   g_ToolState = LINK_CONNECTING;
   ToolSend(NELMPM, MSG_CONNECT, nullptr, 0);
-  g_SignalClient->ArmTimer(linkSettings().handshakeSeconds);
+  g_SignalClient->ArmTimer(kHandshakeSeconds);
   // Intended order: the alarm is a flag, so ToolReceive, which comes first, as a rule reports a
   // broken link; the timeout below is reached only when the alarm falls between the two tests.
   while (true) {
@@ -251,4 +253,93 @@ int ToolSystemMessage(int tag) {
                    getpid());
       return tag;
   }
+}
+
+int ToolFrameDecode(const char* text, int textLength, int* tag, int* sender, void* data,
+                    int* length, int* dest) {
+  const Frame frame =
+      decodeFrame(text, textLength, {static_cast<char*>(data), kPayloadBufferBytes});
+  if (frame.binaryBytes < kShortFrameBytes) {
+    // Intended: not a rejection, as the text says.
+    std::fprintf(stderr,
+                 "%s:**ERR:Message received with illegal length information (len=%d). NOT !!! "
+                 "Ignored.\n",
+                 FormatToolName(g_OwnToolType), frame.binaryBytes);
+  }
+  *tag = frame.header.tag;
+  *sender = frame.header.sender;
+  *dest = frame.header.dest;
+  *length = frame.header.length;
+  return 1;
+}
+
+const char* FormatToolName(int toolType) {
+  constexpr std::size_t kNameBytes = 80;
+  static std::array<char, kNameBytes> name;
+  static bool made = false;
+  // Intended: the first known name stays for the process, whatever type is asked for later.
+  if (!made) {
+    const char* const known = toolTypeName(toolType);
+    std::snprintf(name.data(), name.size(), "%s(PID=%d,TOOLID=%d)",
+                  known != nullptr ? known : "-Unknown toolname-", static_cast<int>(getpid()),
+                  toolType);
+    made = known != nullptr;
+  }
+  return name.data();
+}
+
+namespace {
+
+int sendText(int dest, int tag, const char* text) {
+  return sendMessage(MessageDirection::kSentByUi, dest, tag, ToolMessage().setText(0, text));
+}
+
+}  // namespace
+
+int sendMessage(MessageDirection direction, int dest, int tag, const ToolMessage& message) {
+  const auto payload = std::span(g_EncodeBuffer).first<kMaxPayloadBytes>();
+  const int length = EncodeMessage(tag, message, payload, direction);
+  if (length < 0) {
+    std::fprintf(stderr, "PROCESS(PID=%d):**ERR:Message %d does not fit a frame. Not sent.\n",
+                 getpid(), tag);
+    return length;
+  }
+  return ToolSend(dest, tag, g_EncodeBuffer.data(), length);
+}
+
+int sendCommand(const char* command) {
+  return sendText(NELKV, MSG_UI_COMMAND, command);
+}
+
+int sendFileAnswer(const char* path) {
+  return sendText(NELKV, MSG_UI_FILE, path);
+}
+
+int sendStringAnswer(const char* text) {
+  return sendText(NELKV, MSG_UI_STRING, text);
+}
+
+int sendValueAnswer(const char* digits) {
+  return sendText(NELKV, MSG_UI_VALUE, digits);
+}
+
+int sendListAnswer(const char* choice) {
+  return sendText(NELKV, MSG_UI_LIST_CHOICE, choice);
+}
+
+int sendDirectoryAnswer(const char* directory) {
+  return sendText(NELKV, MSG_UI_DIRECTORY, directory);
+}
+
+int sendSignalParameterAnswer(const char* parameter) {
+  return sendText(NELKV, MSG_UI_SIGNAL_PARAM, parameter);
+}
+
+int sendBitsAnswer(const StringListNode* bits) {
+  return sendMessage(MessageDirection::kSentByUi, NELKV, MSG_UI_BITS,
+                     ToolMessage().setList(0, bits));
+}
+
+int sendHelpRequest(const char* topic) {
+  return sendText(NELLINK, MSG_HELP_REQUEST, topic);
 }

@@ -5,6 +5,7 @@
 
 #include "link/signal_client.h"
 #include "link/socket_client.h"
+#include "link/tool_message.h"
 
 /// The layer between a tool and its socket: connects to the Postmaster, sends to other tools
 /// through it, reads one message at a time and keeps the state of the link. Everything runs on one
@@ -94,3 +95,24 @@ int ToolSystemMessage(int tag);
 /// header is reported on standard error, and taken all the same. Always returns 1.
 int ToolFrameDecode(const char* text, int textLength, int* tag, int* sender, void* data,
                     int* length, int* dest);
+
+/// Display name of a tool, "NELKVUI(PID=%d,TOOLID=%d)" and the like. Made once per process: a later
+/// call returns the first name whatever its argument, save that an unknown type's is not kept.
+const char* FormatToolName(int toolType);
+
+/// Sends by kind of message, each through g_EncodeBuffer and ToolSend. All return what ToolSend
+/// does, or kEncodeFailed after a line on standard error when the parameters do not fit a frame;
+/// nothing is sent then. A null text counts as empty, a null list too.
+
+int sendCommand(const char* command);                  ///< 1002 to the tester
+int sendFileAnswer(const char* path);                  ///< 1008 to the tester
+int sendStringAnswer(const char* text);                ///< 1004 to the tester
+int sendValueAnswer(const char* digits);               ///< 1005 to the tester
+int sendListAnswer(const char* choice);                ///< 1006 to the tester
+int sendDirectoryAnswer(const char* directory);        ///< 1010 to the tester
+int sendSignalParameterAnswer(const char* parameter);  ///< 1013 to the tester
+int sendBitsAnswer(const StringListNode* bits);        ///< 1009 to the tester
+int sendHelpRequest(const char* topic);                ///< 10004 to the link tool
+
+/// Any message of the table, for tools whose messages have more parameters.
+int sendMessage(MessageDirection direction, int dest, int tag, const ToolMessage& message);

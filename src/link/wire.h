@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 
 /// The frame on the wire: five little-endian 32-bit words and a payload, each byte written as two
@@ -39,16 +40,6 @@ int NibbleEncode(const char* in, char* out, int n);
 /// outside the sixteen give the byte of plain 8-bit arithmetic. Returns n / 2.
 int NibbleDecode(const char* in, char* out, int n);
 
-/// Name of a tool type, such as "NELKV"; null for an unknown one.
-const char* toolTypeName(int toolType);
-
-/// Whether a process may connect as `toolType`: every known type but the Postmaster's own.
-bool mayConnectAs(int toolType);
-
-/// Display name of a tool, "NELKVUI(PID=%d,TOOLID=%d)" and the like. Made once per process: a later
-/// call returns the first name whatever its argument, save that an unknown type's is not kept.
-const char* FormatToolName(int toolType);
-
 /// Writes header and payload in wire form to `text`, with the NUL. A null `payload` leaves the
 /// payload out whatever the header announces. Returns the characters written, NUL included, or -1
 /// with nothing written when the frame exceeds kMaxFrameBytes or its text `text`.
@@ -56,11 +47,41 @@ int encodeFrame(const FrameHeader& header, const void* payload, std::span<char> 
 
 /// A frame taken apart.
 struct Frame {
-  FrameHeader header;             ///< words that the text is too short for are made of zero bytes
-  std::span<const char> payload;  ///< what the text carries of the announced length
-  int binaryBytes = 0;            ///< bytes of the binary form, header included
+  FrameHeader header;       ///< words that the text is too short for are made of zero bytes
+  std::size_t carried = 0;  ///< bytes of payload that were stored
+  int binaryBytes = 0;      ///< bytes of the binary form, header included
 };
 
 /// Takes apart the wire form at `text`, which ends at its NUL or after `textLength` characters.
-/// The binary form is made in `binary` (what exceeds it is left out) and `payload` points there.
-Frame decodeFrame(const char* text, int textLength, std::span<char> binary);
+/// Stores in `payload` what the text carries of the announced length, as far as there is room.
+Frame decodeFrame(const char* text, int textLength, std::span<char> payload);
+
+/// Assembles frames from a byte stream: bytes go in as they were read, frames are looked at and
+/// dropped whole. Starts at 4096 bytes, grows by need only and never shrinks.
+class FrameBuffer {
+ public:
+  FrameBuffer();
+
+  /// Adds `n` bytes behind those stored.
+  void FrameBufferAppend(const char* bytes, int n);
+
+  /// The first frame, ended by its NUL, or null while none is whole. Valid until the next append
+  /// or drop.
+  const char* FrameBufferPeek();
+
+  /// Removes the first frame; nothing changes while none is whole.
+  void FrameBufferDrop();
+
+  /// Bytes of the first frame with its NUL, 0 while none is whole.
+  std::size_t frameLength();
+
+  std::size_t bytesStored() const { return used; }
+  std::size_t bytesReserved() const { return capacity; }
+
+ private:
+  std::unique_ptr<char[]> data;
+  std::size_t capacity;
+  std::size_t start = 0;    // of the bytes stored; what lies before was dropped
+  std::size_t used = 0;     // bytes stored, from `start`
+  std::size_t scanned = 0;  // of these, known to hold no NUL
+};

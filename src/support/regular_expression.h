@@ -3,8 +3,41 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
-class LongWork;
+/// Work that may take long. It tells what it has done, and every so much work asks whether it may
+/// go on.
+class LongWork {
+ public:
+  /// Work that nobody ends.
+  LongWork() = default;
+  /// Work that goes on while `asked` returns true; empty for to its end.
+  explicit LongWork(std::function<bool()> asked) : mayGoOn(std::move(asked)) {}
+
+  /// Tells of work done since the last call, in units of about a nanosecond: a character looked at
+  /// is one. False when the work is to end, from then on always.
+  bool goOn(std::size_t units) {
+    unasked += units;
+    if (unasked >= kUnitsBetween && !ended) {
+      unasked = 0;
+      ended = mayGoOn && !mayGoOn();
+    }
+    return !ended;
+  }
+  bool hasEnded() const { return ended; }
+
+ private:
+  static constexpr std::size_t kUnitsBetween = std::size_t{1} << 20;
+
+  std::function<bool()> mayGoOn;
+  std::size_t unasked = 0;
+  bool ended = false;
+};
 
 /// Basic regular expressions: a pattern is compiled into a byte code, and the byte code is stepped
 /// through a text. Both work on bytes and keep what they find in the variables below, so there is
@@ -13,52 +46,13 @@ class LongWork;
 /// A pattern knows: `.`, `*`, `[...]`, `[^...]`, `^` at its start, `$` at its end, groups
 /// `\(...\)`, references to closed groups `\1` to `\9`, repetition `\{m\}`, `\{m,\}`, `\{m,n\}`,
 /// and `\n` for a line feed. A backslash takes the meaning from any other character. There is no
-/// alternation, and
-/// `+` and `?` are plain characters. A repetition behind a repetition replaces it. A `*` or `\{`
-/// with no single-character item before it, also one right behind `\(` or `\)`, is plain.
+/// alternation, and `+` and `?` are plain characters. A repetition behind a repetition replaces it.
+/// A `*` or `\{` with no single-character item before it, also one right behind `\(` or `\)`, is
+/// plain.
 namespace regexp {
 
-/// Codes of the compiled form, each with its operands.
-enum Code : std::uint8_t {
-  CBRA = 2,    ///< start of a group; its number, from 0
-  CCHR = 4,    ///< one character; the character
-  CDOT = 8,    ///< any character but NUL
-  CCL = 12,    ///< class of 7-bit characters; a table of kNarrowTable bytes
-  CXCL = 16,   ///< class of 8-bit characters; a table of kWideTable bytes
-  CDOL = 20,   ///< end of the subject
-  CCEOF = 22,  ///< end of the pattern
-  CKET = 24,   ///< end of a group; its number
-  CBACK = 36,  ///< what a group matched; its number
-  NCCL = 40,   ///< all but a class of 7-bit characters; a table of kNarrowTable bytes
-  kFirstSkippedCode = 44,
-
-  // Added to the code of an item that can be repeated.
-  STAR = 1,  ///< any number of times
-  RNGE = 3,  ///< as often as two bytes behind the operands say, low and high
-  kRepetitionBits = 3,
-};
-
-inline constexpr int kNarrowTable = 16;
-inline constexpr int kWideTable = 32;
-inline constexpr int kRangeBytes = 2;
 inline constexpr int kMaxGroups = 9;
 inline constexpr int kMaxRange = 254;  ///< largest number in a range
-inline constexpr int kNoLimit = 255;   ///< high byte of a range without upper limit
-
-/// Bytes of operands behind a code, a range not counted.
-constexpr int operandLength(int code) {
-  switch (code & ~kRepetitionBits) {
-    case CCL:
-    case NCCL:
-      return kNarrowTable;
-    case CXCL:
-      return kWideTable;
-    case CDOT:
-      return 0;
-    default:
-      return code == CDOL || code == CCEOF ? 0 : 1;
-  }
-}
 
 enum Error : int {
   kNoError = 0,
@@ -116,5 +110,42 @@ std::int64_t workSpent();
 bool gaveUp();
 /// Stores the length of the last match of step and returns its start.
 const char* matchLength(int* length);
+
+class Automaton;
+struct Element;
+struct Place;
+
+/// Finds the lines of a text that the last compiled pattern can match. It passes some that the
+/// pattern does not match, such as with references, so step has the last word on a line.
+class LineFilter {
+ public:
+  static constexpr std::size_t kNoLine = std::string_view::npos;
+  /// With more places for characters than these a pattern is looked for roughly.
+  static constexpr std::size_t kMaxPlaces = 1023;
+
+  /// The text must outlive the filter.
+  LineFilter(const char* compiled, std::string_view searched);
+  LineFilter(const LineFilter&) = delete;
+  LineFilter& operator=(const LineFilter&) = delete;
+  ~LineFilter();
+
+  /// Start of the first such line at or behind `from`, which counts as a line's start itself; or
+  /// kNoLine, also when the work is to end. A line feed at the end of the text has an empty line
+  /// behind it.
+  std::size_t nextLine(std::size_t from, LongWork& work);
+
+ private:
+  void recognise(bool roughly);
+  void chooseWord(std::string_view sample);
+  std::size_t lineWithWord(std::size_t from);
+
+  std::string_view text;
+  std::vector<Element> elements;
+  std::vector<Place> places;
+  bool isRough = false;
+  std::unique_ptr<Automaton> automaton;  ///< null to pass all lines
+  std::string word;                      ///< in all lines to pass; empty when it saves no time
+  std::size_t window = 1;                ///< bytes to read at once, and on to the end of a line
+};
 
 }  // namespace regexp

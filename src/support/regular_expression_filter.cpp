@@ -3,68 +3,244 @@
 // pattern with too many places is recognised roughly: a range counts to one at most, a reference
 // takes anything. So is one that needs too many states, since fewer places make fewer states. Rough
 // places pass more lines, never fewer.
-
-#include "support/regular_expression_filter.h"
+//
+// A state of the automaton is the set of places that the characters read so far can have led to: a
+// place is reached when those before it are done. States are made when a text first leads to them,
+// and all are forgotten when they become too many. So a character of the text costs one look into a
+// table, and memory is bounded. Lines are no concern of the loops: a line feed leads to the first
+// state from any other.
 
 #include <algorithm>
+#include <array>
+#include <bitset>
 #include <cstring>
+#include <string>
+#include <unordered_map>
 #include <utility>
+
+#include "support/regular_expression_parts.h"
 
 namespace regexp {
 
+/// Recognises the lines that match a row of places.
+class Automaton {
+ public:
+  static constexpr std::size_t kNowhere = std::string_view::npos;
+
+  /// The places' sets must outlive the automaton. A match starts at a line's start when the row is
+  /// anchored, and goes to its end when that is given.
+  Automaton(const std::vector<Place>& row, bool isAnchored, bool isEndGiven);
+
+  /// Whether any line matches, the empty one too.
+  bool matchesAll() const { return !isEndGiven && firstPlaces.test(places.size()); }
+  /// A place in the first of the lines [from, to) that matches; or kNowhere, also when the work is
+  /// to end. `from` is a line's start and `to` a line's end.
+  std::size_t findMatch(std::string_view text, std::size_t from, std::size_t to, LongWork& work);
+  /// Whether there have been more states than there is room for.
+  bool hasOverflowed() const { return hasForgotten; }
+
+ private:
+  using Places = std::bitset<LineFilter::kMaxPlaces + 1>;
+  using State = std::uint32_t;
+
+  void sortCharacters();
+  Places placesTaking(std::size_t character) const;
+  void close(Places& reached) const;
+  void forgetStates();
+  State stateOf(const Places& reached);
+  State makeTransition(State state, std::size_t kind);
+  State afterLineFeed(const Places& reached) const;
+  Places afterCharacter(const Places& reached, std::size_t kind) const;
+  bool isRefused(std::string_view text, std::size_t from, std::size_t to) const;
+
+  std::size_t kindOf(char c) const { return kinds[static_cast<Byte>(c)]; }
+  State matched() const { return static_cast<State>(takenBy.size()); }
+  State firstState() const { return 2 * matched(); }
+
+  std::vector<Place> places;
+  bool isAnchored;
+  bool isEndGiven;
+
+  std::array<Byte, kCharacters> kinds{};  ///< of characters that the same places take
+  std::vector<Places> takenBy;            ///< the places that take each kind
+  Places firstPlaces;                     ///< what is reached before any character
+
+  /// The rows of all states, with the state that each kind of character leads to. A state's number
+  /// is the index of its row. The first two rows are kUnknown and matched(), which nothing leaves.
+  std::vector<State> transitions;
+  std::vector<Places> reachedIn;  ///< the places reached in each state
+  std::unordered_map<Places, State> states;
+  bool hasForgotten = false;
+};
+
 namespace {
 
-constexpr CharacterSet anyCharacter() {
-  CharacterSet all{};
-  std::fill(all.begin() + 1, all.end(), true);
-  return all;
-}
-constexpr CharacterSet kAnyCharacter = anyCharacter();
+constexpr std::uint32_t kUnknown = 0;
+constexpr std::size_t kRowsBeforeStates = 2;
 
-void addItem(const Element& item, bool roughly, std::vector<Place>& places) {
-  const std::size_t most = roughly ? 1 : kMaxRange;
-  const std::size_t low = std::min(item.low, most);
-  places.insert(places.end(), low, {&item.takes, false, false});
-  if (item.high > most) {
-    places.push_back({&item.takes, true, true});
-  } else {
-    places.insert(places.end(), item.high - low, {&item.takes, true, false});
-  }
-}
+// One million of bytes, which the processor's cache holds.
+constexpr std::size_t kMaxTransitions = std::size_t{1} << 18;
+constexpr std::size_t kMaxStates = std::size_t{1} << 12;
 
-/// A reference takes what its group can match, or anything when repeated.
-void addReference(const Element& reference, std::size_t groupStart, std::size_t groupEnd,
-                  std::vector<Place>& places) {
-  if (reference.low != 1 || reference.high != 1) {
-    places.push_back({&kAnyCharacter, true, true});
-    return;
-  }
-  for (std::size_t place = groupStart; place < groupEnd; ++place) {
-    places.push_back(Place(places[place]));
-  }
+constexpr std::size_t kLineFeedKind = 0;
+
+}  // namespace
+
+Automaton::Automaton(const std::vector<Place>& row, bool anchored, bool endGiven)
+    : places(row), isAnchored(anchored), isEndGiven(endGiven) {
+  sortCharacters();
+  firstPlaces.set(0);
+  close(firstPlaces);
+  forgetStates();
 }
 
-std::vector<Place> placesOf(const std::vector<Element>& elements, bool roughly) {
-  std::vector<Place> places;
-  std::array<std::size_t, kMaxGroups> starts{};
-  std::array<std::size_t, kMaxGroups> ends{};
-  for (const Element& element : elements) {
-    const auto group = static_cast<std::size_t>(element.group);
-    if (element.kind == Element::Kind::kGroupStart) {
-      starts[group] = places.size();
-    } else if (element.kind == Element::Kind::kGroupEnd) {
-      ends[group] = places.size();
-    } else if (element.kind == Element::Kind::kItem) {
-      addItem(element, roughly, places);
-    } else if (element.kind == Element::Kind::kReference) {
-      addReference(roughly ? Element{.low = 0} : element, starts[group], ends[group], places);
+void Automaton::sortCharacters() {
+  std::unordered_map<std::string, Byte> known;
+  takenBy.assign(1, Places());
+  for (std::size_t c = 0; c < kCharacters; ++c) {
+    if (c == '\n') {
+      kinds[c] = kLineFeedKind;
+      continue;
     }
-    if (places.size() > Automaton::kMaxPlaces) {
-      break;
+    std::string takers;  // a repeated place counts once
+    for (std::size_t place = 0; place < places.size(); ++place) {
+      if (place == 0 || places[place].takes != places[place - 1].takes) {
+        takers += (*places[place].takes)[c] ? '+' : '-';
+      }
+    }
+    const auto [kind, isNew] = known.try_emplace(takers, static_cast<Byte>(takenBy.size()));
+    if (isNew) {
+      takenBy.push_back(placesTaking(c));
+    }
+    kinds[c] = kind->second;
+  }
+}
+
+Automaton::Places Automaton::placesTaking(std::size_t character) const {
+  Places taking;
+  for (std::size_t place = 0; place < places.size(); ++place) {
+    taking[place] = (*places[place].takes)[character];
+  }
+  return taking;
+}
+
+/// Adds the places that are reached by leaving out others.
+void Automaton::close(Places& reached) const {
+  for (std::size_t place = 0; place < places.size(); ++place) {
+    if (places[place].isOptional && reached.test(place)) {
+      reached.set(place + 1);
     }
   }
-  return places;
 }
+
+void Automaton::forgetStates() {
+  states.clear();
+  reachedIn.clear();
+  transitions.assign(takenBy.size(), kUnknown);
+  transitions.insert(transitions.end(), takenBy.size(), matched());
+  stateOf(firstPlaces);
+}
+
+Automaton::State Automaton::stateOf(const Places& reached) {
+  const auto [state, isNew] = states.try_emplace(reached, static_cast<State>(transitions.size()));
+  if (isNew) {
+    reachedIn.push_back(reached);
+    transitions.resize(transitions.size() + takenBy.size(), kUnknown);
+  }
+  return state->second;
+}
+
+Automaton::State Automaton::afterLineFeed(const Places& reached) const {
+  return isEndGiven && reached.test(places.size()) ? matched() : firstState();
+}
+
+Automaton::Places Automaton::afterCharacter(const Places& reached, std::size_t kind) const {
+  const Places taking = reached & takenBy[kind];
+  Places after = taking << 1;
+  for (std::size_t place = 0; place < places.size(); ++place) {
+    if (places[place].isRepeated && taking.test(place)) {
+      after.set(place);
+    }
+  }
+  close(after);
+  return isAnchored ? after : after | firstPlaces;
+}
+
+Automaton::State Automaton::makeTransition(State state, std::size_t kind) {
+  const Places& reached = reachedIn[state / takenBy.size() - kRowsBeforeStates];
+  if (kind == kLineFeedKind) {
+    return transitions[state + kind] = afterLineFeed(reached);
+  }
+  const Places after = afterCharacter(reached, kind);
+  if (!isEndGiven && after.test(places.size())) {
+    return transitions[state + kind] = matched();
+  }
+  if (reachedIn.size() >= kMaxStates || transitions.size() >= kMaxTransitions) {
+    hasForgotten = true;
+    forgetStates();
+    return stateOf(after);
+  }
+  const State made = stateOf(after);
+  return transitions[state + kind] = made;
+}
+
+/// Whether the known states refuse all lines of [from, to). Each look into the table waits for the
+/// one before it, so four parts of the text are read side by side.
+bool Automaton::isRefused(std::string_view text, std::size_t from, std::size_t to) const {
+  constexpr std::size_t kParts = 4;
+  struct Part {
+    const char* at;
+    const char* end;
+    State state;
+  };
+  std::array<Part, kParts> parts{};
+  auto shortest = static_cast<std::ptrdiff_t>(to - from);
+  for (std::size_t i = 0, start = from; i < kParts; ++i) {
+    const std::size_t wanted = std::max(start, from + (to - from) * (i + 1) / kParts);
+    const std::size_t end = std::min(text.find('\n', wanted), to);
+    parts[i] = {text.data() + std::min(start, to), text.data() + end, firstState()};
+    shortest = std::min(shortest, parts[i].end - parts[i].at);
+    start = end + 1;
+  }
+  const State* const table = transitions.data();
+  auto [a, b, c, d] = parts;
+  for (; shortest > 0; --shortest) {
+    a.state = table[a.state + kindOf(*a.at++)];
+    b.state = table[b.state + kindOf(*b.at++)];
+    c.state = table[c.state + kindOf(*c.at++)];
+    d.state = table[d.state + kindOf(*d.at++)];
+  }
+  return std::ranges::all_of(std::array{a, b, c, d}, [&](Part part) {
+    while (part.at < part.end) {
+      part.state = table[part.state + kindOf(*part.at++)];
+    }
+    return table[part.state + kLineFeedKind] > matched();
+  });
+}
+
+std::size_t Automaton::findMatch(std::string_view text, std::size_t from, std::size_t to,
+                                 LongWork& work) {
+  constexpr std::size_t kManyCharacters = 1024;
+  constexpr std::size_t kWorkOfTransition = 1024;
+  if (to - from >= kManyCharacters && isRefused(text, from, to)) {
+    return kNowhere;
+  }
+  State state = firstState();
+  for (std::size_t place = from; place < to; ++place) {
+    const std::size_t kind = kindOf(text[place]);
+    const State next = transitions[state + kind];
+    if (next == kUnknown && !work.goOn(kWorkOfTransition)) {
+      return kNowhere;
+    }
+    state = next == kUnknown ? makeTransition(state, kind) : next;
+    if (state == matched()) {
+      return place;
+    }
+  }
+  return makeTransition(state, kLineFeedKind) == matched() ? to : kNowhere;
+}
+
+namespace {
 
 /// The one character that a place takes, once; NUL when there are others.
 char onlyCharacter(const Place& place) {
@@ -82,6 +258,8 @@ std::size_t startOfLine(std::string_view text, std::size_t from, std::size_t pla
 
 }  // namespace
 
+LineFilter::~LineFilter() = default;
+
 LineFilter::LineFilter(const char* compiled, std::string_view searched) : text(searched) {
   constexpr std::size_t kSample = 16384;
   if (auto read = elementsOf(compiled)) {
@@ -95,7 +273,7 @@ void LineFilter::recognise(bool roughly) {
   isRough = roughly;
   automaton.reset();
   places = placesOf(elements, roughly);
-  if (places.size() > Automaton::kMaxPlaces) {
+  if (places.size() > kMaxPlaces) {
     if (!roughly) {
       recognise(true);
     }

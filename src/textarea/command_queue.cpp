@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "link/typed_senders.h"
+#include "link/tool_interface.h"
 #include "link/wire.h"
 #include "support/line_text.h"
 #include "textarea/text_pane.h"

@@ -8,9 +8,7 @@
 #include <cstring>
 #include <string>
 
-#include "support/long_work.h"
 #include "support/regular_expression.h"
-#include "support/regular_expression_filter.h"
 
 namespace {
 

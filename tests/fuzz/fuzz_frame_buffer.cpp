@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <string>
 
-#include "link/frame_buffer.h"
+#include "link/wire.h"
 #include "tests/fuzz/fuzz_target.h"
 
 namespace {

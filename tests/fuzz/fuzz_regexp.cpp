@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "support/regular_expression.h"
+#include "support/regular_expression_parts.h"
 #include "tests/fuzz/fuzz_target.h"
 #include "tests/support/regexp_agreement.h"
 

@@ -1,148 +1,154 @@
-#include <gmock/gmock.h>
+// How a tool finds its Postmaster and is taken in. Each tool is a process of its own; it plays its
+// Postmaster, too, while it waits.
 
-#include <unistd.h>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
-#include <new>
-#include <string>
+#include <functional>
 
-#include "link/link_settings.h"
+#include <csignal>
+
 #include "link/message_numbers.h"
 #include "link/port_control.h"
 #include "link/tool_interface.h"
-#include "tests/link/forked_tool.h"
+#include "tests/link/link_test.h"
+#include "tests/support/rendezvous.h"
 #include "tests/unit/link/allocation_control.h"
 
 namespace {
 
-constexpr int kRefused = 11;
-
-// The tool: initialises, says in which state it is, and returns which way that went.
-int initialise(int toolType) {
-  const int result = ToolInit(toolType);
-  std::fprintf(stderr, "state %d\n", g_ToolState);
-  return result == -1 ? kRefused : 1;
-}
-
-int initialiseUi() {
-  return initialise(NELKVUI);
-}
+using testing::ExitedWithCode;
+namespace fs = std::filesystem;
 
 class Handshake : public testing::Test {
  protected:
-  Handshake() : formerSeconds(linkSettings().handshakeSeconds) {}
-  ~Handshake() override { linkSettings().handshakeSeconds = formerSeconds; }
+  /// The tool, in whose first pause `whileWaiting` is called; it says how that ended.
+  static void initialise(int type, const std::function<bool()>& whileWaiting) {
+    static std::function<bool()> hook;
+    hook = whileWaiting;
+    setWaitHook([](int) { return hook(); });
+    setMessageHandler([](int, int tag, int, const char*) {
+      if (tag == MSG_TOOL_STARTED) {
+        ToolReceive(kReceivePoll);  // as a dialog that the message opened would
+      }
+    });
+    const int result = ToolInit(type);
+    const int flags = g_SignalClient->GetSignalFlags();
+    std::fprintf(stderr, "%d in state %d, flags %d, alarm %u\n", result, g_ToolState, flags,
+                 alarm(0));
+    _exit(0);
+  }
 
-  void shortenAlarm() { linkSettings().handshakeSeconds = 1; }
+  /// Takes the tool's connection, compares what came with its request, and answers.
+  bool answer(const std::string& bytes) {
+    const UniqueDescriptor accepted = postmaster.accept();
+    std::string came(200, '!');
+    const ssize_t count = recv(accepted.get(), came.data(), came.size(), 0);
+    EXPECT_EQ(came.substr(0, static_cast<std::size_t>(count)),
+              wireText({kFrameDirected, MSG_CONNECT, NELKVUI, NELMPM, 0}));
+    EXPECT_EQ(send(accepted.get(), bytes.data(), bytes.size(), 0), std::ssize(bytes));
+    return true;
+  }
 
-  PrivateRendezvous postmaster;
+  static std::string frame(int tag) { return wireText({kFrameDirected, tag, NELMPM, NELKVUI, 0}); }
+  static bool alarmComes() {
+    const unsigned left = alarm(0);
+    std::fprintf(stderr, "alarm in %u s\n", left < 19 || left > 20 ? left : 20);
+    std::raise(SIGALRM);
+    return true;
+  }
 
- private:
-  int formerSeconds;
+  Rendezvous postmaster;
 };
 
 TEST_F(Handshake, endsWithTheAnswerWhoeverReadsItAndStopsTheAlarm) {
-  const auto fromPostmaster = [](int tag) {
-    return wireText({kFrameDirected, tag, NELMPM, NELKVUI, 0});
-  };
-  postmaster.listen();
-  for (const std::string& burst :
-       {fromPostmaster(MSG_CONNECT_OK),
-        fromPostmaster(MSG_TOOL_STARTED) + fromPostmaster(MSG_CONNECT_OK)}) {
-    ForkedTool tool([] {
-      setMessageHandler([](int, int tag, int, const char*) {
-        if (tag == MSG_TOOL_STARTED) {
-          ToolReceive(kReceivePoll);  // as a dialog that the message opened would
-        }
-      });
-      initialiseUi();
-      return static_cast<int>(alarm(0)) + g_SignalClient->GetSignalFlags();
-    });
-    postmaster.accept();
-    postmaster.send(burst);
-    const ToolEnd end = tool.end();
-    EXPECT_EQ(end.status, 0) << "the alarm still runs, or has come";
-    EXPECT_EQ(end.errors, "state 2\n");
+  const std::string connected = frame(MSG_CONNECT_OK);
+  for (const std::string& burst : {connected, frame(MSG_TOOL_STARTED) + connected}) {
+    EXPECT_EXIT(initialise(NELKVUI, [&] { return answer(burst); }), ExitedWithCode(0),
+                says("0 in state 2, flags 0, alarm 0\n"));
   }
+  EXPECT_EXIT(initialise(NELKVUI, [&] { return answer(frame(MSG_CONNECT_DENIED)); }),
+              ExitedWithCode(0), says("-1 in state 4, flags 0, alarm ~\n"));
+  EXPECT_EXIT(initialise(NELKVUI, [] { return false; }), ExitedWithCode(0),
+              says("-1 in state 1, flags 0, alarm 0\n"))
+      << "the user gave the waiting up";
 }
 
-// Intended: the alarm is a flag like any other, so it shows as a broken connection.
+// Intended: the alarm is a flag like any other, so it shows as a broken connection, but for one
+// that comes when that was reported already.
 TEST_F(Handshake, takesASilentPostmasterForABrokenConnection) {
-  shortenAlarm();
-  postmaster.listen();
-  ForkedTool tool(initialiseUi);
-  postmaster.accept();
-  const ToolEnd end = tool.end();
-  EXPECT_EQ(end.status, kRefused);
-  EXPECT_EQ(end.errors, "NELKVUI:**ERR:Broken MPM connection.\nstate 3\n");
+  EXPECT_EXIT(initialise(NELKVUI, alarmComes), ExitedWithCode(0),
+              says("alarm in 20 s\nNELKVUI:**ERR:Broken MPM connection.\n"
+                   "-1 in state 3, flags 8, alarm 0\n"));
+  g_BrokenReported = 1;
+  EXPECT_EXIT(initialise(NELKVUI, alarmComes), ExitedWithCode(145),
+              says("alarm in 20 s\nPROCESS(PID=~):**ERR Connection timeout. Exiting.\n"));
+  g_BrokenReported = 0;
 }
 
-TEST_F(Handshake, endsTheProcessWhenTheAlarmIsNotTakenForABrokenConnection) {
-  shortenAlarm();
-  postmaster.listen();
-  ForkedTool tool([] {
-    g_BrokenReported = 1;
-    return initialiseUi();
-  });
-  const std::string pid = std::to_string(tool.id());
-  const ToolEnd end = tool.end();
-  EXPECT_EQ(end.status, 145);
-  EXPECT_EQ(end.errors, "PROCESS(PID=" + pid + "):**ERR Connection timeout. Exiting.\n");
-}
-
-// Intended: a failed connect removes the name that the parent meant to use.
-TEST_F(Handshake, withNobodyListeningRemovesTheSocketsName) {
-  shortenAlarm();
-  postmaster.writePortFile();
-  std::ofstream(postmaster.socketName()) << "no socket";
-  ForkedTool tool(initialiseUi);
-  const ToolEnd end = tool.end();
-  EXPECT_EQ(end.status, kRefused);
-  EXPECT_THAT(end.errors, testing::HasSubstr("(SockOpenCl)-Errno=111 Connection refused\n"));
-  EXPECT_FALSE(std::filesystem::exists(postmaster.socketName()));
+// Intended: each step goes on after a failure, and at last the name that the parent meant to use
+// is removed.
+TEST_F(Handshake, tellsEachStepThatFails) {
+  const std::string missing =
+      "PROCESS(PID=~):**ERR:Cannot connect to Tessil Postmaster due to missing port. File " +
+      portFileName() + "\n";
+  const std::string noPort =
+      "**ERR: PortControlClient::GetPortNumberClient:Clients portnumber not found!!\n"
+      "PROCESS(~):**ERR: Cannot connect with Tessil Postmaster (no free port available).\n";
+  const std::string refused =
+      "PROCESS(PID=~):**ERR: When trying to connect to Tessil Postmaster (SockOpenCl)-Errno=";
+  const std::string noServer =
+      "PROCESS(~):**ERR: When trying to open connection - no connection to server !!\n";
+  const auto connect = [] {
+    const SocketControlClient client;
+    std::fprintf(stderr, "%d %d\n", client.descriptor(), client.connectionResult());
+    _exit(0);
+  };
+  std::ofstream(socketFileName(0, getpid())) << "no socket";
+  std::ofstream(portFileName()) << "port 4711\n";
+  EXPECT_EXIT(connect(), ExitedWithCode(0),
+              says(noPort + refused + "111 Connection refused\n" + noServer + "-1 -1\n"));
+  EXPECT_FALSE(fs::exists(socketFileName(0, getpid())));
+  fs::remove(portFileName());
+  EXPECT_EXIT(
+      connect(), ExitedWithCode(0),
+      says(missing + noPort + refused + "2 No such file or directory\n" + noServer + "-1 -1\n"));
+  setenv("NEL_RENDEZVOUS_DIR", std::string(100, 'x').c_str(), 1);
+  EXPECT_EXIT(connect(), ExitedWithCode(0), testing::HasSubstr("Errno=36 File name too long\n"));
 }
 
 TEST_F(Handshake, refusesTypesThatNoToolHas) {
-  postmaster.listen();
   for (const int type : {-1, 0, 4, 6, 8}) {
-    ForkedTool tool([type] { return initialise(type); });
-    const ToolEnd end = tool.end();
-    EXPECT_EQ(end.status, kRefused) << type;
-    EXPECT_EQ(end.errors, "**ERR:Unrecognized tooltype\nstate 0\n") << type;
+    EXPECT_EXIT(initialise(type, [] { return false; }), ExitedWithCode(0),
+                says("**ERR:Unrecognized tooltype\n-1 in state 0, flags 0, alarm 0\n"));
+    postmaster.accept();
+  }
+  for (const int type : {1, 2, 3, 5, 7}) {
+    EXPECT_EXIT(initialise(type, [] { return false; }), ExitedWithCode(0),
+                says("-1 in state 1, flags 0, alarm 0\n"));
     postmaster.accept();
   }
 }
 
-TEST_F(Handshake, endsTheProcessThatMakesASecondClient) {
-  postmaster.listen();
-  ForkedTool tool([] {
+TEST_F(Handshake, makesOneClientAProcessAndTidiesUpBehindAFailure) {
+  const auto makeTwo = [] {
     const SocketControlClient first;
     const SocketControlClient second;
-    return 0;
-  });
-  const std::string pid = std::to_string(tool.id());
-  const ToolEnd end = tool.end();
-  EXPECT_EQ(end.status, 156);
-  EXPECT_EQ(end.errors, "PROCESS(PID=" + pid + "): INTERNAL FATAL ERROR:#101. Exit !\n");
-}
-
-TEST_F(Handshake, removesTheToolsOwnFileWhenAnExceptionEndsTheConstruction) {
-  postmaster.listen();
+  };
+  EXPECT_EXIT(makeTwo(), ExitedWithCode(156),
+              says("PROCESS(PID=~): INTERNAL FATAL ERROR:#101. Exit !\n"));
+  // The frame buffer runs out of memory, or the first name that is formed behind it.
   for (const long allocations : {0, 1}) {
-    ForkedTool tool([allocations] {
+    const auto fail = [allocations] {
       const std::string own = portFileName() + "." + std::to_string(getpid());
       std::ofstream(own) << "own";
       try {
-        // The frame buffer runs out of memory, or the first name that is formed behind it.
         const FailingAllocation failing(allocations);
         const SocketControlClient client;
       } catch (const std::bad_alloc&) {
-        return std::filesystem::exists(own) ? 1 : 0;
+        _exit(fs::exists(own) ? 1 : 0);
       }
-      return 2;
-    });
-    EXPECT_EQ(tool.end().status, 0) << allocations;
+    };
+    EXPECT_EXIT(fail(), ExitedWithCode(0), "");
   }
 }
 

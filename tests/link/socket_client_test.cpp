@@ -1,121 +1,84 @@
 #include "link/socket_client.h"
 
 #include <fcntl.h>
-#include <gmock/gmock.h>
 #include <sys/select.h>
-#include <sys/socket.h>
-#include <unistd.h>
 
-#include <array>
 #include <cerrno>
 #include <csignal>
-#include <cstdio>
-#include <string>
 
-#include "tests/link/forked_tool.h"
-
-using testing::internal::CaptureStderr;
-using testing::internal::GetCapturedStderr;
+#include "tests/link/link_test.h"
 
 namespace {
 
-class SocketClient : public testing::Test {
+using testing::ExitedWithCode;
+using testing::internal::CaptureStderr;
+using testing::internal::GetCapturedStderr;
+
+class SocketClient : public testing::Test, protected SocketPair {
  protected:
-  SocketClient() {
-    std::array<int, 2> ends{};
-    EXPECT_EQ(socketpair(AF_UNIX, SOCK_STREAM, 0, ends.data()), 0);
-    own = UniqueDescriptor(ends[0]);
-    far = UniqueDescriptor(ends[1]);
-  }
-
-  void arrive(const std::string& bytes) const {
-    ASSERT_EQ(write(far.get(), bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
-  }
-
-  // The result and, when positive, the bytes.
-  std::pair<int, std::string> readFrom(int fd, int capacity = 100) {
+  /// The bytes that a read gives, or its result.
+  std::string readFrom(int fd, int capacity = 100) {
     std::string out(static_cast<std::size_t>(capacity), '!');
     const int count = client.SockRead(fd, out.data(), capacity, kWaitBriefly);
-    out.resize(static_cast<std::size_t>(std::max(count, 0)));
-    return {count, out};
+    return count > 0 ? out.substr(0, static_cast<std::size_t>(count)) : std::to_string(count);
   }
-  std::pair<int, std::string> read(int capacity = 100) { return readFrom(own.get(), capacity); }
+  std::string read(int capacity = 100) { return readFrom(own.get(), capacity); }
 
-  UniqueDescriptor own;
-  UniqueDescriptor far;
   SocketControlClient client{-1};
 };
 
-using Read = std::pair<int, std::string>;
-
 TEST_F(SocketClient, handsOutFramesThatCameTogetherWithoutTouchingTheSocket) {
-  arrive(std::string("one\0two\0", 8));
-  EXPECT_EQ(read(), Read(4, std::string("one\0", 4)));
-  EXPECT_EQ(readFrom(-1), Read(4, std::string("two\0", 4)));
-  EXPECT_EQ(readFrom(-1).first, -1);
-  EXPECT_EQ(read().first, kWaitTimedOut);
+  arrive(std::string("one\0two\0thr", 11));
+  EXPECT_EQ(read(), std::string("one\0", 4));
+  EXPECT_EQ(readFrom(-1), std::string("two\0", 4));
+  EXPECT_EQ(readFrom(-1), "-1");
+  EXPECT_EQ(read(), "-2") << "nothing more came in time";
+  arrive(std::string("ee\0", 3));
+  EXPECT_EQ(read(), std::string("three\0", 6));
 }
 
 TEST_F(SocketClient, assemblesAFrameCutAtAnyByte) {
   const std::string frame("a frame\0", 8);
   for (std::size_t cut = 1; cut < frame.size(); ++cut) {
     arrive(frame.substr(0, cut));
-    EXPECT_EQ(read().first, 0) << cut;
+    EXPECT_EQ(read(8), "0") << cut;
     arrive(frame.substr(cut));
-    EXPECT_EQ(read(), Read(8, frame)) << cut;
+    EXPECT_EQ(read(8), frame) << cut;
   }
 }
 
-TEST_F(SocketClient, keepsAReadOfTheWholeCapacityWithoutNul) {
-  arrive("12345678");
-  EXPECT_EQ(read(8), Read(0, ""));
-  arrive(std::string(1, '\0'));
-  EXPECT_EQ(read(9), Read(9, std::string("12345678\0", 9)));
-}
-
-TEST_F(SocketClient, neverGetsPastAFrameLongerThanTheCapacity) {
-  const std::string pid = std::to_string(getpid());
-  arrive("12345678");
-  EXPECT_EQ(read(8).first, 0);
-  arrive(std::string("90\0ok\0", 6));
-  CaptureStderr();
-  EXPECT_EQ(read(8).first, -1);
-  // This one text ends in a backslash and an n, as intended.
-  EXPECT_EQ(GetCapturedStderr(),
-            "PROCESS(PID=" + pid + "): INTERNAL ERROR:Buffersize problem. Continuing.\\n");
-  for (int poll = 0; poll < 3; ++poll) {
+TEST_F(SocketClient, neverGetsPastAFrameLongerThanTheCapacityNorReadsBehindIt) {
+  const std::string text = "INTERNAL ERROR:Buffersize problem. Continuing.";
+  const std::string pid = "PROCESS(PID=" + std::to_string(getpid()) + "):";
+  const auto refused = [&](int capacity) {
     CaptureStderr();
-    EXPECT_EQ(read(8).first, -1);
-    EXPECT_EQ(GetCapturedStderr(),
-              "PROCESS(PID=" + pid + "):INTERNAL ERROR:Buffersize problem. Continuing.\n");
-  }
-}
-
-TEST_F(SocketClient, readsNothingBehindAFrameThatCanNeverGetThrough) {
+    EXPECT_EQ(read(capacity), "-1");
+    return GetCapturedStderr();
+  };
   arrive("12345678");
-  EXPECT_EQ(read(8).first, 0);
+  EXPECT_EQ(read(8), "0");
   arrive("9");
-  CaptureStderr();
-  EXPECT_EQ(read(8).first, -1);
-  arrive("x");
-  EXPECT_EQ(read(8).first, -1);
-  const std::string errors = GetCapturedStderr();
-  EXPECT_NE(errors.find("):INTERNAL ERROR:Buffersize problem."), std::string::npos) << errors;
-  char byte = ' ';
-  EXPECT_EQ(recv(own.get(), &byte, 1, MSG_DONTWAIT), 1) << "was read all the same";
+  // This one text ends in a backslash and an n, as intended.
+  EXPECT_EQ(refused(8), pid + " " + text + "\\n");
+  arrive(std::string("0\0ok\0", 5));
+  EXPECT_EQ(refused(8), pid + text + "\n");
+  EXPECT_EQ(client.pendingInput(own.get(), 8), SocketInput::kStuck);
+  EXPECT_EQ(client.pendingInput(own.get(), 9), SocketInput::kThere);
+  EXPECT_EQ(refused(9), pid + " " + text + "\\n") << "it turns out to be longer";
+  EXPECT_EQ(client.pendingInput(own.get(), 10), SocketInput::kStuck);
+  EXPECT_EQ(refused(10), pid + text + "\n");
+  EXPECT_EQ(read(11), std::string("1234567890\0", 11));
+  EXPECT_EQ(readFrom(-1), std::string("ok\0", 3));
 }
 
-TEST_F(SocketClient, takesTheEndOfTheStreamForNothingThere) {
+TEST_F(SocketClient, takesTheEndOfTheStreamForNothingThereAndReportsAWaitThatFailed) {
   far.close();
-  EXPECT_EQ(read().first, 0);
-  EXPECT_EQ(read().first, 0);
-}
-
-TEST_F(SocketClient, reportsAWaitThatFailed) {
+  EXPECT_EQ(client.awaitable(own.get()), own.get());
+  EXPECT_EQ(read(), "0");
+  EXPECT_EQ(client.awaitable(own.get()), -1);
   const int closed = own.get();
   own.close();
-  EXPECT_EQ(client.SockWait(closed, kWaitBriefly), kWaitFailed);
-  EXPECT_EQ(readFrom(closed).first, kWaitFailed);
+  EXPECT_EQ(readFrom(closed), "-3");
 }
 
 // Intended: the wait looks at the first 32 descriptors only.
@@ -123,65 +86,35 @@ TEST_F(SocketClient, neverSeesDescriptorsFromThirtyTwoOn) {
   arrive("x");
   const UniqueDescriptor high(fcntl(own.get(), F_DUPFD, 32));
   EXPECT_EQ(SocketControlClient::SockWait(own.get(), kWaitForever), 1);
-  EXPECT_EQ(SocketControlClient::SockWait(high.get(), kWaitBriefly), kWaitTimedOut);
-  EXPECT_EQ(SocketControlClient::SockWait(FD_SETSIZE, kWaitBriefly), kWaitTimedOut);
-  EXPECT_EQ(SocketControlClient::SockWait(1 << 30, kWaitBriefly), kWaitTimedOut);
-}
-
-// What is said once a process is tested in processes of their own.
-std::string errorsOf(const std::function<int()>& body) {
-  ForkedTool tool(body);
-  const ToolEnd end = tool.end();
-  EXPECT_EQ(end.status, 0) << "failed at step " << end.status;
-  const std::string pid = "PROCESS:";
-  std::string text = end.errors;
-  // The process id is the tool's own.
-  if (const std::size_t at = text.find(pid); at != std::string::npos) {
-    const std::size_t start = at + pid.size();
-    text.replace(start, text.find(':', start) - start, "PID");
+  EXPECT_EQ(client.awaitable(31), 31);
+  for (const int fd : {high.get(), FD_SETSIZE, 1 << 30}) {
+    EXPECT_EQ(SocketControlClient::SockWait(fd, kWaitBriefly), kWaitTimedOut);
+    EXPECT_EQ(client.awaitable(fd), -1);
   }
-  return text;
 }
 
+// What is said once a process is tested in processes of their own. Each tells the results of sends.
 TEST_F(SocketClient, findsTheConnectionBrokenOnceAndThenOnlyRefuses) {
+  const auto sendThrice = [this](int fd, int error) {
+    std::signal(SIGPIPE, SIG_IGN);
+    errno = error;
+    for (int i = 0; i < 3; ++i) {
+      const int result = client.SockSend(fd, "x", 2);
+      std::fprintf(stderr, "%d%s\n", result, client.isBroken() ? " broken" : "");
+    }
+    _exit(0);
+  };
+  const char* const kBroken =
+      "PROCESS:~:No connection to Tessil Postmaster. Continuing.\n2 broken\n"
+      "Can't send message, as there was a broken connection.\n-1 broken\n-1 broken\n";
+  // Intended: errno is not cleared, so what an earlier call left there counts.
+  EXPECT_EXIT(sendThrice(own.get(), EPIPE), ExitedWithCode(0), says(kBroken));
+  EXPECT_EQ(sent(), std::string("x\0", 2));
+  EXPECT_EXIT(sendThrice(-1, 0), ExitedWithCode(0), says("-1\n-1\n-1\n")) << "not a broken pipe";
   far.close();
-  EXPECT_EQ(errorsOf([&] {
-              std::signal(SIGPIPE, SIG_IGN);
-              errno = 0;
-              for (int step = 1; step <= 3; ++step) {
-                if (client.SockSend(own.get(), "x", 2) != -1 || !client.isBroken()) {
-                  return step;
-                }
-                std::fprintf(stderr, "%d\n", step);
-              }
-              return 0;
-            }),
-            "PROCESS:PID:No connection to Tessil Postmaster. Continuing.\n1\n"
-            "Can't send message, as there was a broken connection.\n2\n3\n");
-}
-
-// Intended: errno is not cleared, so what an earlier call left there counts.
-TEST_F(SocketClient, takesAnEarlierBrokenPipeForItsOwnThoughTheFrameWentOut) {
-  EXPECT_EQ(errorsOf([&] {
-              errno = EPIPE;
-              if (client.SockSend(own.get(), "x", 2) != 2 || !client.isBroken()) {
-                return 1;
-              }
-              return client.SockSend(own.get(), "y", 2) == -1 ? 0 : 2;
-            }),
-            "PROCESS:PID:No connection to Tessil Postmaster. Continuing.\n"
-            "Can't send message, as there was a broken connection.\n");
-  EXPECT_EQ(readFrameText(far.get()), std::string("x\0", 2));
-  char byte = ' ';
-  EXPECT_EQ(recv(far.get(), &byte, 1, MSG_DONTWAIT), -1) << "the second frame went out";
-}
-
-TEST_F(SocketClient, failsWithoutAWordWhenTheSocketIsNoneButThePipeIsNotBroken) {
-  EXPECT_EQ(errorsOf([&] {
-              errno = 0;
-              return client.SockSend(-1, "x", 2) == -1 && !client.isBroken() ? 0 : 1;
-            }),
-            "");
+  std::string broken = kBroken;
+  EXPECT_EXIT(sendThrice(own.get(), 0), ExitedWithCode(0),
+              says(broken.replace(broken.find("2 b"), 1, "-1")));
 }
 
 }  // namespace

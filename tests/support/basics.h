@@ -1,13 +1,13 @@
 #pragma once
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <string>
 #include <string_view>
 #include <utility>
+
+#include "support/descriptor.h"
 
 /// What all tests share. Needs no test library: the benchmarks use it too.
 
@@ -43,30 +43,6 @@ struct SourceLine {
 
   const char* file;
   int line;
-};
-
-/// Owns a file descriptor.
-class UniqueDescriptor {
- public:
-  UniqueDescriptor() = default;
-  explicit UniqueDescriptor(int opened) : fd(opened) {}
-  UniqueDescriptor(UniqueDescriptor&& other) noexcept : fd(std::exchange(other.fd, -1)) {}
-  UniqueDescriptor& operator=(UniqueDescriptor&& other) noexcept {
-    std::swap(fd, other.fd);
-    return *this;
-  }
-  ~UniqueDescriptor() { close(); }
-
-  int get() const { return fd; }
-  bool isOpen() const { return fd >= 0; }
-  void close() {
-    if (isOpen()) {
-      ::close(std::exchange(fd, -1));
-    }
-  }
-
- private:
-  int fd = -1;
 };
 
 /// An empty folder for one test, removed with all its contents. Its path holds no "-", since some

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "link/message_numbers.h"
-#include "link/message_table.h"
+#include "link/tool_message.h"
 #include "link/wire.h"
 
 /// One parameter of a message, from a number, a text or a list of texts.

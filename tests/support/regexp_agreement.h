@@ -5,8 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "support/regular_expression_filter.h"
-#include "support/regular_expression_matchers.h"
+#include "support/regular_expression_parts.h"
 
 /// What one of the matchers finds; nothing when it finds no match.
 using FoundPlaces = std::optional<std::vector<const char*>>;
@@ -30,7 +29,7 @@ inline bool isFilteredRoughly(const std::vector<regexp::Element>& elements) {
     }
     places += element.high > regexp::kMaxRange ? element.low + 1 : element.high;
   }
-  return places > regexp::Automaton::kMaxPlaces;
+  return places > regexp::LineFilter::kMaxPlaces;
 }
 
 /// Whether all that looks for the last compiled pattern in a subject finds what the backtracking

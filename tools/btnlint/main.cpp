@@ -1,22 +1,17 @@
 // Entry of the checker of button files.
 
 #include "btnlint/lint.h"
-#include "btnlint/options.h"
+#include "support/descriptor.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <iostream>
-#include <memory>
 
 namespace {
 
-struct Close {
-  void operator()(std::FILE* file) const { std::fclose(file); }
-};
-
 int checkFile(const std::string& name) {
-  const std::unique_ptr<std::FILE, Close> file(std::fopen(name.c_str(), "r"));
+  const UniqueFile file(std::fopen(name.c_str(), "r"));
   std::size_t count = 0;
   if (file) {
     count = btnlint::lint(name, file.get(), std::cout);

@@ -1,4 +1,3 @@
-#include "postmaster/complaints.h"
 #include "postmaster/options.h"
 #include "postmaster/postmaster.h"
 

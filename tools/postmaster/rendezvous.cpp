@@ -50,8 +50,8 @@ const sockaddr* asGeneric(const sockaddr_un& address) {
   return reinterpret_cast<const sockaddr*>(&address);
 }
 
-UniqueFd streamSocket() {
-  return UniqueFd(::socket(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
+UniqueDescriptor streamSocket() {
+  return UniqueDescriptor(::socket(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
 }
 
 /// Binds without leaving the name open to others for a moment.
@@ -65,7 +65,7 @@ bool bindOwnerOnly(int socket, const sockaddr_un& address) {
 /// Whether someone listens at `path`. A full queue of connections is a listener too.
 bool isListening(const std::string& path) {
   sockaddr_un address{};
-  const UniqueFd probe = streamSocket();
+  const UniqueDescriptor probe = streamSocket();
   return fillAddress(path, address) &&
          (connect(probe.get(), asGeneric(address), sizeof address) == 0 || errno == EAGAIN);
 }
@@ -128,7 +128,7 @@ std::string Rendezvous::open() {
 
 std::string Rendezvous::listen() {
   sockaddr_un address{};
-  UniqueFd fresh = streamSocket();
+  UniqueDescriptor fresh = streamSocket();
   if (!fresh.isOpen() || !fillAddress(socketPath(), address) ||
       !bindOwnerOnly(fresh.get(), address)) {
     return errorText("cannot listen at " + socketPath());
@@ -144,7 +144,7 @@ std::string Rendezvous::listen() {
 std::string Rendezvous::publish() {
   const std::string draft = portPath() + "." + std::to_string(getpid());
   unlink(draft.c_str());
-  UniqueFd file(
+  UniqueDescriptor file(
       ::open(draft.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, kOwnerOnly));
   if (!file.isOpen()) {
     return errorText("cannot make " + draft);
@@ -171,7 +171,7 @@ std::string Rendezvous::publish() {
 // Empty also when the file went away meanwhile: the caller tries again in any case.
 std::string Rendezvous::clearStale() {
   const std::string path = portPath();
-  const UniqueFd file(::open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+  const UniqueDescriptor file(::open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
   if (!file.isOpen()) {
     return errno == ENOENT ? std::string{} : errorText("cannot take over " + path);
   }
@@ -221,8 +221,8 @@ void Rendezvous::close() {
   if (portFile.isOpen()) {
     removeIf(portPath(), std::exchange(portIdentity, {}));
   }
-  socket.reset();
-  portFile.reset();
+  socket.close();
+  portFile.close();
 }
 
 bool Rendezvous::identify(const std::string& path, FileIdentity& identity) {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "link/port_control.h"
-#include "postmaster/unique_fd.h"
+#include "support/descriptor.h"
 
 #include <sys/types.h>
 
@@ -51,8 +51,8 @@ class Rendezvous {
   static void removeIf(const std::string& path, const FileIdentity& identity);
 
   std::string prefix;
-  UniqueFd socket;
-  UniqueFd portFile;  ///< open and locked as long as this Postmaster lives
+  UniqueDescriptor socket;
+  UniqueDescriptor portFile;  ///< open and locked as long as this Postmaster lives
   int number = 0;
   FileIdentity socketIdentity{};
   FileIdentity portIdentity{};

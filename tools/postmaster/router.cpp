@@ -2,7 +2,6 @@
 #include "postmaster/router.h"
 
 #include "link/message_numbers.h"
-#include "postmaster/names.h"
 
 #include <algorithm>
 #include <initializer_list>
@@ -49,8 +48,8 @@ Routing refuse(std::string why) {
 
 }  // namespace
 
-Routing Router::frameCame(ClientId client, const Envelope& message) {
-  const FrameHeader& header = message.header;
+Routing Router::frameCame(ClientId client, const Message& message) {
+  const FrameHeader& header = message->header;
   const auto tool = tools.find(client);
   if (tool == tools.end()) {
     if (header.tag == MSG_CONNECT && isToPostmaster(header)) {
@@ -58,7 +57,7 @@ Routing Router::frameCame(ClientId client, const Envelope& message) {
     }
     return refuse(messageLabel(header) + " before the connection request 7000");
   }
-  if (std::string why = reasonToRefuse(tool->second, message); !why.empty()) {
+  if (std::string why = reasonToRefuse(tool->second, header); !why.empty()) {
     return refuse(std::move(why));
   }
   Routing routing =
@@ -67,7 +66,7 @@ Routing Router::frameCame(ClientId client, const Envelope& message) {
     routing.deliveries.push_back({client, ownMessage(MSG_START_POLL_TIMER, header.sender)});
     tools[client].ready = true;
     if (header.sender == kUi) {
-      for (Envelope& warning : std::exchange(warnings, {})) {
+      for (Message& warning : std::exchange(warnings, {})) {
         routing.deliveries.push_back({client, std::move(warning)});
       }
     }
@@ -75,8 +74,7 @@ Routing Router::frameCame(ClientId client, const Envelope& message) {
   return routing;
 }
 
-std::string Router::reasonToRefuse(const Tool& tool, const Envelope& message) const {
-  const FrameHeader& header = message.header;
+std::string Router::reasonToRefuse(const Tool& tool, const FrameHeader& header) const {
   const std::string label = messageLabel(header);
   if (header.sender != tool.type) {
     return label + " in the name of " + toolName(header.sender);
@@ -146,10 +144,10 @@ Routing Router::toPostmaster(ClientId client, const FrameHeader& header) {
   }
 }
 
-Routing Router::forward(ClientId client, const Envelope& message) const {
+Routing Router::forward(ClientId client, const Message& message) const {
   Routing routing;
-  if (message.header.kind == kFrameDirected) {
-    routing.deliveries.push_back({*clientOf(message.header.dest), message});
+  if (message->header.kind == kFrameDirected) {
+    routing.deliveries.push_back({*clientOf(message->header.dest), message});
     return routing;
   }
   for (const auto& [other, tool] : tools) {
@@ -182,7 +180,7 @@ Routing Router::warnUser(const std::string& caption, const std::string& text) {
   ToolMessage box;
   box.setText(0, caption.c_str());
   box.setText(1, text.c_str());
-  Envelope warning = ownMessage(MSG_LINK_WARNING_BOX, kUi, box);
+  Message warning = ownMessage(MSG_LINK_WARNING_BOX, kUi, box);
   const ClientId* ui = clientOf(kUi);
   if (ui != nullptr && tools[*ui].ready) {
     return {{{*ui, std::move(warning)}}, {}};

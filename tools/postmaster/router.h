@@ -1,6 +1,6 @@
 #pragma once
 
-#include "postmaster/envelope.h"
+#include "postmaster/message.h"
 
 #include <map>
 #include <string>
@@ -30,7 +30,7 @@ enum class ShutdownReason : int { kUiLeft = 1, kSignal = 2, kNoUiComing = 3, kTo
 /// One frame to write to one connection.
 struct Delivery {
   ClientId client = 0;
-  Envelope message;
+  Message message;
   bool closeAfterwards = false;
 };
 
@@ -57,7 +57,7 @@ class Router {
   explicit Router(Identity identity) : self(std::move(identity)) {}
 
   /// A well-formed frame came from `client`.
-  Routing frameCame(ClientId client, const Envelope& message);
+  Routing frameCame(ClientId client, const Message& message);
 
   /// The connection of `client` is gone; `reason` goes to the other tools if it was connected.
   Routing connectionLost(ClientId client, LeaveReason reason);
@@ -92,16 +92,16 @@ class Router {
   static const int kUi;
 
   const ClientId* clientOf(int toolType) const;
-  std::string reasonToRefuse(const Tool& tool, const Envelope& message) const;
+  std::string reasonToRefuse(const Tool& tool, const FrameHeader& header) const;
   Routing connect(ClientId client, const FrameHeader& header);
   Routing deny(ClientId client, int toolType, DenyReason reason) const;
   Routing toPostmaster(ClientId client, const FrameHeader& header);
-  Routing forward(ClientId client, const Envelope& message) const;
+  Routing forward(ClientId client, const Message& message) const;
   Routing leave(ClientId client, LeaveReason reason);
 
   Identity self;
   std::map<ClientId, Tool> tools;
-  std::vector<Envelope> warnings;  ///< for a user interface that is not ready yet
+  std::vector<Message> warnings;  ///< for a user interface that is not ready yet
   bool uiGone = false;
   bool shuttingDown = false;
 };

@@ -4,10 +4,10 @@
 #include "postmaster/switchboard.h"
 
 #include "link/message_numbers.h"
-#include "postmaster/names.h"
 
 #include <sys/socket.h>
 
+#include <array>
 #include <cerrno>
 #include <cstring>
 #include <utility>
@@ -17,15 +17,67 @@ namespace postmaster {
 namespace {
 
 constexpr std::size_t kMaxClients = 64;
+constexpr std::size_t kReadBytes = std::size_t{64} * 1024;
+
+bool wouldBlock() {
+  return errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR;
+}
+
+pid_t peerOf(int socket) {
+  ucred credentials{};
+  socklen_t size = sizeof credentials;
+  const int failed = getsockopt(socket, SOL_SOCKET, SO_PEERCRED, &credentials, &size);
+  return failed != 0 ? 0 : credentials.pid;
+}
 
 }  // namespace
+
+Client::Client(UniqueDescriptor connected)
+    : socket(std::move(connected)), peer(peerOf(socket.get())) {}
+
+Client::ReadResult Client::read() {
+  std::array<char, kReadBytes> bytes;
+  const ssize_t count = ::recv(socket.get(), bytes.data(), bytes.size(), MSG_DONTWAIT);
+  if (count > 0) {
+    splitter.append({bytes.data(), static_cast<std::size_t>(count)});
+    return ReadResult::kSome;
+  }
+  return count < 0 && wouldBlock() ? ReadResult::kNothing : ReadResult::kEnd;
+}
+
+bool Client::send(std::string_view text) {
+  if (queuedBytes() + text.size() > kMaxQueuedBytes) {
+    return false;
+  }
+  if (sent > queue.size() / 2) {
+    queue.erase(0, std::exchange(sent, 0));
+  }
+  queue += text;
+  // A broken connection shows in reading as well, after what the client sent last.
+  flush();
+  return true;
+}
+
+bool Client::flush() {
+  while (hasQueued()) {
+    const ssize_t count =
+        ::send(socket.get(), queue.data() + sent, queue.size() - sent, MSG_DONTWAIT | MSG_NOSIGNAL);
+    if (count < 0) {
+      return wouldBlock();
+    }
+    sent += static_cast<std::size_t>(count);
+  }
+  queue.clear();
+  sent = 0;
+  return true;
+}
 
 Switchboard::Switchboard(Identity identity, Complaints& complaintsOut, TraceLog& traceLog)
     : router(std::move(identity)), complaints(complaintsOut), trace(traceLog) {}
 
 void Switchboard::acceptAll(int listener) {
   while (true) {
-    UniqueFd socket(accept4(listener, nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC));
+    UniqueDescriptor socket(accept4(listener, nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC));
     if (!socket.isOpen()) {
       if (errno != EAGAIN && errno != EINTR && errno != ECONNABORTED) {
         complaints.say(std::string("cannot accept a connection: ") + std::strerror(errno));
@@ -101,25 +153,25 @@ void Switchboard::takeFrames(Client& client) {
                        std::to_string(kMaxFrameText) + " bytes");
         break;
       case FrameSplitter::Item::kFrame:
-        takeFrame(client, text);
+        takeFrame(client, std::move(text));
         break;
     }
   }
 }
 
-void Switchboard::takeFrame(Client& client, const std::string& text) {
+void Switchboard::takeFrame(Client& client, std::string text) {
   if (client.isClosing()) {
     return;
   }
-  const ParsedText parsed = parseText(text);
-  if (!parsed.envelope) {
+  const ParsedText parsed = parseText(std::move(text));
+  if (parsed.message == nullptr) {
     complaints.say("frame from " + nameOf(client) + " dropped: " + std::string(parsed.fault));
     return;
   }
   const std::string sender = nameOf(client);
-  const Routing routing = router.frameCame(client.fd(), *parsed.envelope);
-  traceMessage(*parsed.envelope, routing.refusal);
-  if (parsed.envelope->header.tag == MSG_SHUTDOWN_ACK && routing.refusal.empty()) {
+  const Routing routing = router.frameCame(client.fd(), parsed.message);
+  traceMessage(*parsed.message, routing.refusal);
+  if (parsed.message->header.tag == MSG_SHUTDOWN_ACK && routing.refusal.empty()) {
     answeredProcesses.insert(client.pid());
   }
   if (!routing.refusal.empty()) {
@@ -179,10 +231,10 @@ void Switchboard::deliver(const std::vector<Delivery>& deliveries) {
 }
 
 void Switchboard::writeTo(Client& client, const Delivery& delivery) {
-  if (delivery.message.header.sender == NELMPM) {
-    traceMessage(delivery.message, {});
+  if (delivery.message->header.sender == NELMPM) {
+    traceMessage(*delivery.message, {});
   }
-  if (!client.send(delivery.message.text)) {
+  if (!client.send(delivery.message->text)) {
     complaints.say(nameOf(client) + " dropped: it does not read, and more than " +
                    std::to_string(kMaxQueuedBytes) + " bytes wait for it");
     drop(client, LeaveReason::kDropped);

@@ -13,7 +13,6 @@
 #include "link/message_codec.h"
 #include "link/message_numbers.h"
 #include "link/tool_interface.h"
-#include "link/typed_senders.h"
 
 namespace tester_link {
 

@@ -1,7 +1,7 @@
 #include <poll.h>
 #include <sys/socket.h>
 
-#include "postmaster/client.h"
+#include "postmaster/switchboard.h"
 #include "tests/e2e/postmaster/postmaster_fixture.h"
 
 using testing::HasSubstr;

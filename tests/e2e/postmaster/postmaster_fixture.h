@@ -7,7 +7,7 @@
 #include "link/port_control.h"
 #include "tests/e2e/postmaster/nelmpm_process.h"
 #include "tests/e2e/postmaster/test_client.h"
-#include "tests/support/temporary_folder.h"
+#include "tests/support/basics.h"
 
 /// A running Postmaster without tools; the test connects clients of its own.
 class PostmasterTest : public testing::Test {

@@ -1,6 +1,6 @@
 #include <unistd.h>
 
-#include "postmaster/trace_format.h"
+#include "postmaster/reports.h"
 #include "support/version.h"
 #include "tests/e2e/postmaster/postmaster_fixture.h"
 

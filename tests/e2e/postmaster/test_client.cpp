@@ -50,7 +50,8 @@ std::optional<Envelope> TestClient::receive() {
       return std::nullopt;
     }
   }
-  return postmaster::parseText(text).envelope;
+  const postmaster::Message message = postmaster::parseText(std::move(text)).message;
+  return message != nullptr ? std::optional(*message) : std::nullopt;
 }
 
 int TestClient::receiveTag() {

@@ -1,9 +1,8 @@
 #pragma once
 
-#include "postmaster/envelope.h"
-#include "postmaster/frame_splitter.h"
-#include "postmaster/unique_fd.h"
-#include "tests/support/wire_text.h"
+#include "postmaster/message.h"
+#include "support/descriptor.h"
+#include "tests/support/message.h"
 
 #include <chrono>
 #include <optional>
@@ -42,12 +41,12 @@ class TestClient {
   /// Whether the Postmaster closes the connection, whatever comes before.
   bool seesEnd();
 
-  void hangUp() { socket.reset(); }
+  void hangUp() { socket.close(); }
 
  private:
   bool readSome();
 
-  postmaster::UniqueFd socket;
+  UniqueDescriptor socket;
   postmaster::FrameSplitter splitter;
   bool connected = false;
 };

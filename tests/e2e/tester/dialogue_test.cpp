@@ -3,7 +3,7 @@
 #include <optional>
 #include <set>
 
-#include "link/message_table.h"
+#include "link/tool_message.h"
 #include "tests/e2e/tester/tester_fixture.h"
 
 namespace {

@@ -1,57 +1,44 @@
 #include "tests/unit/link/allocation_control.h"
 
-#include <cstddef>
 #include <cstdlib>
 #include <new>
 
 namespace {
 
-constexpr long kNever = -1;
-
 long count = 0;
-long successesLeft = kNever;
+long successesLeft = -1;  // negative: no end of them
 
-void* allocate(std::size_t size) noexcept {
+}  // namespace
+
+// All forms, since sanitizers bring their own.
+void* operator new(std::size_t size) {
   if (successesLeft == 0) {
-    successesLeft = kNever;
-    return nullptr;
+    successesLeft = -1;
+    throw std::bad_alloc();
   }
-  if (successesLeft > 0) {
-    --successesLeft;
-  }
+  successesLeft -= successesLeft > 0 ? 1 : 0;
   ++count;
   return std::malloc(size > 0 ? size : 1);
 }
 
-void* allocateOrThrow(std::size_t size) {
-  void* const block = allocate(size);
-  if (block == nullptr) {
-    throw std::bad_alloc();
-  }
-  return block;
-}
-
-}  // namespace
-
-void* operator new(std::size_t size) {
-  return allocateOrThrow(size);
-}
 void* operator new[](std::size_t size) {
-  return allocateOrThrow(size);
+  return operator new(size);
 }
-void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
-  return allocate(size);
+void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept try {
+  return operator new(size);
+} catch (const std::bad_alloc&) {
+  return nullptr;
 }
-void* operator new[](std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
-  return allocate(size);
+void* operator new[](std::size_t size, const std::nothrow_t& tag) noexcept {
+  return operator new(size, tag);
 }
 void operator delete(void* block) noexcept {
   std::free(block);
 }
-void operator delete[](void* block) noexcept {
+void operator delete(void* block, std::size_t /*size*/) noexcept {
   std::free(block);
 }
-void operator delete(void* block, std::size_t /*size*/) noexcept {
+void operator delete[](void* block) noexcept {
   std::free(block);
 }
 void operator delete[](void* block, std::size_t /*size*/) noexcept {
@@ -67,5 +54,5 @@ FailingAllocation::FailingAllocation(long successes) {
 }
 
 FailingAllocation::~FailingAllocation() {
-  successesLeft = kNever;
+  successesLeft = -1;
 }

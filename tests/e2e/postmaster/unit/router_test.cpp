@@ -4,11 +4,11 @@
 #include <gtest/gtest.h>
 
 #include "link/message_numbers.h"
-#include "postmaster/trace_format.h"
+#include "postmaster/reports.h"
 
 using postmaster::ClientId;
 using postmaster::Delivery;
-using postmaster::Envelope;
+using postmaster::Message;
 using postmaster::Router;
 using postmaster::Routing;
 using testing::ElementsAre;
@@ -21,11 +21,13 @@ constexpr ClientId kUi = 10;
 constexpr ClientId kKv = 11;
 constexpr ClientId kGate = 12;
 
-Envelope message(int sender, int dest, int tag) {
-  return {{kFrameDirected, tag, sender, dest, 0}, {}, {}};
+Message message(int sender, int dest, int tag) {
+  return std::make_shared<postmaster::Envelope>(
+      postmaster::Envelope{{kFrameDirected, tag, sender, dest, 0}, {}, {}});
 }
-Envelope undirected(int sender, int tag) {
-  return {{kFrameUndirected, tag, sender, 0, 0}, {}, {}};
+Message undirected(int sender, int tag) {
+  return std::make_shared<postmaster::Envelope>(
+      postmaster::Envelope{{kFrameUndirected, tag, sender, 0, 0}, {}, {}});
 }
 
 /// Each delivery as "client: what the trace would say".
@@ -33,7 +35,7 @@ std::vector<std::string> shown(const Routing& routing) {
   std::vector<std::string> lines;
   for (const Delivery& delivery : routing.deliveries) {
     lines.push_back(std::to_string(delivery.client) + ": " +
-                    postmaster::describeMessage(delivery.message));
+                    postmaster::describeMessage(*delivery.message));
   }
   return lines;
 }
@@ -44,7 +46,7 @@ class RouterTest : public testing::Test {
     router.frameCame(kUi, message(NELKVUI, NELMPM, MSG_CONNECT));
     router.frameCame(kKv, message(NELKV, NELMPM, MSG_CONNECT));
   }
-  std::string refusal(ClientId client, const Envelope& envelope) {
+  std::string refusal(ClientId client, const Message& envelope) {
     const Routing routing = router.frameCame(client, envelope);
     EXPECT_THAT(routing.deliveries, IsEmpty());
     return routing.refusal;

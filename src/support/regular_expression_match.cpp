@@ -1,4 +1,9 @@
-// The matcher that tries. Items are greedy: they take what they can and give back one
+// Runs a pattern through a subject. Most patterns are matched soonest by trying, which gets as much
+// work to spend as the subject is long. Where that is not enough, a pattern without references goes
+// to the linear matcher. References have no such matcher: what they match depends on how the
+// subject was cut before. So they are tried on, up to the limit of work.
+//
+// In the matcher that tries, items are greedy: they take what they can and give back one
 // character at a time until the rest of the pattern matches. Each retry of the rest is one
 // recursion, so the depth is bounded by the number of repetitions in the pattern. The time is not:
 // it can grow by a power of the subject's length for each repetition, which is what the limit of
@@ -7,9 +12,15 @@
 #include <algorithm>
 #include <cstring>
 
-#include "support/regular_expression_matchers.h"
+#include "support/regular_expression_parts.h"
 
 namespace regexp {
+
+const char* loc1 = nullptr;
+const char* loc2 = nullptr;
+const char* locs = nullptr;
+std::array<const char*, kMaxGroups> braslist{};
+std::array<const char*, kMaxGroups> braelist{};
 
 namespace {
 
@@ -293,6 +304,68 @@ std::optional<bool> matchByBacktracking(const char* subject, const char* compile
                                                   : matchAnywhere(subject, compiled);
   spent = work;
   return isFound || beginSlice() ? std::optional(isFound) : std::nullopt;
+}
+
+namespace {
+
+std::int64_t lastWork = 0;
+bool hasGivenUp = false;
+
+bool isReference(const Element& element) {
+  return element.kind == Element::Kind::kReference;
+}
+
+int match(const char* subject, const char* compiled, Start start, LongWork& longWork) {
+  constexpr std::int64_t kFirstWork = 256;
+  hasGivenUp = false;
+  lastWork = 0;
+  std::int64_t firstWork = 0;
+  const auto length = static_cast<std::int64_t>(std::strlen(subject));
+  std::optional<bool> found =
+      matchByBacktracking(subject, compiled, start, kFirstWork + length, firstWork, longWork);
+  if (found) {
+    return *found ? 1 : 0;
+  }
+  const auto elements = locs == nullptr ? elementsOf(compiled) : std::nullopt;
+  if (elements && std::none_of(elements->begin(), elements->end(), isReference)) {
+    found = matchLinearly(subject, *elements, start, longWork);
+  } else {
+    found = matchByBacktracking(subject, compiled, start, kWorkLimit, lastWork, longWork);
+  }
+  hasGivenUp = !found;
+  return found.value_or(false) ? 1 : 0;
+}
+
+}  // namespace
+
+int step(const char* subject, const char* compiled) {
+  LongWork unending;
+  return step(subject, compiled, unending);
+}
+
+int step(const char* subject, const char* compiled, LongWork& longWork) {
+  return match(subject, compiled, circf ? Start::kAtSubject : Start::kAnywhere, longWork);
+}
+
+int advance(const char* subject, const char* compiled) {
+  const char* const start = loc1;
+  LongWork unending;
+  const int found = match(subject, compiled, Start::kAtSubject, unending);
+  loc1 = start;
+  return found;
+}
+
+std::int64_t workSpent() {
+  return lastWork;
+}
+
+bool gaveUp() {
+  return hasGivenUp;
+}
+
+const char* matchLength(int* length) {
+  *length = static_cast<int>(loc2 - loc1);
+  return loc1;
 }
 
 }  // namespace regexp

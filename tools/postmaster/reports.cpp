@@ -1,18 +1,21 @@
-#include "postmaster/trace_format.h"
+// What the Postmaster writes: complaints on standard error, and the trace.
+#include "postmaster/reports.h"
 
-#include "link/message_cursor.h"
+#include "link/message_codec.h"
 #include "link/message_numbers.h"
-#include "postmaster/names.h"
 
 #include <array>
-#include <cstdio>
+#include <cerrno>
+#include <cstring>
 #include <ctime>
-#include <memory>
+#include <utility>
 
 namespace postmaster {
 
 namespace {
 
+constexpr std::chrono::seconds kQuietTime{1};
+constexpr std::size_t kMaxRemembered = 64;
 constexpr std::size_t kMaxShownText = 120;
 constexpr int kMaxShownItems = 16;
 
@@ -98,6 +101,50 @@ class ParameterWriter {
 
 }  // namespace
 
+Complaints::Complaints(std::ostream& stream, Clock timeSource)
+    : output(stream), clock(std::move(timeSource)) {}
+
+Complaints::~Complaints() {
+  flush();
+}
+
+void Complaints::say(const std::string& line) {
+  const TimePoint now = clock();
+  const auto known = recent.find(line);
+  if (known == recent.end()) {
+    if (recent.size() >= kMaxRemembered) {
+      flush();
+    }
+    write(line, 0);
+    recent[line] = {now, 0};
+    return;
+  }
+  Entry& entry = known->second;
+  if (now - entry.written < kQuietTime) {
+    ++entry.repetitions;
+    return;
+  }
+  write(line, entry.repetitions);
+  entry = {now, 0};
+}
+
+void Complaints::flush() {
+  for (const auto& [line, entry] : recent) {
+    if (entry.repetitions > 0) {
+      write(line, entry.repetitions);
+    }
+  }
+  recent.clear();
+}
+
+void Complaints::write(const std::string& line, int repetitions) {
+  output << "nelmpm: " << line;
+  if (repetitions > 0) {
+    output << " [" << repetitions << " more since the last]";
+  }
+  output << std::endl;
+}
+
 std::string quoteText(std::string_view text) {
   std::string quoted = "\"";
   for (const char c : text.substr(0, kMaxShownText)) {
@@ -142,6 +189,37 @@ std::string formatTime(std::chrono::system_clock::time_point time) {
   const auto rest = static_cast<int>(duration_cast<milliseconds>(time - second).count());
   std::snprintf(text.data() + used, text.size() - used, ".%03d", rest);
   return text.data();
+}
+
+void TraceLog::Close::operator()(std::FILE* opened) const {
+  if (opened != stdout) {
+    std::fclose(opened);
+  }
+}
+
+std::string TraceLog::open(const std::string& fileName) {
+  if (fileName == "-") {
+    file.reset(stdout);
+    return {};
+  }
+  file.reset(std::fopen(fileName.c_str(), "we"));
+  return file ? std::string{} : fileName + ": " + std::strerror(errno);
+}
+
+void TraceLog::write(const Envelope& message, std::string_view refusal) {
+  if (!file) {
+    return;
+  }
+  std::string line = formatTime(std::chrono::system_clock::now()) + " " + describeMessage(message);
+  if (!refusal.empty()) {
+    line += " [refused: " + std::string(refusal) + "]";
+  }
+  line += '\n';
+  const bool written = std::fwrite(line.data(), 1, line.size(), file.get()) == line.size();
+  if (!written || std::fflush(file.get()) != 0) {
+    failed = true;
+    file.reset();
+  }
 }
 
 }  // namespace postmaster

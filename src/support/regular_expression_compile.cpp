@@ -3,10 +3,10 @@
 // writes is always well formed: operands are complete, group numbers are those of the pattern, no
 // operand asks for a NUL, and CCEOF stands at the end. The matcher relies on that.
 
-#include "support/regular_expression.h"
-
 #include <algorithm>
 #include <cstddef>
+
+#include "support/regular_expression_parts.h"
 
 namespace regexp {
 
@@ -15,9 +15,6 @@ int nbra = 0;
 
 namespace {
 
-using Byte = unsigned char;
-
-constexpr Byte kTopBit = 0x80;
 constexpr int kBitsPerByte = 8;
 
 Error lastError = kNoError;

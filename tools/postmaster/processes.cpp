@@ -1,6 +1,7 @@
-#include "postmaster/children.h"
+#include "postmaster/processes.h"
 
 #include <spawn.h>
+#include <sys/signalfd.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -110,6 +111,35 @@ std::vector<pid_t> Children::living() const {
 std::string describeEnd(int waitStatus) {
   return WIFSIGNALED(waitStatus) ? "was killed by signal " + std::to_string(WTERMSIG(waitStatus))
                                  : "ended with status " + std::to_string(WEXITSTATUS(waitStatus));
+}
+
+SignalSource::SignalSource() {
+  signal(SIGPIPE, SIG_IGN);
+  sigset_t signals;
+  sigemptyset(&signals);
+  sigaddset(&signals, SIGINT);
+  sigaddset(&signals, SIGTERM);
+  sigaddset(&signals, SIGCHLD);
+  struct sigaction hangUp {};
+  sigaction(SIGHUP, nullptr, &hangUp);
+  if (hangUp.sa_handler != SIG_IGN) {
+    sigaddset(&signals, SIGHUP);
+  }
+  sigprocmask(SIG_BLOCK, &signals, nullptr);
+  source = UniqueDescriptor(signalfd(-1, &signals, SFD_NONBLOCK | SFD_CLOEXEC));
+}
+
+SignalSource::Arrived SignalSource::take() {
+  Arrived arrived;
+  signalfd_siginfo info{};
+  while (read(source.get(), &info, sizeof info) == static_cast<ssize_t>(sizeof info)) {
+    if (info.ssi_signo == SIGCHLD) {
+      arrived.childEnded = true;
+    } else {
+      arrived.stop = true;
+    }
+  }
+  return arrived;
 }
 
 }  // namespace postmaster

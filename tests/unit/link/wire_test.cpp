@@ -1,0 +1,206 @@
+// The wire's characters, frames in them, and the receive buffer of frames.
+
+#include <gmock/gmock.h>
+
+#include <chrono>
+#include <cstring>
+#include <limits>
+
+#include "link/message_numbers.h"
+#include "link/tool_interface.h"
+#include "tests/support/message.h"
+
+namespace {
+
+using testing::internal::CaptureStderr;
+using testing::internal::GetCapturedStderr;
+
+constexpr int kHuge = std::numeric_limits<int>::max();
+
+std::string encoded(const std::string& bytes) {
+  std::string text(2 * bytes.size() + 2, '!');
+  EXPECT_EQ(NibbleEncode(bytes.data(), text.data(), static_cast<int>(bytes.size())),
+            static_cast<int>(2 * bytes.size()));
+  return text;
+}
+
+std::string decoded(const std::string& text) {
+  std::string bytes(text.size() / 2 + 1, '!');
+  EXPECT_EQ(NibbleDecode(text.data(), bytes.data(), static_cast<int>(text.size())),
+            static_cast<int>(text.size() / 2));
+  return bytes;
+}
+
+TEST(Nibble, writesHighNibbleFirstAndReadsAnyCharactersByEightBitArithmetic) {
+  EXPECT_EQ(encoded("\x01\x23\x45\x67\x89\xab\xcd\xef"), std::string("0123456789:;<=>?\0!", 18));
+  EXPECT_EQ(decoded("41429"), "AB!") << "an odd last character counts for nothing";
+  std::string text;
+  std::string bytes;
+  for (int high = 0; high < 256; ++high) {
+    for (int low = 0; low < 256; ++low) {
+      text += {static_cast<char>(high), static_cast<char>(low)};
+      bytes += static_cast<char>((high - '0') * 16 + (low - '0'));
+    }
+  }
+  EXPECT_EQ(decoded(text), bytes + "!");
+  for (std::size_t length = 0; length < 100; ++length) {
+    const std::string piece = bytes.substr(1000, length);
+    EXPECT_EQ(decoded(encoded(piece).substr(0, 2 * length)), piece + "!");
+  }
+}
+
+TEST(Frame, isBuiltUpToItsLargestSizeOnly) {
+  const std::string payload(kMaxPayloadBytes + 1, 'p');
+  const auto built = [&](int length, const void* data, std::size_t room = kMaxSentFrameText) {
+    std::string text(room, '!');
+    const int used = encodeFrame({kFrameUndirected, 9001, NELKVUI, 0, length}, data, text);
+    return used < 0 ? "none" : text.substr(0, static_cast<std::size_t>(used));
+  };
+  const std::string bare("0100000029230000020000000000000000000000\0", 41);
+  EXPECT_EQ(built(0, nullptr, 41), bare);
+  EXPECT_EQ(built(0, nullptr, 40), "none");
+  EXPECT_EQ(built(3, "A\xFFz"), bare.substr(0, 32) + "0300000041??7:" + '\0');
+  EXPECT_EQ(built(kMaxPayloadBytes, payload.data()).size(), std::size_t{kMaxSentFrameText});
+  for (const int length : {kMaxPayloadBytes + 1, -1, kHuge, -kHuge}) {
+    EXPECT_EQ(built(length, payload.data()), "none") << length;
+  }
+}
+
+/// What ToolFrameDecode makes of a text: tag, sender, dest, announced length, payload up to what
+/// was left alone, and what it said.
+std::string split(std::string text) {
+  text.shrink_to_fit();
+  int tag = -9;
+  int sender = -9;
+  int length = -9;
+  int dest = -9;
+  std::string data(kPayloadBufferBytes + 1, '!');
+  CaptureStderr();
+  EXPECT_EQ(ToolFrameDecode(text.data(), static_cast<int>(text.size()), &tag, &sender, data.data(),
+                            &length, &dest),
+            1);
+  EXPECT_EQ(data.back(), '!');
+  data.resize(data.find_last_not_of('!') + 1);
+  std::string said = std::to_string(tag);
+  for (const int word : {sender, dest, length}) {
+    said += " " + std::to_string(word);
+  }
+  return said + " " + data + GetCapturedStderr();
+}
+
+TEST(ToolFrameDecode, storesOnlyWhatCameOfTheAnnouncedLength) {
+  const auto announcing = [](int length) {
+    return wireText({kFrameDirected, 2000, NELKV, NELKVUI, length}, "abcd");
+  };
+  EXPECT_EQ(split(announcing(4) + "4142"), "2000 1 2 4 abcd") << "the NUL ends the frame";
+  EXPECT_EQ(split(announcing(4).substr(0, 44)), "2000 1 2 4 ab");
+  EXPECT_EQ(split(announcing(2)), "2000 1 2 2 ab");
+  EXPECT_EQ(split(announcing(100)), "2000 1 2 100 abcd");
+  EXPECT_EQ(split(announcing(kHuge)), "2000 1 2 2147483647 abcd");
+  EXPECT_EQ(split(announcing(-7)), "2000 1 2 -7 ");
+  const std::string tooLong(50000, 'p');
+  EXPECT_EQ(split(wireText({0, 2000, 1, 2, 50000}, tooLong)),
+            "2000 1 2 50000 " + tooLong.substr(0, kPayloadBufferBytes));
+}
+
+TEST(ToolFrameDecode, readsTheWordsOfAShortFrameAndComplainsBelowSixteenBytes) {
+  const std::string whole = wireText({0, 2000, NELKV, NELKVUI, 0}, "");
+  const std::string name = FormatToolName(g_OwnToolType);
+  for (std::size_t bytes = 0; bytes <= kFrameHeaderBytes; ++bytes) {
+    const std::string complaint =
+        name +
+        ":**ERR:Message received with illegal length information (len=" + std::to_string(bytes) +
+        "). NOT !!! Ignored.\n";
+    EXPECT_EQ(split(whole.substr(0, 2 * bytes)), std::string(bytes > 5    ? "2000"
+                                                             : bytes == 5 ? "208"
+                                                                          : "0") +
+                                                     (bytes > 8 ? " 1" : " 0") +
+                                                     (bytes > 12 ? " 2" : " 0") + " 0 " +
+                                                     (bytes < 16 ? complaint : ""));
+  }
+}
+
+// Each runs in a process of its own, since the name is made once a process.
+void printNames(std::initializer_list<int> types) {
+  for (const int type : types) {
+    std::fprintf(stderr, "%s;", FormatToolName(type));
+  }
+  _exit(0);
+}
+
+TEST(FormatToolName, keepsTheFirstKnownNameAndMakesUnknownOnesAnew) {
+  EXPECT_EXIT(printNames({NELKVUI, NELLINK, 6}), testing::ExitedWithCode(0),
+              "^(NELKVUI\\(PID=[0-9]+,TOOLID=2\\);){3}$");
+  EXPECT_EXIT(printNames({6, -1, NELMPM, NELKV}), testing::ExitedWithCode(0),
+              "^-Unknown toolname-\\(PID=[0-9]+,TOOLID=6\\);"
+              "-Unknown toolname-\\(PID=[0-9]+,TOOLID=-1\\);"
+              "(NELMPM\\(PID=[0-9]+,TOOLID=4\\);){2}$");
+}
+
+void append(FrameBuffer& buffer, const std::string& bytes) {
+  buffer.FrameBufferAppend(bytes.data(), static_cast<int>(bytes.size()));
+}
+
+/// All whole frames, each with a "." behind it.
+std::string take(FrameBuffer& buffer) {
+  std::string all;
+  while (const char* const frame = buffer.FrameBufferPeek()) {
+    EXPECT_EQ(buffer.frameLength(), std::strlen(frame) + 1);
+    all += std::string(frame) + ".";
+    buffer.FrameBufferDrop();
+  }
+  EXPECT_EQ(buffer.frameLength(), 0U);
+  const std::size_t rest = buffer.bytesStored();
+  buffer.FrameBufferDrop();
+  EXPECT_EQ(buffer.bytesStored(), rest) << "a part of a frame stays";
+  return all;
+}
+
+TEST(FrameBuffer, givesOutFramesHoweverTheyWereCut) {
+  const std::string stream("first\0\0third\0", 13);
+  for (std::size_t cut = 0; cut <= stream.size(); ++cut) {
+    FrameBuffer buffer;
+    append(buffer, stream.substr(0, cut));
+    buffer.FrameBufferAppend("abc", -1);
+    const std::string before = take(buffer);
+    append(buffer, stream.substr(cut));
+    EXPECT_EQ(before + take(buffer), "first..third.") << cut;
+    EXPECT_EQ(buffer.bytesStored(), 0U);
+  }
+}
+
+TEST(FrameBuffer, growsByExactlyWhatIsNeededAndUsesTheRoomOfDroppedFramesAgain) {
+  FrameBuffer buffer;
+  append(buffer, std::string(4096, 'a'));
+  EXPECT_EQ(buffer.bytesReserved(), 4096U);
+  append(buffer, std::string("bc\0rest", 7));
+  EXPECT_EQ(buffer.bytesReserved(), 4103U);
+  EXPECT_EQ(take(buffer), std::string(4096, 'a') + "bc.");
+  append(buffer, std::string(4098, 'd'));
+  append(buffer, std::string(1, '\0'));
+  EXPECT_EQ(take(buffer), "rest" + std::string(4098, 'd') + ".");
+  EXPECT_EQ(buffer.bytesReserved(), 4103U);
+}
+
+// Moving the rest at every drop, or scanning it anew at every peek, would take minutes here.
+TEST(FrameBuffer, takesALargeBacklogInTimeLinearToItsBytes) {
+  constexpr int kFrames = 400000;
+  std::string backlog;
+  for (int i = 0; i < kFrames; ++i) {
+    backlog += std::string("12345678901\0", 12);
+  }
+  const auto start = std::chrono::steady_clock::now();
+  FrameBuffer buffer;
+  append(buffer, backlog);
+  for (int i = 0; i < kFrames; ++i) {
+    buffer.FrameBufferDrop();
+  }
+  EXPECT_EQ(buffer.bytesStored(), 0U);
+  append(buffer, std::string(3000000, 'x'));
+  for (int i = 0; i < kFrames; ++i) {
+    ASSERT_EQ(buffer.FrameBufferPeek(), nullptr);
+  }
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+}
+
+}  // namespace
