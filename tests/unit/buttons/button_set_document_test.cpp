@@ -6,6 +6,8 @@
 
 #include <filesystem>
 #include <functional>
+#include <optional>
+#include <utility>
 
 #include "button_file/button_file_reader.h"
 #include "button_file/chosen_group.h"
@@ -29,142 +31,117 @@ class Notes : public ButtonSetObserver {
       document->removeObserver(*this);
     }
   }
-  void appended() override { note("appended " + show(document->set())); }
-  void groupAdded(const ButtonGroup& group) override { note("added " + show(group)); }
-  void groupGoes(const ButtonGroup& group) override { note("goes " + show(group)); }
-  void allMenusGo() override { note("menus go " + show(document->set())); }
-  void groupRenamed(const ButtonGroup& group) override { note("renamed " + show(group)); }
-  void groupFolded(const ButtonGroup& group) override { note("folded " + show(group)); }
-  void buttonAdded(const ButtonGroup& group) override { note("button in " + show(group)); }
+  void appended() override { text += "appended " + show(document->set()) + ' '; }
+  void groupAdded(const ButtonGroup& group) override { note("added", group); }
+  void groupGoes(const ButtonGroup& group) override { note("goes", group); }
+  void allMenusGo() override { text += "menus go " + show(document->set()) + ' '; }
+  void groupRenamed(const ButtonGroup& group) override { note("renamed", group); }
+  void groupFolded(const ButtonGroup& group) override { note("folded", group); }
+  void buttonAdded(const ButtonGroup& group) override { note("button in", group); }
   void buttonChanged(const ButtonGroup& group, const Button& button) override {
-    note("now " + show(button) + " in " + show(group));
+    note("now " + show(button) + " in", group);
   }
   void buttonGoes(const ButtonGroup& group, const Button& button) override {
-    note("goes " + show(button) + " of " + show(group));
+    note("goes " + show(button) + " of", group);
   }
-  void buttonsGone(const ButtonGroup& group) override { note("left " + show(group)); }
-  void changed() override { note("changed"); }
-  void modifiedChanged() override { note(document->isModified() ? "modified" : "unmodified"); }
-  void told(const std::string& line) override { note("\"" + line + "\""); }
+  void buttonsGone(const ButtonGroup& group) override { note("left", group); }
+  void changed() override { text += "changed "; }
+  void modifiedChanged() override { text += document->isModified() ? "modified " : "unmodified "; }
+  void told(const std::string& line) override { text += line + ' '; }
   void documentGoes() override {
-    note("the document goes");
+    text += "end";
     document = nullptr;
   }
 
   std::string text;
 
  private:
-  void note(const std::string& line) { text += line + '\n'; }
+  void note(const std::string& what, const ButtonGroup& group) {
+    text += what + ' ' + show(group) + ' ';
+  }
 
   ButtonSetDocument* document;
 };
 
 constexpr const char* kFile =
     ":A\na\n1\nb\n2\na\n3\n:COLLAPSED B\nc\n4\n:MENU M\nx\ny\nseparator\nseparator\n";
-constexpr const char* kShown = "+A{a=1;b=2;a=3;}-B{c=4;}*M{x=y;--;}";
 
 class ButtonSetDocumentTest : public testing::Test {
  protected:
-  ButtonSetDocumentTest() { document->append(readButtonFile(kFile)); }
+  ButtonSetDocumentTest() { renew(); }
 
+  /// Begins again with kFile.
+  void renew() {
+    document = std::make_unique<ButtonSetDocument>();
+    document->append(readButtonFile(kFile));
+    notes.emplace(*document);
+  }
   const ButtonGroup& a() const { return document->set().groups.front(); }
   const ButtonGroup& b() const { return document->set().groups.back(); }
   std::string shown() const { return show(document->set()); }
+  /// What the observers were told since the last call.
+  std::string told() { return std::exchange(notes->text, ""); }
   std::string at(const char* name) const { return (folder / name).string(); }
 
   TemporaryFolder folder;
-  std::unique_ptr<ButtonSetDocument> document = std::make_unique<ButtonSetDocument>();
+  std::unique_ptr<ButtonSetDocument> document;
+  std::optional<Notes> notes;
 };
 
 TEST_F(ButtonSetDocumentTest, CarriesOutEachChangeAndSaysSoStepByStep) {
-  const struct {
-    std::function<void()> change;
-    const char* told;
-  } rows[] = {
-      {[&] { document->addGroup("N"); }, "added +N{}\nchanged\nmodified\n"},
-      {[&] { document->addGroupUncounted("N"); }, "added +N{}\nchanged\n"},
-      {[&] { document->setExpanded(b(), true); }, "folded +B{c=4;}\nchanged\n"},
-      {[&] { document->setExpanded(a(), false); }, "folded -A{a=1;b=2;a=3;}\nchanged\n"},
-      {[&] { document->setAllExpanded(false); },
-       "folded -A{a=1;b=2;a=3;}\nfolded -B{c=4;}\nchanged\n"},
-      {[&] { document->setAllExpanded(true); },
-       "folded +A{a=1;b=2;a=3;}\nfolded +B{c=4;}\nchanged\n"},
-      {[&] { document->renameGroup(b(), ""); }, "renamed -{c=4;}\nchanged\nmodified\n"},
-      {[&] { document->removeGroup(b()); }, "goes -B{c=4;}\nchanged\nmodified\n"},
-      {[&] {
-         document->addButton(b(), {"d", ""});
-       },
-       "button in -B{c=4;d=;}\nfolded +B{c=4;d=;}\nchanged\nmodified\n"},
-      {[&] {
-         document->changeButton(a(), a().buttons.back(), {"e", "5"});
-       },
-       "now e=5; in +A{a=1;b=2;e=5;}\nfolded +A{a=1;b=2;e=5;}\nchanged\nmodified\n"},
-      {[&] {
-         document->removeButtons(a(), {"a", "none", "a", "a", "A"});
-       },
-       "goes a=1; of +A{a=1;b=2;a=3;}\ngoes a=3; of +A{b=2;a=3;}\n"
-       "left +A{b=2;}\nfolded +A{b=2;}\nchanged\nmodified\n"},
-      {[&] { document->removeButtons(b(), {"none"}); },
-       "left -B{c=4;}\nfolded +B{c=4;}\nchanged\nmodified\n"},
-      {[&] { document->define(a().buttons.back(), "??"); }, ""},
-      {[&] { document->setModified(); }, "modified\n"},
-      {[&] { document.reset(); }, "the document goes\n"},
-  };
-  for (const auto& row : rows) {
-    document = std::make_unique<ButtonSetDocument>();
-    document->append(readButtonFile(kFile));
-    ASSERT_EQ(shown(), kShown);
-    Notes notes(*document);
-    row.change();
-    EXPECT_EQ(notes.text, row.told);
-  }
-}
-
-TEST_F(ButtonSetDocumentTest, ChangesNothingElse) {
-  EXPECT_EQ(document->currentGroup(), nullptr);
-  document->setCurrentGroup(a());
+  document->setExpanded(b(), true);
+  EXPECT_EQ(told(), "folded +B{c=4;} changed ");
+  document->setAllExpanded(false);
+  EXPECT_EQ(told(), "folded -A{a=1;b=2;a=3;} folded -B{c=4;} changed ");
+  document->addButton(a(), {"c", ""});
+  EXPECT_EQ(told(), "button in -A{a=1;b=2;a=3;c=;} folded +A{a=1;b=2;a=3;c=;} changed modified ");
+  document->changeButton(a(), a().buttons.back(), {"a", "5"});
+  EXPECT_EQ(told(),
+            "now a=5; in +A{a=1;b=2;a=3;a=5;} folded +A{a=1;b=2;a=3;a=5;} changed modified ");
+  document->removeButtons(a(), {"a", "none", "a", "A"});
+  EXPECT_EQ(told(),
+            "goes a=1; of +A{a=1;b=2;a=3;a=5;} goes a=3; of +A{b=2;a=3;a=5;} "
+            "left +A{b=2;a=5;} folded +A{b=2;a=5;} changed modified ");
+  document->removeButtons(b(), {"none"});
+  EXPECT_EQ(told(), "left -B{c=4;} folded +B{c=4;} changed modified ");
+  document->setCurrentGroup(b());
+  document->renameGroup(a(), "B");
+  EXPECT_EQ(told(), "renamed +B{b=2;a=5;} changed modified ");
+  document->removeGroup(a());
+  EXPECT_EQ(told(), "goes +B{b=2;a=5;} changed modified ");
+  EXPECT_EQ(document->currentGroup(), &b());
+  document->addGroupUncounted("B");
+  EXPECT_EQ(told(), "added +B{} changed ");
+  document->addGroup("N");
+  EXPECT_EQ(told(), "added +N{} changed modified ");
+  document->define(a().buttons.back(), "??");
+  EXPECT_EQ(told(), "");
+  EXPECT_EQ(shown(), "+B{c=??;}+B{}+N{}*M{x=y;--;}");
   document->removeGroup(a());
   EXPECT_EQ(document->currentGroup(), nullptr);
-  document->setCurrentGroup(a());
-  EXPECT_EQ(shown(), "-B{c=4;}*M{x=y;--;}");
-  document->addGroup("B");
-  document->addButton(a(), {"c", "5"});
-  document->define(a().buttons.back(), "??");
-  EXPECT_EQ(shown(), "+B{c=4;c=??;}+B{}*M{x=y;--;}");
-  document->removeGroup(b());
-  EXPECT_EQ(document->currentGroup(), &a());
-  EXPECT_EQ(shown(), "+B{c=4;c=??;}*M{x=y;--;}");
+  EXPECT_EQ(shown(), "+B{}+N{}*M{x=y;--;}");
+  document.reset();
+  EXPECT_EQ(told(), "goes +B{c=??;} changed modified end");
 }
 
 TEST_F(ButtonSetDocumentTest, ReadsAFileInPlaceOfTheSetOrBehindIt) {
   const std::string path = folder.write("new.btn", "early\n:N\n:MENU O\n");
-  const struct {
-    ButtonSetDocument::Reading reading;
-    const char* told;
-    const char* proposal;
-  } rows[] = {
-      {load,
-       "goes -B{c=4;}\ngoes +A{a=1;b=2;a=3;}\nmenus go *M{x=y;--;}\nunmodified\n"
-       "appended +N{}*O{}\n",
-       path.c_str()},
-      {append, "modified\nappended +A{a=1;b=2;a=3;}-B{c=4;}+N{}*M{x=y;--;}*O{}\n", "nelkv.btn"},
-      {start, "goes -B{c=4;}\ngoes +A{a=1;b=2;a=3;}\nappended +N{}*M{x=y;--;}*O{}\n", path.c_str()},
-  };
-  for (const auto& row : rows) {
-    document = std::make_unique<ButtonSetDocument>();
-    document->append(readButtonFile(kFile));
+  const std::string goes = "goes -B{c=4;} goes +A{a=1;b=2;a=3;} ";
+  const std::string wanted[] = {goes + "menus go *M{x=y;--;} unmodified appended +N{}*O{} ",
+                                "modified appended +A{a=1;b=2;a=3;}-B{c=4;}+N{}*M{x=y;--;}*O{} ",
+                                goes + "appended +N{}*M{x=y;--;}*O{} "};
+  for (const auto reading : {load, append, start}) {
+    renew();
     document->setModified();
-    Notes notes(*document);
-    EXPECT_FALSE(document->read(at("none.btn"), row.reading));
-    EXPECT_FALSE(document->read(folder.path().string(), row.reading));
-    EXPECT_EQ(notes.text, "");
-    EXPECT_TRUE(document->read(path, row.reading));
-    EXPECT_EQ(notes.text,
-              std::string(row.told) +
-                  "\"new.btn: 1 remark: line 1: before the first header, so it is ignored\"\n");
-    EXPECT_EQ(document->isModified(), row.reading != load);
+    EXPECT_FALSE(document->read(at("none.btn"), reading));
+    EXPECT_FALSE(document->read(folder.path().string(), reading));
+    EXPECT_EQ(told(), "modified ");
+    EXPECT_TRUE(document->read(path, reading));
+    EXPECT_EQ(told(), wanted[static_cast<int>(reading)] +
+                          "new.btn: 1 remark: line 1: before the first header, so it is ignored ");
+    EXPECT_EQ(document->isModified(), reading != load);
     EXPECT_EQ(document->fileName(), "") << "no file to save to: intended";
-    EXPECT_EQ(document->proposal(), row.proposal);
+    EXPECT_EQ(document->proposal(), reading == append ? "nelkv.btn" : path);
   }
 }
 
@@ -189,7 +166,7 @@ TEST_F(ButtonSetDocumentTest, StartsWithTheFileOfTheDirectoryOrElseWithTheProgra
   const std::string directory = folder.path().string();
   const std::string program = at("bin/nelkvui");
   EXPECT_FALSE(document->readDefault(directory, program));
-  EXPECT_EQ(shown(), kShown);
+  EXPECT_EQ(told(), "");
   folder.write("bin/nelkv.btn", ":Beside\n");
   EXPECT_TRUE(document->readDefault(directory, program));
   EXPECT_EQ(shown(), "+Beside{}*M{x=y;--;}");
@@ -206,22 +183,18 @@ TEST_F(ButtonSetDocumentTest, StartsWithTheFileOfTheDirectoryOrElseWithTheProgra
 TEST_F(ButtonSetDocumentTest, SavesToTheFileThatItWasSavedToLast) {
   const fs::path before = fs::current_path();
   fs::current_path(folder.path());
-  folder.write("there.btn", "");
   const ButtonSaveTarget target("new.btn");
+  fs::current_path(before);
   EXPECT_EQ(target.path, at("new.btn"));
   EXPECT_FALSE(target.isThere);
-  EXPECT_TRUE(ButtonSaveTarget("there.btn").isThere);
-  fs::current_path(before);
   document->setFileName(target.path);
-  document->setModified();
   EXPECT_TRUE(document->save());
+  EXPECT_TRUE(ButtonSaveTarget(target.path).isThere);
   EXPECT_EQ(readFile(target.path), kFile);
-  EXPECT_FALSE(document->isModified());
-  EXPECT_EQ(document->proposal(), target.path);
   document->setModified();
   document->setFileName(at("no/where.btn"));
   EXPECT_FALSE(document->save());
-  EXPECT_TRUE(document->isModified());
+  EXPECT_EQ(told(), "unmodified modified ");
   EXPECT_EQ(document->fileName(), "");
   EXPECT_EQ(document->proposal(), target.path);
 }
@@ -237,82 +210,54 @@ TEST_F(ButtonSetDocumentTest, ProposesNoFileThatTheUserMayNotWrite) {
   EXPECT_EQ(document->proposal(), "nelkv.btn");
 }
 
-/// What the user may do to a group, and what comes of it when the group is as it was, when it has
-/// another place, and when it has gone.
-struct GroupCommand {
-  std::function<void(ChosenGroup& chosen)> carryOut;
-  const char* result;
-  const char* moved;
-  const char* told;
-};
-
-class GroupCommands : public ButtonSetDocumentTest {
- protected:
-  const std::vector<GroupCommand> rows = {
-      {[](ChosenGroup& chosen) {
-         chosen.addButton({"n", "9"});
-       },
-       "+A{a=1;b=2;a=3;n=9;}-B{c=4;}*M{x=y;--;}", "-O{}+A{b=7;a=8;n=9;}+A{}*M{x=y;--;}",
-       "Button \"n\" dropped: there is no group \"A\" any more"},
-      {[](ChosenGroup& chosen) { chosen.removeButtons({"a"}); }, "+A{b=2;a=3;}-B{c=4;}*M{x=y;--;}",
-       "-O{}+A{b=7;}+A{}*M{x=y;--;}", "Deletion dropped: there is no group \"A\" any more"},
-      {[](ChosenGroup& chosen) { chosen.rename("n"); }, "+n{a=1;b=2;a=3;}-B{c=4;}*M{x=y;--;}",
-       "-O{}-n{b=7;a=8;}+A{}*M{x=y;--;}", "Name \"n\" dropped: there is no group \"A\" any more"},
-      {[](ChosenGroup& chosen) { chosen.remove(); }, "-B{c=4;}*M{x=y;--;}", "-O{}+A{}*M{x=y;--;}",
-       "Deletion dropped: there is no group \"A\" any more"},
-      {[](ChosenGroup& chosen) {
-         chosen.changeButton({"n", "9"});
-       },
-       "+A{a=1;n=9;a=3;}-B{c=4;}*M{x=y;--;}", "-O{}+A{n=9;a=8;}+A{}*M{x=y;--;}",
-       "Button \"n\" dropped: there is no group \"A\" any more"},
-  };
-};
-
-TEST_F(GroupCommands, GoToTheGroupOrToTheFirstOfItsNameOrAreDropped) {
-  const std::string moved = folder.write("moved", ":COLLAPSED O\n:COLLAPSED A\nb\n7\na\n8\n:A\n");
-  const std::string gone = folder.write("gone", ":B\n");
-  for (const GroupCommand& row : rows) {
-    SCOPED_TRACE(row.result);
-    for (const std::string& file : {std::string(), moved, gone, std::string("/")}) {
-      document = std::make_unique<ButtonSetDocument>();
-      document->append(readButtonFile(kFile));
-      ChosenGroup chosen(*document, a());
-      EXPECT_EQ(chosen.choose(1), (Button{"b", "2"}));
-      document->removeGroup(b());
-      document->append(readButtonFile(":COLLAPSED B\nc\n4\n"));
-      if (file == "/") {
-        document.reset();
-        row.carryOut(chosen);
-        continue;
-      }
-      if (!file.empty()) {
-        document->read(file, start);
-      }
-      document->clearModified();
-      Notes notes(*document);
-      row.carryOut(chosen);
-      if (file == gone) {
-        EXPECT_EQ(notes.text, "\"" + std::string(row.told) + "\"\n");
-        EXPECT_EQ(shown(), "+B{}*M{x=y;--;}");
-      } else {
-        EXPECT_EQ(shown(), file.empty() ? row.result : row.moved);
-        EXPECT_TRUE(document->isModified());
-        EXPECT_EQ(notes.text.find("dropped"), std::string::npos);
-      }
-    }
-  }
+/// All that the user may do to a group, and what the set is like behind each step.
+std::string commandAll(ChosenGroup& chosen, const std::function<std::string()>& shown) {
+  std::string steps = chosen.choose(1).value_or(Button{"none", ""}).label;
+  chosen.addButton({"n", "9"});
+  steps += '\n' + shown();
+  chosen.removeButtons({"a"});
+  steps += '\n' + shown();
+  chosen.changeButton({"m", "8"});
+  steps += '\n' + shown();
+  chosen.rename("N");
+  steps += '\n' + shown();
+  chosen.remove();
+  return steps + '\n' + shown();
 }
 
-TEST_F(GroupCommands, GoToTheChosenOneOfTwoGroupsOfAName) {
-  document->renameGroup(b(), "A");
-  document->addGroup("Third");
-  ChosenGroup chosen(*document, *std::next(document->set().groups.begin()));
-  document->removeGroup(b());
-  chosen.rename("n");
-  EXPECT_EQ(shown(), "+A{a=1;b=2;a=3;}-n{c=4;}*M{x=y;--;}");
+TEST_F(ButtonSetDocumentTest, CarriesOutCommandsOnTheGroupOrTheFirstOfItsNameOrDropsThem) {
+  const auto see = [&] { return shown(); };
+  document->append(readButtonFile(":A\na\n1\nb\n2\na\n3\n"));
+  ChosenGroup second(*document, b());
+  document->removeGroup(*std::next(document->set().groups.begin()));
+  EXPECT_EQ(commandAll(second, see), R"(b
++A{a=1;b=2;a=3;}+A{a=1;b=2;a=3;n=9;}*M{x=y;--;}
++A{a=1;b=2;a=3;}+A{b=2;a=3;n=9;}*M{x=y;--;}
++A{a=1;b=2;a=3;}+A{m=8;a=3;n=9;}*M{x=y;--;}
++A{a=1;b=2;a=3;}+N{m=8;a=3;n=9;}*M{x=y;--;}
++A{a=1;b=2;a=3;}*M{x=y;--;})");
+  ChosenGroup moved(*document, a());
+  document->read(folder.write("moved", ":COLLAPSED O\n:COLLAPSED A\nb\n7\na\n8\n:A\n"), start);
+  EXPECT_EQ(commandAll(moved, see), R"(b
+-O{}+A{b=7;a=8;n=9;}+A{}*M{x=y;--;}
+-O{}+A{b=7;n=9;}+A{}*M{x=y;--;}
+-O{}+A{m=8;n=9;}+A{}*M{x=y;--;}
+-O{}+N{m=8;n=9;}+A{}*M{x=y;--;}
+-O{}+N{m=8;n=9;}*M{x=y;--;})");
+  renew();
+  ChosenGroup gone(*document, a());
+  document->read(folder.write("gone", ":B\n"), start);
+  told();
+  commandAll(gone, see);
+  const std::string end = " dropped: there is no group \"A\" any more ";
+  EXPECT_EQ(told(), "Selection" + end + "Button \"n\"" + end + "Deletion" + end + "Button \"m\"" +
+                        end + "Name \"N\"" + end + "Deletion" + end);
+  EXPECT_EQ(shown(), "+B{}*M{x=y;--;}");
+  document.reset();
+  commandAll(gone, [] { return ""; });
 }
 
-TEST_F(GroupCommands, ChooseTheButtonOfARowOrTheFirstOfItsLabel) {
+TEST_F(ButtonSetDocumentTest, ChoosesTheButtonOfARowOrTheFirstOfItsLabel) {
   ChosenGroup chosen(*document, a());
   EXPECT_EQ(chosen.name(), "A");
   EXPECT_EQ(chosen.labels(), (std::vector<std::string>{"a", "b", "a"}));
@@ -324,11 +269,9 @@ TEST_F(GroupCommands, ChooseTheButtonOfARowOrTheFirstOfItsLabel) {
   EXPECT_EQ(chosen.choose(1), std::nullopt);
   EXPECT_EQ(chosen.choose(0), (Button{"a", "1"}));
   document->removeButtons(a(), {"a", "a"});
-  Notes notes(*document);
+  told();
   chosen.changeButton({"n", "9"});
-  EXPECT_EQ(notes.text, "\"Button \"n\" dropped: there is no button \"a\" any more\"\n");
-  document->removeGroup(a());
-  EXPECT_EQ(chosen.choose(0), std::nullopt);
+  EXPECT_EQ(told(), "Button \"n\" dropped: there is no button \"a\" any more ");
 }
 
 }  // namespace
