@@ -3,42 +3,39 @@
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
 
-namespace {
-
-char letterOf(unsigned long pixel) {
-  switch (pixel) {
-    case 0xC0C0C0:
-      return '.';
-    case 0x808080:
-      return 'd';
-    case 0xFFFFFF:
-      return 'w';
-    case 0x000000:
-      return '#';
-    case 0xFF0000:
-      return 'r';
-    case 0x0000FF:
-      return 'b';
-    case 0xFFFF00:
-      return 'y';
-    default:
-      return '?';
-  }
-}
-
-}  // namespace
+#include <map>
+#include <sstream>
 
 std::string pictureOf(Display* display, XID drawable, const zRect& area) {
   XImage* image =
       XGetImage(display, drawable, area.left, area.top, static_cast<unsigned>(area.width()),
                 static_cast<unsigned>(area.height()), AllPlanes, ZPixmap);
+  const std::map<unsigned long, char> letters{{0xC0C0C0, '.'}, {0x808080, 'd'}, {0xFFFFFF, 'w'},
+                                              {0x000000, '#'}, {0xFF0000, 'r'}, {0x0000FF, 'b'},
+                                              {0xFFFF00, 'y'}};
   std::string rows = "\n";
   for (int y = 0; y < area.height(); ++y) {
     for (int x = 0; x < area.width(); ++x) {
-      rows += letterOf(XGetPixel(image, x, y));
+      const auto found = letters.find(XGetPixel(image, x, y));
+      rows += found == letters.end() ? '?' : found->second;
     }
     rows += '\n';
   }
   XDestroyImage(image);
   return rows;
+}
+
+std::string packed(const std::string& picture) {
+  std::istringstream rows(picture + "end\n");
+  std::string text;
+  std::string row;
+  std::string last;
+  for (int times = 0; std::getline(rows, row); ++times) {
+    if (times > 0 && row != last) {
+      text += last + (times > 1 ? " *" + std::to_string(times) : "") + '\n';
+      times = 0;
+    }
+    last = row;
+  }
+  return text;
 }

@@ -8,7 +8,7 @@
 namespace {
 
 constexpr int kOtherId = 1904;
-constexpr zToolTipText kTips[] = {{1903, "Zoom"}, {kOtherId, "Zoom\n\nZoom"}, {0, nullptr}};
+constexpr zToolTipText kTips[] = {{1903, "T"}, {kOtherId, "T\n\nT"}, {0, nullptr}};
 
 class ToolTip : public VisualsTest {
  protected:
@@ -21,26 +21,30 @@ class ToolTip : public VisualsTest {
       tips->add(button);
     }
     zToolTipCtrl::setDelays({10, 5500});
+    showFrame();
   }
   ~ToolTip() override { zToolTipCtrl::setDelays({}); }
 
-  void enter(const zToolButton* button, int x = 5) {
-    ui::moveTo(button->widget(), x, 5);
+  void enter(const zWindow* window, int x = 5) {
+    ui::moveTo(window->widget(), x, 5);
     ui::drain();
   }
-  void leave() {
-    ui::moveTo(frame.widget(), 200, 130);
-    ui::drain();
-  }
+  void leave() { enter(bar, 200); }
   void waitForTip(const char* text) {
-    ui::waitFor([&] { return shows(text) && ui::isViewable(tips->tipShell()); }, "the tip");
+    ui::waitFor(
+        [&] {
+          return !isGone() && tips->shownTip()->tipText() == RWCString(text) &&
+                 ui::isViewable(tips->tipShell());
+        },
+        "the tip");
     ui::drain();
+  }
+  void expectTip(const zToolButton* button, const char* text) {
+    enter(button);
+    waitForTip(text);
   }
   void waitForEnd() {
     ui::waitFor([&] { return isGone(); }, "the tip's end");
-  }
-  bool shows(const char* text) const {
-    return tips->shownTip() != nullptr && tips->shownTip()->tipText() == RWCString(text);
   }
   bool isGone() const { return tips->shownTip() == nullptr; }
   /// Whether no tip comes while several delays pass.
@@ -57,17 +61,19 @@ class ToolTip : public VisualsTest {
 };
 
 TEST_F(ToolTip, ComesNearThePointerAndGoesWithIt) {
-  showFrame();
+  enter(tool);
+  leave();
+  EXPECT_TRUE(staysGone()) << "left before the delay";
   tool->disable();  // a greyed button has its tip
   enter(tool);
   EXPECT_TRUE(isGone()) << "not before its delay";
-  waitForTip("Zoom");
+  waitForTip("T");
   const ui::ScreenArea button = ui::areaOf(tool->widget());
   const ui::ScreenArea tip = ui::areaOf(tips->tipShell());
   EXPECT_EQ(tip.x, button.x + 5 + 3);
   EXPECT_EQ(tip.y, button.y + 5 + 16);
-  const Window window = ui::windowOf(tips->tipShell());
   EXPECT_TRUE(ui::hasInputFocus(ui::windowOf(frame.shell()))) << "the focus stays";
+  const Window window = ui::windowOf(tips->tipShell());
   leave();
   EXPECT_TRUE(isGone());
   EXPECT_FALSE(ui::isViewable(window));
@@ -77,90 +83,63 @@ TEST_F(ToolTip, ComesNearThePointerAndGoesWithIt) {
 }
 
 TEST_F(ToolTip, FollowsToTheNextWindowAtOnceAndShowsItsLinesInAFrame) {
-  showFrame();
-  enter(tool);
-  waitForTip("Zoom");
-  const ui::ScreenArea one = ui::areaOf(tips->tipShell());
-  const int lineHeight = one.height - 4;
+  expectTip(tool, "T");
+  const std::string one = picture(*tips->shownTip());
+  const ui::ScreenArea area = ui::areaOf(tips->tipShell());
   zToolTipCtrl::setDelays({4000, 5500});
-  enter(other);
-  waitForTip("Zoom\n\nZoom");
-  const ui::ScreenArea three = ui::areaOf(tips->tipShell());
-  EXPECT_EQ(three.width, one.width);
-  EXPECT_EQ(three.height, 3 * lineHeight + 4);
-  // Inside the frame the first and the third line are the same, and the second one is blank.
-  const ziToolHelper& tip = *tips->shownTip();
-  const auto lineAt = [&](int line) {
-    return picture(tip, {1, 2 + line * lineHeight, three.width - 1, 2 + (line + 1) * lineHeight});
-  };
-  EXPECT_EQ(lineAt(0), lineAt(2));
-  EXPECT_EQ(lineAt(1).find('#'), std::string::npos);
-  EXPECT_NE(lineAt(0).find('#'), std::string::npos);
-  const auto isFrame = [&](const zRect& edge) {
-    return picture(tip, edge).find_first_not_of(".\n") == std::string::npos;
-  };
-  EXPECT_TRUE(isFrame({0, 0, three.width, 1}));
-  EXPECT_TRUE(isFrame({0, three.height - 1, three.width, three.height}));
-  EXPECT_TRUE(isFrame({0, 0, 1, three.height}));
-  EXPECT_TRUE(isFrame({three.width - 1, 0, three.width, three.height}));
-  // Text begins 6 pixels from the left, and leaves as much at the right.
-  for (const zRect& margin :
-       {zRect{1, 0, 6, three.height}, zRect{three.width - 6, 0, three.width, three.height}}) {
-    EXPECT_EQ(picture(tip, margin).find('#'), std::string::npos);
+  expectTip(other, "T\n\nT");
+  // A frame, 6 pixels to the text from the left and the right; the lines are like that of the first
+  // tip, the second one blank.
+  const std::string rows = one.substr(1);
+  const auto stride = static_cast<std::size_t>(area.width) + 1;
+  const std::string line = rows.substr(2 * stride, rows.size() - 4 * stride);
+  std::string blank;
+  for (std::size_t i = 0; i < line.size(); i += stride) {
+    const std::string row = line.substr(i, stride);
+    EXPECT_EQ(row.substr(0, 2) + row.substr(stride - 3), ".ww.\n");
+    EXPECT_EQ(row.substr(1, 5) + row.substr(stride - 7, 5), "wwwwwwwwww");
+    blank += "." + std::string(stride - 3, 'w') + ".\n";
   }
+  EXPECT_NE(line, blank);
+  const std::string top = std::string(stride - 1, '.') + '\n' + blank.substr(0, stride);
+  const std::string bottom = blank.substr(0, stride) + std::string(stride - 1, '.') + '\n';
+  EXPECT_EQ(rows, top + line + bottom);
+  EXPECT_EQ(picture(*tips->shownTip()).substr(1), top + line + blank + line + bottom);
   enter(without);
   EXPECT_TRUE(isGone());
 }
 
-TEST_F(ToolTip, LeavingBeforeTheDelayLeavesNone) {
-  showFrame();
-  enter(tool);
-  leave();
-  EXPECT_TRUE(staysGone());
-}
-
 TEST_F(ToolTip, WhenItsTimeIsOverItComesBackOnlyAfterAnotherWindow) {
   zToolTipCtrl::setDelays({10, 80});
-  showFrame();
-  enter(tool);
-  waitForTip("Zoom");
+  expectTip(tool, "T");
   waitForEnd();
   enter(tool, 8);
   EXPECT_TRUE(staysGone());
   zToolTipCtrl::setDelays({10, 5500});
-  enter(other);
-  waitForTip("Zoom\n\nZoom");
-  enter(tool);
-  waitForTip("Zoom");
+  expectTip(other, "T\n\nT");
+  expectTip(tool, "T");
 }
 
-TEST_F(ToolTip, APressEndsItAndTheButtonStillWorks) {
-  showFrame();
-  enter(tool);
-  waitForTip("Zoom");
+TEST_F(ToolTip, EndsWithAPressThatStillWorksAndWhenItsWindowHidesOrDies) {
+  expectTip(tool, "T");
   ui::pressButton();
   ui::waitFor([&] { return isGone() && tool->visualState() == kVisualHeld; }, "the press");
   ui::releaseButton();
   ui::waitFor([&] { return frame.commands == std::vector<int>{kToolId}; }, "the command");
   enter(tool, 8);
   EXPECT_TRUE(staysGone());
-}
 
-TEST_F(ToolTip, IsNotLeftBehindWhenItsWindowHidesOrDies) {
-  showFrame();
-  enter(tool);
-  waitForTip("Zoom");
+  expectTip(other, "T\n\nT");
   bar->show(kShowHide);
   waitForEnd();
   bar->show();
   ui::drain();
-  enter(other);
-  waitForTip("Zoom\n\nZoom");
+  expectTip(tool, "T");
+  expectTip(other, "T\n\nT");
   delete other;
   waitForEnd();
   leave();
-  enter(tool);
-  waitForTip("Zoom");
+  expectTip(tool, "T");
   const Window window = ui::windowOf(tips->tipShell());
   tips.reset();
   ui::waitFor([&] { return !ui::isViewable(window); }, "the tip to go with its control");
@@ -168,13 +147,11 @@ TEST_F(ToolTip, IsNotLeftBehindWhenItsWindowHidesOrDies) {
 
 TEST_F(ToolTip, StaysOnTheScreenAndOffThePointer) {
   ziToolHelper helper(&frame);
-  showFrame();
-  const ziScreen& screen = theScreen();
-  const zPoint corner{screen.screenWidth - 1, screen.screenHeight - 1};
+  const zPoint corner{theScreen().screenWidth - 1, theScreen().screenHeight - 1};
   helper.showAt(corner, "A tip in the corner");
   ui::waitFor([&] { return ui::isViewable(helper.shell()); }, "the tip");
   const ui::ScreenArea tip = ui::areaOf(helper.shell());
-  EXPECT_EQ(tip.x + tip.width, screen.screenWidth);
+  EXPECT_EQ(tip.x + tip.width, corner.x + 1);
   EXPECT_EQ(tip.y + tip.height, corner.y - 3);
 }
 

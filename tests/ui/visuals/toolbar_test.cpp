@@ -1,8 +1,7 @@
 // Toolbars and their buttons: input in, pictures and commands out.
 
-#include "tests/ui/visuals/visuals_test.h"
-
 #include "framework/menus/menu.h"
+#include "tests/ui/visuals/visuals_test.h"
 
 #include <X11/Xlib.h>
 
@@ -11,34 +10,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-constexpr const char* kUp = R"(
-############
-#wwwwwwwwwd#
-#w........d#
-#w........d#
-#w..bbbb..d#
-#w..b..b..d#
-#w..bbbb..d#
-#w........d#
-#w........d#
-#dddddddddd#
-############
-)";
-constexpr const char* kHeld = R"(
-############
-#dddddddddw#
-#d........w#
-#d........w#
-#d........w#
-#d...bbbb.w#
-#d...b..b.w#
-#d...bbbb.w#
-#d........w#
-#wwwwwwwwww#
-############
-)";
-
-/// Plain, with a default frame, without frame, flat, with two and with three images.
+// Plain, with a default frame, without frame, flat, with two and with three images: up, held, grey.
 constexpr const char* kUpStyles = R"(
 ########################........................####################################
 #wwwwwwwwwd#############........................#wwwwwwwwwd##wwwwwwwwwd##wwwwwwwwwd#
@@ -65,22 +37,25 @@ constexpr const char* kHeldStyles = R"(
 #wwwwwwwwww#############........................#wwwwwwwwww##wwwwwwwwww##wwwwwwwwww#
 ########################........................####################################
 )";
-constexpr const char* kGreyStyles = R"(
-########################........................####################################
-#wwwwwwwwwd#############........................#wwwwwwwwwd##wwwwwwwwwd##wwwwwwwwwd#
-#w........d###wwwwwwwd##........................#w........d##w........d##w........d#
-#w........d###w......d##........................#w........d##w........d##w........d#
+/// The rows of the images alone: all else is as in kUpStyles.
+constexpr const char* kGreyImages = R"(
 #w..dddd..d###w.dddd.d##....dddd........dddd....#w..dddd..d##w..bbbb..d##w..rrrr..d#
 #w..dwwd..d###w.dwwd.d##....dwwd........dwwd....#w..dwwd..d##w..bbbb..d##w..rrrr..d#
 #w..dddd..d###w.dddd.d##....dddd........dddd....#w..dddd..d##w..bbbb..d##w..rrrr..d#
-#w........d###w......d##........................#w........d##w........d##w........d#
-#w........d###dddddddd##........................#w........d##w........d##w........d#
-#dddddddddd#############........................#dddddddddd##dddddddddd##dddddddddd#
-########################........................####################################
 )";
+
+/// The plain button's part of them.
+std::string plain(const std::string& buttons) {
+  std::string part = "\n";
+  for (std::size_t row = 1; row < buttons.size(); row += 85) {
+    part += buttons.substr(row, 12) + '\n';
+  }
+  return part;
+}
 
 class Toolbar : public VisualsTest {
  protected:
+  Toolbar() { showFrame(); }
   void pressTool() {
     ui::moveTo(tool->widget(), 6, 5);
     ui::pressButton();
@@ -92,110 +67,101 @@ class Toolbar : public VisualsTest {
     ui::releaseButton();
     ui::drain();
   }
-  void clickTool() {
+  /// The number of commands after a click.
+  std::size_t clickTool() {
     pressTool();
     release();
+    return frame.commands.size();
   }
-  void leave() {
-    ui::moveTo(bar->widget(), 150, 8);
+  void moveTo(const zWindow* window, int x) {
+    ui::moveTo(window->widget(), x, 3);
     ui::drain();
   }
   std::string look() { return picture(*tool); }
 };
 
 TEST_F(Toolbar, AButtonLooksByItsStyleAndState) {
-  const int styles[] = {kBmpDefaultFrame, kBmpNoFrame,         kBmpFlat,
-                        kBmpImageUpDown,  kBmpImageUpDisabled, kBmpImageUpDownDisabled};
-  std::vector<zToolButton*> buttons;
-  for (const int style : styles) {
-    const int images = style == kBmpImageUpDown || style == kBmpImageUpDisabled ? 2
-                       : style == kBmpImageUpDownDisabled                       ? 3
-                                                                                : 1;
-    buttons.push_back(addTool(2 + 12 * (1 + static_cast<int>(buttons.size())), style, 1, images));
+  std::vector<zToolButton*> buttons = {tool};
+  for (const auto& [style, images] : {std::pair{kBmpDefaultFrame, 1},
+                                      {kBmpNoFrame, 1},
+                                      {kBmpFlat, 1},
+                                      {kBmpImageUpDown, 2},
+                                      {kBmpImageUpDisabled, 2},
+                                      {kBmpImageUpDownDisabled, 3}}) {
+    buttons.push_back(addTool(2 + 12 * static_cast<int>(buttons.size()), style, 1, images));
   }
-  buttons.push_back(tool);
-  const zRect strip{2, 2, 86, 13};
-  showFrame();
-  ui::waitFor([&] { return buttons[5]->display()->isReady(); }, "the last button's paint");
-  EXPECT_EQ(picture(*bar, strip), kUpStyles);
-  XEvent press = {};
-  press.type = ButtonPress;
-  press.xbutton.button = Button1;
+  ui::waitFor([&] { return buttons[6]->display()->isReady(); }, "the last button's paint");
+  const auto pictureAfter = [&](const std::function<void(zToolButton&)>& act) {
+    for (zToolButton* button : buttons) {
+      act(*button);
+    }
+    return picture(*bar, {2, 2, 86, 13});
+  };
+  XEvent x = {};
   zEvent event;
-  event.xevent = &press;
-  for (zToolButton* button : buttons) {
-    button->mouseButtonDown(&event);
-  }
-  EXPECT_EQ(picture(*bar, strip), kHeldStyles);
+  event.xevent = &x;
+  x.xbutton.button = Button1;
+  const auto press = [&](zToolButton& button) {
+    x.type = ButtonPress;
+    button.mouseButtonDown(&event);
+  };
   // A motion without a button: the release went elsewhere.
-  XEvent motion = {};
-  motion.type = MotionNotify;
-  event.xevent = &motion;
-  for (zToolButton* button : buttons) {
-    button->mouseMove(&event);
-    EXPECT_EQ(button->visualState(), kVisualUp);
-  }
-  EXPECT_EQ(picture(*bar, strip), kUpStyles);
-  for (zToolButton* button : buttons) {
-    button->disable();
-    EXPECT_FALSE(button->isEnabled());
-    button->mouseButtonDown(&event);
-  }
-  EXPECT_EQ(picture(*bar, strip), kGreyStyles);
-  for (zToolButton* button : buttons) {
-    button->enable();
-    EXPECT_TRUE(button->isEnabled());
-  }
-  EXPECT_EQ(picture(*bar, strip), kUpStyles);
+  const auto move = [&](zToolButton& button) {
+    x.type = MotionNotify;
+    button.mouseMove(&event);
+  };
+  ui::drain();
+  EXPECT_EQ(pictureAfter([](zToolButton&) {}), kUpStyles);
+  EXPECT_EQ(pictureAfter(press), kHeldStyles);
+  EXPECT_EQ(pictureAfter(move), kUpStyles);
+  const std::string grey = pictureAfter([](zToolButton& button) { button.disable(); });
+  const std::string up = kUpStyles;
+  constexpr std::size_t kImages = 1 + 4 * 85;
+  constexpr std::size_t kImagesEnd = kImages + 3 * 85;
+  EXPECT_EQ(grey, up.substr(0, kImages) + (kGreyImages + 1) + up.substr(kImagesEnd));
+  EXPECT_EQ(pictureAfter(press), grey);
+  EXPECT_FALSE(tool->isEnabled());
+  EXPECT_EQ(pictureAfter([](zToolButton& button) { button.enable(); }), kUpStyles);
+  EXPECT_TRUE(tool->isEnabled());
   EXPECT_THAT(frame.commands, IsEmpty());
 }
 
 TEST_F(Toolbar, AButtonIsPressedReleasedAndLeftByTheMouse) {
-  showFrame();
   pressTool();
-  EXPECT_EQ(look(), kHeld);
+  EXPECT_EQ(look(), plain(kHeldStyles));
   EXPECT_THAT(frame.commands, IsEmpty());
   release();
-  EXPECT_EQ(look(), kUp);
+  EXPECT_EQ(look(), plain(kUpStyles));
   EXPECT_THAT(frame.commands, ElementsAre(kToolId));
-  // Without a motion in between.
-  clickTool();
-  EXPECT_THAT(frame.commands, ElementsAre(kToolId, kToolId));
+  EXPECT_EQ(clickTool(), 2U) << "without a motion in between";
   // Left while it is held it comes up; the click is given up unless the pointer comes back.
   pressTool();
-  leave();
-  EXPECT_EQ(look(), kUp);
-  ui::moveTo(tool->widget(), 3, 3);
-  ui::drain();
-  EXPECT_EQ(look(), kHeld);
-  leave();
+  moveTo(bar, 150);
+  EXPECT_EQ(look(), plain(kUpStyles));
+  moveTo(tool, 3);
+  EXPECT_EQ(look(), plain(kHeldStyles));
+  moveTo(bar, 150);
   release();
-  EXPECT_EQ(look(), kUp);
+  EXPECT_EQ(look(), plain(kUpStyles));
   for (const ui::MouseButton other : {ui::kRightButton, ui::kMiddleButton}) {
     ui::click(tool->widget(), other);
   }
   ui::drain();
   // A button of the mouse that is held when it comes does not press it either.
-  leave();
+  moveTo(bar, 150);
   ui::pressButton();
-  ui::moveTo(tool->widget(), 3, 3);
-  ui::drain();
-  EXPECT_EQ(look(), kUp);
+  moveTo(tool, 3);
+  EXPECT_EQ(look(), plain(kUpStyles));
   release();
   EXPECT_EQ(frame.commands.size(), 2U);
-  clickTool();
-  EXPECT_EQ(frame.commands.size(), 3U);
-}
-
-TEST_F(Toolbar, ADisabledButtonIsDeafAlsoWhenItsOwnCommandDisabledIt) {
-  showFrame();
+  // A disabled one is deaf, also when its own command or somebody disabled it.
   tool->disable();
   ui::click(tool->widget());
   ui::drain();
   EXPECT_EQ(tool->visualState(), kVisualDisabled);
   tool->enable();
   frame.onCommand = [this] { tool->disable(); };
-  clickTool();
+  EXPECT_EQ(clickTool(), 3U);
   EXPECT_EQ(tool->visualState(), kVisualDisabled);
   frame.onCommand = nullptr;
   tool->enable();
@@ -203,16 +169,14 @@ TEST_F(Toolbar, ADisabledButtonIsDeafAlsoWhenItsOwnCommandDisabledIt) {
   tool->disable();
   release();
   tool->enable();
-  EXPECT_EQ(look(), kUp);
-  EXPECT_THAT(frame.commands, ElementsAre(kToolId));
-  clickTool();
-  EXPECT_THAT(frame.commands, ElementsAre(kToolId, kToolId));
+  EXPECT_EQ(look(), plain(kUpStyles));
+  EXPECT_EQ(clickTool(), 4U);
 }
 
 TEST_F(Toolbar, AButtonTakesNoFocusAndPaintsItselfWhole) {
   auto* pane = new zPane(&frame, new zGravSizer(kGravityFill, 0, frame.sizer()), kStyleTabStop, 1);
   pane->show();
-  showFrame();
+  frame.sizer()->update(nullptr);
   pane->startFocusTimer();
   ui::waitForFocus(pane->widget());
   clickTool();
@@ -223,10 +187,13 @@ TEST_F(Toolbar, AButtonTakesNoFocusAndPaintsItselfWhole) {
   tool->display()->unlock();
   tool->invalidate(nullptr, 0);
   ui::drain();
-  EXPECT_EQ(look(), kUp);
+  EXPECT_EQ(look(), plain(kUpStyles));
+  // An image that fills the inside is cut when it moves, not the edge.
   tool->moveResize(2, 2, 8, 7);
   ui::drain();
-  EXPECT_EQ(look(), R"(
+  const std::string up = look();
+  pressTool();
+  EXPECT_EQ(up + look(), R"(
 ########
 #wwwwwd#
 #wbbbbd#
@@ -234,10 +201,7 @@ TEST_F(Toolbar, AButtonTakesNoFocusAndPaintsItselfWhole) {
 #wbbbbd#
 #dddddd#
 ########
-)");
-  // An image that fills the inside is cut when it moves, not the edge.
-  pressTool();
-  EXPECT_EQ(look(), R"(
+
 ########
 #dddddw#
 #d....w#
@@ -247,15 +211,6 @@ TEST_F(Toolbar, AButtonTakesNoFocusAndPaintsItselfWhole) {
 ########
 )");
   release();
-}
-
-TEST_F(Toolbar, ItsCommandMayDestroyTheBar) {
-  showFrame();
-  frame.onCommand = [this] { delete bar; };
-  const Window window = ui::windowOf(bar->widget());
-  ui::click(tool->widget());
-  ui::waitFor([&] { return !ui::isViewable(window); }, "the bar to disappear");
-  EXPECT_THAT(frame.commands, ElementsAre(kToolId));
 }
 
 /// Takes commands, or only hears them.
@@ -269,7 +224,7 @@ class CommandTaker : public zEvH {
   int answer = 1;
 };
 
-TEST_F(Toolbar, ACommandIsOfferedToTheMenuAlsoWhereTheItemIsGreyed) {
+TEST_F(Toolbar, ACommandIsOfferedToTheMenuAlsoWhereTheItemIsGreyedAndMayDestroyTheBar) {
   auto menu = std::make_unique<zMenu>(&frame);
   zMenu sub;
   sub.appendItem(kToolId, "Zoom in", kItemGreyed);
@@ -278,12 +233,13 @@ TEST_F(Toolbar, ACommandIsOfferedToTheMenuAlsoWhereTheItemIsGreyed) {
   menu->setCommand(&taker, toHandler(&CommandTaker::take), kToolId);
   menu->create();
   frame.setMenu(std::move(menu));
-  showFrame();
-  clickTool();
+  EXPECT_EQ(clickTool(), 0U);
   EXPECT_EQ(taker.taken, 1);
-  EXPECT_THAT(frame.commands, IsEmpty());
   taker.answer = 0;
-  clickTool();
+  frame.onCommand = [this] { delete bar; };
+  const Window window = ui::windowOf(bar->widget());
+  ui::click(tool->widget());
+  ui::waitFor([&] { return !ui::isViewable(window); }, "the bar to disappear");
   EXPECT_EQ(taker.taken, 2);
   EXPECT_THAT(frame.commands, ElementsAre(kToolId));
 }
@@ -294,35 +250,27 @@ TEST_F(Toolbar, TheBarsLinesFallOnItsInnerSide) {
     int style;
     const char* lines;
   };
-  constexpr Row kRows[] = {
-      {kGravityTop, 1, "bottom "},
-      {kGravityBottom, 1, "top "},
-      {kGravityLeft, 1, "right "},
-      {kGravityRight, 1, "left "},
-      {kGravityTop, 0x1E, "top bottom left right "},
-      {kGravityTop, 0, ""},
-      {kGravityTop, 1 | 8 | 16, "top bottom "},
-  };
-  std::vector<zToolbar*> bars;
-  for (const Row& row : kRows) {
-    bars.push_back(
-        new zToolbar(&frame, new zGravSizer(row.gravity, 12, frame.sizer()), row.style, nullptr));
-    bars.back()->show();
-  }
-  showFrame();
-  ui::waitFor([&] { return bars.back()->display()->isReady(); }, "the bars to be painted");
-  ui::drain();
-  for (std::size_t i = 0; i < bars.size(); ++i) {
-    const auto [width, height] = bars[i]->sizer()->size();
-    const auto has = [&](const char* line, const zRect& area) {
-      const bool isLine = picture(*bars[i], area).find_first_not_of("#\n") == std::string::npos;
-      return isLine ? line : "";
-    };
-    const std::string lines = std::string(has("top ", {0, 0, width, 1})) +
-                              has("bottom ", {0, height - 1, width, height}) +
-                              has("left ", {0, 0, 1, height}) +
-                              has("right ", {width - 1, 0, width, height});
-    EXPECT_EQ(lines, kRows[i].lines) << i;
+  for (const Row& row : {Row{kGravityTop, 1, "bottom "},
+                         {kGravityBottom, 1, "top "},
+                         {kGravityLeft, 1, "right "},
+                         {kGravityRight, 1, "left "},
+                         {kGravityTop, 0x1E, "top bottom left right "},
+                         {kGravityTop, 0, ""},
+                         {kGravityTop, 1 | 8 | 16, "top bottom "}}) {
+    zToolbar line(&frame, new zGravSizer(row.gravity, 12, frame.sizer()), row.style, nullptr);
+    line.show();
+    frame.sizer()->update(nullptr);
+    ui::waitFor([&] { return line.display()->isReady(); }, "the bar to be painted");
+    ui::drain();
+    const auto [width, height] = line.sizer()->size();
+    std::string lines;
+    for (const auto& [name, area] : {std::pair{"top ", zRect{0, 0, width, 1}},
+                                     {"bottom ", {0, height - 1, width, height}},
+                                     {"left ", {0, 0, 1, height}},
+                                     {"right ", {width - 1, 0, width, height}}}) {
+      lines += picture(line, area).find_first_not_of("#\n") == std::string::npos ? name : "";
+    }
+    EXPECT_EQ(lines, row.lines) << row.gravity;
   }
 }
 

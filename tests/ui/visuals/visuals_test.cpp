@@ -4,7 +4,6 @@
 #include "framework/visuals/bevel.h"
 #include "tests/ui/draw/picture.h"
 
-#include <X11/extensions/XTest.h>
 #include <X11/Xlib.h>
 
 VisualsTest::VisualsTest()
@@ -30,22 +29,15 @@ zToolButton* VisualsTest::addTool(int x, int style, int id, int images) {
 void VisualsTest::showFrame() {
   ui::moveTo(DefaultRootWindow(ui::display()), 0, 0);
   frame.show();
-  ui::waitForDialog(Frame::kTitle);
+  ui::waitForDialog("Visuals");
   ui::waitFor([&] { return tool->display()->isReady(); }, "the first paint of the button");
   ui::drain();
 }
 
-std::string VisualsTest::picture(const zWindow& window, const zRect& area) {
+std::string VisualsTest::picture(const zWindow& window, zRect area) {
+  if (area.isZero()) {
+    const ui::ScreenArea all = ui::areaOf(window.widget());
+    area = {0, 0, all.width, all.height};
+  }
   return pictureOf(ui::display(), ui::windowOf(window.widget()), area);
-}
-
-std::string VisualsTest::picture(const zWindow& window) {
-  const ui::ScreenArea area = ui::areaOf(window.widget());
-  return picture(window, {0, 0, area.width, area.height});
-}
-
-void VisualsTest::holdKey(ui::KeySymbol symbol, bool isDown) {
-  XTestFakeKeyEvent(ui::display(), XKeysymToKeycode(ui::display(), symbol), isDown ? True : False,
-                    CurrentTime);
-  ui::drain();
 }

@@ -17,10 +17,7 @@ class VisualsTest : public testing::Test {
  protected:
   class Frame : public zAppFrame {
    public:
-    static constexpr const char* kTitle = "Visuals";
-    static constexpr std::uint32_t kFrameStyle = 0xCF0000;
-
-    Frame() : zAppFrame(nullptr, new zSizer(60, 60, 400, 200), kFrameStyle, kTitle) {}
+    Frame() : zAppFrame(nullptr, new zSizer(60, 60, 400, 200), 0xCF0000, "Visuals") {}
     int command(zEvent* event) override {
       commands.push_back(static_cast<int>(event->wparam));
       if (onCommand) {
@@ -44,10 +41,7 @@ class VisualsTest : public testing::Test {
   /// Shows the frame, with the pointer away from it, and waits until all is painted.
   void showFrame();
   /// What the screen shows of a window; see pictureOf. Without an area, all of it.
-  static std::string picture(const zWindow& window, const zRect& area);
-  static std::string picture(const zWindow& window);
-  /// Presses a key of the keyboard or releases it.
-  static void holdKey(ui::KeySymbol symbol, bool isDown);
+  static std::string picture(const zWindow& window, zRect area = {});
 
   Frame frame;
   zToolbar* bar;
