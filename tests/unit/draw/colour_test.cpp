@@ -13,18 +13,14 @@
 
 namespace {
 
-static_assert(std::is_same_v<::Region, _XRegion*>);
-static_assert(std::is_same_v<::GC, _XGC*>);
-static_assert(std::is_same_v<::Widget, _WidgetRec*>);
-static_assert(std::is_same_v<::XtAppContext, _XtAppStruct*>);
-static_assert(std::is_same_v<decltype(XEvent::type), int>);
+static_assert(std::is_same_v<::Region, _XRegion*> && std::is_same_v<::GC, _XGC*> &&
+              std::is_same_v<::Widget, _WidgetRec*> &&
+              std::is_same_v<::XtAppContext, _XtAppStruct*> &&
+              std::is_same_v<decltype(XEvent::type), int>);
 
 class ColorCache : public testing::Test {
  protected:
-  unsigned long pixelOf(std::uint32_t rgb) {
-    zColor colour(rgb);
-    return cache.pixel(colour);
-  }
+  unsigned long pixelOf(zColor colour) { return cache.pixel(colour); }
 
   // A server whose pixel is the number of the request, and that answers as long as it lasts.
   zColorCache cache{[this](const ziXColour& wanted) -> std::optional<zColorCache::Allocated> {
@@ -40,54 +36,51 @@ class ColorCache : public testing::Test {
 TEST_F(ColorCache, AsksOnceForAColour) {
   zColor colour(0x123456);
   EXPECT_EQ(cache.pixel(colour), 1U);
-  EXPECT_TRUE(colour.hasX());
   EXPECT_EQ(colour.x(), (ziXColour{0x1212, 0x3434, 0x5656}));
-  EXPECT_EQ(pixelOf(0x123456), 1U);
-  EXPECT_EQ(cache.pixel(colour), 1U);
-  zColor fromServer = zColor::fromX({0x1212, 0x3434, 0x5656});
-  EXPECT_EQ(fromServer, colour);
-  EXPECT_EQ(cache.pixel(fromServer), 1U);
+  for (const zColor& same : {colour, zColor(0x123456), zColor::fromX({0x1212, 0x3434, 0x5656})}) {
+    EXPECT_EQ(same, colour);
+    EXPECT_EQ(pixelOf(same), 1U);
+  }
   // By the server's components, once they are known.
-  zColor almost = zColor::fromX({0x1212, 0x3434, 0x5657});
+  const zColor almost = zColor::fromX({0x1212, 0x3434, 0x5657});
   EXPECT_EQ(almost, colour);
-  EXPECT_EQ(cache.pixel(almost), 2U);
+  EXPECT_EQ(pixelOf(almost), 2U);
   EXPECT_EQ(cache.colourOf(2).x(), almost.x());
   EXPECT_EQ(cache.colourOf(99), kColorBlack) << "without a display";
 }
 
 TEST_F(ColorCache, TheTwoHundredFiftySecondColourIsTheNearestOfTheOthers) {
   for (std::uint32_t i = 0; i < 251; ++i) {
-    EXPECT_EQ(pixelOf(i << 8), i + 1);
+    EXPECT_EQ(pixelOf(zColor(i << 8)), i + 1);
   }
-  EXPECT_EQ(pixelOf(0x006401), 101U);
+  EXPECT_EQ(pixelOf(zColor(0x006401)), 101U);
   EXPECT_EQ(requests, 251);
   EXPECT_EQ(cache.count(), 251U);
 }
 
 TEST_F(ColorCache, ARefusedColourIsTheNearestAndTheFirstWinsATie) {
   available = 3;
-  EXPECT_EQ(pixelOf(0x000010), 1U);
-  EXPECT_EQ(pixelOf(0x000020), 2U);
-  EXPECT_EQ(pixelOf(0x100000), 3U);
   zColor between(0x000018);
-  EXPECT_EQ(cache.pixel(between), 1U);
+  EXPECT_EQ(zColorCache([](const ziXColour&) {
+              return std::optional<zColorCache::Allocated>();
+            }).pixel(between),
+            0U);
+  std::string pixels;
+  // By the sum over the components.
+  for (const int rgb : {0x000010, 0x000020, 0x100000, 0x00001A, 0x0C0008, 0x000800, 0x000018}) {
+    between = zColor(static_cast<std::uint32_t>(rgb));
+    pixels += std::to_string(cache.pixel(between)) + ' ';
+  }
+  EXPECT_EQ(pixels, "1 2 3 2 3 1 1 ");
   EXPECT_EQ(between.x(), zColor(0x000010).x());
-  EXPECT_EQ(pixelOf(0x00001A), 2U);
-  EXPECT_EQ(pixelOf(0x0C0008), 3U) << "by the sum over the components";
-  EXPECT_EQ(pixelOf(0x000800), 1U);
   EXPECT_EQ(cache.count(), 3U);
-  available = 0;
-  zColorCache empty([](const ziXColour&) { return std::optional<zColorCache::Allocated>(); });
-  EXPECT_EQ(empty.pixel(between), 0U);
 }
 
 TEST(DrawObjects, WithoutADisplayHaveNoPixelButKnowThemselves) {
   EXPECT_TRUE(zPen(kStockNullPen).isNull());
   EXPECT_TRUE(zPen(kColorBlack, kPenNull).isNull());
   const zPen black(kStockBlackPen);
-  EXPECT_FALSE(black.isNull());
-  EXPECT_TRUE(black.isStock());
-  EXPECT_EQ(black.width(), 1);
+  EXPECT_TRUE(!black.isNull() && black.isStock() && black.width() == 1);
   EXPECT_EQ(black.colour(), kColorBlack);
   EXPECT_EQ(zPen(kStockWhitePen).colour(), kColorWhite);
   EXPECT_FALSE(zBrush(kColorBlack).isHollow());

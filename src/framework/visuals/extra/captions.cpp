@@ -1,6 +1,6 @@
 // Part of the framework's interface that this program does not use: compiled, its behaviour is not
-// under test. Texts and captions of buttons. The program's own buttons have empty captions: only the
-// place of an image without a text matters to them, and that the tests of toolbars see.
+// under test. Texts and captions of buttons. The program's own buttons have empty captions: only
+// the place of an image without a text matters to them, and that the tests of toolbars see.
 
 #include "framework/visuals/visual_text.h"
 
