@@ -13,61 +13,42 @@ namespace {
 
 using testing::HasSubstr;
 
-struct BoxRow {
-  int tag;
-  std::string payload;
-  const char* title;
-  ui::KeySymbol key;
-  std::string look;
-  const char* answer;
-};
-
 using Boxes = MainWindow;
 
+// That a question is answered and an error acknowledged is seen from outside.
 TEST_F(Boxes, SayWhatTheMessagesSayOrWhatIsWrongWithThem) {
-  const auto with = [](const char* title, const char* text) {
-    return wireString(title) + wireString(text);
-  };
   const std::string ok = "---\n[OK] default focus\n";
-  const std::string okCancel = ok + "[Cancel]\n";
   const std::string wrong = "{information}\nDecode Error in message length:\nTag ";
-  const std::string page = with("Korvane - Page file", "More?");
+  const std::string both = ok + "[Cancel]\n";
   const Window main = ui::windowWithTitle(g_AppTitle);
-  for (const BoxRow& row : {
-           BoxRow{MSG_T_QUESTION, page, "Korvane - Page file", XK_Return,
-                  "{question}\nMore?\n" + okCancel, "1000 MSG_UI_OK\n"},
-           BoxRow{MSG_T_QUESTION, page, "Korvane - Page file", XK_Escape,
-                  "{question}\nMore?\n" + okCancel, "1001 MSG_UI_NOT_OK\n"},
-           BoxRow{MSG_T_QUESTION, with("Other", "a\nb"), "Other", XK_Return,
-                  "{error}\na\nb\n" + okCancel, "1000 MSG_UI_OK\n"},
-           BoxRow{MSG_T_ERROR_BOX, with("Error", "bad"), "Error", XK_Return, "{error}\nbad\n" + ok,
-                  "1011 MSG_UI_ACK\n"},
-           BoxRow{MSG_T_WARNING_BOX, with("Caution", "w"), "Caution", XK_Return,
-                  "{warning}\nw\n" + ok, ""},
-           BoxRow{MSG_LINK_WARNING_BOX, with("Link", "l"), "Link", XK_Return, "{warning}\nl\n" + ok,
-                  ""},
-           BoxRow{MSG_T_TEXT, wireWord(9) + "abc", g_AppTitle, XK_Return,
-                  wrong + "2000\nLength 7\n" + ok, ""},
-           BoxRow{MSG_T_EXIT, "x", g_AppTitle, XK_Return, wrong + "2007\nLength 1\n" + ok, ""},
-           BoxRow{-5, "1234", g_AppTitle, XK_Return, wrong + "-5\nLength 4\n" + ok, ""},
-       }) {
-    SCOPED_TRACE(row.look);
-    const auto isUp = [&] {
-      const Window box = ui::windowWithTitle(row.title);
+  const auto with = [](const char* title) { return wireString(title) + wireString("a\nb"); };
+  const std::vector<std::tuple<int, std::string, const char*, std::string>> rows = {
+      {MSG_T_QUESTION, with("Korvane - Page file"), "Korvane - Page file",
+       "{question}\na\nb\n" + both},
+      {MSG_T_QUESTION, with("Other"), "Other", "{error}\na\nb\n" + both},
+      {MSG_T_ERROR_BOX, with("Error"), "Error", "{error}\na\nb\n" + ok},
+      {MSG_T_WARNING_BOX, with("Caution"), "Caution", "{warning}\na\nb\n" + ok},
+      {MSG_LINK_WARNING_BOX, with("Link"), "Link", "{warning}\na\nb\n" + ok},
+      {MSG_T_TEXT, wireWord(9) + "abc", g_AppTitle, wrong + "2000\nLength 7\n" + ok},
+      {-5, "1234", g_AppTitle, wrong + "-5\nLength 4\n" + ok}};
+  for (const auto& [tag, payload, title, look] : rows) {
+    SCOPED_TRACE(look);
+    const auto isUp = [&, &title = title] {
+      const Window box = ui::windowWithTitle(title);
       return box != main && ui::hasInputFocus(box);
     };
     ui::ModalScript script;
-    script.when(isUp, row.title, [&] {
+    script.when(isUp, title, [&, &title = title, &look = look] {
       ui::drain();
-      EXPECT_EQ(ui::look(row.title), row.look);
-      ui::pressKey(row.key);
+      EXPECT_EQ(ui::look(title), look);
+      ui::pressKey(XK_Return);
     });
-    script.run([&] {
-      MessageHandler(NELKV, row.tag, static_cast<int>(row.payload.size()), row.payload.c_str());
+    script.run([&, &tag = tag, &payload = payload] {
+      MessageHandler(NELKV, tag, static_cast<int>(payload.size()), payload.c_str());
     });
-    EXPECT_EQ(sent(), row.answer);
     ui::waitFor([&] { return ui::hasInputFocus(main); }, "the focus back in the main window");
   }
+  EXPECT_EQ(sent(), "1000 MSG_UI_OK\n1000 MSG_UI_OK\n1011 MSG_UI_ACK\n");
 }
 
 TEST_F(Boxes, TellOfAnAnswerThatIsTooLongWhichCancelsTheQuestion) {
@@ -129,12 +110,14 @@ TEST_F(Boxes, FindIsToldOfEarlierSearchesAndOfWhatTheUserMayDo) {
 
 TEST_F(Boxes, NeedNoIdlePollAfterAHundredSilentOnesInARow) {
   g_IdleList = zApp::instance()->idleList();
-  g_IdleList->add(window.get(), PollLinkIdle);
-  int polls = 0;
-  for (; polls < 1000 && !g_IdleList->isEmpty(); ++polls) {
-    PollLinkIdle(window.get());
+  for (int round = 0; round < 2; ++round) {
+    g_IdleList->add(window.get(), PollLinkIdle);
+    int polls = 0;
+    for (; polls < 1000 && !g_IdleList->isEmpty(); ++polls) {
+      PollLinkIdle(window.get());
+    }
+    EXPECT_EQ(polls, 100);
   }
-  EXPECT_EQ(polls, 100);
 }
 
 // The timer sleeps until its descriptors tell of input; the idle handler takes both frames from the

@@ -66,14 +66,15 @@ class MainWindow : public testing::Test {
     return lines;
   }
   static zMenu& menuBar() { return theGroupPane->mainWindow().mainMenu(); }
+  /// Null when there is none.
   template <class T>
-  T& part() const {
+  T* part() const {
     T* found = nullptr;
     zWindowDlist::Iter walk(window->children());
     while (zWindow* child = found == nullptr ? walk.next() : nullptr) {
       found = dynamic_cast<T*>(child);
     }
-    return *found;
+    return found;
   }
   /// Opens a pulldown, looks at it and closes it.
   static std::string pulldown(int position) {
