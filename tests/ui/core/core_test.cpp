@@ -10,10 +10,8 @@
 
 namespace {
 
-std::function<void()>* streamHandler = nullptr;
-
 Boolean streamDispatched(XEvent* /*event*/) {
-  (*streamHandler)();
+  EventStream::handled();
   return True;
 }
 
@@ -42,11 +40,11 @@ bool runLoopUntil(const std::function<bool()>& condition) {
   return condition();
 }
 
-EventStream::EventStream(std::function<void()> handled) : action(std::move(handled)) {
-  Display* const display = ui::display();
-  window = XCreateSimpleWindow(display, DefaultRootWindow(display), 0, 0, 1, 1, 0, 0, 0);
-  streamHandler = &action;
-  XtSetEventDispatcher(display, ClientMessage, streamDispatched);
+EventStream::EventStream(std::function<void()> does)
+    : window(XCreateSimpleWindow(ui::display(), DefaultRootWindow(ui::display()), 0, 0, 1, 1, 0, 0,
+                                 0)) {
+  handled = std::move(does);
+  XtSetEventDispatcher(ui::display(), ClientMessage, streamDispatched);
 }
 
 EventStream::~EventStream() {
@@ -54,7 +52,7 @@ EventStream::~EventStream() {
   XDestroyWindow(ui::display(), window);
 }
 
-void EventStream::post() {
+void EventStream::post() const {
   XEvent event = {};
   event.xclient.type = ClientMessage;
   event.xclient.window = window;
@@ -87,22 +85,6 @@ void setXResource(const std::string& name, const std::string& value) {
   XrmPutStringResource(&database, name.c_str(), value.c_str());
 }
 
-void mapUnknownWindow(unsigned long window) {
-  XSync(ui::display(), False);
-  const XErrorHandler before = XSetErrorHandler(XErrorReporter);
-  XMapWindow(ui::display(), window);
-  XSync(ui::display(), False);
-  XSetErrorHandler(before);
-}
-
-void raiseXtWarning(const char* text) {
-  XtAppWarning(zApp::instance()->context(), text);
-}
-
-void raiseXtError(const char* text) {
-  XtAppError(zApp::instance()->context(), text);
-}
-
 unsigned long atomNamed(const char* name) {
   return XInternAtom(ui::display(), name, False);
 }
@@ -123,40 +105,6 @@ std::vector<unsigned long> propertyOf(Window window, const char* name) {
   }
   XFree(data);
   return items;
-}
-
-unsigned long nextRequest() {
-  return XNextRequest(ui::display());
-}
-
-std::size_t childCount(Widget widget) {
-  return static_cast<std::size_t>(ui::resource(widget, XmNnumChildren));
-}
-
-void resizeWindow(Widget widget, unsigned width, unsigned height) {
-  XResizeWindow(ui::display(), XtWindow(widget), width, height);
-}
-
-void grabKeyboardFor(Widget widget) {
-  XGrabKeyboard(ui::display(), XtWindow(widget), False, GrabModeAsync, GrabModeAsync, CurrentTime);
-  ui::drain();
-  XUngrabKeyboard(ui::display(), CurrentTime);
-  ui::drain();
-}
-
-Widget boxPart(Widget box, const std::string& label) {
-  if (label.empty()) {
-    Widget scrolled = ui::part(box, "MessageText");
-    return scrolled != nullptr ? scrolled : XmMessageBoxGetChild(box, XmDIALOG_MESSAGE_LABEL);
-  }
-  for (const unsigned char child :
-       {XmDIALOG_OK_BUTTON, XmDIALOG_CANCEL_BUTTON, XmDIALOG_HELP_BUTTON}) {
-    Widget button = XmMessageBoxGetChild(box, child);
-    if (XtIsManaged(button) && ui::textOf(button) == label) {
-      return button;
-    }
-  }
-  return nullptr;
 }
 
 int Recorder::note(const char* handler, const zEvent& event) {

@@ -19,41 +19,38 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 /// An owner of timers and idle handlers that does what it is told.
-class Owner : public zEvH {
- public:
-  explicit Owner(std::function<int()> does = [] { return 0; }) : action(std::move(does)) {}
+struct Owner : zEvH {
+  explicit Owner(
+      std::function<void()> does = [] {}, int answers = 0)
+      : action(std::move(does)), answer(answers) {}
 
   /// The handler to register with this owner.
   static int run(zEvH* owner) {
     auto* self = static_cast<Owner*>(owner);
     ++self->runs;
-    return self->action();
+    self->action();
+    return self->answer;
   }
 
+  std::function<void()> action;
+  int answer;
   int runs = 0;
-
- private:
-  std::function<int()> action;
 };
 
 /// Runs the real event loop until `condition` holds; false when that takes too long.
 bool runLoopUntil(const std::function<bool()>& condition);
 
 /// Events of this process's own making, told from all others. One may live at a time.
-class EventStream {
- public:
-  /// `handled` is called for each event when the loop comes to it.
-  explicit EventStream(std::function<void()> handled);
-  EventStream(const EventStream&) = delete;
-  EventStream& operator=(const EventStream&) = delete;
+struct EventStream {
+  /// `does` is called for each event when the loop comes to it.
+  explicit EventStream(std::function<void()> does);
   ~EventStream();
 
   /// Puts one event into the queue; it is there when this returns.
-  void post();
+  void post() const;
 
- private:
-  std::function<void()> action;
-  Window window = 0;
+  static inline std::function<void()> handled;
+  Window window;
 };
 
 /// What this process did with Xt work procedures so far. The test program puts a counting wrapper
@@ -71,25 +68,9 @@ WorkProcs& workProcs();
 bool isTimerPending(bool asInput);
 /// Sets a resource in the display's database.
 void setXResource(const std::string& name, const std::string& value);
-/// Provokes a protocol error, with the application's own error handler in force.
-void mapUnknownWindow(unsigned long window);
-void raiseXtWarning(const char* text);
-void raiseXtError(const char* text);
 /// Bytes or words of a property; none if it is not there.
 std::vector<unsigned long> propertyOf(Window window, const char* name);
 unsigned long atomNamed(const char* name);
-/// The number of the next request to the server.
-unsigned long nextRequest();
-/// How many widgets are in this one.
-std::size_t childCount(Widget widget);
-/// Gives a window a size as a window manager does.
-void resizeWindow(Widget widget, unsigned width, unsigned height);
-/// Has the keyboard grabbed for a moment.
-void grabKeyboardFor(Widget widget);
-
-/// The button of a message box with this label; what shows the text for an empty one.
-Widget boxPart(Widget box, const std::string& label);
-
 /// An event target with handlers to bind; `taken` says what they answer.
 class Recorder : public zEvH {
  public:

@@ -28,12 +28,8 @@ class AskingDialog : public zFormDialog {
 };
 
 /// Writes down which buttons are pressed.
-class KeyDialog : public zDialogFrame {
- public:
-  explicit KeyDialog(zWindow* parent)
-      : zDialogFrame(parent, new zSizer(0, 0, 300, 200), kStyleDialog) {
-    setCaption(kTitle);
-  }
+struct KeyDialog : zDialogFrame {
+  using zDialogFrame::zDialogFrame;
   int command(zEvent* event) override {
     if (event->lparam == kNotifyClicked) {
       pressed.push_back(static_cast<int>(event->wparam));
@@ -87,9 +83,7 @@ TEST_F(Dialogs, StoreWhatWasTypedAndWalkByTabInTheOrderOfCreation) {
   windowCast<zEditBase>(dialog->childById(kDialogSecondEdit))->setBoundString(&definition);
   ui::ModalScript script;
   script.onDialog(kTitle, [&] {
-    ui::typeText("Go");
-    ui::pressKey(XK_Tab);
-    ui::typeText("next 1");
+    ui::typeText("Go\tnext 1");
     for (const int id : {kDialogOk, kDialogApply, kDialogCancel, kDialogFirstEdit}) {
       ui::pressKey(XK_Tab);
       EXPECT_TRUE(ui::focusIs(control(id).widget())) << id;
@@ -104,36 +98,27 @@ TEST_F(Dialogs, StoreWhatWasTypedAndWalkByTabInTheOrderOfCreation) {
 TEST_F(Dialogs, TypingAtOnceGoesToTheControlThatIsToHaveTheFocusFirst) {
   make(kDialogAddButton).setFirstFocus(control(kDialogSecondEdit));
   ui::ModalScript script;
-  script.onDialog(kTitle, [&] {
-    ui::typeText("now");
-    EXPECT_EQ(control(kDialogSecondEdit).text(), "now");
-    ui::pressKey(XK_Return);
-  });
+  script.onDialog(kTitle, [&] { ui::typeText("now\n"); });
   EXPECT_EQ(run(script), 1);
+  EXPECT_EQ(control(kDialogSecondEdit).text(), "now");
 }
 
-TEST_F(Dialogs, TheWindowManagersCloseIsCancelUnlessTheDialogRefuses) {
+TEST_F(Dialogs, KeepClicksFromTheMainWindowAndTakeACloseForCancelUnlessTheyRefuse) {
   make(kDialogRenameGroup).refusals = 1;
-  ui::ModalScript script;
-  script.onDialog(kTitle, [] { ui::closeByWindowManager(ui::windowWithTitle(kTitle)); })
-      .when([&] { return dialog->refusals == 0; }, "the refusal",
-            [&] {
-              EXPECT_TRUE(dialog->isRunning());
-              ui::closeByWindowManager(ui::windowWithTitle(kTitle));
-            });
-  EXPECT_EQ(run(script), 0);
-}
-
-TEST_F(Dialogs, KeepClicksFromTheMainWindow) {
-  make(kDialogRenameGroup);
   zPushButton behind(frame.get(), new zSizer(0, 0, 60, 30), kStyleControlStop, "Behind", 9);
   ui::ModalScript script;
+  const auto close = [] { ui::closeByWindowManager(ui::windowWithTitle(kTitle)); };
   script.onDialog(kTitle, [&] {
     EXPECT_EQ(zApp::instance()->modalDepth(), 1);
     ui::click(behind.widget());
     EXPECT_FALSE(ui::focusIs(behind.widget()));
-    ui::pressKey(XK_Escape);
+    close();
   });
+  script.when([&] { return dialog->refusals == 0; }, "the refusal",
+              [&] {
+                EXPECT_TRUE(dialog->isRunning());
+                close();
+              });
   EXPECT_EQ(run(script), 0);
 }
 
@@ -164,7 +149,8 @@ TEST_F(Dialogs, ARunThatHasEndedKeepsItsResultWhenTheDialogRunsAgain) {
 }
 
 TEST_F(Dialogs, ReturnAndEscapePressTheButtonThatIsMeantUnlessTheControlHasUseForThem) {
-  KeyDialog keys(frame.get());
+  KeyDialog keys(frame.get(), new zSizer(0, 0, 300, 200), kStyleDialog);
+  keys.setCaption(kTitle);
   enum : int { kLine = 50, kBox, kFixedBox, kOther, kDefault };
   auto place = [row = 0]() mutable { return new zSizer(5, 22 * row++, 200, 20); };
   new zEditLine(&keys, place(), kStyleControlStop, "", kLine);
@@ -173,34 +159,31 @@ TEST_F(Dialogs, ReturnAndEscapePressTheButtonThatIsMeantUnlessTheControlHasUseFo
   auto* other = new zPushButton(&keys, place(), kStyleControlStop, "Other", kOther);
   new zPushButton(&keys, place(), kStyleControlStop, "OK", kDialogOk);
   auto* cancel = new zPushButton(&keys, place(), kStyleControlStop, "Cancel", kDialogCancel);
-  zWindow* byDefault = nullptr;
   const auto pressed = [&](int focused, ui::KeySymbol key) {
     zWindow* target = keys.childById(focused);
     target->startFocusTimer();
     ui::waitForFocus(target->widget());
-    keys.pressed.clear();
     ui::pressKey(key);
-    return keys.pressed;
+    return testing::PrintToString(std::exchange(keys.pressed, {}));
   };
-  using Ids = std::vector<int>;
   ui::ModalScript script;
   script.onDialog(kTitle, [&] {
-    for (const int focused : {kLine, kFixedBox}) {
-      EXPECT_EQ(pressed(focused, XK_Return), Ids{kDialogOk}) << focused;
-      EXPECT_EQ(pressed(focused, XK_Escape), Ids{kDialogCancel}) << focused;
+    std::string all;
+    for (const int focused : {kLine, kFixedBox, kBox, kOther}) {
+      all += pressed(focused, XK_Return);
     }
-    EXPECT_EQ(pressed(kBox, XK_Return), Ids{});
+    EXPECT_EQ(all, "{ 1 }{ 1 }{}{ 53 }");
     EXPECT_EQ(box->text(), "\n");
-    EXPECT_EQ(pressed(kBox, XK_Escape), Ids{kDialogCancel});
-    EXPECT_EQ(pressed(kOther, XK_Return), Ids{kOther});
-    byDefault =
+    EXPECT_EQ(pressed(kLine, XK_Escape) + pressed(kFixedBox, XK_Escape) + pressed(kBox, XK_Escape),
+              "{ 2 }{ 2 }{ 2 }");
+    auto* byDefault =
         new zDefPushButton(&keys, place(), kStyleControlStop | kButtonDefault, "D", kDefault);
-    EXPECT_EQ(pressed(kLine, XK_Return), Ids{kDefault});
+    EXPECT_EQ(pressed(kLine, XK_Return), "{ 54 }");
     byDefault->disable();
-    EXPECT_EQ(pressed(kLine, XK_Return), Ids{});
+    EXPECT_EQ(pressed(kLine, XK_Return), "{}");
     cancel->disable();
     other->disable();
-    EXPECT_EQ(pressed(kLine, XK_Escape), Ids{});
+    EXPECT_EQ(pressed(kLine, XK_Escape), "{}");
     EXPECT_FALSE(keys.isRunning()) << "without a Cancel Escape ends the dialog";
   });
   EXPECT_EQ(script.run([&] { return keys.run(0); }), 0);
@@ -226,8 +209,7 @@ class EarlyKeys : public Dialogs {
 };
 
 TEST_F(EarlyKeys, GoToTheTextThatHadTheFocusWhenNobodyAskedForTheDialog) {
-  using std::chrono::steady_clock;
-  const steady_clock::time_point start = steady_clock::now();
+  const auto start = std::chrono::steady_clock::now();
   g_XSettings.promptKeyDelay = 1 << 30;
   zControl& field = control(kDialogFirstEdit);
   ui::ModalScript script;
@@ -242,17 +224,13 @@ TEST_F(EarlyKeys, GoToTheTextThatHadTheFocusWhenNobodyAskedForTheDialog) {
     ui::pressKey(XK_e);
     g_XSettings.promptKeyDelay = usual;
   });
-  script.when(
-      [&] {
-        ui::typeText("d");
-        return field.text() == "d";
-      },
-      "keys for the dialog",
-      [&] {
-        EXPECT_GE(steady_clock::now() - start, Milliseconds(usual));
-        ui::pressKey(XK_Return);
-      });
+  const auto isTyped = [&] {
+    ui::typeText("d");
+    return field.text() == "d";
+  };
+  script.when(isTyped, "keys for the dialog", [] { ui::pressKey(XK_Return); });
   EXPECT_EQ(run(script), 1);
+  EXPECT_GE(std::chrono::steady_clock::now() - start, Milliseconds(usual));
 }
 
 TEST_F(EarlyKeys, OfSeveralDialogsAreThoseOfTheFirst) {
@@ -273,43 +251,16 @@ TEST_F(EarlyKeys, OfSeveralDialogsAreThoseOfTheFirst) {
 TEST_F(EarlyKeys, AreTheDialogsOwnWhereThereIsNoDelay) {
   g_XSettings.promptKeyDelay = 0;
   ui::ModalScript script;
-  script.onDialog(kTitle, [&] {
-    ui::typeText("x");
-    EXPECT_EQ(control(kDialogFirstEdit).text(), "x");
-    ui::pressKey(XK_Escape);
-  });
-  EXPECT_EQ(run(script), 0);
-}
-
-TEST_F(Dialogs, ThatNobodyAskedForBringTheirWindowBackFromAnIcon) {
-  frame.reset();
-  ui::waitForNoDialog("Parent");
-  frame = std::make_unique<zAppFrame>(nullptr, new zSizer(200, 150, 400, 300), kStyleMainWindow,
-                                      "Parent");
-  frame->show(kShowMinimized);
-  ui::waitFor([&] { return isIconic(frame->shell()); }, "the icon");
-  const zUnaskedScope unasked;
-  make(kDialogRenameGroup);
-  ui::ModalScript script;
-  script.onDialog(kTitle, [&] {
-    constexpr unsigned long kUrgency = 1U << 8;
-    EXPECT_FALSE(isIconic(frame->shell()));
-    ui::waitFor(
-        [&] {
-          return (propertyOf(ui::windowOf(frame->shell()), "WM_HINTS").at(0) & kUrgency) == 0;
-        },
-        "the call for the user, who is there, to end");
-    dialog->endDialog();
-  });
-  EXPECT_EQ(run(script), 0);
+  script.onDialog(kTitle, [] { ui::typeText("x\n"); });
+  EXPECT_EQ(run(script), 1);
+  EXPECT_EQ(control(kDialogFirstEdit).text(), "x");
 }
 
 TEST_F(Dialogs, SurviveTheEndOfTheirObjectWhileTheyRun) {
   AskingDialog& running = make(kDialogRenameGroup);
   ui::ModalScript script;
   script.onDialog(kTitle, [&] { dialog.reset(); });
-  const int result = script.run([&] { return running.run(0); });
-  EXPECT_EQ(result, zDialogFrame::kDialogGone);
+  EXPECT_EQ(script.run([&] { return running.run(0); }), zDialogFrame::kDialogGone);
   ui::waitForNoDialog(kTitle);
 }
 
@@ -326,9 +277,9 @@ TEST_F(Dialogs, StandInTheMiddleOfTheParentOrOfTheScreenAndAllOnIt) {
     ui::waitFor(
         [&, at = parentAt] {
           frame->getExterior(outer);
-          return outer.pos() == at;
+          return outer == zRect(at, zDimension{400, 300});
         },
-        "the parent's new place");
+        "the parent's new place and size");
     zRect whole;
     make(kDialogRenameGroup).centre(overParent);
     ui::ModalScript script;

@@ -15,6 +15,7 @@
 #include "tests/ui/core/core_test.h"
 
 #include <X11/keysym.h>
+#include <X11/Xlib.h>
 
 namespace {
 
@@ -136,9 +137,9 @@ TEST(Frame, TheOuterRectangleHasTheDecorationAndIsWhatMovingTakes) {
   EXPECT_LT(client.height, 400 - 10);
   EXPECT_GT(client.x, 200);
   EXPECT_GT(client.y, 150 + 10);
-  const unsigned long before = nextRequest();
+  const unsigned long before = XNextRequest(ui::display());
   frame.exterior();
-  EXPECT_EQ(nextRequest(), before) << "what is known is not asked again";
+  EXPECT_EQ(XNextRequest(ui::display()), before) << "what is known is not asked again";
   frame.moveResize(0, 0, 1, 1);
   ui::waitFor([&] { return ui::areaOf(frame.shell()).width < 200; }, "the least size");
 }
@@ -169,7 +170,11 @@ TEST(Frame, TellsWhenTheWindowManagerActivatesItAndAsksToCloseIt) {
   TestFrame first;
   first.bringUp();
   ui::waitFor([&] { return !first.seen.empty(); }, "activation");
-  grabKeyboardFor(first.widget());
+  XGrabKeyboard(ui::display(), ui::windowOf(first.shell()), False, GrabModeAsync, GrabModeAsync,
+                CurrentTime);
+  ui::drain();
+  XUngrabKeyboard(ui::display(), CurrentTime);
+  ui::drain();
   TestFrame second;
   second.bringUp();
   ui::waitFor([&] { return first.seen.size() >= 2; }, "deactivation");

@@ -1,5 +1,6 @@
 #include "framework/core/message_box.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <iostream>
 #include <memory>
@@ -11,6 +12,13 @@
 namespace {
 
 constexpr const char* kTitle = "Korvane - Page file";
+
+/// The button of a message box with this label.
+Widget button(const std::string& label) {
+  const std::vector<Widget> parts = ui::partsOf(ui::part(kTitle, "MessageBox"));
+  return *std::find_if(parts.begin(), parts.end(),
+                       [&](Widget part) { return ui::textOf(part) == label; });
+}
 
 class MessageBox : public testing::Test {
  protected:
@@ -34,97 +42,67 @@ class MessageBox : public testing::Test {
     return result;
   }
 
-  static Widget box() { return ui::part(kTitle, "MessageBox"); }
-  static void pressReturn() { ui::pressKey(XK_Return); }
-
   std::unique_ptr<TestFrame> frame = std::make_unique<TestFrame>(new zSizer(nullptr), "Parent");
 };
 
-constexpr int kPrimaryModal = 1;
-constexpr int kFullModal = 2;
-constexpr int kSystemModal = 3;
-
-struct BoxCase {
-  int style;
-  const char* icon;
-  int modality;
-  std::vector<std::pair<const char*, int>> answers;  ///< of its buttons, from left to right
-  int closeAnswer;
-
-  std::string look() const {
-    std::string text = "{" + std::string(icon) + "}\nText\n---\n";
-    for (const auto& [label, answer] : answers) {
-      text += "[" + std::string(label) + "]";
-      text += label == answers.front().first ? " default focus\n" : "\n";
-    }
-    return text;
-  }
-};
-
-const BoxCase kBoxes[] = {
-    {kBoxOk, "", kPrimaryModal, {{"OK", 1}}, 0},
-    {kBoxStop | kBoxOkCancel | kBoxFullModal, "error", kFullModal, {{"OK", 1}, {"Cancel", 2}}, 2},
-    {kBoxQuestion | kBoxAbortRetryIgnore,
-     "question",
-     kPrimaryModal,
-     {{"Abort", 3}, {"Retry", 4}, {"Ignore", 5}},
-     4},
-    {kBoxWarning | kBoxYesNoCancel,
-     "warning",
-     kPrimaryModal,
-     {{"Yes", 6}, {"No", 7}, {"Cancel", 2}},
-     2},
-    {kBoxInformation | kBoxYesNo, "information", kPrimaryModal, {{"Yes", 6}, {"No", 7}}, 7},
-    {0x50 | kBoxRetryCancel, "", kPrimaryModal, {{"Retry", 4}, {"Cancel", 2}}, 2},
-    {6 | kBoxSystemModal, "", kSystemModal, {{"OK", 1}, {"Cancel", 2}}, 2},
-};
-
+// Its look, its modality, then the answers: to Return, to each button, to Escape, to a close.
 TEST_F(MessageBox, ShowsItsStyleAndAnswersByMouseKeyboardAndTheWindowManagersClose) {
-  for (const BoxCase& row : kBoxes) {
-    SCOPED_TRACE(row.style);
-    for (const auto& [label, result] : row.answers) {
-      EXPECT_EQ(answer(row.style, [&, name = label] { ui::click(boxPart(box(), name)); }), result);
-    }
-    const int byReturn = answer(row.style, [&] {
-      ui::waitFor([&] { return ui::focusIs(boxPart(box(), row.answers.front().first)); },
-                  "the focus on the default button");
-      EXPECT_EQ(ui::look(kTitle), row.look());
-      EXPECT_EQ(ui::resource(box(), "dialogStyle"), row.modality);
-      pressReturn();
+  for (const auto& [style, expected] : {
+           std::pair(kBoxOk + 0, "{} Text --- [OK] default focus 1: 1 1 00"),
+           {kBoxStop | kBoxOkCancel | kBoxFullModal,
+            "{error} Text --- [OK] default focus [Cancel] 2: 1 12 22"},
+           {kBoxQuestion | kBoxAbortRetryIgnore,
+            "{question} Text --- [Abort] default focus [Retry] [Ignore] 1: 3 345 44"},
+           {kBoxWarning | kBoxYesNoCancel,
+            "{warning} Text --- [Yes] default focus [No] [Cancel] 1: 6 672 22"},
+           {kBoxInformation | kBoxYesNo,
+            "{information} Text --- [Yes] default focus [No] 1: 6 67 77"},
+           {0x50 | kBoxRetryCancel, "{} Text --- [Retry] default focus [Cancel] 1: 4 42 22"},
+           {6 | kBoxSystemModal, "{} Text --- [OK] default focus [Cancel] 3: 1 12 22"},
+       }) {
+    std::string seen;
+    const auto add = [&, kind = style](const std::function<void()>& action) {
+      seen += std::to_string(answer(kind, action));
+    };
+    std::string look;
+    add([&] {
+      const auto hasFocus = [&] { return (look = ui::look(kTitle)).find("focus") != look.npos; };
+      ui::waitFor(hasFocus, "the focus on a button");
+      seen =
+          look + std::to_string(ui::resource(ui::part(kTitle, "MessageBox"), "dialogStyle")) + ": ";
+      ui::pressKey(XK_Return);
     });
-    EXPECT_EQ(byReturn, row.answers.front().second);
-    EXPECT_EQ(answer(row.style, [] { ui::pressKey(XK_Escape); }), row.closeAnswer);
-    EXPECT_EQ(answer(row.style, [] { ui::closeByWindowManager(ui::windowWithTitle(kTitle)); }),
-              row.closeAnswer);
+    seen += " ";
+    for (std::size_t at = 0; (at = look.find('[', at)) != look.npos; ++at) {
+      add([&] { ui::click(button(look.substr(at + 1, look.find(']', at) - at - 1))); });
+    }
+    seen += " ";
+    add([] { ui::pressKey(XK_Escape); });
+    add([] { ui::closeByWindowManager(ui::windowWithTitle(kTitle)); });
+    std::replace(seen.begin(), seen.end(), '\n', ' ');
+    EXPECT_EQ(seen, expected);
   }
-}
-
-TEST_F(MessageBox, KeepsAKeyThatStandsForAButtonThatIsNotThere) {
-  EXPECT_EQ(answer(kBoxOkCancel,
-                   [] {
-                     ui::pressKey(XK_F1);
-                     ui::pressKey(XK_Escape);
-                   }),
-            kAnswerCancel);
 }
 
 TEST_F(MessageBox, ShowsAnyTextWholeWithItsButtonsOnTheScreen) {
-  std::string manyLines;
-  for (int line = 0; line < 41; ++line) {
-    manyLines += "line " + std::to_string(line) + "\n";
+  std::string manyLines = "line";
+  for (int line = 0; line < 40; ++line) {
+    manyLines += "\nline " + std::to_string(line);
   }
-  for (const std::string& text :
-       {std::string(), std::string("two\nlines"), std::string("byte \xe4\xff here"),
-        std::string(20000, 'w'), manyLines, std::string("\n\n")}) {
-    SCOPED_TRACE(text.substr(0, 20));
-    answer(
-        kBoxWarning,
-        [&] {
-          EXPECT_EQ(ui::textOf(boxPart(box(), "")), text);
-          EXPECT_TRUE(ui::isOnTheScreen(ui::windowWithTitle(kTitle)));
-          pressReturn();
-        },
-        text);
+  const std::string wide(20000, 'w');
+  for (const auto& [text, look] : {std::pair<std::string, std::string>("", ""),
+                                   {"\n\nlines", "\n\nlines\n"},
+                                   {"byte \xe4\xff here", "byte \xe4\xff here\n"},
+                                   {wide, "<" + wide + ">\nbar 0 of 0 to 200 by 30\n"},
+                                   {manyLines, "<" + manyLines + ">\nbar 0 of 0 to 41 by 30\n"}}) {
+    const auto action = [&, shown = "{warning}\n" + look + "---\n[OK] default focus\n"] {
+      ui::waitForFocus(button("OK"));
+      EXPECT_TRUE(ui::look(kTitle) == shown) << shown.substr(0, 40);
+      EXPECT_TRUE(ui::isOnTheScreen(ui::windowWithTitle(kTitle)));
+      ui::pressKey(XK_F1);  // stands for a button that is not there
+      ui::pressKey(XK_Return);
+    };
+    EXPECT_EQ(answer(kBoxWarning, action, text), kAnswerOk);
   }
 }
 
@@ -134,22 +112,18 @@ TEST_F(MessageBox, EndsTheWaitOfABoxUnderItWithoutAnAnswer) {
   // A box of any modality leaves the keyboard to the one over it.
   const int outer = answer(kBoxSystemModal | kBoxOkCancel, [&] {
     ui::ModalScript script;
-    script.onDialog("Inner", pressReturn);
+    script.onDialog("Inner", XK_Return);
     inner = script.run([&] { return zMessage(frame.get(), "Text", "Inner", kBoxOkCancel).result; });
   });
   EXPECT_EQ(inner, kAnswerOk);
   EXPECT_EQ(outer, kAnswerNone);
 }
 
-TEST_F(MessageBox, EndsWithItsParent) {
-  EXPECT_EQ(answer(kBoxOkCancel, [&] { frame.reset(); }), kAnswerNone);
-}
-
-TEST_F(MessageBox, BelongsToTheMainWindowWhenItHasNoParent) {
+TEST_F(MessageBox, EndsWithItsParentOrTheMainWindowWhenItHasNone) {
   ui::ModalScript script;
   script.onDialog(kTitle, XK_Return);
-  EXPECT_EQ(script.run([] { return zMessage(nullptr, nullptr, kTitle, kBoxOk).isOk(); }), true);
-  frame.reset();
+  EXPECT_TRUE(script.run([] { return zMessage(nullptr, nullptr, kTitle, kBoxOk).isOk(); }));
+  EXPECT_EQ(answer(kBoxOkCancel, [&] { frame.reset(); }), kAnswerNone);
   EXPECT_EQ(zMessage(nullptr, "Text", kTitle, kBoxOk).result, kAnswerNone);
 }
 
