@@ -13,6 +13,7 @@ constexpr zPoint kPlace{120, 80};
 class PopupTest : public MenuTest {
  protected:
   PopupTest() : popup(std::make_unique<zPopupMenu>(zPoint{}, frame.get())) {
+    more.appendItem(kExtra, "&Extra", 0);
     popup->appendItem(kAdd, "&Add...", 0);
     popup->appendSeparator();
     popup->appendItem(kRename, "Re&name Group...", 0);
@@ -29,12 +30,11 @@ class PopupTest : public MenuTest {
     return takeJournal();
   }
 
+  zMenu more;
   std::unique_ptr<zPopupMenu> popup;
 };
 
 TEST_F(PopupTest, ShowsAtAPlaceInItsOwnerWhatItsItemsAreAndTellsOfThem) {
-  zMenu more;
-  more.appendItem(kExtra, "&Extra", 0);
   popup->addSubMenu(&more, "&More", 1);
   popup->setGrayed(kAdd, 1);
   popup->checkItem(kRename, 1);
@@ -58,17 +58,22 @@ TEST_F(PopupTest, ShowsAtAPlaceInItsOwnerWhatItsItemsAreAndTellsOfThem) {
 }
 
 TEST_F(PopupTest, EndsByTheKeyboardAnOutsideClickAndTheButtonItWasShownFor) {
+  popup->addSubMenu(&more, "&More", 1);
   const MenuJournal nothing;
+  const MenuJournal extra = {"owner command 1200"};
   const MenuJournal add = {"owner command 2200"};
   const MenuJournal rename = {"owner command 2203"};
   const auto key = [](ui::KeySymbol symbol) { return [=] { ui::pressKey(symbol); }; };
   ui::click(pane->widget());
+  const std::function<void()> chooseInSubMenu = [&] {
+    ui::pressKey(XK_m);
+    ui::waitFor([&] { return ui::isViewable(popup->itemWidget(kExtra)); }, "the sub menu");
+    ui::click(popup->itemWidget(kExtra));
+  };
   const std::pair<std::function<void()>, MenuJournal> ends[] = {
-      {[] {
-         ui::pressKey(XK_Down);
-         ui::pressKey(XK_Return);
-       },
-       rename},
+      {chooseInSubMenu, extra},
+      {chooseInSubMenu, extra},
+      {[] { ui::pressKey(XK_Up), ui::pressKey(XK_Return); }, rename},
       {key(XK_Return), add},
       {key(XK_Escape), nothing},
       {key(XK_n), rename},
@@ -83,34 +88,22 @@ TEST_F(PopupTest, EndsByTheKeyboardAnOutsideClickAndTheButtonItWasShownFor) {
   }
   ui::waitForFocus(pane->widget());
   EXPECT_THAT(choose(1, kNumbers), ElementsAre("owner command 1106")) << "no grab is left";
-}
-
-TEST_F(PopupTest, ItsSubMenusWorkInEachRound) {
-  zMenu more;
-  more.appendItem(kExtra, "&Extra", 0);
-  popup->addSubMenu(&more, "&More", 1);
-  for (int round = 0; round < 2; ++round) {
-    ui::ModalScript script;
-    script.when([this] { return isPosted(); }, "the popup", [] { ui::pressKey(XK_m); });
-    script.when([&] { return ui::isViewable(popup->itemWidget(kExtra)); }, "its sub menu",
-                [&] { ui::click(popup->itemWidget(kExtra)); });
-    script.run([this] { return popup->popup(kPlace, kButton); });
-    EXPECT_THAT(takeJournal(), ElementsAre("owner command 1200"));
-  }
   EXPECT_EQ(more.appendItem(kCopy, "Later", 0), 0);
 }
 
 TEST_F(PopupTest, MayBeDestroyedByItsHandlerOrMeanwhileOrWithItsOwner) {
+  const auto anew = [&] {
+    popup = std::make_unique<zPopupMenu>(zPoint{}, frame.get());
+    popup->appendItem(kAdd, "&Add...", 0);
+  };
   popup->setCommand(&listener, MenuListener::handler(), kAdd);
   listener.action = [&] { popup.reset(); };
   EXPECT_THAT(postAnd([&] { ui::click(popup->itemWidget(kAdd)); }), ElementsAre("command 2200"));
   EXPECT_EQ(zPopupMenu::active(), nullptr);
-  popup = std::make_unique<zPopupMenu>(zPoint{}, frame.get());
-  popup->appendItem(kAdd, "&Add...", 0);
+  anew();
   postAnd([&] { popup.reset(); });
   EXPECT_THAT(choose(0, kExit), ElementsAre("owner command 1003")) << "no grab is left";
-  popup = std::make_unique<zPopupMenu>(zPoint{}, frame.get());
-  popup->appendItem(kAdd, "&Add...", 0);
+  anew();
   postAnd([&] { frame.reset(); });
   EXPECT_EQ(popup->widget(), nullptr);
 }
@@ -144,12 +137,9 @@ TEST_F(PopupTest, HearsTheEventsOfOtherMenusFirstOnceItWasShown) {
   EXPECT_THAT(choose(0, kExit), ElementsAre("popup command 1003"));
   popup.reset();
   EXPECT_EQ(choose(0, kExit), usual);
-}
-
-TEST_F(PopupTest, IsNotShownForAnOwnerThatIsNotOnTheScreen) {
   MenuFrame hidden(journal);
-  zPopupMenu other({}, &hidden);
-  EXPECT_EQ(other.popup(kPlace, kButton), 0);
+  zPopupMenu unseen({}, &hidden);
+  EXPECT_EQ(unseen.popup(kPlace, kButton), 0) << "its owner is not on the screen";
   EXPECT_EQ(zPopupMenu::active(), nullptr);
 }
 

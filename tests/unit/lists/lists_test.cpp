@@ -6,6 +6,7 @@
 #include <ostream>
 #include <random>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "framework/controls/combo_box.h"
@@ -60,13 +61,7 @@ TEST(DropDownPlace, StaysOnTheScreen) {
   const auto at = [](int x, int y, int width, int height) {
     return zRect(zPoint{x, y}, zDimension{width, height});
   };
-  struct Case {
-    const char* situation;
-    zRect entry;
-    zDimension list;
-    zRect expected;
-  };
-  const Case cases[] = {
+  const std::tuple<const char*, zRect, zDimension, zRect> rows[] = {
       {"room below", at(100, 100, 200, 20), {220, 120}, at(100, 120, 220, 120)},
       {"just room below", at(100, 660, 200, 20), {220, 120}, at(100, 680, 220, 120)},
       {"room only above", at(100, 661, 200, 20), {220, 120}, at(100, 541, 220, 120)},
@@ -79,8 +74,8 @@ TEST(DropDownPlace, StaysOnTheScreen) {
       {"wider than the screen", at(10, 100, 2000, 20), {2020, 120}, at(0, 120, 2020, 120)},
       {"entry below the screen", at(100, 900, 200, 20), {220, 1200}, at(100, 0, 220, 900)},
   };
-  for (const Case& row : cases) {
-    EXPECT_EQ(dropDownRect(row.entry, row.list, {1000, 800}), row.expected) << row.situation;
+  for (const auto& [situation, entry, list, expected] : rows) {
+    EXPECT_EQ(dropDownRect(entry, list, {1000, 800}), expected) << situation;
   }
 }
 

@@ -4,16 +4,13 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <tuple>
+
 namespace {
 
 TEST(MenuItem, TakesMnemonicAndAcceleratorOutOfItsTextOnceAndOutOfANewTextAnew) {
-  struct Case {
-    const char* text;
-    char mnemonic;
-    const char* label;
-    const char* accelerator;
-  };
-  const Case cases[] = {
+  const std::tuple<const char*, char, const char*, const char*> rows[] = {
       {"&File", 'F', "File", ""},
       {"&Open...\tCtrl+O", 'O', "Open...", "Ctrl+O"},
       {"Cut && Paste", 0, "Cut & Paste", ""},
@@ -25,30 +22,28 @@ TEST(MenuItem, TakesMnemonicAndAcceleratorOutOfItsTextOnceAndOutOfANewTextAnew) 
       {"", 0, "", ""},
   };
   ziMenuItem changing(1, "A && B", 0);
-  for (const Case& row : cases) {
-    ziMenuItem item(1, row.text, 0);
-    EXPECT_EQ(item.mnemonic, 0) << row.text;
-    changing.setText(RWCString(row.text));
+  for (const auto& [text, mnemonic, label, accelerator] : rows) {
+    ziMenuItem item(1, text, 0);
+    EXPECT_EQ(item.mnemonic, 0) << text;
+    changing.setText(RWCString(text));
     for (ziMenuItem* parsed : {&item, &changing}) {
       parsed->parseText();
       parsed->parseText();  // as a popup does, each time that it is shown
       const ziMenuLabel parts = splitMenuText(parsed->text.view());
-      EXPECT_EQ(parsed->mnemonic, row.mnemonic) << row.text;
-      EXPECT_EQ(parts.label, row.label) << row.text;
-      EXPECT_EQ(parts.accelerator, row.accelerator) << row.text;
+      EXPECT_EQ(std::tie(parsed->mnemonic, parts.label, parts.accelerator),
+                std::make_tuple(mnemonic, std::string(label), std::string(accelerator)));
     }
   }
 }
 
 TEST(MenuItem, StartsInTheStateOfItsFlagsAndTellsThemWhenSelected) {
-  struct Case {
+  const struct {
     int id;
     unsigned flags;
     int idAfter;
     unsigned state;
     int selectFlags;
-  };
-  const Case cases[] = {
+  } rows[] = {
       {1, 0, 1, 0x00, 0},
       {0, 0, 0, 0x00, 0},
       {1, kItemGreyed, 1, 0x01, 3},
@@ -61,11 +56,11 @@ TEST(MenuItem, StartsInTheStateOfItsFlagsAndTellsThemWhenSelected) {
       {0, kItemSeparator, kNoItemId, 0x00, kItemSubMenu},
       {7, kItemSeparator, 7, 0x00, 0},
   };
-  for (const Case& row : cases) {
+  for (const auto& row : rows) {
     const ziMenuItem item(row.id, nullptr, row.flags);
-    EXPECT_EQ(item.id, row.idAfter) << row.flags;
-    EXPECT_EQ(item.state, row.state) << row.flags;
-    EXPECT_EQ(item.selectFlags(), row.selectFlags) << row.flags;
+    EXPECT_EQ(std::make_tuple(item.id, unsigned{item.state}, int{item.selectFlags()}),
+              std::tie(row.idAfter, row.state, row.selectFlags))
+        << row.flags;
     EXPECT_EQ(item.isSeparator(), (row.flags & kItemSeparator) != 0) << row.flags;
     EXPECT_EQ(item.text, RWCString(""));
   }
@@ -75,21 +70,17 @@ TEST(MenuItem, StartsInTheStateOfItsFlagsAndTellsThemWhenSelected) {
 }
 
 TEST(MenuItem, GreyingKeepsTheCheckMarkAndCheckingAChangedItemGreysIt) {
-  struct Case {
-    unsigned before, greyed, ungreyed, checked, unchecked;
-  };
-  // Intended: to check or not, whatever is not 0 counts as greyed, also the check mark itself.
-  const Case cases[] = {
-      {0x00, 0x01, 0x00, 0x10, 0x00},
-      {0x01, 0x01, 0x00, 0x11, 0x01},
-      {0x10, 0x11, 0x10, 0x11, 0x01},
-      {0x11, 0x11, 0x10, 0x11, 0x01},
-  };
-  for (const Case& row : cases) {
-    EXPECT_EQ(greyedMenuItemState(row.before, true), row.greyed) << row.before;
-    EXPECT_EQ(greyedMenuItemState(row.before, false), row.ungreyed) << row.before;
-    EXPECT_EQ(checkedMenuItemState(row.before, true), row.checked) << row.before;
-    EXPECT_EQ(checkedMenuItemState(row.before, false), row.unchecked) << row.before;
+  // Before; greyed, not greyed, checked, not checked. Intended: to check or not, whatever is not 0
+  // counts as greyed, also the check mark itself.
+  constexpr unsigned kRows[][5] = {{0x00, 0x01, 0x00, 0x10, 0x00},
+                                   {0x01, 0x01, 0x00, 0x11, 0x01},
+                                   {0x10, 0x11, 0x10, 0x11, 0x01},
+                                   {0x11, 0x11, 0x10, 0x11, 0x01}};
+  for (const auto& row : kRows) {
+    const unsigned states[] = {
+        row[0], greyedMenuItemState(row[0], true), greyedMenuItemState(row[0], false),
+        checkedMenuItemState(row[0], true), checkedMenuItemState(row[0], false)};
+    EXPECT_TRUE(std::equal(std::begin(row), std::end(row), states)) << row[0];
   }
 }
 
