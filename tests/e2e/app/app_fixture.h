@@ -17,6 +17,7 @@ inline constexpr const char* kMainTitle = "Korvane UI";
 inline constexpr const char* kRefusedTitle = "Korvane UI: INFO";
 inline constexpr const char* kLostTitle = "Korvane UI: NELMPM Error";
 inline constexpr const char* kPromptTitle = "Korvane Select";
+inline constexpr screen::KeySymbol kClose = 0;  ///< no key, but the window manager
 
 /// The real program as the child of a scripted Postmaster, and its user.
 class AppTest : public testing::Test {
@@ -43,10 +44,11 @@ class AppTest : public testing::Test {
 
   /// Waits until what the user types reaches the command line.
   void awaitCommandLine(User& typist) {
-    const Deadline deadline(kAnswerTime);
-    while (!postmaster.hasMessage(Milliseconds{50}) && !deadline.hasPassed()) {
+    const auto isHeard = [&] {
       typist.press(XK_Return);
-    }
+      return postmaster.hasMessage(Milliseconds{50});
+    };
+    typist.waitFor(isHeard, "a command");
     typist.type("ready\n");
     postmaster.expectLater(MSG_UI_COMMAND, "ready");
   }
@@ -72,15 +74,22 @@ class AppTest : public testing::Test {
     postmaster.send(MSG_T_TEXT, text);
     expectAnswer();
   }
-  /// The user types and the tester hears it as a command.
-  void command(const std::string& line, SourceLine where = SourceLine::current()) {
+  /// The user types a line and the tester hears it, or these commands, if any.
+  void command(const std::string& line, const std::vector<std::string>& heard = {},
+               SourceLine where = SourceLine::current()) {
     user.type(line + "\n");
-    postmaster.expect({MSG_UI_COMMAND, where}, line);
+    hear(heard.empty() ? std::vector{line} : heard, where);
+  }
+  void hear(const std::vector<std::string>& commands, SourceLine where = SourceLine::current()) {
+    for (const std::string& one : commands) {
+      postmaster.expect({MSG_UI_COMMAND, where}, one);
+    }
   }
 
+  std::string procFolder() { return "/proc/" + std::to_string(postmaster.tool().id()); }
   /// Waits until the program has slept at each of many looks in a row: it has handled all input.
   void awaitSleep() {
-    const std::string file = "/proc/" + std::to_string(postmaster.tool().id()) + "/stat";
+    const std::string file = procFolder() + "/stat";
     constexpr int kLooks = 30;
     int asleep = 0;
     const auto sleepsOn = [&] {
@@ -103,20 +112,12 @@ class AppTest : public testing::Test {
     postmaster.send(MSG_T_SYSTEM_OPENED, folder.string(), "crossing");
   }
 
-  /// A frame as bytes, with a payload that need not fit its tag.
-  static std::string frame(int tag, std::string_view payload = {}) {
-    return frame(tag, payload, static_cast<int>(payload.size()));
-  }
-  static std::string frame(int tag, std::string_view payload, int announced) {
-    return wireText({kFrameDirected, tag, NELKV, NELKVUI, announced}, payload);
-  }
-
-  /// Waits for a dialog, answers it by a text and a key, and waits for its end.
+  /// Waits for a dialog, answers it by a text and a key, or closes it, and waits for its end.
   void answer(const std::string& title, const std::string& text = "",
               screen::KeySymbol key = XK_Return, SourceLine where = SourceLine::current()) {
     const Window dialog = user.awaitWindow(title, mainWindow, where);
     user.type(text);
-    user.press(key);
+    key != kClose ? user.press(key) : user.close(dialog);
     user.awaitGone(dialog, where);
   }
 

@@ -8,6 +8,8 @@ namespace {
 
 using screen::ScreenArea;
 
+constexpr const char* kExitTitle = "Korvane UI Exit";
+constexpr const char* kLoadTitle = "Korvane UI Load Buttons";
 constexpr const char* kSaved = ":Mine\nOne\ndo One\n";
 
 class ButtonSetTest : public AppTest {
@@ -48,13 +50,6 @@ class ButtonSetTest : public AppTest {
     answer("Korvane UI Add Group", "Second");
     awaitGroupFields(5);
   }
-  /// Presses the button behind the first one of the save question.
-  void discard() {
-    const Window question = user.awaitWindow("Korvane UI Exit");
-    user.press(XK_Tab);
-    user.press(XK_space);
-    user.awaitGone(question);
-  }
   std::string savedSet() const { return readFile(folder / "nelkv.btn"); }
 
   TemporaryFolder folder;
@@ -63,7 +58,7 @@ class ButtonSetTest : public AppTest {
 TEST_F(ButtonSetTest, IsMadeUsedAndSavedByTheUser) {
   connect();
   openSystemIn(folder.path());
-  answer("Korvane UI Load Buttons", "", XK_Escape);
+  answer(kLoadTitle, "", XK_Escape);
   awaitCommandLine();
   choose(XK_b, XK_g);
   answer("Korvane UI Add Group", "Mine");
@@ -91,9 +86,7 @@ TEST_F(ButtonSetTest, IsMadeUsedAndSavedByTheUser) {
   awaitField(opener);
 
   user.click(awaitGroupFields(5)[3]);
-  user.type("typed at once\n");
-  postmaster.expect(MSG_UI_COMMAND, "do Two");
-  postmaster.expect(MSG_UI_COMMAND, "typed at once");
+  command("typed at once", {"do Two", "typed at once"});
   user.clickLeft(awaitGroupFields(5)[1]);
   user.awaitMenu();
   user.press(XK_d);
@@ -102,7 +95,7 @@ TEST_F(ButtonSetTest, IsMadeUsedAndSavedByTheUser) {
   awaitCommandLine();
 
   user.close(mainWindow);
-  answer("Korvane UI Exit");  // Save
+  answer(kExitTitle);  // Save
   answer("Korvane UI Save Buttons");
   postmaster.expect(MSG_UI_EXIT);
   postmaster.expect(MSG_DISCONNECT);
@@ -112,23 +105,22 @@ TEST_F(ButtonSetTest, IsMadeUsedAndSavedByTheUser) {
 
 TEST_F(ButtonSetTest, KeepsTheProgramUntilItIsSavedOrDiscarded) {
   startAndChangeTheSet();
-  for (int attempt = 0; attempt < 2; ++attempt) {
-    user.press(XK_q, screen::kControl);
-    answer("Korvane UI Exit", "", XK_Escape);
-    awaitCommandLine();
-  }
   // Asked once however often the window is closed.
   for (int i = 0; i < 3; ++i) {
     user.close(mainWindow);
   }
-  const Window once = user.awaitWindow("Korvane UI Exit");
-  expectAnswer();
-  user.press(XK_Escape);
-  user.awaitGone(once);
-  awaitCommandLine();
+  for (const bool isAskedAgain : {true, false}) {
+    user.awaitWindow(kExitTitle);
+    expectAnswer();
+    answer(kExitTitle, "", XK_Escape);
+    awaitCommandLine();
+    if (isAskedAgain) {
+      user.press(XK_q, screen::kControl);
+    }
+  }
   // The tester's last word leaves no choice but the question is asked all the same.
   postmaster.send(MSG_T_EXIT_CONFIRM);
-  discard();
+  answer(kExitTitle, "\t", XK_space);  // Discard
   postmaster.expect(MSG_DISCONNECT);
   expectEnd();
   EXPECT_EQ(savedSet(), kSaved);
@@ -139,8 +131,8 @@ TEST_F(ButtonSetTest, IsAskedForBeforeTheEndThatALostLinkBringsAndNothingElseIsP
   postmaster.send(MSG_SHUTDOWN, 0, 0, 0, 0);
   postmaster.expect(MSG_SHUTDOWN_ACK);
   answer(kLostTitle);
-  answer("Korvane UI Exit", "", XK_Escape);
-  discard();
+  answer(kExitTitle, "", XK_Escape);
+  answer(kExitTitle, "\t", XK_space);
   expectEnd();
 }
 
@@ -161,17 +153,18 @@ TEST_F(ButtonSetTest, BringsMenusAndLosesThemToAnotherSet) {
   startWith(":G\nButton\na;\"b;c\"\n:MENU &More\n&First\nsend;as one\nseparator\n");
   folder.write("other set.btn", ":H\nfirst\ny\nsecond\nw\n");
   user.click(awaitGroupFields(3)[2]);
-  postmaster.expect(MSG_UI_COMMAND, "a");
+  hear({"a"});
   choose(XK_m, XK_f);
-  postmaster.expect(MSG_UI_COMMAND, "send;as one");
+  hear({"send;as one"});
   choose(XK_b, XK_l);
-  answer("Korvane UI Load Buttons", "no such file");
+  answer(kLoadTitle, "no such file");
   answer("Korvane UI Error");
-  answer("Korvane UI Load Buttons", "other set.btn");
+  answer(kLoadTitle, "other set.btn");
   user.click(awaitGroupFields(4)[3]);
-  postmaster.expect(MSG_UI_COMMAND, "w");
+  hear({"w"});
   user.press(XK_m, screen::kAlt);
-  EXPECT_FALSE(user.seesMenu(Milliseconds{200}));
+  awaitSleep();
+  EXPECT_FALSE(user.hasPopup());
 }
 
 }  // namespace

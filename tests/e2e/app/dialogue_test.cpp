@@ -9,35 +9,28 @@ TEST_F(AppTest, ShowsTheTestersTextAndSendsTheUsersCommands) {
   for (const char* text : {"one\n", "", "two, unfinished"}) {
     postmaster.send(MSG_T_TEXT, text);
   }
-  for (const std::string& line : {std::string("list-process \"a;b\" ?"), std::string(900, 'x')}) {
-    command(line);
-  }
-  user.type("\n");
-  postmaster.expect(MSG_UI_COMMAND, "?\?");
+  command("list-process \"a;b\" ?");
+  command(std::string(900, 'x'));
+  command("", {"?\?"});
   user.type("\xE4\xDF\n");
   const Message umlauts = postmaster.expect(MSG_UI_COMMAND, "\xE4\xDF");
-  EXPECT_EQ(umlauts.sender, NELKVUI);
-  EXPECT_EQ(umlauts.dest, NELKV);
+  EXPECT_EQ(std::pair(umlauts.sender, umlauts.dest), std::pair(int{NELKVUI}, int{NELKV}));
   user.expectText(mainWindow, "one\ntwo, unfinished");
 }
 
 TEST_F(AppTest, SendsTheRestOfALineWhenTheTesterHasAnsweredAndConfirmed) {
   connect();
-  user.type("a;b;c\n");
-  postmaster.expect(MSG_UI_COMMAND, "a");
+  command("a;b;c", {"a"});
   postmaster.send(MSG_T_PROMPT, "a");
   tell("");
   tell("output\n");
   postmaster.send(MSG_T_PROMPT, "a");
-  postmaster.expect(MSG_UI_COMMAND, "b");
-  postmaster.expect(MSG_UI_COMMAND, "c");
+  hear({"b", "c"});
   // A new line drops what the last one left waiting.
-  user.type(";old\nnew;x\n");
-  postmaster.expect(MSG_UI_COMMAND, "");
-  postmaster.expect(MSG_UI_COMMAND, "new");
+  command(";old\nnew;x", {"", "new"});
   postmaster.send(MSG_T_TEXT, "output\n");
   postmaster.send(MSG_T_PROMPT, "new");
-  postmaster.expect(MSG_UI_COMMAND, "x");
+  hear({"x"});
   expectAnswer();
 }
 
@@ -48,22 +41,19 @@ TEST_F(AppTest, BringsBackConfirmedCommandsOnly) {
   expectAnswer();
   command("never confirmed");
   user.press(XK_Down);
-  user.type("\n");
-  postmaster.expect(MSG_UI_COMMAND, "second");
-  for (const screen::KeySymbol key : {XK_Down, XK_Down, XK_Up, XK_Down, XK_Return}) {
+  command("", {"second"});
+  for (const screen::KeySymbol key : {XK_Down, XK_Down}) {
     user.press(key);
   }
-  postmaster.expect(MSG_UI_COMMAND, "first");
+  command("", {"first"});
   // What stands in the entry when the confirmation comes is put in front of it. Intended.
   user.type("x");
   awaitSleep();
   postmaster.send(MSG_T_PROMPT, "y");
   expectAnswer();
-  user.type("\n");
-  postmaster.expect(MSG_UI_COMMAND, "x");
+  command("", {"x"});
   user.press(XK_Down);
-  user.type("\n");
-  postmaster.expect(MSG_UI_COMMAND, "xy");
+  command("", {"xy"});
 }
 
 TEST_F(AppTest, AnswersAndAcknowledgesItsBoxes) {
@@ -72,17 +62,16 @@ TEST_F(AppTest, AnswersAndAcknowledgesItsBoxes) {
   expectAnswer();  // the link is read under the box
   answer("Korvane - Page file");
   postmaster.expect(MSG_UI_OK);
-  postmaster.send(MSG_T_QUESTION, "Second", "Go on?");
-  answer("Second", "", XK_Escape);
-  postmaster.expect(MSG_UI_NOT_OK);
-  postmaster.send(MSG_T_QUESTION, "Third", "Go on?");
-  user.close(user.awaitWindow("Third"));
-  postmaster.expect(MSG_UI_NOT_OK);
-  postmaster.send(MSG_T_WARNING_BOX, "Warning", "text\nin lines");
-  answer("Warning");
-  postmaster.send(MSG_LINK_WARNING_BOX, "Link warning", std::string(4000, 'w'));
-  answer("Link warning");
-  expectAnswer();  // no word of the warnings
+  for (const screen::KeySymbol key : {screen::KeySymbol{XK_Escape}, kClose}) {
+    postmaster.send(MSG_T_QUESTION, "Second", "Go on?");
+    answer("Second", "", key);
+    postmaster.expect(MSG_UI_NOT_OK);
+  }
+  for (const int warning : {MSG_T_WARNING_BOX, MSG_LINK_WARNING_BOX}) {
+    postmaster.send(warning, "Warning", std::string(4000, 'w'));
+    answer("Warning");
+    expectAnswer();  // no word of the warning
+  }
   // Intended: the end of an inner box ends the wait of the outer one too.
   postmaster.send(MSG_T_ERROR_BOX, "Outer", "text");
   const Window outer = user.awaitWindow("Outer");
@@ -97,8 +86,7 @@ TEST_F(AppTest, AnswersAndAcknowledgesItsBoxes) {
 TEST_F(AppTest, FollowsTheTestersTitleAndDirectory) {
   const TemporaryFolder folder;
   const auto workingFolder = [this] {
-    return std::filesystem::read_symlink("/proc/" + std::to_string(postmaster.tool().id()) +
-                                         "/cwd");
+    return read_symlink(std::filesystem::path(procFolder()) / "cwd");
   };
   connect();
   for (const std::string title : {"Crossing", "Other"}) {
@@ -148,44 +136,27 @@ TEST_F(AppTest, LosesNoKeyAndNoLineInAFloodOfText) {
   user.expectText(mainWindow, expected);
 }
 
-struct MenuRow {
-  screen::KeySymbol menu, item;  ///< without a menu, an accelerator
-  unsigned modifiers;
-  int tag;
-  const char* text;
-  int dest;
-};
-
-TEST_F(AppTest, SendsTheCommandsOfMenusAndAcceleratorsToTheirTools) {
+// All the others are tried within one process: that they leave it is seen here.
+TEST_F(AppTest, SendsTheCommandsOfMenusAcceleratorsAndToolBarToTheirTools) {
   connect();
-  for (const MenuRow& row : {
-           MenuRow{XK_f, XK_d, 0, MSG_UI_COMMAND, "Change-Directory", NELKV},
-           MenuRow{XK_v, XK_f, 0, MSG_UI_FIND, "", NELKV},
-           MenuRow{XK_h, XK_e, 0, MSG_HELP_REQUEST, "tessil-generator", NELLINK},
-           MenuRow{XK_h, XK_u, 0, MSG_HELP_REQUEST, "tessil-testerui", NELLINK},
-           MenuRow{XK_h, XK_k, 0, MSG_HELP_REQUEST, "tessil-tester", NELLINK},
-           MenuRow{XK_h, XK_c, 0, MSG_HELP_REQUEST, "tessil-tester-commands", NELLINK},
-           MenuRow{0, XK_F1, 0, MSG_HELP_REQUEST, "tessil-generator", NELLINK},
-           MenuRow{0, XK_h, screen::kControl, MSG_HELP_REQUEST, "tessil-testerui", NELLINK},
-           MenuRow{0, XK_1, screen::kControl, MSG_SHOW_ORGANIZER, "", NELLINK},
-       }) {
-    if (row.menu != 0) {
-      choose(row.menu, row.item);
-    } else {
-      user.press(row.item, row.modifiers);
-    }
-    const Message sent = postmaster.expect(row.tag);
-    EXPECT_EQ(std::pair(sent.text(), sent.dest), std::pair(std::string(row.text), row.dest));
-    // The keyboard is back at the command line after each command.
-    awaitCommandLine();
-  }
+  const auto expectSent = [&](int tag, const std::string& text, int dest) {
+    const Message sent = postmaster.expect(tag);
+    EXPECT_EQ(std::pair(sent.text(), sent.dest), std::pair(text, dest));
+    awaitCommandLine();  // the keyboard is back there after each command
+  };
+  choose(XK_f, XK_d);
+  expectSent(MSG_UI_COMMAND, "Change-Directory", NELKV);
+  choose(XK_v, XK_f);
+  expectSent(MSG_UI_FIND, "", NELKV);
+  choose(XK_h, XK_u);
+  expectSent(MSG_HELP_REQUEST, "tessil-testerui", NELLINK);
+  user.press(XK_F1);
+  expectSent(MSG_HELP_REQUEST, "tessil-generator", NELLINK);
   std::vector<screen::ScreenArea> buttons = user.fields(mainWindow);
   std::erase_if(buttons, [](const auto& field) { return field.width != 24 || field.height != 22; });
   ASSERT_EQ(buttons.size(), 5U);
   user.click(buttons[3]);
-  EXPECT_EQ(postmaster.expect(MSG_SHOW_ORGANIZER).dest, NELLINK);
-  user.click(buttons[4]);
-  postmaster.expect(MSG_HELP_REQUEST, "tessil-testerui");
+  expectSent(MSG_SHOW_ORGANIZER, "", NELLINK);
   user.click(buttons[0]);
   answer("Open Symbol File", "", XK_Escape);
   awaitCommandLine();
@@ -197,10 +168,12 @@ TEST_F(AppTest, MenusOpenByF10AndTheWindowStaysUsableInEverySizeAndWithoutBars) 
     user.press(XK_F10);
     // Nothing tells when the bar has taken the keyboard; a Down that comes before goes to the empty
     // history and is pressed again.
-    const Deadline deadline(kAnswerTime);
-    do {
+    const auto isOpenByDown = [&] {
       user.press(XK_Down);
-    } while (!user.seesMenu(Milliseconds{2000}) && !deadline.hasPassed());
+      awaitSleep();
+      return user.hasPopup();
+    };
+    user.waitFor(isOpenByDown, "a menu");
     user.press(key);
     if (key == XK_Escape) {
       user.press(key);  // the bar's keyboard, too
@@ -210,8 +183,7 @@ TEST_F(AppTest, MenusOpenByF10AndTheWindowStaysUsableInEverySizeAndWithoutBars) 
     user.awaitNoMenu();
     awaitCommandLine();
   }
-  const std::pair<int, int> sizes[] = {{600, 280}, {900, 700}, {640, 400}, {700, 500}};
-  for (const auto& [width, height] : sizes) {
+  for (const auto& [width, height] : {std::pair(600, 280), {900, 700}, {640, 400}, {700, 500}}) {
     user.resize(mainWindow, width, height);
     user.press(XK_t, screen::kControl);
     user.press(XK_f, screen::kControl);
@@ -240,8 +212,7 @@ TEST_F(AppTest, CopiesFromTheLogPastesBehindWhatIsTypedAndFindsTheSelection) {
   user.press(XK_c, screen::kControl);
   user.type("-");
   user.press(XK_v, screen::kControl);
-  user.type("\n");
-  postmaster.expect(MSG_UI_COMMAND, "-list-process");
+  command("", {"-list-process"});
   user.expectText(mainWindow, "list-process");
   choose(XK_v, XK_s);
   // The only place of the selection is where a search from the start does not look.
@@ -256,8 +227,7 @@ TEST_F(AppTest, CopiesFromTheLogPastesBehindWhatIsTypedAndFindsTheSelection) {
   user.press(XK_c, screen::kControl);
   user.type("z");
   user.press(XK_v, screen::kControl);
-  user.type("\n");
-  postmaster.expect(MSG_UI_COMMAND, "zlist-process");
+  command("", {"zlist-process"});
 }
 
 }  // namespace

@@ -84,20 +84,18 @@ TEST_F(AppTest, IsUsableOnAServerWithoutFontsOfItsOwn) {
 // The resource file names a colour that there is not, which the toolkit complains of.
 TEST_F(AppTest, ReadsTheResourceFileOfTheFirstDirectoryOrTheInstallation) {
   const TemporaryFolder folder;
-  const std::string there = (folder / "there").string();
-  const std::string installation = (folder / "installation").string();
-  const std::string nowhere = (folder / "nowhere").string();
-  std::filesystem::create_directories(there);
-  std::filesystem::create_directories(installation + "/X11/app-defaults");
+  std::filesystem::create_directories(folder / "there");
+  std::filesystem::create_directories(folder / "installation/X11/app-defaults");
   folder.write("there/NEL2", "*foreground: there\n");
   folder.write("installation/X11/app-defaults/NEL2", "*foreground: installed\n");
-  const std::string second = nowhere + ":" + there;
   for (const auto& [directories, installed, complaint] :
-       {std::tuple(there + ":" + nowhere, installation, "Color name \"there\""),
-        std::tuple(second, installation, "Color name \"installed\""),
-        std::tuple(second, nowhere, "Cannot find X-Resources. Please set XENVIRONMENT!\n")}) {
-    ChildProcess(
-        {builtProgram("nelkvui"), {}, {"XAPPLRESDIR=" + directories, "nelwerk=" + installed}})
+       {std::tuple("there:nowhere", "installation", "Color name \"there\""),
+        std::tuple("nowhere:there", "installation", "Color name \"installed\""),
+        std::tuple("nowhere:there", "nowhere",
+                   "Cannot find X-Resources. Please set XENVIRONMENT!\n")}) {
+    const std::string resources = std::string("XAPPLRESDIR=") + directories;
+    const std::string installation = std::string("nelwerk=") + installed;
+    ChildProcess({builtProgram("nelkvui"), {}, {resources, installation}, folder.path()})
         .expectText(complaint);
   }
 }

@@ -40,14 +40,6 @@ void User::giveFocus(const std::string& title) {
   awaitWindow(title);
 }
 
-bool User::seesMenu(Milliseconds time) {
-  const Deadline deadline(time);
-  while (!hasPopup() && !deadline.hasPassed()) {
-    pause();
-  }
-  return hasPopup();
-}
-
 void User::iconify(Window window) {
   XIconifyWindow(display(), window, DefaultScreen(display()));
   awaitGone(window);
@@ -55,11 +47,8 @@ void User::iconify(Window window) {
 
 void User::resize(Window window, int width, int height) {
   XResizeWindow(display(), window, static_cast<unsigned>(width), static_cast<unsigned>(height));
-  const auto isSized = [&] {
-    const screen::ScreenArea area = areaOf(window);
-    return area.width == width && area.height == height;
-  };
-  waitFor(isSized, "a new size");
+  waitFor([&] { return areaOf(window).width == width && areaOf(window).height == height; },
+          "a new size");
 }
 
 void User::click(const screen::ScreenArea& place) {
@@ -83,12 +72,11 @@ std::vector<screen::ScreenArea> User::fields(Window window) const {
       places.push_back(area);
     }
   }
-  std::sort(places.begin(), places.end(),
-            [](const auto& a, const auto& b) { return std::tie(a.y, a.x) < std::tie(b.y, b.x); });
+  std::ranges::sort(places, {}, [](const auto& place) { return std::tie(place.y, place.x); });
   return places;
 }
 
-bool User::select(Window area) {
+std::string User::selectAll(Window area) {
   XSetSelectionOwner(display(), XA_PRIMARY, None, CurrentTime);
   // What came before must not count as the first of these clicks.
   constexpr unsigned kMultiClickTime = 250000;
@@ -98,19 +86,18 @@ bool User::select(Window area) {
     ::usleep(kClickTime);
   }
   const Deadline deadline(Milliseconds{1000});
-  while (XGetSelectionOwner(display(), XA_PRIMARY) == None && !deadline.hasPassed()) {
+  while (XGetSelectionOwner(display(), XA_PRIMARY) == None) {
+    if (deadline.hasPassed()) {
+      return "";  // the clicks went elsewhere, while a box kept them off for example
+    }
     pause();
   }
-  return XGetSelectionOwner(display(), XA_PRIMARY) != None;
-}
-
-std::string User::selection() {
-  const Window window =
+  const Window holder =
       XCreateSimpleWindow(display(), DefaultRootWindow(display()), 0, 0, 1, 1, 0, 0, 0);
-  XConvertSelection(display(), XA_PRIMARY, XA_STRING, XA_STRING, window, CurrentTime);
+  XConvertSelection(display(), XA_PRIMARY, XA_STRING, XA_STRING, holder, CurrentTime);
   const auto hasAnswer = [&] {
     XEvent event;
-    return XCheckTypedWindowEvent(display(), window, SelectionNotify, &event) != False;
+    return XCheckTypedWindowEvent(display(), holder, SelectionNotify, &event) != False;
   };
   waitFor(hasAnswer, "the selected text");
   Atom type = None;
@@ -118,33 +105,25 @@ std::string User::selection() {
   unsigned long count = 0;
   unsigned long left = 0;
   unsigned char* data = nullptr;
-  XGetWindowProperty(display(), window, XA_STRING, 0, kLargestSelection, False, XA_STRING, &type,
+  XGetWindowProperty(display(), holder, XA_STRING, 0, kLargestSelection, False, XA_STRING, &type,
                      &format, &count, &left, &data);
-  std::string text;
-  if (data != nullptr) {
-    text.assign(reinterpret_cast<const char*>(data), count);
-    XFree(data);
-  }
-  XDestroyWindow(display(), window);
+  const std::string text = data != nullptr ? std::string(data, data + count) : "";
+  XFree(data);
+  XDestroyWindow(display(), holder);
   return text;
 }
 
 void User::expectText(Window window, const std::string& text, SourceLine where) {
-  std::string seen;
-  const Deadline deadline(kAnswerTime);
-  for (;;) {
-    if (textArea == None) {
+  const auto size = [this](Window area) { return areaOf(area).width * areaOf(area).height; };
+  for (const Deadline deadline(kAnswerTime);;) {
+    std::string seen = textArea != None ? selectAll(textArea) : "";
+    if (seen.empty()) {
       // The largest one that takes a selection.
       std::vector<Window> areas = innermost(window);
-      const auto size = [this](Window area) { return areaOf(area).width * areaOf(area).height; };
-      std::sort(areas.begin(), areas.end(), [&](Window a, Window b) { return size(a) > size(b); });
-      const auto found =
-          std::find_if(areas.begin(), areas.end(), [this](Window a) { return select(a); });
+      std::ranges::sort(areas, std::ranges::greater(), size);
+      const auto takesIt = [&](Window area) { return !(seen = selectAll(area)).empty(); };
+      const auto found = std::ranges::find_if(areas, takesIt);
       textArea = found != areas.end() ? *found : None;
-    }
-    seen = textArea != None && select(textArea) ? selection() : "";
-    if (seen.empty()) {
-      textArea = None;  // the clicks went elsewhere, while a box kept them off for example
     }
     if (seen == text) {
       return;

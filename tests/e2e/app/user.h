@@ -12,9 +12,6 @@ class User : public screen::User {
   explicit User(const std::string& displayName = {});
   ~User() override;
 
-  /// Whether a menu comes within `time`.
-  bool seesMenu(Milliseconds time);
-
   /// Presses and releases the left button in the middle of a place, or at its left edge where the
   /// rest may be covered.
   void click(const screen::ScreenArea& place);
@@ -33,8 +30,8 @@ class User : public screen::User {
   void expectText(Window window, const std::string& text, SourceLine where = SourceLine::current());
 
  private:
-  bool select(Window area);
-  std::string selection();
+  /// Empty when nothing is selected by that.
+  std::string selectAll(Window area);
 
   Window textArea = 0;
 };
