@@ -22,6 +22,10 @@ class ComboTest : public ControlTest {
                    const std::vector<RWCString>& texts = {"alpha", "beta", "gamma", "delta"}) {
     filled.addAll(texts);
   }
+  static void clear(zComboBoxBase& filled) {
+    while (filled.remove(0) != 0) {
+    }
+  }
   static zSizer* place(int y = 10) { return new zSizer(10, y, kWidth, kHeight); }
   static Widget listOf(const zComboBoxBase& of) { return ui::part(of.holder(), "ScrolledList"); }
   static Widget arrowOf(const zComboBoxBase& of) { return ui::part(of.holder(), "ArrowButton"); }

@@ -3,14 +3,42 @@
 #include <gmock/gmock.h>
 
 #include <memory>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "framework/controls/control.h"
 #include "framework/core/frame.h"
-#include "tests/ui/controls/views.h"
+#include "support/rwc_string.h"
 #include "tests/ui/support/ui_test.h"
+
+std::vector<int> numbers(Widget widget, const std::vector<const char*>& resources);
+
+/// What a label or button shows, and the mnemonic behind "|" if it has one.
+std::string labelOf(Widget label);
+/// Height of that, pixels.
+int labelHeight(Widget label);
+
+/// The selected rows of a list, as the widget has it.
+std::vector<int> selectedRows(Widget list);
+/// Whether the whole row can be seen in the list's window.
+bool isRowInView(Widget list, int row);
+
+/// The text of a text widget with the selection in brackets and the caret as "^".
+std::string textView(Widget text);
+
+/// The texts of all rows of a list or combo box.
+template <class List>
+std::vector<std::string> textsOf(const List& list) {
+  std::vector<std::string> texts;
+  for (int row = 0; row < list.count(); ++row) {
+    RWCString text;
+    list.itemText(text, row);
+    texts.push_back(text.str());
+  }
+  return texts;
+}
 
 /// Notifications as the parent got them: the id of the control and the code.
 using Told = std::vector<std::pair<int, int>>;
@@ -83,12 +111,16 @@ class ControlTest : public testing::Test {
     told();
   }
 
-  /// Where something is in the frame, as "X,Y WIDTHxHEIGHT".
-  std::string placeOf(Widget widget) {
-    const ui::ScreenArea area = ui::areaOf(widget);
+  /// Where things are in the frame, each as "X,Y WIDTHxHEIGHT; ".
+  std::string placesOf(std::initializer_list<Widget> widgets) {
     const ui::ScreenArea board = ui::areaOf(frame->widget());
-    return std::to_string(area.x - board.x) + "," + std::to_string(area.y - board.y) + " " +
-           std::to_string(area.width) + "x" + std::to_string(area.height);
+    std::ostringstream out;
+    for (Widget widget : widgets) {
+      const ui::ScreenArea area = ui::areaOf(widget);
+      out << area.x - board.x << "," << area.y - board.y << " " << area.width << "x" << area.height
+          << "; ";
+    }
+    return out.str();
   }
 
   Journal journal;

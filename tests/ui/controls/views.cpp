@@ -1,4 +1,4 @@
-#include "tests/ui/controls/views.h"
+#include "tests/ui/controls/control_fixture.h"
 
 #include <Xm/XmAll.h>
 
