@@ -22,52 +22,38 @@ ResourceFile fileOf(const Bytes& bytes) {
       std::make_unique<std::istringstream>(std::string(bytes.begin(), bytes.end())));
 }
 
-TEST(ResourceFile, FindsTheFirstRecordOfATypeAndId) {
+/// Which of the records of type 10, from 1 to 3, a file has that was changed at a place.
+std::string foundIn(Bytes bytes, std::size_t place, std::uint8_t value) {
+  bytes.at(place) = value;
+  ResourceFile file = fileOf(bytes);
+  std::string found = file.isValid() ? "" : "invalid";
+  for (std::uint32_t id = 1; id <= 3; ++id) {
+    found += file.find(10, id).has_value() ? std::to_string(id) : "";
+  }
+  return found;
+}
+
+TEST(ResourceFile, FindsTheFirstRecordOfATypeAndIdAsFarAsItsIndexGoes) {
   ResourceFile file =
       fileOf(resourceFileOf({{10, 1, {1}}, {2, 1, {2, 3}}, {2, 1, {4}}, {10, 7, {}}}));
-  ASSERT_TRUE(file.isValid());
   EXPECT_THAT(file.find(2, 1), Optional(Bytes{2, 3}));
   EXPECT_THAT(file.find(10, 1), Optional(Bytes{1}));
   EXPECT_THAT(file.find(10, 7), Optional(Bytes{}));
   EXPECT_EQ(file.find(2, 7), std::nullopt);
-}
 
-TEST(ResourceFile, IndexEndsWithTypeNinetyNineOrWithoutAnOffset) {
-  for (const std::size_t place : {0U, 8U}) {
-    Bytes bytes = resourceFileOf({{10, 1, {1}}, {10, 2, {2}}, {10, 3, {3}}});
-    const std::size_t second = bytes.size() - 3 * kIndexRecordSize;
-    const std::uint8_t value = place == 0 ? 99 : 0;
-    for (std::size_t i = 0; i < 4; ++i) {
-      bytes[second + place + i] = i == 3 ? value : 0;
-    }
-    ResourceFile file = fileOf(bytes);
-    EXPECT_TRUE(file.find(10, 1).has_value());
-    EXPECT_FALSE(file.find(10, 3).has_value());
-  }
-}
-
-TEST(ResourceFile, WithAWrongHeaderIsNone) {
-  const Bytes good = resourceFileOf({{10, 1, {1}}});
+  const Bytes good = resourceFileOf({{10, 1, {1}}, {10, 2, {2}}, {10, 3, {3}}});
+  const std::size_t second = good.size() - 3 * kIndexRecordSize;
+  EXPECT_EQ(foundIn(good, 14, 0xFF), "123");
+  EXPECT_EQ(foundIn(good, second + 3, 99), "1") << "the type that ends the index";
+  EXPECT_EQ(foundIn(good, second + 11, 0), "1") << "no offset";
+  EXPECT_EQ(foundIn(good, second + 12, 0xFF), "13") << "more data than there are";
+  EXPECT_EQ(foundIn(good, 96, 0xFF), "") << "an index beyond the end";
   for (const std::size_t at : {0U, 9U, 10U, 12U, 13U}) {
-    Bytes bad = good;
-    bad[at] ^= 0x10;
-    EXPECT_FALSE(fileOf(bad).isValid()) << at;
+    EXPECT_EQ(foundIn(good, at, good[at] ^ 0x10), "invalid");
   }
   EXPECT_FALSE(fileOf(Bytes(good.begin(), good.begin() + 99)).isValid());
-  EXPECT_FALSE(fileOf({}).isValid());
-}
-
-TEST(ResourceFile, NeverReadsBeyondItsEnd) {
-  const Bytes good = resourceFileOf({{10, 1, {1, 2, 3}}});
-  Bytes hugeSize = good;
-  hugeSize[good.size() - 2 * kIndexRecordSize + 12] = 0xFF;
-  EXPECT_FALSE(fileOf(hugeSize).find(10, 1).has_value());
-  Bytes farIndex = good;
-  farIndex[96] = 0xFF;
-  EXPECT_TRUE(fileOf(farIndex).isValid());
-  EXPECT_FALSE(fileOf(farIndex).find(10, 1).has_value());
   const Bytes cut(good.begin(), good.end() - 16);
-  EXPECT_TRUE(fileOf(cut).find(10, 1).has_value()) << "the end record is not needed";
+  EXPECT_EQ(foundIn(cut, 14, 0), "123") << "the end record is not needed";
 }
 
 // Intended: the first and the last character are dropped.
@@ -83,17 +69,18 @@ TEST(AcceleratorResource, IsReadUpToItsEnd) {
   out.words({65, 1001}).number(1, 1).words({1}).number('o', 1).words({0, 3});
   out.words({65470, 1002}).number(0, 1).words({1, 0});
   out.words({0, 0}).number(0, 1).words({kAccelEnd, 0}).words({1, 1});
-  const auto table = readAcceleratorResource(out.bytes);
-  ASSERT_EQ(table->rows.size(), 3U);
-  EXPECT_STREQ(table->rows[0].name, "o");
-  EXPECT_EQ(table->rows[0].flags, 3);
-  EXPECT_EQ(table->rows[1].key, 65470);
-  EXPECT_EQ(table->rows[1].name, nullptr);
-  EXPECT_EQ(table->rows[2].kind, kAccelEnd);
-
+  const auto read = [](const Bytes& bytes) {
+    std::ostringstream rows;
+    const auto table = readAcceleratorResource(bytes);
+    for (const auto& row : table->rows) {
+      rows << row.key << '/' << row.command << (row.name == nullptr ? "-" : row.name) << row.flags
+           << (row.kind == kAccelEnd ? " end" : ", ");
+    }
+    return rows.str();
+  };
+  EXPECT_EQ(read(out.bytes), "65/1001o3, 65470/1002-0, 0/0-0 end");
   out.bytes.resize(38);
-  EXPECT_EQ(readAcceleratorResource(out.bytes)->rows.back().kind, kAccelEnd);
-  EXPECT_EQ(readAcceleratorResource(out.bytes)->rows.size(), 2U) << "a row that breaks off is none";
+  EXPECT_EQ(read(out.bytes), "65/1001o3, 0/0-0 end") << "a row that breaks off is none";
 }
 
 TEST(DialogResource, IsReadWholeOrNotAtAll) {
