@@ -58,7 +58,11 @@ std::string FakePane::takeEvents() const {
 }
 
 std::string FakePane::picture(const zRect& area) const {
-  return pictureOf(x(), window, area);
+  return packed(pictureOf(x(), window, area));
+}
+
+std::string FakePane::pixels() const {
+  return pictureOf(x(), window, kAll);
 }
 
 int main(int argc, char** argv) {

@@ -27,8 +27,10 @@ class FakePane : public ziDisplayOwner {
   /// The events that have come since the last call, each as "left,top,right,bottom "; "sent "
   /// before one that was sent and not caused by the server, "copied " for the end of a copy.
   std::string takeEvents() const;
-  /// See pictureOf.
+  /// See pictureOf and packed.
   std::string picture(const zRect& area = kAll) const;
+  /// See pictureOf.
+  std::string pixels() const;
 
   int paintLock = 0;
   zRCFont font;

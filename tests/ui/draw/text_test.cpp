@@ -4,7 +4,6 @@
 #include <string_view>
 
 #include "fake_pane.h"
-#include "framework/draw/extra/font_info.h"
 #include "framework/draw/font_dict.h"
 #include "framework/draw/measure.h"
 #include "framework/draw/screen.h"
@@ -16,12 +15,6 @@ class Text : public testing::Test {
  protected:
   Text() { pane.makeReady(display); }
   ~Text() override { display.unlock(); }
-
-  zDimension sizeOf(const char* text, int length = kWholeText) {
-    zDimension size;
-    display.textSize(size, text, length);
-    return size;
-  }
 
   FakePane pane;
   zWinDisplay display{pane};
@@ -42,21 +35,14 @@ TEST_F(Text, IsDrawnFromItsTopLeftCornerOnTheWindowsGroundUnlessTransparent) {
   display.text(15, 2, "T");
   EXPECT_EQ(pane.picture(), R"(
 yyyyyyyyyyyyyyyyyyyyyyyy
-y............yyyyyyyyyyy
-y............yyyyyyyyyyy
+y............yyyyyyyyyyy *2
 y#####.#.....yyyyyyyyyyy
 y..#...#.....yyyyyyyyyyy
 y..#...#.....yyyrrrrryyy
-y..#...#.....yyyyyryyyyy
-y..#...#.....yyyyyryyyyy
-y..#...#.....yyyyyryyyyy
-y..#...#.....yyyyyryyyyy
-y..#...#.....yyyyyryyyyy
+y..#...#.....yyyyyryyyyy *5
 y..#...#####.yyyyyryyyyy
-y............yyyyyryyyyy
-y............yyyyyryyyyy
-yyyyyyyyyyyyyyyyyyyyyyyy
-yyyyyyyyyyyyyyyyyyyyyyyy
+y............yyyyyryyyyy *2
+yyyyyyyyyyyyyyyyyyyyyyyy *2
 )");
   display.setTextMode(kTextOpaque);
   EXPECT_EQ(display.setBackColour(kColorWhite), kColorLightGrey);
@@ -64,17 +50,19 @@ yyyyyyyyyyyyyyyyyyyyyyyy
   display.text(15, 0, "T");
   EXPECT_EQ(pane.picture({15, 0, 23, 7}), R"(
 yyyyyyyy
-ywwwwwwy
-ywwwwwwy
+ywwwwwwy *2
 ybbbbbwy
-ywwbwwwy
-ywwbwwwy
-ywwbwwwy
+ywwbwwwy *3
 )");
 }
 
 TEST_F(Text, ALengthOfZeroOrAllMeansUpToTheEnd) {
   display.lock();
+  const auto sizeOf = [&](const char* text, int length = kWholeText) {
+    zDimension size;
+    display.textSize(size, text, length);
+    return size;
+  };
   EXPECT_EQ(display.fontObject()->stockNumber(), 14) << "that of a window without a font";
   EXPECT_EQ(sizeOf("abc", 0), sizeOf("abc", 3));
   EXPECT_EQ(sizeOf("abc"), sizeOf("abc", 3));
@@ -112,8 +100,6 @@ TEST(ServerFonts, StockFontsAreElevenPointsAndShared) {
   EXPECT_EQ(zFont(13).cacheEntry(), system.cacheEntry());
   EXPECT_EQ(system.pixel(), system.cacheEntry()->fontId);
   EXPECT_EQ(system.pixel(), system.xFont()->id());
-  EXPECT_TRUE(zFontInfo(zFont(11)).isFixedPitch);
-  EXPECT_FALSE(zFontInfo(system).isFixedPitch);
 }
 
 // The toolkit takes widths from the table, the server draws by its own.
@@ -127,10 +113,8 @@ TEST(ServerFonts, AByteWithoutAGlyphHasTheWidthInWhichItIsDrawn) {
       int unused = 0;
       XQueryTextExtents(theScreen().display, loaded.fid, &text, 1, &unused, &unused, &unused,
                         &drawn);
-      const int shown =
-          drawn.width != 0
-              ? drawn.width
-              : font.measure(reinterpret_cast<const char*>(&loaded.default_char), 1).width;
+      const char* blank = reinterpret_cast<const char*>(&loaded.default_char);
+      const int shown = drawn.width != 0 ? drawn.width : font.measure(blank, 1).width;
       EXPECT_EQ(loaded.per_char[byte].width, shown) << face << ' ' << byte;
       EXPECT_EQ(font.measure(&text, 1).width, shown) << face << ' ' << byte;
     }

@@ -4,6 +4,14 @@
 
 namespace {
 
+std::string text(const zRect& box) {
+  std::string edges;
+  for (const int edge : {box.left, box.top, box.right, box.bottom}) {
+    edges += (edges.empty() ? "" : ",") + std::to_string(edge);
+  }
+  return edges;
+}
+
 class WinDisplay : public testing::Test {
  protected:
   void paintBlue() {
@@ -11,49 +19,33 @@ class WinDisplay : public testing::Test {
     display.fillRect(FakePane::kAll, &blue);
     display.unlock();
   }
-  /// The rows from the top in which anything but the ground shows, and from the left the columns:
-  /// "top-bottom left-right" of the blue area, which is a rectangle; "none" without one.
-  std::string blueArea() const { return areaOf('b'); }
-  std::string groundArea() const { return areaOf('.'); }
-  std::string takeRegion() {
-    zRegion region;
-    display.takeInvalidRects(region);
-    EXPECT_FALSE(display.hasInvalidRects());
-    const zRect box = region.clipBox();
-    return text(box.left, box.top, box.right, box.bottom);
-  }
-
-  FakePane pane;
-  zWinDisplay display{pane};
-  zBrush blue{kBlue};
-
- private:
-  static std::string text(int left, int top, int right, int bottom) {
-    return std::to_string(left) + ',' + std::to_string(top) + ',' + std::to_string(right) + ',' +
-           std::to_string(bottom);
-  }
-  /// The edges of the rectangle that shows `letter`, and how many pixels of it do when not all.
+  /// The edges of the rectangle that shows `letter`, and how many pixels do when not all of it.
   std::string areaOf(char letter) const {
-    const std::string rows = pane.picture();
-    const int stride = FakePane::kAll.right + 1;
+    const std::string rows = pane.pixels();
     zRect box(1000, 1000, 0, 0);
     int count = 0;
-    for (int i = 1; i < static_cast<int>(rows.size()); ++i) {
-      const int x = (i - 1) % stride;
-      const int y = (i - 1) / stride;
-      if (rows[static_cast<std::size_t>(i)] == letter) {
+    for (int i = 0; i < FakePane::kAll.right * FakePane::kAll.bottom; ++i) {
+      const int x = i % FakePane::kAll.right;
+      const int y = i / FakePane::kAll.right;
+      if (rows[static_cast<std::size_t>(i + y + 1)] == letter) {
         box = {std::min(box.left, x), std::min(box.top, y), std::max(box.right, x + 1),
                std::max(box.bottom, y + 1)};
         ++count;
       }
     }
-    if (count == 0) {
-      return "none";
-    }
     const bool isFull = count == box.width() * box.height();
-    return text(box.left, box.top, box.right, box.bottom) +
-           (isFull ? "" : " with " + std::to_string(count));
+    return count == 0 ? "none" : text(box) + (isFull ? "" : " with " + std::to_string(count));
   }
+  std::string takeRegion() {
+    zRegion region;
+    display.takeInvalidRects(region);
+    EXPECT_FALSE(display.hasInvalidRects());
+    return text(region.clipBox());
+  }
+
+  FakePane pane;
+  zWinDisplay display{pane};
+  zBrush blue{kBlue};
 };
 
 TEST_F(WinDisplay, DrawsNothingBeforeTheFirstExposeButMeasures) {
@@ -70,7 +62,7 @@ TEST_F(WinDisplay, DrawsNothingBeforeTheFirstExposeButMeasures) {
   display.textSize(size, "abc");
   EXPECT_NE(size.height, 15);
   display.unlock();
-  EXPECT_EQ(groundArea(), "0,0,24,16");
+  EXPECT_EQ(areaOf('.'), "0,0,24,16");
 }
 
 class ReadyWinDisplay : public WinDisplay {
@@ -103,11 +95,11 @@ TEST_F(ReadyWinDisplay, TheFirstAreaSendsOneExposeAndTouchesOnlyACornerUnlessItE
     paintBlue();
     display.invalidate(&row.area, row.erase);
     EXPECT_EQ(pane.takeEvents(), row.events);
-    EXPECT_EQ(groundArea(), row.cleared);
+    EXPECT_EQ(areaOf('.'), row.cleared);
     EXPECT_EQ(display.firstInvalidRect(), row.area);
     paintBlue();
     EXPECT_EQ(takeRegion(), row.painted);
-    EXPECT_EQ(groundArea(), "none");
+    EXPECT_EQ(areaOf('.'), "none");
   }
 }
 
@@ -122,23 +114,22 @@ TEST_F(ReadyWinDisplay, LaterAreasWaitForThePaintWhichErasesThem) {
   EXPECT_EQ(pane.takeEvents(), "sent 0,0,2,2 ");
   paintBlue();
   EXPECT_EQ(takeRegion(), "0,0,20,15");
-  EXPECT_EQ(groundArea(), "6,6,10,10");
+  EXPECT_EQ(areaOf('.'), "6,6,10,10");
   EXPECT_EQ(pane.takeEvents(), "") << "clearing for a paint asks for no other";
 
   display.invalidate(&first, 0);
   display.invalidate(nullptr, 1);
   paintBlue();
   EXPECT_EQ(takeRegion(), "0,0,24,16");
-  EXPECT_EQ(groundArea(), "0,0,24,16");
+  EXPECT_EQ(areaOf('.'), "0,0,24,16");
   zRegion region(third);
   region.add(second);
   display.invalidateRegion(&region, 0);
   EXPECT_EQ(display.firstInvalidRect(), zRect(6, 6, 20, 15));
   display.invalidateRegion(nullptr, 0);
   EXPECT_EQ(takeRegion(), "0,0,24,16");
-}
-
-TEST_F(ReadyWinDisplay, APaintLockHoldsInvalidationsBack) {
+  pane.takeEvents();
+  // A paint lock holds invalidations back.
   pane.paintLock = 1;
   display.invalidate(nullptr, 1);
   EXPECT_FALSE(display.hasInvalidRects());
@@ -150,7 +141,7 @@ TEST_F(ReadyWinDisplay, APaintIsClippedToItsRegionAndTheUsersClipToBoth) {
   zRect bounds;
   const auto filled = [this] {
     display.fillRect(FakePane::kAll, &blue);
-    const std::string area = blueArea();
+    const std::string area = areaOf('b');
     zBrush ground(kColorLightGrey);
     display.fillRect(FakePane::kAll, &ground);
     return area;
@@ -192,10 +183,9 @@ TEST_F(ReadyWinDisplay, WhatIsSetBeforeTheFirstLockHoldsFromThatOn) {
   display.lock();
   display.unlock();
   display.fillRect(FakePane::kAll);
-  EXPECT_EQ(blueArea(), "0,0,10,10");
+  EXPECT_EQ(areaOf('b'), "0,0,10,10");
   display.polyline({{-5, 5}, {30, 5}});
-  EXPECT_EQ(pane.picture({0, 3, 12, 7}),
-            "\nbbbbbbbbbb..\nrrrrrrrrrr..\nrrrrrrrrrr..\nbbbbbbbbbb..\n");
+  EXPECT_EQ(pane.picture({0, 3, 12, 7}), "\nbbbbbbbbbb..\nrrrrrrrrrr.. *2\nbbbbbbbbbb..\n");
   display.unlock();
 }
 
