@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <fstream>
 
@@ -119,6 +120,8 @@ TEST_F(Pictures, TheMainIconLeavesTheGroundWhereItsMaskDoes) {
   ASSERT_EQ(icon.size(), (zDimension{32, 32}));
   const std::vector<unsigned long>& pixels = icon.windowManagerPixels();
   ASSERT_EQ(pixels.size(), 2U + 32 * 32);
+  // The face colour is laid under the mask alone, not over the icon itself.
+  EXPECT_EQ(std::count(pixels.begin() + 2, pixels.end(), 0xFFC0C0C0U), 0);
   zBrush yellow(kYellow);
   for (const zPoint& shift : {zPoint{0, 0}, zPoint{-8, -16}}) {
     display.fillRect(FakePane::kAll, &yellow);
