@@ -71,6 +71,7 @@ void setXResource(const std::string& name, const std::string& value);
 /// Bytes or words of a property; none if it is not there.
 std::vector<unsigned long> propertyOf(Window window, const char* name);
 unsigned long atomNamed(const char* name);
+
 /// An event target with handlers to bind; `taken` says what they answer.
 class Recorder : public zEvH {
  public:

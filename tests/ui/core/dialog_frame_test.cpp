@@ -1,6 +1,7 @@
 #include "framework/core/dialog_frame.h"
 
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <utility>
 
@@ -14,6 +15,7 @@
 #include "tests/ui/core/core_test.h"
 
 #include <X11/keysym.h>
+#include <X11/Xlib.h>
 
 namespace {
 
@@ -68,6 +70,12 @@ class Dialogs : public testing::Test {
     return result;
   }
 
+  void runs(int result, std::function<void()> action) {
+    ui::ModalScript script;
+    script.onDialog(kTitle, std::move(action));
+    EXPECT_EQ(run(script), result);
+  }
+
   zControl& control(int id) { return *windowCast<zControl>(dialog->childById(id)); }
 
   std::unique_ptr<zAppFrame> frame = std::make_unique<zAppFrame>(
@@ -81,8 +89,7 @@ TEST_F(Dialogs, StoreWhatWasTypedAndWalkByTabInTheOrderOfCreation) {
   RWCString definition;
   windowCast<zEditBase>(dialog->childById(kDialogFirstEdit))->setBoundString(&label);
   windowCast<zEditBase>(dialog->childById(kDialogSecondEdit))->setBoundString(&definition);
-  ui::ModalScript script;
-  script.onDialog(kTitle, [&] {
+  runs(1, [&] {
     ui::typeText("Go\tnext 1");
     for (const int id : {kDialogOk, kDialogApply, kDialogCancel, kDialogFirstEdit}) {
       ui::pressKey(XK_Tab);
@@ -90,16 +97,13 @@ TEST_F(Dialogs, StoreWhatWasTypedAndWalkByTabInTheOrderOfCreation) {
     }
     ui::pressKey(XK_Return);
   });
-  EXPECT_EQ(run(script), 1);
   EXPECT_EQ(label, "Go");
   EXPECT_EQ(definition, "next 1");
 }
 
 TEST_F(Dialogs, TypingAtOnceGoesToTheControlThatIsToHaveTheFocusFirst) {
   make(kDialogAddButton).setFirstFocus(control(kDialogSecondEdit));
-  ui::ModalScript script;
-  script.onDialog(kTitle, [&] { ui::typeText("now\n"); });
-  EXPECT_EQ(run(script), 1);
+  runs(1, [&] { ui::typeText("now\n"); });
   EXPECT_EQ(control(kDialogSecondEdit).text(), "now");
 }
 
@@ -250,9 +254,7 @@ TEST_F(EarlyKeys, OfSeveralDialogsAreThoseOfTheFirst) {
 
 TEST_F(EarlyKeys, AreTheDialogsOwnWhereThereIsNoDelay) {
   g_XSettings.promptKeyDelay = 0;
-  ui::ModalScript script;
-  script.onDialog(kTitle, [] { ui::typeText("x\n"); });
-  EXPECT_EQ(run(script), 1);
+  runs(1, [] { ui::typeText("x\n"); });
   EXPECT_EQ(control(kDialogFirstEdit).text(), "x");
 }
 
@@ -264,38 +266,47 @@ TEST_F(Dialogs, SurviveTheEndOfTheirObjectWhileTheyRun) {
   ui::waitForNoDialog(kTitle);
 }
 
+TEST_F(Dialogs, ThatNobodyAskedForBringTheirWindowBackFromAnIconAndThenStopCallingTheUser) {
+  XIconifyWindow(ui::display(), ui::windowOf(frame->shell()), DefaultScreen(ui::display()));
+  ui::waitFor([&] { return isIconic(frame->shell()); }, "the icon");
+  const zUnaskedScope unasked;
+  make(kDialogRenameGroup);
+  runs(0, [&] {
+    constexpr unsigned long kUrgency = 1U << 8;
+    const Window window = ui::windowOf(frame->shell());
+    EXPECT_FALSE(isIconic(frame->shell()));
+    ui::waitFor([&] { return (propertyOf(window, "WM_HINTS").at(0) & kUrgency) == 0; },
+                "the call for the user, who is there, to end");
+    dialog->endDialog();
+  });
+}
+
 TEST_F(Dialogs, StandInTheMiddleOfTheParentOrOfTheScreenAndAllOnIt) {
   const zRect screen({}, theScreen().size());
-  const struct {
-    zPoint parentAt;
-    bool overParent;
-  } rows[] = {{{200, 150}, true}, {{1200, 950}, true}, {{1200, 950}, false}};
-  for (const auto& [parentAt, overParent] : rows) {
-    SCOPED_TRACE(testing::Message() << parentAt.x << " " << overParent);
+  for (const auto& [parentAt, overParent] :
+       {std::pair(zPoint{200, 150}, true), {{1200, 950}, true}, {{1200, 950}, false}}) {
     frame->moveResize(parentAt.x, parentAt.y, 400, 300);
+    const zRect parent(parentAt, zDimension{400, 300});
     zRect outer;
-    ui::waitFor(
-        [&, at = parentAt] {
-          frame->getExterior(outer);
-          return outer == zRect(at, zDimension{400, 300});
-        },
-        "the parent's new place and size");
+    const auto isThere = [&] {
+      frame->getExterior(outer);
+      return outer == parent;
+    };
+    ui::waitFor(isThere, "the parent's new place and size");
     zRect whole;
     make(kDialogRenameGroup).centre(overParent);
-    ui::ModalScript script;
-    script.onDialog(kTitle, [&] {
+    runs(0, [&] {
       dialog->getExterior(whole);
       ui::pressKey(XK_Escape);
     });
-    run(script);
     outer = overParent ? outer : screen;
     const zPoint middle = {outer.left + (outer.width() - whole.width()) / 2,
                            outer.top + (outer.height() - whole.height()) / 2};
     const zPoint expected = keptInside(middle, whole.size(), screen.size());
     // The frame of a window that cannot be resized is a little narrower.
     constexpr int kNarrower = 6;
-    EXPECT_NEAR(whole.left, expected.x, kNarrower);
-    EXPECT_NEAR(whole.top, expected.y, kNarrower);
+    EXPECT_NEAR(whole.left, expected.x, kNarrower) << parentAt.x << " " << overParent;
+    EXPECT_NEAR(whole.top, expected.y, kNarrower) << parentAt.y << " " << overParent;
   }
 }
 

@@ -66,22 +66,15 @@ TEST(Frame, StartsWhereAndAsLargeAsItIsToldOrAsTheScreenAndTheSettingSuggest) {
 }
 
 TEST(Frame, AsksForTheDecorationsAndFunctionsOfItsStyle) {
-  const struct {
-    std::uint32_t style;
-    int decorations, functions;
-  } rows[] = {{0, 2, 36},
-              {kStyleTitleBar, 10, 36},
-              {kStyleBorder, 2, 36},
-              {kStyleSystemMenu, 18, 36},
-              {kStyleMinimizeBox, 34, 44},
-              {kStyleMaximizeBox, 66, 52},
-              {kStyleResizeFrame, 6, 38},
-              {kStyleMainWindow, 126, 62}};
-  for (const auto& row : rows) {
-    const TestFrame frame(new zSizer(nullptr), "Frame", row.style);
-    EXPECT_EQ(ui::resource(frame.shell(), "mwmDecorations"), row.decorations) << row.style;
-    EXPECT_EQ(ui::resource(frame.shell(), "mwmFunctions"), row.functions) << row.style;
+  std::string asked;
+  for (const std::uint32_t style :
+       {+0U, +kStyleTitleBar, +kStyleBorder, +kStyleSystemMenu, +kStyleMinimizeBox,
+        +kStyleMaximizeBox, +kStyleResizeFrame, +kStyleMainWindow}) {
+    const TestFrame frame(new zSizer(nullptr), "Frame", style);
+    asked += std::to_string(ui::resource(frame.shell(), "mwmDecorations")) + " " +
+             std::to_string(ui::resource(frame.shell(), "mwmFunctions")) + ", ";
   }
+  EXPECT_EQ(asked, "2 36, 10 36, 2 36, 18 36, 34 44, 66 52, 6 38, 126 62, ");
 }
 
 TEST(Frame, ComesUpInTheShowStateAskedFor) {
@@ -123,6 +116,13 @@ TEST(Frame, OnlyTheMainWindowTheFirstHasShowStates) {
 }
 
 TEST(Frame, TheOuterRectangleHasTheDecorationAndIsWhatMovingTakes) {
+  const zDimension all = theScreen().size();
+  const std::pair<zPoint, zPoint> rows[] = {
+      {{-5, -6}, {0, 0}}, {{all.width, all.height}, {all.width - 90, all.height - 80}}};
+  for (const auto& [asked, taken] : rows) {
+    TestFrame unseen(new zSizer(asked, zDimension{90, 80}));
+    EXPECT_EQ(unseen.exterior(), zRect(taken, zDimension{90, 80})) << "it will be on the screen";
+  }
   TestFrame frame;
   frame.moveResize(320, 240, 450, 350);
   EXPECT_EQ(frame.exterior(), zRect(zPoint{320, 240}, zDimension{450, 350}));
@@ -142,28 +142,12 @@ TEST(Frame, TheOuterRectangleHasTheDecorationAndIsWhatMovingTakes) {
   EXPECT_EQ(XNextRequest(ui::display()), before) << "what is known is not asked again";
   frame.moveResize(0, 0, 1, 1);
   ui::waitFor([&] { return ui::areaOf(frame.shell()).width < 200; }, "the least size");
-}
-
-TEST(Frame, ThatWasNotShownYetStandsOnTheScreen) {
-  const zDimension all = theScreen().size();
-  const std::pair<zPoint, zPoint> rows[] = {
-      {{-5, -6}, {0, 0}}, {{all.width, all.height}, {all.width - 90, all.height - 80}}};
-  for (const auto& [asked, taken] : rows) {
-    TestFrame frame(new zSizer(asked, zDimension{90, 80}));
-    EXPECT_EQ(frame.exterior(), zRect(taken, zDimension{90, 80}));
-  }
-}
-
-TEST(Frame, SizesThatTheUserTypesCountFromNothingAndHaveALimit) {
-  TestFrame frame;
-  frame.bringUp();
-  const auto hints = [&] {
-    const auto words = propertyOf(ui::windowOf(frame.shell()), "WM_NORMAL_HINTS");
-    return std::vector<unsigned long>{words.at(5), words.at(6), words.at(15), words.at(16)};
-  };
   frame.setMinSize({300, 200});
-  EXPECT_THAT(hints(), ElementsAre(300, 200, 0, 0));
   EXPECT_EQ(frame.minSize(), (zDimension{300, 200}));
+  const auto hints = propertyOf(ui::windowOf(frame.shell()), "WM_NORMAL_HINTS");
+  EXPECT_THAT((std::vector{hints.at(5), hints.at(6), hints.at(15), hints.at(16)}),
+              ElementsAre(300, 200, 0, 0))
+      << "sizes that the user types count from nothing";
 }
 
 TEST(Frame, TellsWhenTheWindowManagerActivatesItAndAsksToCloseIt) {

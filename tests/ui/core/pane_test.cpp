@@ -31,33 +31,33 @@ class Pane : public ::testing::Test {
   TestFrame frame;
 };
 
-TEST_F(Pane, AnUnreasonableSizeBecomesThatOfTheScreen) {
+TEST_F(Pane, AnUnreasonableSizeBecomesThatOfTheScreenAndAMoveToNothingIsIgnored) {
   const zDimension screen = theScreen().size();
   const std::pair<zDimension, zDimension> rows[] = {
       {{5001, 10}, screen}, {{10, 5001}, screen}, {{5000, 10}, {5000, 10}}, {{0, 10}, {1, 10}}};
   for (const auto& [asked, taken] : rows) {
-    const RecordingPane pane(&frame, new zSizer(zPoint{3, 4}, asked), journal);
+    RecordingPane pane(&frame, new zSizer(zPoint{3, 4}, asked), journal);
     EXPECT_EQ(ui::resource(pane.widget(), "width"), taken.width);
     EXPECT_EQ(ui::resource(pane.widget(), "height"), taken.height);
     EXPECT_EQ(ui::resource(pane.widget(), "x"), 3);
+    pane.moveResize(1, 1, 0, 20);
+    pane.moveResize(1, 1, 20, 0);
+    EXPECT_EQ(pane.sizer()->rect(), zRect(zPoint{3, 4}, asked));
+    pane.moveResize(7, 8, 1, 1);
+    EXPECT_EQ(pane.sizer()->rect(), zRect(zPoint{7, 8}, zDimension{1, 1}));
   }
 }
 
-TEST_F(Pane, OnePaintServesAllRectanglesThatWaitAndNothingMore) {
+TEST_F(Pane, IsReadyWithTheFirstExposureThenPaintsWhatWaitsAtOnceButNotWhileLocked) {
   RecordingPane pane(&frame, frame.fill(), journal);
+  EXPECT_FALSE(pane.display()->isReady());
   showFrame(pane);
+  EXPECT_EQ(pane.readies, 1);
   for (int i = 0; i < 20; ++i) {
     zRect rect(10 * i, 10 * i, 10 * i + 5, 10 * i + 5);
     pane.invalidate(&rect, 1);
   }
   EXPECT_EQ(nextPaint(pane), zRect(0, 0, 195, 195));
-}
-
-TEST_F(Pane, IsReadyWithTheFirstExposureThenUpdatePaintsAtOnceButNothingIsPaintedWhileLocked) {
-  RecordingPane pane(&frame, frame.fill(), journal);
-  EXPECT_FALSE(pane.display()->isReady());
-  showFrame(pane);
-  EXPECT_EQ(pane.readies, 1);
   pane.paints = 0;
   zRect rect(30, 40, 50, 60);
   pane.lockPaint();
@@ -108,15 +108,6 @@ TEST_F(Pane, IsLaidOutOnceForTheLastOfSeveralSizes) {
   EXPECT_EQ(pane.sizes, 1);
   EXPECT_EQ(pane.moves, 1);
   EXPECT_EQ(pane.sizer()->size(), (zDimension{90, 90}));
-}
-
-TEST_F(Pane, AMoveToNothingIsIgnored) {
-  RecordingPane pane(&frame, new zSizer(5, 5, 50, 60, nullptr), journal);
-  pane.moveResize(1, 1, 0, 20);
-  pane.moveResize(1, 1, 20, 0);
-  EXPECT_EQ(pane.sizer()->rect(), zRect(zPoint{5, 5}, zDimension{50, 60}));
-  pane.moveResize(7, 8, 1, 1);
-  EXPECT_EQ(pane.sizer()->rect(), zRect(zPoint{7, 8}, zDimension{1, 1}));
 }
 
 TEST_F(Pane, ScrollBarsShareItsRectangle) {
