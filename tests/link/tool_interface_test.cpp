@@ -147,17 +147,19 @@ TEST_F(ToolInterface, receivesOneMessageAPollAndMayBeEnteredAgain) {
   arrive(MSG_T_TEXT, wireString("hello"));
   arrive(-1);
   arrive(wireText({kFrameDirected, MSG_T_TEXT, NELKV, NELKVUI, 5}, "four"));
+  arrive(wireText({kFrameDirected, MSG_T_TEXT, NELKV, NELKVUI, 1}, ""));
   arrive(wireText({kFrameDirected, 4711, NELGATE, NELKVUI, -1}, "five"));
   EXPECT_EQ(ToolReceive(kReceivePoll), MSG_T_TEXT);
   EXPECT_EQ(received, "1 2000 " + wireString("hello") + "\n");
   received.clear();
   EXPECT_EQ(ToolReceive(kReceivePoll), 0) << "no number from outside is a lost link";
   EXPECT_EQ(ToolReceive(kReceiveBlock), MSG_T_TEXT);
+  EXPECT_EQ(ToolReceive(kReceivePoll), MSG_T_TEXT);
   setMessageHandler([](int, int, int length, const char* payload) {
     EXPECT_TRUE(length == -1 && payload != nullptr);
   });
   EXPECT_EQ(ToolReceive(kReceivePoll), 4711);
-  EXPECT_EQ(received, "1 -1 \n1 2000 nothing of 5\n");
+  EXPECT_EQ(received, "1 -1 \n1 2000 nothing of 5\n1 2000 nothing of 1\n");
   received.clear();
 
   arrive(MSG_T_TEXT, wireString("outer"));
