@@ -13,7 +13,7 @@
 #include "link/message_numbers.h"
 #include "link/port_control.h"
 #include "tests/link/link_test.h"
-#include "tests/support/rendezvous_folder.h"
+#include "tests/support/rendezvous.h"
 #include "tests/unit/link/allocation_control.h"
 
 namespace {

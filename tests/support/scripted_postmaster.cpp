@@ -23,18 +23,6 @@ int usualSender(int tag) {
                                                             : NELMPM;
 }
 
-bool matches(const Message& message, int tag, const std::vector<Parameter>& parameters) {
-  return message.tag == tag && message.fault.empty() &&
-         (parameters.empty() || message.parameters == parameters);
-}
-
-std::string describeAwaited(int tag, const std::vector<Parameter>& parameters) {
-  Message message;
-  message.tag = tag;
-  message.parameters = parameters;
-  return describe(message);
-}
-
 /// What this side sends is what a user interface receives, unless the tool is another one.
 MessageDirection direction(int sender) {
   return sender == NELKVUI ? MessageDirection::kSentByUi : MessageDirection::kReceivedByUi;
@@ -77,27 +65,23 @@ bool ScriptedPostmaster::hasSocketName() const {
 }
 
 Message ScriptedPostmaster::expectConnect(SourceLine where) {
-  Message message = expectNext(ScriptTag(MSG_CONNECT, where), {});
+  Message message = expectOne(true, {MSG_CONNECT, where}, {});
   toolType = message.sender;
   return message;
 }
 
-Message ScriptedPostmaster::expectNext(const ScriptTag& tag,
-                                       const std::vector<Parameter>& parameters) {
-  const std::string awaited = describeAwaited(tag.tag, parameters);
+Message ScriptedPostmaster::expectOne(bool isNext, const ScriptTag& tag,
+                                      const std::vector<Parameter>& parameters) {
+  const std::string awaited = describe({kFrameDirected, tag.tag, 0, 0, parameters});
+  const auto isWrong = [&](const Message& message) {
+    return message.tag != tag.tag || !message.fault.empty() ||
+           (!parameters.empty() && message.parameters != parameters);
+  };
   Message message = nextMessage(awaited, tag.where);
-  if (!matches(message, tag.tag, parameters)) {
-    fail(awaited, describe(message), tag.where);
-  }
-  return message;
-}
-
-Message ScriptedPostmaster::expectAmongNext(const ScriptTag& tag,
-                                            const std::vector<Parameter>& parameters) {
-  const std::string awaited = describeAwaited(tag.tag, parameters);
-  Message message = nextMessage(awaited, tag.where);
-  while (!matches(message, tag.tag, parameters)) {
-    message = nextMessage(awaited, tag.where);
+  for (; isWrong(message); message = nextMessage(awaited, tag.where)) {
+    if (isNext) {
+      fail(awaited, describe(message), tag.where);
+    }
   }
   return message;
 }
@@ -142,25 +126,19 @@ void ScriptedPostmaster::sendInPieces(std::size_t count, const ScriptTag& tag,
                                       std::vector<Parameter> parameters) {
   const std::string frame = makeFrame(tag, std::move(parameters));
   sendBytes(frame.substr(0, count), tag.where);
-  awaitRead(tag.where);
+  const Deadline deadline(kAnswerTime);
+  for (int unread = 1; ::ioctl(connection.fd(), SIOCOUTQ, &unread) != 0 || unread != 0;) {
+    if (deadline.hasPassed() || connection.hasEnded()) {
+      fail("that the tool reads", "it does not", tag.where);
+    }
+    waitForNews(Milliseconds{1});  // nothing wakes a poll when the other side reads
+  }
   sendBytes(frame.substr(count), tag.where);
 }
 
 void ScriptedPostmaster::sendRaw(std::string_view bytes, SourceLine where) {
   note("> " + std::to_string(bytes.size()) + " raw bytes");
   sendBytes(bytes, where);
-}
-
-void ScriptedPostmaster::awaitRead(SourceLine where) {
-  const Deadline deadline(kAnswerTime);
-  int unread = 0;
-  while (::ioctl(connection.fd(), SIOCOUTQ, &unread) != 0 || unread != 0) {
-    if (deadline.hasPassed() || connection.hasEnded()) {
-      fail("that the tool reads", "it does not", where);
-    }
-    // Nothing wakes a poll when the other side reads.
-    waitForNews(Milliseconds{1});
-  }
 }
 
 void ScriptedPostmaster::hangUp() {
@@ -176,8 +154,7 @@ std::string ScriptedPostmaster::makeFrame(const ScriptTag& tag, std::vector<Para
   const Message message{kFrameDirected, tag.tag, usualSender(tag.tag), toolType,
                         std::move(parameters)};
   note("> " + describe(message));
-  return toWire(
-      message, toolType == NELKVUI ? MessageDirection::kReceivedByUi : MessageDirection::kSentByUi);
+  return toWire(message, direction(toolType != NELKVUI ? NELKVUI : NELKV));
 }
 
 Message ScriptedPostmaster::nextMessage(const std::string& awaited, SourceLine where) {

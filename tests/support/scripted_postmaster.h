@@ -57,13 +57,13 @@ class ScriptedPostmaster {
   /// The next message is `tag`; with parameters, exactly these.
   template <typename... Values>
   Message expect(const ScriptTag& tag, Values&&... parameters) {
-    return expectNext(tag, {Parameter(std::forward<Values>(parameters))...});
+    return expectOne(true, tag, {Parameter(std::forward<Values>(parameters))...});
   }
 
   /// Some later message is `tag`; those before it are dropped. For tools that speak unasked.
   template <typename... Values>
   Message expectLater(const ScriptTag& tag, Values&&... parameters) {
-    return expectAmongNext(tag, {Parameter(std::forward<Values>(parameters))...});
+    return expectOne(false, tag, {Parameter(std::forward<Values>(parameters))...});
   }
 
   /// Whether a message is there to be taken, or comes within `time`.
@@ -99,9 +99,6 @@ class ScriptedPostmaster {
   /// Bytes as they stand. A frame needs its NUL.
   void sendRaw(std::string_view bytes, SourceLine where = SourceLine::current());
 
-  /// Waits until the tool has read from its socket all that was sent.
-  void awaitRead(SourceLine where = SourceLine::current());
-
   /// Closes the connection.
   void hangUp();
 
@@ -120,8 +117,8 @@ class ScriptedPostmaster {
 
  private:
   ChildProcess& begin(std::unique_ptr<ChildProcess> started);
-  Message expectNext(const ScriptTag& tag, const std::vector<Parameter>& parameters);
-  Message expectAmongNext(const ScriptTag& tag, const std::vector<Parameter>& parameters);
+  /// The next message, or a later one.
+  Message expectOne(bool isNext, const ScriptTag& tag, const std::vector<Parameter>& parameters);
   void sendMessage(const ScriptTag& tag, std::vector<Parameter> parameters);
   void sendInPieces(std::size_t count, const ScriptTag& tag, std::vector<Parameter> parameters);
 

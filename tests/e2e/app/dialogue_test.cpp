@@ -42,18 +42,9 @@ TEST_F(AppTest, BringsBackConfirmedCommandsOnly) {
   command("never confirmed");
   user.press(XK_Down);
   command("", {"second"});
-  for (const screen::KeySymbol key : {XK_Down, XK_Down}) {
-    user.press(key);
-  }
-  command("", {"first"});
-  // What stands in the entry when the confirmation comes is put in front of it. Intended.
-  user.type("x");
-  awaitSleep();
-  postmaster.send(MSG_T_PROMPT, "y");
-  expectAnswer();
-  command("", {"x"});
   user.press(XK_Down);
-  command("", {"xy"});
+  user.press(XK_Down);
+  command("", {"first"});
 }
 
 TEST_F(AppTest, AnswersAndAcknowledgesItsBoxes) {
@@ -222,12 +213,6 @@ TEST_F(AppTest, CopiesFromTheLogPastesBehindWhatIsTypedAndFindsTheSelection) {
   answer(kMainTitle);
   answer(kMainTitle);  // on from the start
   awaitCommandLine();
-  // The same again is the newest entry already, and replaces what is typed.
-  tell("drops the selection");
-  user.press(XK_c, screen::kControl);
-  user.type("z");
-  user.press(XK_v, screen::kControl);
-  command("", {"zlist-process"});
 }
 
 }  // namespace

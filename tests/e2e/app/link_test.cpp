@@ -91,6 +91,10 @@ struct Ending {
   int status = 0;
 };
 
+void PrintTo(const Ending& ending, std::ostream* out) {
+  *out << ending.name;
+}
+
 // Only who closes the window tells the tester: on its own word, by menu and by key nobody does.
 const Ending kEndings[] = {
     {"Close", isInUse, isClosed, {MSG_UI_EXIT, MSG_DISCONNECT}},

@@ -193,11 +193,6 @@ TEST_F(QuestionTest, ForASearchFindOnceWhatWasAskedForTwiceAndGoOn) {
   user.press(XK_BackSpace);
   answer(kPromptTitle);
   postmaster.expect(MSG_UI_CANCEL);
-  // The dialog has left the hit selected.
-  awaitCommandLine();
-  user.press(XK_c, screen::kControl);
-  user.press(XK_v, screen::kControl);
-  command("", {"Timer"});
 }
 
 TEST_F(QuestionTest, OfTheUserOpenTheSystemThatHeChooses) {

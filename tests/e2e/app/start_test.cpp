@@ -76,9 +76,6 @@ TEST_F(AppTest, IsUsableOnAServerWithoutFontsOfItsOwn) {
   poorUser.giveFocus(kMainTitle);
   postmaster.send(MSG_T_TEXT, "some text\n");
   awaitCommandLine(poorUser);
-  postmaster.send(MSG_T_EXIT);
-  postmaster.expectLater(MSG_DISCONNECT);
-  expectEnd();
 }
 
 // The resource file names a colour that there is not, which the toolkit complains of.

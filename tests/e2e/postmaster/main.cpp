@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "tests/e2e/postmaster/played_tool.h"
-#include "tests/support/rendezvous_folder.h"
+#include "tests/support/rendezvous.h"
 
 int main(int argc, char** argv) {
   if (argc > 1 && std::string_view(argv[1]) == kPlayTool) {

@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest-spi.h>
 
-#include <csignal>
 #include <filesystem>
 
 #include "tests/support/scripted_postmaster.h"
@@ -11,13 +10,6 @@
 namespace {
 
 using testing::HasSubstr;
-
-TEST(ChildProcess, ReportsSignalsAndProgramsThatDoNotExist) {
-  EXPECT_EQ(ChildProcess({"/bin/sh", {"-c", "kill -TERM $$"}}).exitStatus(), 128 + SIGTERM);
-  ChildProcess missing(Launch{"/no/such/program"});
-  EXPECT_EQ(missing.exitStatus(), 127);
-  EXPECT_THAT(missing.errors(), HasSubstr("cannot start /no/such/program: No such file"));
-}
 
 TEST(ScriptedPostmaster, NamesWhatWasAwaitedAndWhatTheToolSaidAndLeavesNoFileBehind) {
   std::string socketName;
