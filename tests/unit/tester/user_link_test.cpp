@@ -2,8 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include "tests/unit/tester/message_text.h"
-
 namespace tester_link {
 namespace {
 
@@ -11,6 +9,29 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 using testing::StartsWith;
+
+/// "a,b"
+std::string itemText(const Items& items) {
+  std::string text;
+  for (const std::string& item : items) {
+    text += (&item == &items.front() ? "" : ",") + item;
+  }
+  return text;
+}
+
+/// "2005|caption|text|0|a,b"
+std::string messageText(const OutgoingMessage& message) {
+  struct Describe {
+    std::string operator()(const std::string& text) const { return text; }
+    std::string operator()(std::int32_t number) const { return std::to_string(number); }
+    std::string operator()(const Items& items) const { return itemText(items); }
+  };
+  std::string text = std::to_string(message.tag);
+  for (const OutgoingParameter& parameter : message.parameters) {
+    text += '|' + std::visit(Describe{}, parameter);
+  }
+  return text;
+}
 
 class UserLinkTest : public testing::Test {
  protected:
@@ -101,7 +122,7 @@ TEST_F(UserLinkTest, TellsInOrderWhatTheLinkDidNotTakeAtOnce) {
 
 /// A question, its message, what the user interface answers and what the asker gets.
 struct Exchange {
-  std::function<void(const AnswerHandler&)> ask;
+  std::function<void()> ask;
   std::string message;
   Answer reply;
   std::string answer;
@@ -109,56 +130,46 @@ struct Exchange {
 
 TEST_F(UserLinkTest, AsksEachQuestionByItsMessageAndChecksTheAnswer) {
   using enum AnswerKind;
-  const auto yesNo = [this](const AnswerHandler& h) { user.askYesNo("c", "t", h); };
-  const auto error = [this](const AnswerHandler& h) { user.showError("c", "t", h); };
-  const auto text = [this](const AnswerHandler& h) { user.askText("t", h); };
-  const auto number = [this](const AnswerHandler& h) { user.askNumber("t", h); };
-  const auto range = [this](const AnswerHandler& h) {
-    user.askNumberInRange("t", {2, 5, true}, h);
-  };
-  const auto strict = [this](const AnswerHandler& h) { user.askNumberInRange("t", {2, 5}, h); };
-  const auto choice = [this](const AnswerHandler& h) { user.askChoice("t", {"a", "b"}, h); };
-  const auto none = [this](const AnswerHandler& h) { user.askChoice("t", {}, h); };
-  const auto bits = [this](const AnswerHandler& h) { user.askBits("t", {"a", "b"}, h); };
-  const auto values = [this](const AnswerHandler& h) { user.askParameters("t", {"a"}, h); };
-  const auto file = [this](const AnswerHandler& h) {
-    user.askFile({"T", "x", "X Files"}, "/d", h);
-  };
-  const auto directory = [this](const AnswerHandler& h) { user.askDirectory("/d", h); };
-  const auto wrongNumber = [](const std::string& given) {
-    return kept(kWrong, '"' + given + "\" is no number from 2 to 5.");
-  };
+  const auto yesNo = [this] { user.askYesNo("c", "t", keep()); };
+  const auto error = [this] { user.showError("c", "t", keep()); };
+  const auto text = [this] { user.askText("t", keep()); };
+  const auto number = [this] { user.askNumber("t", keep()); };
+  const auto range = [this] { user.askNumberInRange("t", {2, 5, true}, keep()); };
+  const auto strict = [this] { user.askNumberInRange("t", {2, 5}, keep()); };
+  const auto choice = [this] { user.askChoice("t", {"a", "b"}, keep()); };
+  const auto empty = [this] { user.askChoice("t", {}, keep()); };
+  const auto bits = [this] { user.askBits("t", {"a", "b"}, keep()); };
+  const auto values = [this] { user.askParameters("t", {"a"}, keep()); };
+  const auto file = [this] { user.askFile({"T", "x", "X Files"}, "/d", keep()); };
+  const auto directory = [this] { user.askDirectory("/d", keep()); };
+  const std::string select = "|Korvane Select|t";
+  const std::string wrong = " is no number from 2 to 5.";
+  const std::string none = " is none of the choices.";
   const Exchange rows[] = {
       {yesNo, "2001|c|t", {kNo}, kept(kNo, "")},
       {error, "2013|c|t", {kAcknowledged}, kept(kAcknowledged, "")},
-      {text, "2003|Korvane Select|t", {kText, "x"}, kept(kText, "x")},
-      {number, "2004|Korvane Select|t", {kNumber, "x"}, kept(kNumber, "x")},
-      {strict, "2019|Korvane Select|t|2|5", {kNumber, "2"}, kept(kNumber, "2")},
-      {strict, "2019|Korvane Select|t|2|5", {kNumber, "*"}, wrongNumber("*")},
-      {strict, "2019|Korvane Select|t|2|5", {kNumber, "6"}, wrongNumber("6")},
-      {range, "2019|Korvane Select|t|-1|5", {kNumber, "*"}, kept(kNumber, "*")},
-      {range, "2019|Korvane Select|t|-1|5", {kNumber, "5"}, kept(kNumber, "5")},
-      {range, "2019|Korvane Select|t|-1|5", {kNumber, "1"}, wrongNumber("1")},
-      {range, "2019|Korvane Select|t|-1|5", {kNumber, "3x"}, wrongNumber("3x")},
-      {choice, "2005|Korvane Select|t|0|a,b", {kChoice, "b"}, kept(kChoice, "b", 1)},
-      {choice,
-       "2005|Korvane Select|t|0|a,b",
-       {kChoice, "-"},
-       kept(kWrong, R"("-" is none of the choices.)")},
-      {choice, "2005|Korvane Select|t|0|a,b", {kCancelled}, kept(kCancelled, "")},
-      {none, "2005|Korvane Select|t|0|", {kCancelled}, kept(kCancelled, "")},
-      {bits, "2010|Korvane Select|t|a,b", {kBits, "", {"b", "a"}}, kept(kBits, "b,a")},
-      {bits,
-       "2010|Korvane Select|t|a,b",
-       {kBits, "", {"b", "c"}},
-       kept(kWrong, R"("c" is none of the choices.)")},
-      {values, "2018|Korvane Select|t|0|a", {kParameters, "1"}, kept(kParameters, "1")},
+      {text, "2003" + select, {kText, "x"}, kept(kText, "x")},
+      {number, "2004" + select, {kNumber, "x"}, kept(kNumber, "x")},
+      {strict, "2019" + select + "|2|5", {kNumber, "2"}, kept(kNumber, "2")},
+      {strict, "2019" + select + "|2|5", {kNumber, "*"}, kept(kWrong, "\"*\"" + wrong)},
+      {strict, "2019" + select + "|2|5", {kNumber, "6"}, kept(kWrong, "\"6\"" + wrong)},
+      {range, "2019" + select + "|-1|5", {kNumber, "*"}, kept(kNumber, "*")},
+      {range, "2019" + select + "|-1|5", {kNumber, "5"}, kept(kNumber, "5")},
+      {range, "2019" + select + "|-1|5", {kNumber, "1"}, kept(kWrong, "\"1\"" + wrong)},
+      {range, "2019" + select + "|-1|5", {kNumber, "3x"}, kept(kWrong, "\"3x\"" + wrong)},
+      {choice, "2005" + select + "|0|a,b", {kChoice, "b"}, kept(kChoice, "b", 1)},
+      {choice, "2005" + select + "|0|a,b", {kChoice, "-"}, kept(kWrong, "\"-\"" + none)},
+      {choice, "2005" + select + "|0|a,b", {kCancelled}, kept(kCancelled, "")},
+      {empty, "2005" + select + "|0|", {kCancelled}, kept(kCancelled, "")},
+      {bits, "2010" + select + "|a,b", {kBits, "", {"b", "a"}}, kept(kBits, "b,a")},
+      {bits, "2010" + select + "|a,b", {kBits, "", {"b", "c"}}, kept(kWrong, "\"c\"" + none)},
+      {values, "2018" + select + "|0|a", {kParameters, "1"}, kept(kParameters, "1")},
       {file, "2009|T|/d|x|X Files", {kFile, "/f"}, kept(kFile, "/f")},
       {directory, "2011|Select Source Directory|/d", {kDirectory, "/e"}, kept(kDirectory, "/e")},
   };
   for (const Exchange& row : rows) {
     SCOPED_TRACE(row.message + " <- " + row.reply.text);
-    row.ask(keep());
+    row.ask();
     EXPECT_THAT(pump(), ElementsAre(row.message));
     EXPECT_TRUE(user.isAsking());
     answers.clear();

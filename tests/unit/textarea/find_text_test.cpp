@@ -115,7 +115,7 @@ TEST(FindText, GoesOnInALogThatChanged) {
 }
 
 TEST(FindText, SearchWithoutCaseFindsHitsAnywhereInALongLog) {
-  for (const std::size_t offset : {16000, 16368, 16383, 16384, 16400, 16401, 32752, 49990, 65519}) {
+  for (const std::size_t offset : {16000, 16368, 16383, 16384, 16400, 16417, 32752, 49990, 65519}) {
     std::string log(65535, 'h');
     log.replace(offset, 16, "HitAcrossWindows");
     check(log, {{"i hitacrosswindows", "16 at " + std::to_string(offset)},

@@ -1,10 +1,18 @@
-// The dialogue of the tester with a user interface: commands, runs and questions on the wire.
+// The real tester with a scripted Postmaster: how it comes, greets and goes, and its dialogue with
+// a user interface.
 
+#include <gmock/gmock.h>
+
+#include <ctime>
+#include <filesystem>
 #include <optional>
 #include <set>
+#include <string>
 
 #include "link/tool_message.h"
-#include "tests/e2e/tester/tester_fixture.h"
+#include "support/version.h"
+#include "tests/support/basics.h"
+#include "tests/support/scripted_postmaster.h"
 
 namespace {
 
@@ -12,7 +20,160 @@ using testing::EndsWith;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-constexpr std::size_t kLargestText = 16384;
+/// Count of connected tools that the Postmaster's 8000 names, the new one included.
+constexpr int kAlone = 1;
+constexpr int kWithOthers = 2;
+
+/// The real tester as the child of a scripted Postmaster.
+class TesterProcessTest : public testing::Test {
+ protected:
+  /// Up to the Postmaster's answer to 9001.
+  void connect(int tools = kAlone) {
+    postmaster.start({builtProgram("nelkv")});
+    EXPECT_EQ(postmaster.expectConnect().sender, NELKV);
+    postmaster.send(MSG_CONNECT_OK, NELKV, 1, 1, tools, "scripted Postmaster");
+    EXPECT_EQ(postmaster.expect(MSG_TOOL_READY).kind, kFrameUndirected);
+    postmaster.send(MSG_START_POLL_TIMER);
+  }
+
+  void uiComes() {
+    const Message ready{kFrameUndirected, MSG_TOOL_READY, NELKVUI, 0, {}, {}};
+    postmaster.sendRaw(toWire(ready, MessageDirection::kSentByUi));
+  }
+
+  void uiLeaves() { postmaster.send(MSG_TOOL_LEFT, NELKVUI, 1, "NELKVUI"); }
+
+  void expectGreeting() {
+    const Message text = postmaster.expect(MSG_T_TEXT);
+    EXPECT_THAT(text.text(), testing::HasSubstr("\"Pedestrian Crossing\""));
+    EXPECT_THAT(text.text(), testing::HasSubstr("\"?\?\" lists the commands"));
+    EXPECT_EQ(text.dest, NELKVUI);
+    const Message opened = postmaster.expect(MSG_T_SYSTEM_OPENED);
+    EXPECT_EQ(opened.text(), std::filesystem::current_path().string());
+    postmaster.expect(MSG_T_TITLE);
+  }
+
+  void connectWithUi() {
+    connect();
+    uiComes();
+    expectGreeting();
+  }
+
+  /// Carries out a command that answers with one text; the text.
+  std::string run(const std::string& command) {
+    postmaster.send(MSG_UI_COMMAND, command);
+    std::string text = postmaster.expect(MSG_T_TEXT).text();
+    postmaster.expectLater(MSG_T_PROMPT, command);
+    return text;
+  }
+
+  /// Starts a run without an end and waits until it goes.
+  void startEndlessRun() {
+    postmaster.send(MSG_UI_COMMAND, "go");
+    postmaster.expect(MSG_T_TEXT, "> go\n");
+    postmaster.expect(MSG_T_BUSY);
+    postmaster.expectLater(MSG_T_TITLE, "Pedestrian Crossing, running");
+  }
+
+  void expectOrderlyEnd() {
+    postmaster.expectLater(MSG_DISCONNECT);
+    EXPECT_EQ(postmaster.exitStatus(), 0);
+  }
+
+  ScriptedPostmaster postmaster;
+};
+
+TEST(TesterOptionsTest, AreAnsweredWithoutALink) {
+  ChildProcess version({builtProgram("nelkv"), {"--version"}});
+  EXPECT_EQ(version.exitStatus(), 0);
+  EXPECT_EQ(version.output(), std::string("nelkv ") + kProductVersion + "\n");
+  ChildProcess help({builtProgram("nelkv"), {"--help"}});
+  EXPECT_EQ(help.exitStatus(), 0);
+  EXPECT_THAT(help.output(), HasSubstr("--version"));
+  for (const char* wrong : {"--fly", "-x", "word"}) {
+    ChildProcess refused({builtProgram("nelkv"), {wrong}});
+    EXPECT_EQ(refused.exitStatus(), 2);
+    EXPECT_EQ(refused.output(), "");
+    EXPECT_THAT(refused.errors(), StartsWith("nelkv: "));
+    EXPECT_THAT(refused.errors(), HasSubstr(wrong));
+  }
+}
+
+TEST_F(TesterProcessTest, EndsWithAFailureWhenItIsRefused) {
+  postmaster.start({builtProgram("nelkv")});
+  postmaster.expectConnect();
+  postmaster.deny();
+  EXPECT_EQ(postmaster.exitStatus(), 1);
+  EXPECT_THAT(postmaster.tool().errors(), HasSubstr("nelkv: no connection to the Postmaster"));
+}
+
+TEST_F(TesterProcessTest, GreetsEachUserInterfaceAndEndsWhenThePostmasterHangsUp) {
+  connect(kAlone);
+  uiComes();
+  expectGreeting();
+  uiLeaves();
+  uiComes();
+  expectGreeting();
+  EXPECT_EQ(run("now"), "> now\nnow = 0.000\n");
+  postmaster.hangUp();
+  EXPECT_EQ(postmaster.exitStatus(), 0);
+}
+
+TEST_F(TesterProcessTest, GreetsAUserInterfaceThatWasThereBeforeIt) {
+  connect(kWithOthers);
+  expectGreeting();
+  EXPECT_EQ(run("now"), "> now\nnow = 0.000\n");
+}
+
+TEST_F(TesterProcessTest, GreetsWithTheFirstCommandOfAUserInterfaceThatNobodyAnnounced) {
+  connect(kAlone);
+  postmaster.send(MSG_UI_COMMAND, "now");
+  EXPECT_THAT(postmaster.expect(MSG_T_TEXT).text(), HasSubstr("\"Pedestrian Crossing\""));
+  postmaster.expectLater(MSG_T_PROMPT, "now");
+}
+
+class TesterEndTest : public TesterProcessTest, public testing::WithParamInterface<int> {};
+// 0 stands for the Postmaster's hanging up.
+INSTANTIATE_TEST_SUITE_P(By, TesterEndTest, testing::Values(MSG_UI_EXIT, MSG_SHUTDOWN, 0));
+
+TEST_P(TesterEndTest, EndsInTheMiddleOfARun) {
+  connectWithUi();
+  startEndlessRun();
+  if (GetParam() == MSG_UI_EXIT) {
+    postmaster.send(MSG_UI_EXIT);
+    postmaster.expectLater(MSG_DISCONNECT);
+  } else if (GetParam() == MSG_SHUTDOWN) {
+    postmaster.send(MSG_SHUTDOWN, 1, 2, 3, 4);
+    postmaster.expectLater(MSG_SHUTDOWN_ACK);
+  } else {
+    postmaster.hangUp();
+  }
+  EXPECT_EQ(postmaster.exitStatus(), 0);
+}
+
+TEST_F(TesterProcessTest, FollowsAUserInterfaceThatItAskedToLeave) {
+  connectWithUi();
+  EXPECT_EQ(run("exit"), "> exit\n");
+  postmaster.expect(MSG_T_EXIT_CONFIRM);
+  uiLeaves();
+  expectOrderlyEnd();
+}
+
+TEST_F(TesterProcessTest, SleepsWhileNothingHappensAlsoWithHalfAFrame) {
+  connectWithUi();
+  clockid_t clock{};
+  ASSERT_EQ(clock_getcpuclockid(postmaster.tool().id(), &clock), 0);
+  const auto usedMilliseconds = [clock] {
+    timespec used{};
+    EXPECT_EQ(clock_gettime(clock, &used), 0);
+    return used.tv_sec * 1000 + used.tv_nsec / 1'000'000;
+  };
+  const long before = usedMilliseconds();
+  postmaster.expectSilence(Milliseconds(400));
+  postmaster.sendRaw("0000");
+  postmaster.expectSilence(Milliseconds(400));
+  EXPECT_LT(usedMilliseconds() - before, 100);
+}
 
 TEST_F(TesterProcessTest, ConfirmsEveryCommandAsTypedAfterItsText) {
   connectWithUi();
@@ -35,10 +196,7 @@ TEST_F(TesterProcessTest, ConfirmsEveryCommandAsTypedAfterItsText) {
   }
   EXPECT_EQ(all, expected);
   postmaster.expect(MSG_T_PROMPT, longest);
-}
-
-TEST_F(TesterProcessTest, CarriesOutCommandsThatComeTogetherOrInPieces) {
-  connectWithUi();
+  // Commands that come together or in pieces.
   const auto frame = [](const char* command) {
     return toWire({kFrameDirected, MSG_UI_COMMAND, NELKVUI, NELKV, {command}, {}},
                   MessageDirection::kSentByUi);
@@ -58,8 +216,8 @@ TEST_F(TesterProcessTest, SendsTheTraceOfAnEndlessRunInBatchesUntilACommandEndsI
   startEndlessRun();
   for (int i = 0; i < 3; ++i) {
     const std::string batch = postmaster.expect(MSG_T_TEXT).text();
-    EXPECT_GT(batch.size(), kLargestText / 2);
-    EXPECT_LT(batch.size(), kLargestText);
+    EXPECT_GT(batch.size(), 16384 / 2);
+    EXPECT_LT(batch.size(), 16384);
     EXPECT_THAT(batch, EndsWith("\n"));
   }
   postmaster.send(MSG_UI_COMMAND, "list-timer");
