@@ -197,8 +197,7 @@ TEST_F(EditTest, ANumberTakesOnlyKeysThatKeepItOne) {
       {"", XK_End, "1234567890^", 0},
       {"", XK_BackSpace, "123456789^", 1},
       {"", XK_Left, "12345678^9", 0},
-      {"0", 0, "123456780^9", 1},
-  };
+      {"0", 0, "123456780^9", 1}};
   for (const auto& [typed, key, view, changes] : steps) {
     key != 0 ? ui::pressKey(key) : ui::typeText(typed);
     EXPECT_EQ(textView(edit->widget()), view);

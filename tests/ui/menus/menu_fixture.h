@@ -138,16 +138,12 @@ class MenuTest : public testing::Test {
     how ? how() : ui::click(cascade(position));
     ui::waitFor([&] { return ui::isViewable(below); }, "the pulldown");
   }
-  /// Waits for the end of an open menu; its widget may be destroyed meanwhile.
-  static void waitForNoMenu(Window menu) {
-    ui::waitFor([&] { return !ui::isViewable(menu); }, "the menu to go");
-    ui::drain();
-  }
-  /// Does what closes the open menu of an entry of the bar.
+  /// Does what closes the open menu of an entry of the bar; its widget may be destroyed then.
   void close(int position, const std::function<void()>& how) {
     const Window menu = ui::windowOf(pulldown(position));
     how();
-    waitForNoMenu(menu);
+    ui::waitFor([&] { return !ui::isViewable(menu); }, "the menu to go");
+    ui::drain();
   }
   /// Opens an entry of the bar, clicks an item in it, and returns what was heard.
   MenuJournal choose(int position, int id) {

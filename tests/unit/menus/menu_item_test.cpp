@@ -19,8 +19,7 @@ TEST(MenuItem, TakesMnemonicAndAcceleratorOutOfItsTextOnceAndOutOfANewTextAnew) 
       {"Ends in &", 0, "Ends in &", ""},
       {"Plain\tA\tB", 0, "Plain", "A\tB"},
       {"\tF3", 0, "", "F3"},
-      {"", 0, "", ""},
-  };
+      {"", 0, "", ""}};
   ziMenuItem changing(1, "A && B", 0);
   for (const auto& [text, mnemonic, label, accelerator] : rows) {
     ziMenuItem item(1, text, 0);
@@ -37,25 +36,23 @@ TEST(MenuItem, TakesMnemonicAndAcceleratorOutOfItsTextOnceAndOutOfANewTextAnew) 
 }
 
 TEST(MenuItem, StartsInTheStateOfItsFlagsAndTellsThemWhenSelected) {
+  // Intended: nothing tells that an item is checked, and a picture's item starts greyed.
   const struct {
     int id;
     unsigned flags;
     int idAfter;
     unsigned state;
     int selectFlags;
-  } rows[] = {
-      {1, 0, 1, 0x00, 0},
-      {0, 0, 0, 0x00, 0},
-      {1, kItemGreyed, 1, 0x01, 3},
-      {1, kItemDisabled, 1, 0x01, 3},
-      {1, kItemChecked | kItemGreyed, 1, 0x11, 3},
-      // Intended: nothing tells that an item is checked, and a picture's item starts greyed.
-      {1, kItemChecked, 1, 0x10, 0},
-      {1, kItemBitmap, 1, 0x01, 7},
-      {1, kItemBitmap | kItemChecked, 1, 0x01, 7},
-      {0, kItemSeparator, kNoItemId, 0x00, kItemSubMenu},
-      {7, kItemSeparator, 7, 0x00, 0},
-  };
+  } rows[] = {{1, 0, 1, 0x00, 0},
+              {0, 0, 0, 0x00, 0},
+              {1, kItemGreyed, 1, 0x01, 3},
+              {1, kItemDisabled, 1, 0x01, 3},
+              {1, kItemChecked | kItemGreyed, 1, 0x11, 3},
+              {1, kItemChecked, 1, 0x10, 0},
+              {1, kItemBitmap, 1, 0x01, 7},
+              {1, kItemBitmap | kItemChecked, 1, 0x01, 7},
+              {0, kItemSeparator, kNoItemId, 0x00, kItemSubMenu},
+              {7, kItemSeparator, 7, 0x00, 0}};
   for (const auto& row : rows) {
     const ziMenuItem item(row.id, nullptr, row.flags);
     EXPECT_EQ(std::make_tuple(item.id, unsigned{item.state}, int{item.selectFlags()}),
