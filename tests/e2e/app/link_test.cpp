@@ -147,7 +147,8 @@ TEST_F(AppTest, TellsStepByStepThatThePostmasterCannotBeReachedAndThenInABox) {
       "PROCESS(PID=$):**ERR:Cannot connect to Tessil Postmaster due to missing port. File " +
       portFileName() + "\n";
   // From the last step of the way to the first one.
-  for (const std::string& texts : {noServer, noPort + noServer, portMissing + noPort + noServer}) {
+  const std::string fromPort = noPort + noServer;
+  for (const std::string& texts : {noServer, fromPort, portMissing + fromPort}) {
     std::filesystem::remove(postmaster.socketName());
     if (texts.starts_with(noPort)) {
       std::ofstream(portFileName()) << "port 4711\n";
@@ -235,7 +236,7 @@ TEST_F(AppTest, GoesOnAfterFramesThatAreNone) {
   postmaster.sendRaw(std::string(40000, '0') + '\0');
   postmaster.tool().expectText("INTERNAL ERROR:Buffersize problem. Continuing.\n");
   postmaster.send(MSG_T_EXIT);
-  command("still here");
+  awaitCommandLine();
 }
 
 TEST_F(AppTest, StopsReadingWhenItIsNotToldToPollAndNothingComes) {

@@ -107,7 +107,7 @@ std::string User::selectAll(Window area) {
   unsigned char* data = nullptr;
   XGetWindowProperty(display(), holder, XA_STRING, 0, kLargestSelection, False, XA_STRING, &type,
                      &format, &count, &left, &data);
-  const std::string text = data != nullptr ? std::string(data, data + count) : "";
+  std::string text = data != nullptr ? std::string(data, data + count) : "";
   XFree(data);
   XDestroyWindow(display(), holder);
   return text;
@@ -115,8 +115,9 @@ std::string User::selectAll(Window area) {
 
 void User::expectText(Window window, const std::string& text, SourceLine where) {
   const auto size = [this](Window area) { return areaOf(area).width * areaOf(area).height; };
-  for (const Deadline deadline(kAnswerTime);;) {
-    std::string seen = textArea != None ? selectAll(textArea) : "";
+  std::string seen;
+  for (const Deadline deadline(kAnswerTime); !deadline.hasPassed();) {
+    seen = textArea != None ? selectAll(textArea) : "";
     if (seen.empty()) {
       // The largest one that takes a selection.
       std::vector<Window> areas = innermost(window);
@@ -128,8 +129,6 @@ void User::expectText(Window window, const std::string& text, SourceLine where) 
     if (seen == text) {
       return;
     }
-    if (deadline.hasPassed()) {
-      failScript("awaited was the text \"" + text + "\"\nseen is \"" + seen + "\"", where);
-    }
   }
+  failScript("awaited was the text \"" + text + "\"\nseen is \"" + seen + "\"", where);
 }
