@@ -1,0 +1,330 @@
+// The program nelmpm: clients that the test plays, and programs that it starts as tools.
+
+#include <gmock/gmock.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <fstream>
+#include <regex>
+
+#include "link/port_control.h"
+#include "postmaster/switchboard.h"
+#include "support/version.h"
+#include "tests/support/child_process.h"
+#include "tests/support/connection.h"
+#include "tests/support/message.h"
+#include "tests/support/rendezvous.h"
+
+namespace {
+
+using testing::HasSubstr;
+namespace fs = std::filesystem;
+
+template <class Condition>
+bool waitUntil(Condition condition) {
+  const Deadline deadline(kAnswerTime);
+  while (!condition()) {
+    if (deadline.hasPassed()) {
+      return false;
+    }
+    poll(nullptr, 0, 2);
+  }
+  return true;
+}
+
+/// A tool that the test plays.
+class Client {
+ public:
+  explicit Client(const std::string& path) : connection(path) {}
+
+  void send(std::string_view bytes) {
+    EXPECT_TRUE(waitUntil([&] { return connection.send(bytes) != 0 || bytes.empty(); }));
+  }
+  void send(int sender, int dest, int tag, const std::string& payload = {}) {
+    const int kind = dest == 0 ? kFrameUndirected : kFrameDirected;
+    send(wireText({kind, tag, sender, dest, static_cast<int>(payload.size())}, payload));
+  }
+  /// The next message as the trace shows it; "the end" when there is none.
+  std::string receive() {
+    std::optional<std::string> frame;
+    waitUntil([&] {
+      connection.read();
+      frame = connection.take();
+      return frame || connection.hasEnded();
+    });
+    return frame ? postmaster::describeMessage(*postmaster::parseText(*frame + '\0').message)
+                 : "the end";
+  }
+
+  Connection connection;
+};
+
+class PostmasterTest : public testing::Test {
+ protected:
+  // What this program inherited must not reach the programs under test.
+  PostmasterTest() { close_range(STDERR_FILENO + 1, ~0U, CLOSE_RANGE_CLOEXEC); }
+
+  /// Starts the Postmaster and waits until it listens.
+  ChildProcess& start(std::vector<std::string> arguments = {}) {
+    mpm.reset();
+    mpm = std::make_unique<ChildProcess>(Launch{NELMPM_PROGRAM, std::move(arguments)});
+    EXPECT_TRUE(waitUntil([this] { return fs::exists(socketPath()); })) << mpm->report();
+    return *mpm;
+  }
+  std::string socketPath() const { return socketFileName(port(), mpm->id()); }
+  static int port() { return std::atoi(readFile(portFileName()).c_str()); }
+
+  Client tool(int type) {
+    Client client(socketPath());
+    client.send(type, NELMPM, MSG_CONNECT);
+    EXPECT_THAT(client.receive(), HasSubstr("MSG_CONNECT_OK"));
+    return client;
+  }
+  static void leave(Client& client, int type) {
+    client.send(type, NELMPM, MSG_SHUTDOWN_ACK);
+    client.connection.close();
+  }
+  /// Whether the road from the tester to the window is open and empty.
+  static bool passes(Client& kv, Client& ui) {
+    kv.send(NELKV, NELKVUI, MSG_TOOL_ACTIVE);
+    return ui.receive() == "NELKV -> NELKVUI MSG_TOOL_ACTIVE(9003)";
+  }
+
+  RendezvousFolder folder;
+  std::unique_ptr<ChildProcess> mpm;
+};
+
+TEST_F(PostmasterTest, PublishesItsNumberForItsOwnUserAndEndsInOrderOnEachSignal) {
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+    start();
+    EXPECT_EQ(readFile(portFileName()), std::to_string(port()) + "\n");
+    const fs::path own = socketPath();
+    for (const fs::path& path : {own, fs::path(portFileName())}) {
+      EXPECT_EQ(fs::status(path).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+    }
+    Client ui = tool(NELKVUI);
+    Client kv = tool(NELKV);
+    mpm->signal(signal);
+    const std::string news = "MSG_SHUTDOWN(13000) 2 ";
+    EXPECT_THAT(ui.receive(), HasSubstr(news));
+    EXPECT_THAT(kv.receive(), HasSubstr(news));
+    EXPECT_FALSE(fs::exists(own) || fs::exists(portFileName()));
+    ui.send(NELKVUI, NELMPM, MSG_SHUTDOWN_ACK);
+    EXPECT_EQ(kv.receive(), "NELMPM -> NELKV MSG_SHUTDOWN_NOW(13001)") << "who does not answer";
+    kv.connection.close();
+    EXPECT_THAT(ui.receive(), HasSubstr("MSG_TOOL_LEFT"));
+    ui.connection.close();
+    EXPECT_EQ(mpm->exitStatus(), 0);
+    EXPECT_EQ(mpm->errors(), "");
+  }
+}
+
+TEST_F(PostmasterTest, LeavesALivingOneAloneAndReplacesADeadOne) {
+  start();
+  unlink(socketPath().c_str());  // as a tool that leaves does
+  ChildProcess second(Launch{NELMPM_PROGRAM});
+  EXPECT_EQ(second.exitStatus(), 1);
+  EXPECT_THAT(second.errors(),
+              HasSubstr("another Postmaster is running, port " + std::to_string(port()) + " in"));
+  start();
+  mpm->kill();
+  const std::string dead = socketPath();
+  start();
+  EXPECT_FALSE(fs::exists(dead));
+  mpm->kill();
+  const TemporaryFolder other;
+  const fs::path victim = other.write("victim", "precious");
+  fs::remove(portFileName());
+  fs::create_symlink(victim, portFileName());
+  ChildProcess tricked(Launch{NELMPM_PROGRAM});
+  EXPECT_EQ(tricked.exitStatus(), 1);
+  EXPECT_THAT(tricked.errors(), HasSubstr("cannot take over " + portFileName()));
+  EXPECT_EQ(readFile(victim), "precious");
+}
+
+TEST_F(PostmasterTest, CarriesFramesByTypeAndTellsWhoComesAndGoes) {
+  start();
+  Client kv = tool(NELKV);
+  Client ui(socketPath());
+  ui.send(NELKVUI, NELMPM, MSG_CONNECT);
+  const std::string pid = std::to_string(mpm->id());
+  EXPECT_EQ(ui.receive(), "NELMPM -> NELKVUI MSG_CONNECT_OK(8000) 2 " + pid + " " +
+                              std::to_string(port()) + " 2 \"NELMPM " + kProductVersion +
+                              " (PID=" + pid + ")\"");
+  Client second(socketPath());
+  second.send(NELKVUI, NELMPM, MSG_CONNECT);
+  EXPECT_THAT(second.receive(), HasSubstr("MSG_CONNECT_DENIED(8001) 2 " + pid));
+  EXPECT_EQ(second.receive(), "the end");
+  Client gate = tool(NELGATE);
+
+  ui.send(NELKVUI, NELKV, MSG_UI_COMMAND, wireString("go"));
+  EXPECT_EQ(kv.receive(), "NELKVUI -> NELKV MSG_UI_COMMAND(1002) \"go\"");
+  kv.send(NELKV, 0, MSG_TOOL_READY);
+  EXPECT_EQ(ui.receive(), "NELKV -> * MSG_TOOL_READY(9001)");
+  EXPECT_EQ(gate.receive(), "NELKV -> * MSG_TOOL_READY(9001)");
+  EXPECT_EQ(kv.receive(), "NELMPM -> NELKV MSG_START_POLL_TIMER(9002)");
+  const std::string longest(kMaxReceivedFrameBytes - kFrameHeaderBytes - kWordBytes, 'x');
+  kv.send(NELKV, NELKVUI, MSG_T_TEXT, wireString(longest));
+  EXPECT_THAT(ui.receive(), testing::EndsWith("... 16409 bytes"));
+
+  unlink(socketPath().c_str());
+  gate.send(NELGATE, NELMPM, MSG_DISCONNECT);
+  EXPECT_EQ(ui.receive(), "NELMPM -> NELKVUI MSG_TOOL_LEFT(8002) 3 1 \"NELGATE\"");
+  gate.connection.close();
+  EXPECT_TRUE(waitUntil([this] { return Connection(socketPath()).isOpen(); })) << "found again";
+  kv.send("0000");
+  kv.connection.close();
+  EXPECT_EQ(ui.receive(), "NELMPM -> NELKVUI MSG_TOOL_LEFT(8002) 1 2 \"NELKV\"");
+  mpm->expectText("hung up in the middle of a frame");
+  Client next = tool(NELKV);
+  ui.send(NELKVUI, NELMPM, MSG_DISCONNECT);
+  EXPECT_THAT(next.receive(), HasSubstr("MSG_TOOL_LEFT"));
+  EXPECT_THAT(next.receive(), HasSubstr("MSG_SHUTDOWN(13000) 1"));
+  leave(next, NELKV);
+  ui.connection.close();
+  EXPECT_EQ(mpm->exitStatus(), 0);
+}
+
+TEST_F(PostmasterTest, AFrameOfGarbageCostsOneLineAndIsForgotten) {
+  start();
+  Client ui = tool(NELKVUI);
+  Client kv = tool(NELKV);
+  const std::string good = wireText({kFrameDirected, MSG_T_BUSY, NELKV, NELKVUI, 0});
+  const auto with = [](FrameHeader header) { return wireText(header, "payload"); };
+  const std::vector<std::pair<std::string, std::string>> rows = {
+      {"hello\n" + good, "characters that belong to no frame"},
+      {std::string(1, '\0'), "shorter than a header"},
+      {good.substr(2), "shorter than a header"},
+      {"0" + good, "half a byte"},
+      {with({kFrameDirected, MSG_T_BUSY, NELKV, NELKVUI, 6}), "length word"},
+      {with({kFrameDirected, MSG_T_BUSY, NELKV, NELKVUI, -7}), "length word"},
+      {with({2, MSG_T_BUSY, NELKV, NELKVUI, 7}), "neither directed nor undirected"},
+      {with({kFrameDirected, MSG_T_BUSY, NELKV, NELGATE, 7}), "NELGATE, which is not connected"},
+      {std::string(std::size_t{40} * kMaxFrameText, '0') + '\0', "longer than 32868 bytes"},
+  };
+  for (const auto& [bytes, complaint] : rows) {
+    kv.send(bytes);
+    mpm->expectText(complaint);
+    EXPECT_TRUE(passes(kv, ui)) << complaint;
+  }
+  for (int i = 0; i < 2000; ++i) {
+    kv.send(std::string("?!") + '\0');
+  }
+  ASSERT_TRUE(passes(kv, ui));
+  mpm->drain();
+  EXPECT_LT(std::ranges::count(mpm->errors(), '\n'), 15) << "a flood is told in few lines";
+}
+
+TEST_F(PostmasterTest, ASlowClientHoldsItsSenderBackAndGetsAllFramesInOrder) {
+  start();
+  Client ui = tool(NELKVUI);
+  Client kv = tool(NELKV);
+  Client gate = tool(NELGATE);
+  std::string stream;
+  int frames = 0;
+  for (; stream.size() < 2 * postmaster::kMaxQueuedBytes; ++frames) {
+    const std::string payload = wireString(std::to_string(frames) + std::string(16000, ' '));
+    stream += wireText(
+        {kFrameDirected, MSG_T_TEXT, NELKV, NELKVUI, static_cast<int>(payload.size())}, payload);
+  }
+  std::string_view left = stream;
+  ASSERT_TRUE(waitUntil([&] {
+    kv.connection.send(left);
+    pollfd writable{kv.connection.fd(), POLLOUT, 0};
+    return poll(&writable, 1, 200) == 0;
+  }));
+  EXPECT_GT(left.size(), postmaster::kMaxQueuedBytes);
+  EXPECT_TRUE(waitUntil([&] {
+    gate.send(NELGATE, NELKV, MSG_TOOL_ACTIVE);
+    return kv.receive() == "NELGATE -> NELKV MSG_TOOL_ACTIVE(9003)";
+  })) << "others are served meanwhile";
+  for (int i = 0; i < frames; ++i) {
+    kv.connection.send(left);
+    if (left.empty()) {
+      kv.connection.close();  // its last words are heard
+    }
+    ASSERT_THAT(ui.receive(), HasSubstr("\"" + std::to_string(i) + " "));
+  }
+  EXPECT_THAT(ui.receive(), HasSubstr("MSG_TOOL_LEFT"));
+}
+
+TEST_F(PostmasterTest, StartsToolsWithNothingOfItsOwnAndEndsThemWithTheWindow) {
+  const TemporaryFolder scratch;
+  const std::string seen = (scratch / "seen").string();
+  const std::string go = (scratch / "go").string();
+  start({"--tool", builtProgram("nelkv").string(), "--trace", "-", "--tool",
+         "sh -c 'ls /proc/self/fd $XAPPLRESDIR > " + seen + "; grep Sig /proc/self/status >> " +
+             seen + "; until [ -e " + go + " ]; do sleep 0.02; done; exit 3'"});
+  mpm->expectText("NELMPM -> NELKV MSG_CONNECT_OK");
+  Client ui = tool(NELKVUI);
+  ui.send(NELKVUI, 0, MSG_TOOL_READY);
+  scratch.write("go", "");
+  std::string box;
+  EXPECT_TRUE(waitUntil([&] {
+    box = ui.receive();
+    return box.find("MSG_LINK_WARNING_BOX") != std::string::npos;
+  }));
+  EXPECT_THAT(box, HasSubstr("ended with status 3."));
+  // The three standard descriptors, and those with which ls reads the folders.
+  EXPECT_THAT(readFile(seen), testing::AllOf(HasSubstr("0\n1\n2\n3\n\n"), HasSubstr("NEL2\n"),
+                                             HasSubstr("SigBlk:\t0000000000000000\n")));
+  ui.connection.close();
+  EXPECT_EQ(mpm->exitStatus(), 0);
+  EXPECT_THAT(mpm->output(), HasSubstr("NELKV -> NELMPM MSG_SHUTDOWN_ACK(7002)"));
+}
+
+TEST_F(PostmasterTest, KillsAToolThatIgnoresEverything) {
+  start({"--tool", "sh -c 'trap \"\" TERM; echo up; while :; do sleep 1; done'"});
+  mpm->expectText("up\n");
+  EXPECT_TRUE(waitUntil([this] {
+    mpm->signal(SIGTERM);  // each further one brings the next step forward
+    return !mpm->isRunning();
+  }));
+  EXPECT_EQ(mpm->exitStatus(), 0);
+}
+
+TEST_F(PostmasterTest, SaysWhyItCannotStartOrGoOn) {
+  const TemporaryFolder scratch;
+  const std::string broken = scratch.write("broken", "no program").string();
+  fs::permissions(broken, fs::perms::owner_all);
+  const struct {
+    std::vector<std::string> arguments;
+    int status;
+    std::string says;
+  } rows[] = {
+      {{"--tool", "sleep 60", "--tool", "nel-no-such-tool"}, 1, "cannot start nel-no-such-tool"},
+      {{"--tool", "sleep 60", "--tool", broken}, 1, "cannot start " + broken},
+      {{"--tool", "true"}, 1, "no user interface came"},
+      {{"--trace", "/nowhere/trace"}, 1, "/nowhere/trace: No such file or directory\n"},
+      {{"--frobnicate"}, 2, "--frobnicate"},
+  };
+  for (const auto& row : rows) {
+    ChildProcess refused(Launch{NELMPM_PROGRAM, row.arguments});
+    EXPECT_EQ(refused.exitStatus(), row.status);
+    EXPECT_THAT(refused.errors(), HasSubstr(row.says));
+    EXPECT_FALSE(fs::exists(portFileName()));
+  }
+}
+
+TEST_F(PostmasterTest, WritesEachFrameWithItsTimeAsItGoesThrough) {
+  const TemporaryFolder scratch;
+  const std::string file = scratch / "trace";
+  start({"--trace", file});
+  Client ui = tool(NELKVUI);
+  ui.send(NELKVUI, NELKV, MSG_UI_COMMAND, wireString("say \"hi\"\n"));
+  mpm->expectText("not connected");
+  const std::string time = R"(\d{4}-\d\d-\d\d \d\d:\d\d:\d\d\.\d{3} )";
+  EXPECT_TRUE(std::regex_match(
+      readFile(file),
+      std::regex(time + R"(NELKVUI -> NELMPM MSG_CONNECT\(7000\)\n)" + time +
+                 R"(NELMPM -> NELKVUI MSG_CONNECT_OK\(8000\) 2 \d+ \d+ 1 "NELMPM .*"\n)" + time +
+                 R"(NELKVUI -> NELKV MSG_UI_COMMAND\(1002\) "say \\"hi\\"\\n" \[refused: .*\]\n)")))
+      << readFile(file);
+  mpm->kill();
+  start({"--trace", "/dev/full"});
+  tool(NELKVUI);
+  mpm->expectText("the trace cannot be written");
+}
+
+}  // namespace
