@@ -1,8 +1,11 @@
 // The dialogs of the button set on their own: what they take and what they make of it.
 
-#include "resources/dialogs.h"
+#include <functional>
+#include <utility>
+
 #include "buttons/dialogs/button_dialogs.h"
 #include "framework/controls/edit.h"
+#include "resources/dialogs.h"
 #include "tests/ui/buttons/panes_fixture.h"
 
 namespace {
@@ -19,7 +22,9 @@ class ButtonDialogs : public testing::Test {
   }
 
   /// Runs a dialog. Each piece of keys is typed when its first control has the focus (again).
-  static std::string run(zFormDialog& dialog, int first, const Pieces& pieces) {
+  /// Gives `end`, with "refused" in front when the dialog was not confirmed.
+  static std::string run(zFormDialog& dialog, int first, const Pieces& pieces,
+                         const std::function<std::string()>& end) {
     ui::ModalScript script;
     for (const std::string& keys : pieces) {
       script.when(
@@ -33,51 +38,32 @@ class ButtonDialogs : public testing::Test {
     dialog.setCaption(kTitle);
     const int status = script.run([&] { return dialog.run(0); });
     ui::waitForNoDialog(kTitle);
-    return status == 0 ? "refused" : "";
+    return (status == 0 ? "refused" : "") + end();
   }
 
-  // What becomes of each dialog, "refused" in front when it was not confirmed.
+  // What becomes of each dialog.
   std::string rename(const char* name, const Pieces& pieces) {
     RenameGroupDlg dialog(&frame, name);
-    const std::string end = run(dialog, kDialogFirstEdit, pieces);
-    return end + dialog.name().str();
-  }
-  std::string addGroups(const Pieces& pieces) {
-    std::string applied;
-    AddGroupDlg dialog(&frame, [&](const RWCString& name) { applied += name.str() + ","; });
-    const std::string end = run(dialog, kDialogFirstEdit, pieces);
-    return applied + end + dialog.name().str();
-  }
-  std::string addButtons(const Pieces& pieces) {
-    std::string applied;
-    AddButtonDlg dialog(&frame, [&](const RWCString& label, const RWCString& definition) {
-      applied += label.str() + "=" + definition.str() + ",";
-    });
-    return run(dialog, kDialogFirstEdit, pieces).insert(0, applied);
+    return run(dialog, kDialogFirstEdit, pieces, [&] { return dialog.name().str(); });
   }
   std::string edit(const std::string& label, const std::string& definition, const Pieces& pieces) {
     EditButtonDlg dialog(&frame, label, "");
     windowCast<zEditBase>(dialog.childById(kDialogSecondEdit))->insertAt(0, definition.c_str());
-    const std::string end = run(dialog, kDialogFirstEdit, pieces);
-    return end + dialog.label().str() + "=" + dialog.definition().str();
+    return run(dialog, kDialogFirstEdit, pieces,
+               [&] { return dialog.label().str() + "=" + dialog.definition().str(); });
   }
   std::string select(const Pieces& pieces) {
     SelectButtonDlg dialog(&frame, labels);
-    const std::string end = run(dialog, kDialogList, pieces);
-    return end + std::to_string(dialog.chosenRow());
+    return run(dialog, kDialogList, pieces, [&] { return std::to_string(dialog.chosenRow()); });
   }
   std::string remove(const Pieces& pieces) {
     DeleteButtonDlg dialog(&frame, labels);
-    std::string end = run(dialog, kDialogList, pieces);
-    for (const std::string& label : dialog.chosenLabels()) {
-      end += label + ",";
-    }
-    return end;
+    return run(dialog, kDialogList, pieces,
+               [&] { return testing::PrintToString(dialog.chosenLabels()); });
   }
   std::string save(const char* keys) {
     SaveChangesDlg dialog(&frame, "Save it?");
-    const std::string end = run(dialog, kDialogSave, {keys});
-    return end + std::to_string(dialog.saveRequested);
+    return run(dialog, kDialogSave, {keys}, [&] { return std::to_string(dialog.saveRequested); });
   }
 
   zAppFrame frame{nullptr, new zSizer(200, 150, 400, 300), 0xCF0000, "Parent"};
@@ -103,17 +89,26 @@ TEST_F(ButtonDialogs, TakeANameThatHasMoreThanBlanks) {
 }
 
 TEST_F(ButtonDialogs, AddByApplyWhatCancelDoesNotTakeBack) {
+  std::string applied;
+  AddButtonDlg button(&frame, [&](const RWCString& label, const RWCString& definition) {
+    applied += label.str() + "=" + definition.str() + ",";
+  });
+  AddGroupDlg group(&frame, [&](const RWCString& name) { applied += name.str() + ","; });
   // Without a label the definition stays for the next time.
-  EXPECT_EQ(addButtons({"A\ta 1\t\t ", "  \tb\t\t ", "B\t\t\t ", "C\t\t\t ", "\x1b"}),
-            "A=a 1,B=b,C=,refused");
-  EXPECT_EQ(addGroups({"A\t\t ", "\t\t ", " \t\t ", "A\t\t ", "B\n"}), "A,A,B");
+  EXPECT_EQ(
+      run(button, kDialogFirstEdit, {"A\ta 1\t\t ", "  \tb\t\t ", "B\t\t\t ", "C\t\t\t ", "\x1b"},
+          [&] { return std::exchange(applied, ""); }),
+      "refusedA=a 1,B=b,C=,");
+  EXPECT_EQ(run(group, kDialogFirstEdit, {"A\t\t ", "\t\t ", " \t\t ", "A\t\t ", "B\n"},
+                [&] { return applied + group.name().str(); }),
+            "A,A,B");
 }
 
 TEST_F(ButtonDialogs, TakeRowsOfTheirList) {
   EXPECT_EQ(select({"\n"}), "0");
   EXPECT_EQ(select({"\v\v\n"}), "2");
-  EXPECT_EQ(remove({" \a\a\n"}), "Go,Step,Go,");
-  EXPECT_EQ(remove({"\n", "\v \n"}), "Step,")
+  EXPECT_EQ(remove({" \a\a\n"}), R"({ "Go", "Step", "Go" })");
+  EXPECT_EQ(remove({"\n", "\v \n"}), R"({ "Step" })")
       << "nothing is deleted as long as nothing is selected";
   DeleteButtonDlg dialog(&frame, labels);
   ui::ModalScript script;

@@ -141,6 +141,7 @@ class ButtonPanes : public testing::Test {
 
   /// What stands on the canvas, of whose groups and buttons the places are checked.
   static std::string seen() {
+    ui::drain();
     int y = 1;
     int width = set().metrics().minGroupWidth;
     for (const ButtonPane* shown : set().groups()) {

@@ -5,11 +5,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <fstream>
 #include <sstream>
 
 #include "button_file/button_file_reader.h"
 #include "tester/commands.h"
+#include "tests/support/basics.h"
 
 namespace {
 
@@ -57,6 +57,8 @@ TEST(ButtonFileChecker, SaysOnceWhatIsWrongWithAWholeFile) {
   };
   const std::string longest(btnlint::kMaxFileBytes, '\n');
   for (const auto& [bytes, remarks] : std::vector<std::pair<std::string, std::string>>{
+           {"  # c\r\n:A\r\n\r\nl\r\nd\r\n", ""},
+           {":A\n" + std::string(999, 'x') + "\r\nd\n:MENU M\nseparator\n\na\nb", ""},
            {"", "f: holds no group and no menu\n"},
            {"# c\n", "f: holds no group and no menu\n"},
            {times(9, "l\nd\n"), "f: no header, so all of it is ignored\n"},
@@ -75,32 +77,28 @@ TEST(ButtonFileChecker, SaysOnceWhatIsWrongWithAWholeFile) {
   EXPECT_NE(many.find("further remarks"), std::string::npos);
 }
 
-TEST(ButtonFileChecker, SaysNothingOfAFileThatMeansWhatItSays) {
-  EXPECT_EQ(lintText("  # c\r\n:A\r\n\r\nl\r\nd\r\n"), "");
-  EXPECT_EQ(lintText(":A\n" + std::string(999, 'x') + "\r\nd\n:MENU M\nseparator\n\na\nb"), "");
-}
-
 TEST(ExampleButtons, AreCleanAndSendCommandsOfTheTester) {
-  std::ostringstream text;
-  text << std::ifstream(NEL_EXAMPLE_BUTTONS).rdbuf();
-  EXPECT_EQ(lintText(text.str()), "");
-  std::string commands;
-  const ButtonSet set = readButtonFile(std::string_view(text.str()));
+  const std::string text = readFile(NEL_EXAMPLE_BUTTONS);
+  EXPECT_EQ(lintText(text), "");
+  int commands = 0;
+  const auto check = [&](const std::string& definition) {
+    std::istringstream pieces(definition);
+    for (std::string command; std::getline(pieces, command, ';'); ++commands) {
+      EXPECT_NO_THROW(tester::findCommand(command.substr(0, command.find(' ')))) << command;
+    }
+  };
+  const ButtonSet set = readButtonFile(std::string_view(text));
   for (const ButtonGroup& group : set.groups) {
     for (const Button& button : group.buttons) {
-      commands += button.definition + ';';
+      check(button.definition);
     }
   }
   for (const ButtonMenu& menu : set.menus) {
     for (const MenuEntry& entry : menu.entries) {
-      commands += entry.isSeparator() ? "" : entry.definition + ';';
+      check(entry.isSeparator() ? "" : entry.definition);
     }
   }
-  std::istringstream pieces(commands);
-  for (std::string command; std::getline(pieces, command, ';');) {
-    EXPECT_NO_THROW(tester::findCommand(command.substr(0, command.find(' ')))) << command;
-  }
-  EXPECT_FALSE(commands.empty());
+  EXPECT_GT(commands, 0);
 }
 
 }  // namespace

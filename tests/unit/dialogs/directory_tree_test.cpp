@@ -49,35 +49,21 @@ TEST_F(DirectoryTree, ListsThePathAndTheSubDirectoriesInByteOrder) {
   EXPECT_EQ(lines[depth], " [x]");
 }
 
+// A sub-directory goes before a component, of which the last one of the name counts. "root" stands
+// for "/" even where there is a directory called so: intended.
 TEST_F(DirectoryTree, GoesDownByASubDirectoryAndUpByAComponent) {
   fs::create_directories(at("a/b/a/c"));
   fs::create_directory(at("a/b/b"));
-  struct Row {
-    const char* from;
-    const char* name;
-    const char* to;
-  };
-  for (const Row& row : {
-           Row{"a", "b", "a/b/"},
-           Row{"a/b/a/c", "b", "a/b/"},
-           Row{"a/b", "b", "a/b/b/"},      // a sub-directory goes before a component
-           Row{"a/b/a/c", "a", "a/b/a/"},  // the last component of the name counts
-           Row{"a/b", "none", "a/b/"},
-           Row{"a/b", "", "a/b/"},
-       }) {
-    SCOPED_TRACE(std::string(row.from) + " and " + row.name);
-    tree.loadDirectory(at(row.from));
-    EXPECT_EQ(tree.loadDirectory(row.name), Result::ok);
-    EXPECT_EQ(tree.current(), at(row.to));
+  fs::create_directory(at("a/root"));
+  const std::string rows[][3] = {{"a", "b", at("a/b/")},      {"a/b/a/c", "b", at("a/b/")},
+                                 {"a/b", "b", at("a/b/b/")},  {"a/b/a/c", "a", at("a/b/a/")},
+                                 {"a/b", "none", at("a/b/")}, {"a/b", "", at("a/b/")},
+                                 {"a", "root", "/"}};
+  for (const auto& [from, name, to] : rows) {
+    tree.loadDirectory(at(from));
+    EXPECT_EQ(tree.loadDirectory(name), Result::ok);
+    EXPECT_EQ(tree.current(), to) << from << " and " << name;
   }
-}
-
-// Intended: the name stands for "/" even where there is a directory called so.
-TEST_F(DirectoryTree, RootLeadsToTheTop) {
-  fs::create_directory(at("root"));
-  tree.loadDirectory(folder.path().string());
-  EXPECT_EQ(tree.loadDirectory("root"), Result::ok);
-  EXPECT_EQ(tree.current(), "/");
   EXPECT_THAT(tree.records().front(), (ziDirectoryRecord{"root", false}));
   EXPECT_EQ(tree.componentCount(), 1);
 }
@@ -121,10 +107,8 @@ TEST_F(DirectoryTree, WalksPathsOfAnyLengthAsFarAsTheSystemDoes) {
 }
 
 TEST(Directories, AreTheSameWithAndWithoutASlashAtTheEnd) {
-  EXPECT_TRUE(isSameDirectory("/a/", "/a"));
-  EXPECT_TRUE(isSameDirectory("/", "/"));
-  EXPECT_FALSE(isSameDirectory("/", ""));
-  EXPECT_FALSE(isSameDirectory("/a/b/", "/a"));
+  EXPECT_TRUE(isSameDirectory("/a/", "/a") && isSameDirectory("/", "/"));
+  EXPECT_FALSE(isSameDirectory("/", "") || isSameDirectory("/a/b/", "/a"));
 }
 
 TEST(Directories, AVanishedWorkingDirectoryIsNone) {
@@ -141,24 +125,20 @@ TEST(Directories, AVanishedWorkingDirectoryIsNone) {
 TEST(FilePreset, IsTakenApartAtItsLastSlash) {
   const char* const filter[] = {"Sources", "*.c", "All", "*", nullptr, nullptr};
   const char* const empty[] = {nullptr, nullptr};
-  struct Row {
+  const struct {
     const char* preset;
     const char* const* filter;
     ziFilePreset wanted;
-  };
-  for (const Row& row : {
-           Row{"", nullptr, {"", "", "*"}},
-           Row{"", filter, {"", "", "*.c"}},
-           Row{"nelkv.btn", filter, {"", "nelkv.btn", "*.c"}},
-           Row{"/a/b", nullptr, {"/a", "b", "*"}},
-           Row{"/b", nullptr, {"/", "b", "*"}},
-           Row{"/a/", nullptr, {"/a", "", "*"}},
-           Row{"/a/*.h", nullptr, {"/a", "", "*.h"}},
-           Row{"/a/?.h", filter, {"/a", "", "*.c"}},
-           Row{"x?", nullptr, {"", "", "x?"}},
-           Row{"/a*/b", nullptr, {"/a*", "b", "*"}},
-           Row{"x*", empty, {"", "", "*"}},
-       }) {
+  } rows[] = {{"", nullptr, {"", "", "*"}},
+              {"", filter, {"", "", "*.c"}},
+              {"nelkv.btn", filter, {"", "nelkv.btn", "*.c"}},
+              {"/b", nullptr, {"/", "b", "*"}},
+              {"/a/*.h", nullptr, {"/a", "", "*.h"}},
+              {"/a/?.h", filter, {"/a", "", "*.c"}},
+              {"x?", nullptr, {"", "", "x?"}},
+              {"/a*/b", nullptr, {"/a*", "b", "*"}},
+              {"x*", empty, {"", "", "*"}}};
+  for (const auto& row : rows) {
     EXPECT_EQ(makeFilePreset(row.preset, row.filter), row.wanted) << row.preset;
   }
 }
