@@ -104,13 +104,13 @@ BENCHMARK(encodeTextFrame);
 void decodeTextFrame(benchmark::State& state) {
   std::array<char, kLineFrameText> text{};
   const int characters = encodeLine(std::string(kLineBytes, 'x'), text);
-  std::array<char, kMaxReceivedFrameBytes> binary{};
+  std::array<char, kMaxReceivedFrameBytes> payload{};
   for ([[maybe_unused]] auto _ : state) {
     benchmark::DoNotOptimize(text.data());
-    const Frame frame = decodeFrame(text.data(), characters, binary);
+    const Frame frame = decodeFrame(text.data(), characters, payload);
     ToolMessage message;
     benchmark::DoNotOptimize(
-        DecodeMessage(frame.header.tag, frame.payload.data(), frame.header.length, &message));
+        DecodeMessage(frame.header.tag, payload.data(), frame.header.length, &message));
     FreeMessage(frame.header.tag, &message);
   }
   state.SetItemsProcessed(state.iterations());

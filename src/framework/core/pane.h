@@ -13,8 +13,9 @@ class ziPainted : public ziDisplayOwner {
   virtual int draw(zEvent* event) = 0;
   /// The display is about to become ready: the first exposure is here.
   virtual void displayReady() {}
-  /// Paints what an exposure of the window's widget tells, and all others that wait.
-  void zPaneExposeProc(XEvent& event);
+  /// Paints what an exposure of the window's widget tells, and all others that wait. True if the
+  /// window has gone in its paint, so that the event goes nowhere else.
+  bool zPaneExposeProc(XEvent& event);
 
  protected:
   explicit ziPainted(zWindow& window)

@@ -41,10 +41,12 @@ void addQueuedExposures(Display* display, Window window, const zDimension& whole
 
 }  // namespace
 
-void ziPainted::zPaneExposeProc(XEvent& event) {
+bool ziPainted::zPaneExposeProc(XEvent& event) {
+  const ziAlive alive(&painted);
   if (event.type == Expose || event.type == GraphicsExpose) {
     expose(event);
   }
+  return !alive;
 }
 
 void ziPainted::expose(XEvent& event) {

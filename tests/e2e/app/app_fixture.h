@@ -116,6 +116,7 @@ class AppTest : public testing::Test {
   void answer(const std::string& title, const std::string& text = "",
               screen::KeySymbol key = XK_Return, SourceLine where = SourceLine::current()) {
     const Window dialog = user.awaitWindow(title, mainWindow, where);
+    awaitSleep();  // its field may get the focus later than the window
     user.type(text);
     key != kClose ? user.press(key) : user.close(dialog);
     user.awaitGone(dialog, where);

@@ -53,6 +53,9 @@ TEST_F(ComboBox, TheSimpleKindShowsItsListBelowTheEntry) {
 }
 
 TEST_F(ComboBox, WhatTheProgramChangesShowsAndIsToldNobody) {
+  // An entry that gets the focus selects its text.
+  zEditLine line(frame.get(), new zSizer(10, 170, 300, 40), kShownTabStop, "text", 2);
+  focus(line);
   const auto set = [&](int row) { return combo.setCurSel(row); };
   const auto select = [&](const char* text) { return combo.selectString(text); };
   const auto check = [&](int result, int expected, const char* shown,
