@@ -11,7 +11,7 @@ class ziPainted : public ziDisplayOwner {
  public:
   /// Paints; called with the display locked on the exposed region.
   virtual int draw(zEvent* event) = 0;
-  /// The display is about to become ready: the first exposure is here.
+  /// The display has become ready: the first exposure is here.
   virtual void displayReady() {}
   /// Paints what an exposure of the window's widget tells, and all others that wait. True if the
   /// window has gone in its paint, so that the event goes nowhere else.
