@@ -10,126 +10,112 @@ namespace {
 
 constexpr const char* kPicture = "-##########";
 
-// Types `keys` one after the other into an empty field.
-std::string typed(const zNumFormatter& formatter, std::string_view keys) {
-  std::string text;
-  zTextRange caret;
-  for (const char key : keys) {
-    formatter.editKey(text, key, zNumFormatter::Edit::insert, caret);
+using enum zNumFormatter::Edit;
+
+/// What a key makes of a text in which "[" and "]" stand round the selection: the text with "|" at
+/// the caret, "swallowed" or "left".
+std::string afterKey(std::string text, long key, zNumFormatter::Edit edit = insert) {
+  const std::size_t from = text.find('[');
+  text.erase(from, 1);
+  const std::size_t to = text.find(']');
+  text.erase(to, 1);
+  zTextRange selection{static_cast<int>(from), static_cast<int>(to)};
+  const std::string before = text;
+  const int result = zNumFormatter(kNumShow, kPicture).editKey(text, key, edit, selection);
+  if (result != kNumKeyReplaced) {
+    return text != before ? "changed" : result == kNumKeyDefault ? "left" : "swallowed";
+  }
+  return selection.isEmpty() ? text.insert(static_cast<std::size_t>(selection.from), "|") : "?";
+}
+
+/// The text with brackets round what is wrong.
+std::string checked(std::string text) {
+  zTextRange bad;
+  if (zNumFormatter(kNumShow, kPicture).checkText(text, bad) == 0) {
+    text.insert(static_cast<std::size_t>(bad.to), "]")
+        .insert(static_cast<std::size_t>(bad.from), "[");
   }
   return text;
 }
 
-std::string formatted(const zNumFormatter& formatter, std::string_view in, int flags = 0) {
-  std::string out;
-  formatter.format(out, in, flags);
-  return out;
+/// Behind the text "!" when something was dropped.
+std::string formatted(const char* picture, const char* in, int flags = 0) {
+  std::string out = "old";
+  const int isWhole = zNumFormatter(kNumShow, picture).format(out, in, flags);
+  return isWhole == 1 ? out : out + "!";
 }
 
-TEST(NumberFormatter, TakesASignInFirstPlaceAndTenDigits) {
-  const zNumFormatter formatter(kNumShow, kPicture);
-  struct Row {
-    const char* keys;
-    const char* text;
-  };
-  for (const Row& row : {Row{"12", "12"}, Row{"-12", "-12"}, Row{"1-2", "12"}, Row{"--1", "-1"},
-                         Row{"+5", "5"}, Row{"1a2.b", "12"}, Row{"12345678901", "1234567890"},
-                         Row{"-12345678901", "-1234567890"}, Row{"\xe4 7", "7"}}) {
-    EXPECT_EQ(typed(formatter, row.keys), row.text) << row.keys;
-  }
-}
-
-TEST(NumberFormatter, PutsAKeyWhereTheSelectionIs) {
-  const zNumFormatter formatter(kNumShow, kPicture);
-  std::string text = "1234567890";
-  zTextRange selection{2, 5};
-  EXPECT_EQ(formatter.editKey(text, '7', zNumFormatter::Edit::insert, selection), kNumKeyReplaced);
-  EXPECT_EQ(text, "12767890");
-  EXPECT_EQ(selection, (zTextRange{3, 3}));
-
-  selection = {0, 8};
-  EXPECT_EQ(formatter.editKey(text, '-', zNumFormatter::Edit::insert, selection), kNumKeyReplaced);
-  EXPECT_EQ(text, "-");
-
-  text = "-5";
-  selection = {0, 0};
-  EXPECT_EQ(formatter.editKey(text, '3', zNumFormatter::Edit::insert, selection), kNumKeySwallowed)
-      << "a digit before the sign";
-  EXPECT_EQ(text, "-5");
-}
-
-TEST(NumberFormatter, RemovesASelectionAndLeavesOtherEditingKeysToTheField) {
+TEST(NumberFormatter, TakesKeysThatLeaveASignAndTenDigits) {
   constexpr long kBackspace = 8;
   constexpr long kDelete = 0x7F;
   constexpr long kLeftKey = 0xFF51;
-  const zNumFormatter formatter(kNumShow, kPicture);
-  std::string text = "-123";
-  zTextRange selection{1, 3};
-  EXPECT_EQ(formatter.editKey(text, kBackspace, zNumFormatter::Edit::remove, selection),
-            kNumKeyReplaced);
-  EXPECT_EQ(text, "-3");
-  EXPECT_EQ(selection, (zTextRange{1, 1}));
-  for (const long key : {kBackspace, kDelete, kLeftKey}) {
-    EXPECT_EQ(formatter.editKey(text, key, zNumFormatter::Edit::insert, selection), kNumKeyDefault)
-        << key;
+  EXPECT_EQ(afterKey("12[345]67890", '7'), "127|67890");
+  EXPECT_EQ(afterKey("[]", '-'), "-|");
+  EXPECT_EQ(afterKey("-[]123456789", '0'), "-0|123456789");
+  EXPECT_EQ(afterKey("-1234567890[]", '1'), "swallowed");
+  EXPECT_EQ(afterKey("1[]2", '-'), "swallowed");
+  EXPECT_EQ(afterKey("[]-5", '3'), "swallowed");
+  for (const char key : std::string_view("+a:/. \xE4")) {
+    EXPECT_EQ(afterKey("[]5", key), "swallowed") << key;
   }
-  selection = {-4, 900};
-  EXPECT_EQ(formatter.editKey(text, '8', zNumFormatter::Edit::insert, selection), kNumKeyReplaced);
-  EXPECT_EQ(text, "8") << "a range outside the text is cut to it";
+  for (const long key : {kBackspace, kDelete, kLeftKey}) {
+    EXPECT_EQ(afterKey("[]5", key), "left") << key;
+    EXPECT_EQ(afterKey("-[12]3", key, remove), "-|3");
+  }
+  EXPECT_EQ(afterKey("5[]", kBackspace, remove), "left");
+
+  std::string text = "-123";
+  zTextRange outside{-4, 900};
+  zNumFormatter(kNumShow, kPicture).editKey(text, '8', insert, outside);
+  EXPECT_EQ(text, "8");
 }
 
 TEST(NumberFormatter, FindsWhatIsWrongInAText) {
-  const zNumFormatter formatter(kNumShow, kPicture);
-  zTextRange bad;
-  for (const char* good : {"", "0", "-1", "1234567890"}) {
-    EXPECT_EQ(formatter.checkText(good, bad), 1) << good;
+  for (const char* good : {"", "0", "-1", "-9876543210"}) {
+    EXPECT_EQ(checked(good), good);
   }
-  EXPECT_EQ(formatter.checkText("12x4", bad), 0);
-  EXPECT_EQ(bad, (zTextRange{2, 4}));
-  EXPECT_EQ(formatter.checkText("12345678901", bad), 0);
-  EXPECT_EQ(bad, (zTextRange{10, 11}));
-  EXPECT_TRUE(formatter.fits("-")) << "the beginning of a number";
-  EXPECT_EQ(formatter.checkText("-", bad), 0) << "but none yet";
-  EXPECT_EQ(bad, (zTextRange{0, 1}));
+  EXPECT_EQ(checked("12x4"), "12[x4]");
+  EXPECT_EQ(checked("12345678901"), "1234567890[1]");
+  EXPECT_EQ(checked("-"), "[-]") << "the beginning of a number, but none yet";
 }
 
-TEST(NumberFormatter, DropsThePlusSignUnlessThePictureShowsIt) {
-  const zNumFormatter formatter(kNumShow, kPicture);
-  EXPECT_EQ(formatted(formatter, "+0"), "0");
-  EXPECT_EQ(formatted(formatter, "-17"), "-17");
-  EXPECT_EQ(formatted(formatter, " 4 2 "), "42");
-  std::string out;
-  EXPECT_EQ(formatter.format(out, "+42"), 1);
-  EXPECT_EQ(formatter.format(out, "4x2"), 0);
-  EXPECT_EQ(out, "42");
-
-  const zNumFormatter signs(kNumShow, "+###");
-  EXPECT_EQ(formatted(signs, "+7"), "+7");
-  EXPECT_EQ(formatted(signs, "+7", kNumRead), "7");
+TEST(NumberFormatter, DropsBlanksAndThePlusSignUnlessThePictureShowsIt) {
+  EXPECT_EQ(formatted(kPicture, " +4 2 "), "42");
+  EXPECT_EQ(formatted(kPicture, "-1+7x8"), "-178!");
+  EXPECT_EQ(formatted("+###", "+7"), "+7");
+  EXPECT_EQ(formatted("+###", "+7", kNumRead), "7");
 }
 
-TEST(NumberPicture, ReadsThePrefixLetters) {
-  const auto picture = zNumPicture::parse(" +L*T F R2$###");
-  ASSERT_TRUE(picture);
-  EXPECT_TRUE(picture->signAllowed && picture->plusShown && picture->isCurrency &&
-              picture->hasForm && picture->keepsFill);
-  EXPECT_EQ(picture->leftFill, '*');
-  EXPECT_EQ(picture->rounding, 2);
-  EXPECT_EQ(picture->digits, 3);
-  EXPECT_EQ(zNumPicture::parse("##")->rounding, zNumPicture::kDefaultRounding);
-  EXPECT_FALSE(zNumPicture::parse("##")->signAllowed);
-  for (const char* wrong : {"", "-", "x##", "#,#", "R4#", "R", "L"}) {
-    EXPECT_FALSE(zNumPicture::parse(wrong)) << wrong;
-  }
-}
-
-TEST(NumberPicture, OneThatCannotBeReadLetsEverythingPass) {
+TEST(NumberFormatter, LetsEverythingPassUnderAPictureThatCannotBeRead) {
   const zNumFormatter formatter(0, "what?");
   std::string text = "a";
   zTextRange caret{1, 1};
-  EXPECT_EQ(formatter.editKey(text, 'b', zNumFormatter::Edit::insert, caret), kNumKeyDefault);
+  EXPECT_EQ(formatter.editKey(text, 'b', insert, caret), kNumKeyDefault);
   EXPECT_EQ(formatter.checkText("any", caret), 1);
-  EXPECT_EQ(formatted(formatter, "+x y"), "+x y");
+  EXPECT_EQ(formatted("what?", "+x y"), "+x y");
+}
+
+TEST(NumberPicture, ReadsThePrefixLetters) {
+  const auto shown = [](const char* text) {
+    const auto picture = zNumPicture::parse(text);
+    std::string letters;
+    if (picture) {
+      letters += picture->signAllowed ? "-" : "";
+      letters += picture->plusShown ? "+" : "";
+      letters += picture->isCurrency ? "$" : "";
+      letters += picture->hasForm ? "F" : "";
+      letters += std::string("L") + picture->leftFill + (picture->keepsFill ? "T" : "");
+      letters += "R" + std::to_string(picture->rounding) + "#" + std::to_string(picture->digits);
+    }
+    return letters;
+  };
+  EXPECT_EQ(shown("##"), "L R3#2");
+  EXPECT_EQ(shown("-#"), "-L R3#1");
+  EXPECT_EQ(shown("$R1#"), "-$L R1#1");
+  EXPECT_EQ(shown(" +L*T F R3###"), "-+FL*TR3#3");
+  for (const char* wrong : {"", "-", "x##", "#,#", "R0#", "R4#", "R", "L"}) {
+    EXPECT_EQ(shown(wrong), "") << wrong;
+  }
 }
 
 }  // namespace
