@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "app/message_handler.h"
-#include "app/session.h"
 #include "app/wmain.h"
 #include "dialogs/dabout.h"
 #include "framework/controls/control.h"
@@ -13,6 +12,7 @@
 #include "framework/core/message_box.h"
 #include "link/message_numbers.h"
 #include "link/tool_interface.h"
+#include "session/session.h"
 
 namespace {
 

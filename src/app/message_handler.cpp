@@ -9,7 +9,6 @@
 
 #include <unistd.h>
 
-#include "app/session.h"
 #include "app/tester_questions.h"
 #include "app/wmain.h"
 #include "buttons/group_pane.h"
@@ -20,6 +19,7 @@
 #include "link/message_codec.h"
 #include "link/message_numbers.h"
 #include "link/tool_interface.h"
+#include "session/session.h"
 #include "textarea/command_queue.h"
 #include "textarea/my_pane.h"
 #include "textarea/text_pane.h"

@@ -14,7 +14,6 @@
 
 #include <unistd.h>
 
-#include "app/session.h"
 #include "app/wmain.h"
 #include "dialogs/ddirselec.h"
 #include "dialogs/file_form.h"
@@ -26,6 +25,7 @@
 #include "prompts/find_dlg.h"
 #include "prompts/pop_up_list_dlgs.h"
 #include "prompts/pop_up_value_dlgs.h"
+#include "session/session.h"
 #include "textarea/text_pane.h"
 
 namespace {

@@ -5,10 +5,10 @@
 #include <vector>
 
 #include "app/main_bars.h"
-#include "app/session.h"
 #include "buttons/button_host.h"
 #include "framework/core/frame.h"
 #include "framework/visuals/status_line.h"
+#include "session/session.h"
 
 class ClMainToolBar;
 class ControlPane;

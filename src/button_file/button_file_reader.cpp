@@ -10,6 +10,8 @@
 
 #include <algorithm>
 
+#include "support/text.h"
+
 namespace {
 
 std::string_view withoutBack(std::string_view text, char unwanted) {
@@ -137,18 +139,6 @@ constexpr char kNameEnd = '|';
 
 constexpr auto kNowhere = std::string_view::npos;
 
-char lowerCase(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-bool isSameLetter(char a, char b) {
-  return lowerCase(a) == lowerCase(b);
-}
-
-bool isSameWord(std::string_view a, std::string_view b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(), isSameLetter);
-}
-
 bool holdsSeparator(std::string_view line) {
   return std::search(line.begin(), line.end(), kSeparatorWord.begin(), kSeparatorWord.end(),
                      isSameLetter) != line.end();
@@ -156,7 +146,7 @@ bool holdsSeparator(std::string_view line) {
 
 /// Whether the line is what an author writes for a separator.
 bool isSeparatorLine(std::string_view line) {
-  return isSameWord(line.substr(0, line.find_last_not_of(kWordEnds) + 1), kSeparatorWord);
+  return equalIgnoringCase(line.substr(0, line.find_last_not_of(kWordEnds) + 1), kSeparatorWord);
 }
 
 bool holds(std::string_view text, char wanted) {
@@ -265,7 +255,8 @@ bool Reader::readSection() {
   const bool isCollapsed = word == kCollapsedWord;
   set.groups.push_back({isCollapsed ? nameBehind(word, line) : plainName(line), !isCollapsed, {}});
   noteName(set.groups.back().name);
-  if (!isCollapsed && (isSameWord(word, kMenuWord) || isSameWord(word, kCollapsedWord))) {
+  if (!isCollapsed &&
+      (equalIgnoringCase(word, kMenuWord) || equalIgnoringCase(word, kCollapsedWord))) {
     lines.note(ButtonFileRemark::kHeaderWordCase);
   }
   return readGroupBody(set.groups.back());

@@ -12,7 +12,7 @@
 #include "buttons/group_pane.h"
 #include "framework/draw/measure.h"
 #include "framework/layout/sizers.h"
-#include "support/label_text.h"
+#include "support/text.h"
 #include "textarea/my_pane.h"
 
 namespace {

@@ -3,7 +3,7 @@
 #include "button_file/button_set_document.h"
 #include "buttons/button_host.h"
 #include "framework/controls/control.h"
-#include "support/label_text.h"
+#include "support/text.h"
 #include "textarea/command_queue.h"
 #include "textarea/my_pane.h"
 #include "textarea/text_pane.h"

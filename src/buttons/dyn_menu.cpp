@@ -1,28 +1,15 @@
 #include "buttons/dyn_menu.h"
 
-#include <algorithm>
-#include <cctype>
-#include <string_view>
-
 #include "button_file/button_set.h"
 #include "link/tool_interface.h"
+#include "support/text.h"
 #include "textarea/my_pane.h"
 
 int menuIdCounter = kFirstMenuId;
 
-namespace {
-
-bool isSeparatorLabel(std::string_view label) {
-  return std::equal(
-      label.begin(), label.end(), kSeparatorWord.begin(), kSeparatorWord.end(),
-      [](char a, char b) { return std::tolower(static_cast<unsigned char>(a)) == b; });
-}
-
-}  // namespace
-
 DynMenuItem::DynMenuItem(zMenu& menuBar, zMenu& menu, const MenuEntry& shown)
     : bar(menuBar), entry(shown), id(++menuIdCounter) {
-  if (isSeparatorLabel(entry.label)) {
+  if (equalIgnoringCase(entry.label, kSeparatorWord)) {
     menu.appendSeparator();
     return;
   }

@@ -20,7 +20,7 @@
 #include "framework/draw/measure.h"
 #include "framework/menus/menu.h"
 #include "resources/resource_ids.h"
-#include "support/label_text.h"
+#include "support/text.h"
 #include "textarea/text_pane.h"
 
 GroupPane* theGroupPane = nullptr;

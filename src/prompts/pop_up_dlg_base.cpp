@@ -22,7 +22,7 @@
 #include "link/wire.h"
 #include "resources/dialogs.h"
 #include "resources/resource_ids.h"
-#include "support/label_text.h"
+#include "support/text.h"
 
 RWCString popUpTitle("Korvane Select");
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "support/text_range.h"
+#include "support/text.h"
 
 /// How numbers are written; one is shared by all formatters that are given none.
 struct zNumLocale {

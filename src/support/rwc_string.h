@@ -5,8 +5,6 @@
 #include <string>
 #include <string_view>
 
-#include "support/storable.h"
-
 /// String of 8-bit characters. A copy shares the characters until one side changes.
 class RWCString {
  public:
@@ -39,6 +37,16 @@ class RWCString {
   std::string& unshared();
 
   std::shared_ptr<std::string> data;
+};
+
+/// Root of the value classes that a stream could carry. This program streams none of them, so only
+/// the common, virtual destructor is left.
+class zStorable {
+ public:
+  zStorable() = default;
+  zStorable(const zStorable&) = default;
+  zStorable& operator=(const zStorable&) = default;
+  virtual ~zStorable() = default;
 };
 
 /// A window caption or a text from the program's resources.

@@ -5,11 +5,8 @@
 
 #include "link/tool_interface.h"
 #include "link/wire.h"
-#include "support/line_text.h"
+#include "support/text.h"
 #include "textarea/text_pane.h"
-
-std::deque<std::string> commandQueue;
-bool outputSinceCommand = false;
 
 namespace {
 

@@ -4,17 +4,13 @@
 #include <string>
 #include <string_view>
 
+#include "session/session.h"
+
 /// The way of a typed line to the tester: it is cut at semicolons, its first piece goes out at once
 /// and the rest when the tester has answered.
 
 /// What an empty line asks the tester for: its list of commands.
 inline constexpr char kEmptyLineCommand[] = "??";
-
-/// Pieces of the last line that have not been sent yet.
-extern std::deque<std::string> commandQueue;
-
-/// True when text has come from the tester since the queue was released last.
-extern bool outputSinceCommand;
 
 /// Cuts `line` at each semicolon outside double quotes. Quotes and blanks stay as they are; empty
 /// pieces count, except at the end of the line.

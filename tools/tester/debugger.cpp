@@ -5,6 +5,7 @@
 #include <fstream>
 #include <utility>
 
+#include "support/text.h"
 #include "tester/commands.h"
 
 namespace tester {

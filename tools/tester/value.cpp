@@ -2,9 +2,10 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <charconv>
 #include <cstdio>
+
+#include "support/text.h"
 
 namespace tester {
 
@@ -116,12 +117,6 @@ std::string joinNames(const std::vector<std::string>& names) {
     text += (text.empty() ? "" : ", ") + name;
   }
   return text;
-}
-
-bool equalIgnoringCase(std::string_view left, std::string_view right) {
-  return std::equal(
-      left.begin(), left.end(), right.begin(), right.end(),
-      [](unsigned char a, unsigned char b) { return std::tolower(a) == std::tolower(b); });
 }
 
 }  // namespace tester

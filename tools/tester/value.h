@@ -68,7 +68,4 @@ std::string formatParameters(const std::vector<Value>& values);
 /// "a, b, c"
 std::string joinNames(const std::vector<std::string>& names);
 
-/// Compares without regard to the case of ASCII letters.
-bool equalIgnoringCase(std::string_view left, std::string_view right);
-
 }  // namespace tester

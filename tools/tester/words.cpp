@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <sstream>
 
+#include "support/text.h"
+
 namespace tester {
 
 namespace {

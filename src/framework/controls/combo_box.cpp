@@ -12,7 +12,7 @@
 #include "framework/controls/widgets_xm.h"
 #include "framework/core/window_events_xm.h"
 #include "framework/core/xm_handles_xm.h"
-#include "support/line_text.h"
+#include "support/text.h"
 
 namespace {
 

@@ -2,14 +2,13 @@
 // accelerator took them; what is taken here doesn't reach the text widget.
 
 #include <algorithm>
-#include <cctype>
 #include <optional>
 #include <utility>
 
 #include "framework/controls/combo_box.h"
 #include "framework/controls/widgets_xm.h"
 #include "framework/core/application.h"
-#include "support/line_text.h"
+#include "support/text.h"
 
 namespace {
 
@@ -47,8 +46,7 @@ unsigned altMask() {
 }
 
 bool startsWith(const std::string& text, char letter) {
-  const auto lower = [](char c) { return std::tolower(static_cast<unsigned char>(c)); };
-  return !text.empty() && lower(text.front()) == lower(letter);
+  return !text.empty() && isSameLetter(text.front(), letter);
 }
 
 }  // namespace

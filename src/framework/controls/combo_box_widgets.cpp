@@ -5,8 +5,7 @@
 
 #include "framework/controls/combo_box.h"
 #include "framework/controls/widgets_xm.h"
-
-#include <X11/IntrinsicP.h>
+#include "framework/core/window_events_xm.h"
 
 namespace {
 
@@ -27,18 +26,12 @@ int preferredHeight(Widget widget) {
   return wanted.height;
 }
 
-void place(Widget widget, int x, int y, int width, int height) {
-  XtConfigureWidget(widget, static_cast<Position>(x), static_cast<Position>(y),
-                    static_cast<Dimension>(std::max(1, width)),
-                    static_cast<Dimension>(std::max(1, height)), 0);
-}
-
 }  // namespace
 
 void zComboBoxBase::createParts() {
   Widget board = createHolder(HolderClass::board, kUnknownSize);
   rowColumn = XtVaCreateManagedWidget("RowColumn", xmRowColumnWidgetClass, board, XmNwidth,
-                                      std::max(1, sizer()->size().width), XmNresizeWidth, False,
+                                      toWidgetExtent(sizer()->size().width), XmNresizeWidth, False,
                                       XmNresizeHeight, True, XmNmarginWidth, 0, XmNmarginHeight, 0,
                                       XmNspacing, kRowSpacing, nullptr);
   form = XtVaCreateManagedWidget("Form", xmFormWidgetClass, rowColumn, nullptr);
@@ -103,19 +96,20 @@ void zComboBoxBase::layOut() {
   const int width = sizer()->size().width;
   const int listHeight = std::max(1, sizer()->size().height - textHeight);
   const int height = isSimple() ? textHeight + listHeight : textHeight;
-  place(outerForm, pos.x, pos.y, width, height);
-  place(rowColumn, 0, 0, width, height);
-  place(form, 0, 0, width, textHeight);
+  configureWidget(outerForm, pos.x, pos.y, width, height);
+  configureWidget(rowColumn, 0, 0, width, height);
+  configureWidget(form, 0, 0, width, textHeight);
   if (isSimple()) {
-    place(XtParent(listWidget), 0, textHeight + kRowSpacing, width, listHeight - kRowSpacing);
+    configureWidget(XtParent(listWidget), 0, textHeight + kRowSpacing, width,
+                    listHeight - kRowSpacing);
   } else {
     sizeList({width, listHeight});
   }
 }
 
 void zComboBoxBase::sizeList(const zDimension& size) {
-  place(listHolder, 0, 0, size.width, size.height);
-  place(XtParent(listWidget), 0, 0, size.width, size.height);
+  configureWidget(listHolder, 0, 0, size.width, size.height);
+  configureWidget(XtParent(listWidget), 0, 0, size.width, size.height);
 }
 
 void zComboBoxBase::moveResize(int x, int y, int width, int height) {

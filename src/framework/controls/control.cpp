@@ -4,13 +4,9 @@
 
 #include "framework/controls/control.h"
 
-#include <algorithm>
-
 #include "framework/controls/widgets_xm.h"
 #include "framework/core/show_together.h"
 #include "framework/core/window_events_xm.h"
-
-#include <X11/IntrinsicP.h>
 
 namespace {
 
@@ -20,17 +16,6 @@ constexpr zEventKinds kWidgetEvents{kWindowEvents.mask, false, XtListHead};
 
 bool isUnknown(const zDimension& size) {
   return size.width == kNotSet || size.height == kNotSet;
-}
-
-// X has no empty windows, and its measures have 16 bits.
-Dimension toExtent(int pixels) {
-  constexpr int kLargest = 32767;
-  return static_cast<Dimension>(std::clamp(pixels, 1, kLargest));
-}
-
-Position toPosition(int pixels) {
-  constexpr int kFarthest = 32767;
-  return static_cast<Position>(std::clamp(pixels, -kFarthest, kFarthest));
 }
 
 }  // namespace
@@ -81,8 +66,8 @@ Widget zControl::createHolder(HolderClass holderClass, zDimension unknownSize) {
   outerForm = XtVaCreateWidget(
       isForm ? "Form" : "BulletinBoard", isForm ? xmFormWidgetClass : xmBulletinBoardWidgetClass,
       outer, XmNuserData, this, XmNmarginWidth, 0, XmNmarginHeight, 0, XmNresizePolicy,
-      XmRESIZE_NONE, XmNx, toPosition(place.left), XmNy, toPosition(place.top), XmNwidth,
-      toExtent(place.width()), XmNheight, toExtent(place.height()), nullptr);
+      XmRESIZE_NONE, XmNx, toXCoord(place.left), XmNy, toXCoord(place.top), XmNwidth,
+      toWidgetExtent(place.width()), XmNheight, toWidgetExtent(place.height()), nullptr);
   if (XmIsFrame(outer)) {
     // A frame lays out one child; the controls in a group box have their own places.
     XtVaSetValues(outerForm, XmNframeChildType, XmFRAME_GENERIC_CHILD, nullptr);
@@ -196,8 +181,7 @@ void zControl::getExterior(zRect& rect) {
 
 void zControl::moveResize(int x, int y, int width, int height) {
   if (outerForm != nullptr) {
-    XtConfigureWidget(outerForm, toPosition(x), toPosition(y), toExtent(width), toExtent(height),
-                      0);
+    configureWidget(outerForm, x, y, width, height);
   }
   sizer()->setPos({x, y});
   sizer()->setSize({width, height});

@@ -11,7 +11,7 @@
 #include "framework/core/window_events_xm.h"
 #include "framework/core/xm_handles_xm.h"
 #include "framework/draw/x_font_xm.h"
-#include "support/line_text.h"
+#include "support/text.h"
 
 #include <X11/IntrinsicP.h>
 

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "framework/controls/control.h"
-#include "support/text_range.h"
+#include "support/text.h"
 
 /// Notification codes of edit controls.
 enum zEditCode : int {

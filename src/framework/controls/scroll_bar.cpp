@@ -166,7 +166,7 @@ void zScrollBarBase::createBar(bool isVertical) {
   XtAddEventHandler(holder, StructureNotifyMask, False, raiseWhenMapped, nullptr);
   const zDimension size = sizer()->size();
   Widget bar = XtVaCreateWidget("Scrollbar", xmScrollBarWidgetClass, holder, XmNwidth,
-                                std::max(size.width, 1), XmNheight, std::max(size.height, 1),
+                                toWidgetExtent(size.width), XmNheight, toWidgetExtent(size.height),
                                 XmNorientation, isVertical ? XmVERTICAL : XmHORIZONTAL,
                                 XmNsliderSize, 1, XmNminimum, 0, XmNmaximum, kFirstMaximum,
                                 XmNvalue, 0, XmNtraversalOn, isTabStop(style()), nullptr);

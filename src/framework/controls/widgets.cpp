@@ -7,8 +7,7 @@
 #include "framework/core/xm_handles_xm.h"
 #include "framework/draw/x_font_xm.h"
 #include "resources/styles.h"
-#include "support/label_text.h"
-#include "support/line_text.h"
+#include "support/text.h"
 
 #include <Xm/TextP.h>
 #include <Xm/TextStrSoP.h>

@@ -6,7 +6,7 @@
 
 #include "framework/core/event.h"
 #include "framework/core/evh.h"
-#include "support/dbl_list.h"
+#include "support/lists.h"
 
 /// A handler: a member of an object derived from zEvH. Non-zero means handled and stops the search.
 using zHandler = int (zEvH::*)(zEvent*);

@@ -2,14 +2,11 @@
 
 #include "framework/core/pane.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "framework/core/window_events_xm.h"
 #include "framework/draw/draw_obj.h"
 #include "framework/draw/screen.h"
-
-#include <X11/IntrinsicP.h>
 
 namespace {
 
@@ -32,14 +29,6 @@ int realExtent(Widget bar, bool isVertical) {
   }
   const zDimension size = widgetSize(bar);
   return isVertical ? size.width : size.height;
-}
-
-void configure(Widget widget, int x, int y, int width, int height) {
-  Dimension border = 0;
-  XtVaGetValues(widget, XmNborderWidth, &border, nullptr);
-  XtConfigureWidget(widget, static_cast<Position>(x), static_cast<Position>(y),
-                    static_cast<Dimension>(std::max(width, 1)),
-                    static_cast<Dimension>(std::max(height, 1)), border);
 }
 
 }  // namespace
@@ -82,7 +71,7 @@ void zPane::createWidgets() {
   const bool traversal = (style() & kStyleTabStop) != 0;
   mainWidget = XtVaCreateWidget(
       widgetName.c_str(), xmDrawingAreaWidgetClass, parent()->widget(), XmNx, pos.x, XmNy, pos.y,
-      XmNwidth, std::max(size.width, 1), XmNheight, std::max(size.height, 1), XmNresizePolicy,
+      XmNwidth, toWidgetExtent(size.width), XmNheight, toWidgetExtent(size.height), XmNresizePolicy,
       XmRESIZE_NONE, XmNuserData, this, XmNmarginHeight, 0, XmNmarginWidth, 0, XmNborderWidth, 0,
       XmNtraversalOn, traversal ? True : False, nullptr);
   if (background() != kNoBackground) {
@@ -134,7 +123,7 @@ void zPane::moveResize(int x, int y, int width, int height) {
     placeWithScrollBars(x, y, width, height);
     return;
   }
-  configure(mainWidget, x, y, width, height);
+  configureWidget(mainWidget, x, y, width, height);
   Position tookX = 0;
   Position tookY = 0;
   Dimension tookWidth = 0;
@@ -148,12 +137,12 @@ void zPane::moveResize(int x, int y, int width, int height) {
 void zPane::placeWithScrollBars(int x, int y, int width, int height) {
   const zDimension bar = scrollBarExtents();
   if (horzScrollWidget != nullptr) {
-    configure(horzScrollWidget, x, y + height - bar.height, width - bar.width, bar.height);
+    configureWidget(horzScrollWidget, x, y + height - bar.height, width - bar.width, bar.height);
   }
   if (vertScrollWidget != nullptr) {
-    configure(vertScrollWidget, x + width - bar.width, y, bar.width, height - bar.height);
+    configureWidget(vertScrollWidget, x + width - bar.width, y, bar.width, height - bar.height);
   }
-  configure(mainWidget, x, y, width - bar.width, height - bar.height);
+  configureWidget(mainWidget, x, y, width - bar.width, height - bar.height);
   sizer()->setPos({x, y});
   sizer()->setSize({width, height});
 }

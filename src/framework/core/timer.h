@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "framework/core/evh.h"
-#include "support/dbl_list.h"
+#include "support/lists.h"
 
 /// Handler of timers and of the idle list; it is given the owner. The result matters to the idle
 /// list only: non-zero takes the handler off it.

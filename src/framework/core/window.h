@@ -12,8 +12,8 @@
 #include "framework/draw/pictures.h"
 #include "framework/layout/sizer.h"
 #include "resources/styles.h"
-#include "support/dbl_list.h"
 #include "support/geometry.h"
+#include "support/lists.h"
 #include "support/rwc_string.h"
 
 class zRegion;

@@ -3,11 +3,15 @@
 
 #include "framework/core/window.h"
 
+#include <algorithm>
 #include <cstdio>
 
 #include "framework/core/application.h"
 #include "framework/core/frame.h"
 #include "framework/core/window_events_xm.h"
+#include "framework/draw/x_handles.h"
+
+#include <X11/IntrinsicP.h>
 
 namespace {
 
@@ -175,6 +179,17 @@ zDimension widgetSize(Widget widget) {
   Dimension height = 0;
   XtVaGetValues(widget, XmNwidth, &width, XmNheight, &height, nullptr);
   return {width, height};
+}
+
+Dimension toWidgetExtent(int pixels) {
+  return static_cast<Dimension>(toXCoord(std::max(pixels, 1)));
+}
+
+void configureWidget(Widget widget, int x, int y, int width, int height) {
+  Dimension border = 0;
+  XtVaGetValues(widget, XmNborderWidth, &border, nullptr);
+  XtConfigureWidget(widget, toXCoord(x), toXCoord(y), toWidgetExtent(width), toWidgetExtent(height),
+                    border);
 }
 
 XEvent configureOf(Widget widget) {

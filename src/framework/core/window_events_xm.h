@@ -45,6 +45,10 @@ bool isPlainTyping(const zKeyLookup& key, unsigned state);
 
 /// The size that the toolkit gave a widget. The server need not be asked for it.
 zDimension widgetSize(Widget widget);
+/// An extent that X takes: it has no empty windows, and its measures have 16 bits.
+Dimension toWidgetExtent(int pixels);
+/// Moves a widget within its parent and resizes it, as far as X can; its border stays.
+void configureWidget(Widget widget, int x, int y, int width, int height);
 /// A ConfigureNotify that tells that size.
 XEvent configureOf(Widget widget);
 /// The size that a ConfigureNotify, real or synthetic, tells; `otherwise` for any other event.

@@ -5,8 +5,8 @@
 #include "framework/draw/color.h"
 #include "framework/draw/x_handles.h"
 #include "support/geometry.h"
-#include "support/singly_list.h"
-#include "support/storable.h"
+#include "support/lists.h"
+#include "support/rwc_string.h"
 
 /// An object that a display draws with.
 class zDrawObj : public zStorable {

@@ -7,6 +7,7 @@
 #include "framework/draw/measure.h"
 #include "framework/draw/screen.h"
 #include "framework/draw/x_font_xm.h"
+#include "support/text.h"
 
 namespace {
 
@@ -59,7 +60,7 @@ zFontSpec zFontSpec::stock(int stockNumber) {
 
 RWCString mapFaceName(const RWCString& faceName) {
   const auto* row = std::find_if(kFaceMap.begin(), kFaceMap.end(), [&](const FaceRow& candidate) {
-    return equalNoCase(candidate.face, faceName.view());
+    return equalIgnoringCase(candidate.face, faceName.view());
   });
   return row == kFaceMap.end() ? faceName : RWCString(row->family);
 }

@@ -7,7 +7,6 @@
 #include "framework/draw/x_handles.h"
 #include "support/geometry.h"
 #include "support/rwc_string.h"
-#include "support/storable.h"
 
 enum zFontWeight : int { kFontRegular = 400, kFontNormal = 500, kFontBold = 700 };
 enum zFontPitch : std::uint8_t { kPitchFixed = 1, kPitchVariable = 2 };

@@ -7,6 +7,7 @@
 
 #include "framework/draw/screen.h"
 #include "framework/draw/x_font_xm.h"
+#include "support/text.h"
 
 // A font name is "-foundry-family-weight-slant-setwidth-style-pixels-points-resx-resy-spacing-
 // width-registry-encoding". Names come from the server and are taken apart without trust: fields
@@ -49,12 +50,8 @@ class FieldReader {
   std::string_view rest;
 };
 
-char lower(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
 bool startsWithOneOf(std::string_view field, std::string_view lowerLetters) {
-  return !field.empty() && lowerLetters.find(lower(field.front())) != std::string_view::npos;
+  return !field.empty() && lowerLetters.find(lowerCase(field.front())) != std::string_view::npos;
 }
 
 struct WeightWord {
@@ -116,14 +113,10 @@ constexpr const char* kHpVendor = "Hewlett-Packard Company";
 
 }  // namespace
 
-bool equalNoCase(std::string_view a, std::string_view b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                    [](char x, char y) { return lower(x) == lower(y); });
-}
-
 int weightOfWord(std::string_view word) {
-  const auto* found = std::find_if(kWeightWords.begin(), kWeightWords.end(),
-                                   [&](const auto& row) { return equalNoCase(row.word, word); });
+  const auto* found = std::find_if(kWeightWords.begin(), kWeightWords.end(), [&](const auto& row) {
+    return equalIgnoringCase(row.word, word);
+  });
   return found == kWeightWords.end() ? int{kFontNormal} : found->weight;
 }
 
@@ -146,7 +139,7 @@ std::optional<ziFontDictEntry> parseXlfd(std::string_view name) {
   entry.resolutionY = fields.nextNumber();
   entry.pitch = startsWithOneOf(fields.next(), "mc") ? kPitchFixed : kPitchVariable;
   entry.averageWidth = fields.nextNumber();
-  const bool isIso = equalNoCase(fields.next(), "iso8859");
+  const bool isIso = equalIgnoringCase(fields.next(), "iso8859");
   const bool isFirst = fields.next() == "1";
   entry.charSet = isIso && isFirst ? kCharSetLatin1 : kCharSetOther;
   entry.fullName = name;
@@ -163,7 +156,7 @@ std::int64_t fontPenalty(const ziFontDictEntry& entry, const zFontSpec& spec,
   if (wanted.foundry.view() != kAnyFoundry && !(wanted.foundry == entry.foundry)) {
     penalty += kPenaltyFoundry;
   }
-  if (!equalNoCase(entry.family.view(), wanted.faceName.view())) {
+  if (!equalIgnoringCase(entry.family.view(), wanted.faceName.view())) {
     penalty += kPenaltyFamily;
   }
   if (entry.pitch != wanted.pitch()) {

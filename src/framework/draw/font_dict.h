@@ -56,9 +56,6 @@ inline constexpr std::int64_t kWorstPenalty = 20000;
 /// that the server resolves by a resolution of its own.
 std::string scaledFontName(std::string_view fullName, int height);
 
-/// Compares ASCII text without regard to case.
-bool equalNoCase(std::string_view a, std::string_view b);
-
 using ziFontDictEntryDlist = std::vector<ziFontDictEntry>;
 
 /// A font that the program uses; it stays loaded as long as the dictionary lives.

@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
-#include "support/dbl_list.h"
 #include "support/geometry.h"
+#include "support/lists.h"
 
 /// How the children of a sizer share its rectangle, and what a sizer tells and needs for that.
 

@@ -4,7 +4,7 @@
 
 #include <utility>
 
-#include "support/label_text.h"
+#include "support/text.h"
 
 ziMenuLabel splitMenuText(std::string_view text) {
   const std::size_t tab = text.find('\t');

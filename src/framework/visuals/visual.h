@@ -8,7 +8,7 @@
 #include "framework/core/evh.h"
 #include "framework/layout/sizer.h"
 #include "support/geometry.h"
-#include "support/storable.h"
+#include "support/rwc_string.h"
 
 class ziCompound;
 class zDisplay;

@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "framework/visuals/visual.h"
-#include "support/dbl_list.h"
+#include "support/lists.h"
 
 class zWindow;
 

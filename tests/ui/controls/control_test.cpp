@@ -67,7 +67,7 @@ TEST_F(ControlTest, ItsHolderHasThePlaceAndTheWidgetFillsItInAnyFont) {
   const std::string before = inner();
   EXPECT_EQ(placesOf({alone->holder(), atBottom->holder(), moved->holder(), moved->widget(),
                       extreme->holder(), box.holder()}),
-            "0,0 100x10; 0,275 400x25; 30,40 120x50; 30,40 120x50; -32767,5 1x32767; "
+            "0,0 100x10; 0,275 400x25; 30,40 120x50; 30,40 120x50; -32768,5 1x32767; "
             "10,60 200x100; ")
       << "alone, by a layout, moved, beyond what the server knows, with bars";
   for (zControl* control : std::initializer_list<zControl*>{&box, &line, &list}) {

@@ -1,6 +1,6 @@
 // What the program knows and decides without a window.
 
-#include "app/session.h"
+#include "session/session.h"
 
 #include <gmock/gmock.h>
 

@@ -1,6 +1,6 @@
 // Event handlers remove items, walks and the whole list in the middle of walks over it.
 
-#include "support/dbl_list.h"
+#include "support/lists.h"
 
 #include <gtest/gtest.h>
 

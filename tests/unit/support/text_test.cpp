@@ -2,10 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "support/label_text.h"
-#include "support/line_text.h"
+#include "support/lists.h"
 #include "support/rwc_string.h"
-#include "support/singly_list.h"
+#include "support/text.h"
 
 namespace {
 

@@ -1,4 +1,6 @@
-#include "support/dbl_list.h"
+#include "support/lists.h"
+
+#include <memory>
 
 zDblList::~zDblList() {
   // A handler may delete the owner of the very list that is being walked.
@@ -143,4 +145,25 @@ void zDListIter::leave(zDListNode* node, const zDListNode* sentinel) {
   if (node != sentinel && node->deleted && node->iterators == 0) {
     zDblList::unlinkAndFree(node);
   }
+}
+
+zPlist::~zPlist() {
+  while (!isEmpty()) {
+    takeFirst();
+  }
+}
+
+void zPlist::addFirst(void* item) {
+  auto link = std::make_unique<zPlink>(item);
+  link->next = next;
+  next = link.release();
+}
+
+void* zPlist::takeFirst() {
+  if (next == nullptr) {
+    return nullptr;
+  }
+  const std::unique_ptr<zPlink> link(static_cast<zPlink*>(next));
+  next = link->next;
+  return link->payload;
 }

@@ -1,4 +1,4 @@
-#include "app/session.h"
+#include "session/session.h"
 
 #include <algorithm>
 
@@ -18,6 +18,8 @@ int& g_IdleCount = theSession.idleCount;
 int& g_ExitConfirmed = theSession.exitConfirmed;
 std::string& g_CurrentDirectory = theSession.currentDirectory;
 RWCString& copyBuffer = theSession.copyBuffer;
+std::deque<std::string>& commandQueue = theSession.commandQueue;
+bool& outputSinceCommand = theSession.outputSinceCommand;
 UIPopUpListDlg*& g_ListDialog = theSession.listDialog;
 UIPopUpSigParDlg*& g_SigParDialog = theSession.sigParDialog;
 FindDlg*& g_FindDialog = theSession.findDialog;

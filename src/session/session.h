@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <deque>
 #include <functional>
 #include <optional>
 #include <string>
@@ -59,6 +60,9 @@ class Session {
   std::string currentDirectory;
   RWCString copyBuffer;
 
+  std::deque<std::string> commandQueue;
+  bool outputSinceCommand = false;
+
   // Questions that wait for the rest of their items. The main window owns the dialogs.
   UIPopUpListDlg* listDialog = nullptr;
   UIPopUpSigParDlg* sigParDialog = nullptr;
@@ -90,7 +94,11 @@ extern int& g_IdleCount;                 ///< polls without a message since the 
 extern int& g_ExitConfirmed;             ///< 1 once the user has agreed to the end
 extern std::string& g_CurrentDirectory;  ///< as the directory dialog left it, with "/" at its end
 extern RWCString& copyBuffer;            ///< of Copy and Paste; the X clipboard is not used
-extern UIPopUpListDlg*& g_ListDialog;    ///< null while there is none, as the next two
+/// Pieces of the last line that have not been sent yet.
+extern std::deque<std::string>& commandQueue;
+/// True when text has come from the tester since the queue was released last.
+extern bool& outputSinceCommand;
+extern UIPopUpListDlg*& g_ListDialog;  ///< null while there is none, as the next two
 extern UIPopUpSigParDlg*& g_SigParDialog;
 extern FindDlg*& g_FindDialog;
 
