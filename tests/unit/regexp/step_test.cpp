@@ -6,7 +6,6 @@
 #include <array>
 #include <chrono>
 #include <optional>
-#include <ostream>
 #include <random>
 #include <string>
 
@@ -14,143 +13,84 @@
 
 namespace {
 
-struct Match {
-  int from;
-  int length;
-  bool operator==(const Match&) const = default;
-};
-
-[[maybe_unused]] std::ostream& operator<<(std::ostream& out, const Match& match) {
-  return out << match.length << " characters at " << match.from;
-}
-
 std::array<char, 256> form;
 
-void compileGood(const std::string& pattern) {
+void compile(const std::string& pattern) {
   form.fill('\0');
   ASSERT_NE(regexp::compile(pattern.c_str(), form.data(), form.data() + form.size(), 0), nullptr)
       << pattern << ": " << regexp::compileError();
 }
 
-std::optional<Match> matchOf(const std::string& subject) {
-  if (regexp::step(subject.c_str(), form.data()) == 0) {
-    return std::nullopt;
+/// The subject with angles around the match, if there is one.
+std::string marked(std::string subject) {
+  if (regexp::step(subject.c_str(), form.data()) != 0) {
+    int length = 0;
+    const auto from = static_cast<std::size_t>(regexp::matchLength(&length) - subject.c_str());
+    subject.insert(from + static_cast<std::size_t>(length), ">").insert(from, "<");
   }
-  int length = 0;
-  const char* from = regexp::matchLength(&length);
-  return Match{static_cast<int>(from - subject.c_str()), length};
+  return subject;
 }
 
-struct Case {
-  const char* pattern;
-  const char* subject;
-  std::optional<Match> match;
-};
-
-constexpr auto kNone = std::nullopt;
-
-void expectMatches(std::initializer_list<Case> cases) {
-  for (const Case& c : cases) {
-    compileGood(c.pattern);
-    EXPECT_EQ(matchOf(c.subject), c.match) << c.pattern << " in " << c.subject;
+TEST(RegexpStep, FindsTheLeftmostMatchWhoseItemsTakeWhatTheyCanAndGiveBack) {
+  // A pattern and subjects with their matches; the compiler's test tells what is plain.
+  const std::vector<const char*> rows[] = {{"a.c", "ac <abc>", "ac"},
+                                           {"\xE4.", "a<\xE4\xF6>"},
+                                           {"^a", "ba", "<a>b"},
+                                           {"a$", "ab<a>"},
+                                           {"^$", "<>", "a"},
+                                           {"$", "ab<>"},
+                                           {"a*", "<>baa", "<aa>b"},
+                                           {"aa*", "b<aa>b"},
+                                           {"a*ab", "<aaab>"},
+                                           {"x.*y", "a<xbycy>d", "xz"},
+                                           {"a.*\\(b.*\\)c$", "z<abbcxc>"},
+                                           {"a\\{2,3\\}", "<aaa>a"},
+                                           {"a\\{2\\}", "ab<aa>a"},
+                                           {"a\\{2,\\}b", "ab <aaaab>"},
+                                           {"ba\\{0\\}c", "bac <bc>"},
+                                           {".\\{2,4\\}d", "<abcdd>", "ad"},
+                                           {"[b-d]*", "<bcd>x"},
+                                           {"[]a]\\{2\\}", "x<a]>"},
+                                           {"[^a]", "aa<b>", "a", "a<\xE4>"},
+                                           {"[^a]*", "<\xE4\xFFz>"},
+                                           {"[ -~]", "\xA0\xFE"},
+                                           {"[\xE0-\xEF]*", "<\xE4\xE0>\xF0"},
+                                           {"[^a\xE4]", "a\xE4<\xE5>"},
+                                           {"\\(ab\\)\\1", "x<abab>ab", "abaab"},
+                                           {"\\(a*\\)b\\1c", "a<abac>"},
+                                           {"\\(.\\)\\(.\\)\\2\\1", "x<abba>y"},
+                                           {"\\(\\(a\\)b\\)\\2\\1", "<abaab>"},
+                                           {"\\(ab\\)\\1*c", "<abababc>"},
+                                           {"\\(ab\\)\\1*abc", "<abababc>"},
+                                           {"\\(ab\\)\\1\\{2,3\\}", "<abababab>ab", "abab"},
+                                           {"\\(x*\\)\\1*\\1\\{3\\}b", "a<b>"},
+                                           {"^\\(.*\\)\\1$", "<abcabc>"}};
+  for (const auto& row : rows) {
+    compile(row.front());
+    for (std::size_t i = 1; i < row.size(); ++i) {
+      std::string subject = row[i];
+      std::erase_if(subject, [](char c) { return c == '<' || c == '>'; });
+      EXPECT_EQ(marked(subject), row[i]) << row.front();
+    }
   }
-}
-
-TEST(RegexpStep, FindsTheLeftmostMatchOfPlainItems) {
-  expectMatches({{"b", "abcb", Match{1, 1}},
-                 {"bc", "abbc", Match{2, 2}},
-                 {"x", "abc", kNone},
-                 {".", "", kNone},
-                 {"a.c", "ac abc", Match{3, 3}},
-                 {"\xE4.", "a\xE4\xF6", Match{1, 2}},
-                 {"a+", "aa+", Match{1, 2}},
-                 {"*a", "a*a", Match{1, 2}},
-                 {"a\\nb", "xa\nb", Match{1, 3}}});
-}
-
-TEST(RegexpStep, AnchorsHoldAtTheEndsOnly) {
-  expectMatches({{"^a", "ba", kNone},
-                 {"^a", "ab", Match{0, 1}},
-                 {"^", "ab", Match{0, 0}},
-                 {"a$", "aba", Match{2, 1}},
-                 {"$", "ab", Match{2, 0}},
-                 {"^$", "", Match{0, 0}},
-                 {"^$", "a", kNone},
-                 {"a^", "a^", Match{0, 2}}});
-}
-
-TEST(RegexpStep, RepetitionsTakeWhatTheyCanAndGiveBack) {
-  expectMatches({{"a*", "baa", Match{0, 0}},
-                 {"a*", "aab", Match{0, 2}},
-                 {"aa*", "baab", Match{1, 2}},
-                 {".*b", "abab", Match{0, 4}},
-                 {"a*ab", "aaab", Match{0, 4}},
-                 {"x.*y", "axbycyd", Match{1, 5}},
-                 {"x.*y", "ax y", Match{1, 3}},
-                 {"a.*\\(b.*\\)c$", "zabbcxc", Match{1, 6}},
-                 {"a\\{2,3\\}", "aaaa", Match{0, 3}},
-                 {"a\\{2\\}", "abaaa", Match{2, 2}},
-                 {"a\\{2,\\}b", "ab aaaab", Match{3, 5}},
-                 {"ba\\{0\\}c", "bac bc", Match{4, 2}},
-                 {".\\{2,4\\}d", "abcdd", Match{0, 5}},
-                 {"a\\{3\\}", "aa", kNone}});
-}
-
-TEST(RegexpStep, ARangeWithoutLimitTakesTwentyThousandMore) {
-  compileGood("a\\{2,\\}");
-  EXPECT_EQ(matchOf(std::string(20002, 'a')), (Match{0, 20002}));
-  EXPECT_EQ(matchOf(std::string(20003, 'a')), (Match{0, 20002}));
-}
-
-TEST(RegexpStep, ClassesTellSevenBitCharactersFromTheOthers) {
-  expectMatches({{"[b-d]*", "bcdx", Match{0, 3}},
-                 {"[]a]\\{2\\}", "xa]", Match{1, 2}},
-                 {"[a-]\\{2\\}", "xa-", Match{1, 2}},
-                 {"[^a]", "aab", Match{2, 1}},
-                 {"[^a]", "a", kNone},
-                 {"[^a]", "a\xE4", Match{1, 1}},
-                 {"[^a]*",
-                  "\xE4\xFF"
-                  "b",
-                  Match{0, 3}},
-                 {"[ -~]", "\xA0\xFE", kNone},
-                 {"[\xE0-\xEF]*", "\xE4\xE0\xF0", Match{0, 2}},
-                 {"[^a\xE4]", "a\xE4\xE5", Match{2, 1}},
-                 {"[^\xE4]", "\xE4", kNone}});
-}
-
-TEST(RegexpStep, BackReferencesRepeatWhatTheirGroupMatched) {
-  expectMatches({{"\\(ab\\)\\1", "xababab", Match{1, 4}},
-                 {"\\(ab\\)\\1", "abaab", kNone},
-                 {"\\(a*\\)b\\1c", "aabac", Match{1, 4}},
-                 {"\\(.\\)\\(.\\)\\2\\1", "xabbay", Match{1, 4}},
-                 {"\\(\\(a\\)b\\)\\2\\1", "abaab", Match{0, 5}},
-                 {"\\(ab\\)\\1*c", "abababc", Match{0, 7}},
-                 {"\\(ab\\)\\1*abc", "abababc", Match{0, 7}},
-                 {"\\(ab\\)\\1\\{2,3\\}", "ababababab", Match{0, 8}},
-                 {"\\(ab\\)\\1\\{2\\}", "abab", kNone},
-                 {"\\(x*\\)\\1*\\1\\{3\\}b", "ab", Match{1, 1}},
-                 {"^\\(.*\\)\\1$", "abcabc", Match{0, 6}}});
-  compileGood("\\(a*\\)\\(b\\)");
+  compile("a\\{2,\\}");  // without limit means twenty thousand more
+  EXPECT_EQ(marked(std::string(20003, 'a')), "<" + std::string(20002, 'a') + ">a");
+  compile("\\(a*\\)\\(b\\)");
   const std::string subject = "xaab";
   ASSERT_EQ(regexp::step(subject.c_str(), form.data()), 1);
-  EXPECT_EQ(std::string(regexp::braslist[0], regexp::braelist[0]), "aa");
-  EXPECT_EQ(std::string(regexp::braslist[1], regexp::braelist[1]), "b");
+  EXPECT_EQ(std::string(regexp::braslist[0], regexp::braelist[1]), "aab");
+  EXPECT_EQ(regexp::braelist[0], regexp::braslist[1]);
 }
 
-TEST(RegexpStep, RepetitionsGiveBackNoFurtherThanTheLowerBound) {
-  compileGood("a*ab");
-  const std::string subject = "aaab";
-  regexp::locs = subject.c_str() + 2;
-  EXPECT_EQ(regexp::step(subject.c_str(), form.data()), 1);
-  regexp::locs = subject.c_str() + 3;
-  EXPECT_EQ(regexp::step(subject.c_str(), form.data()), 0);
+TEST(RegexpStep, GivesBackNoFurtherThanTheLowerBoundAndSkipsCodesItDoesNotKnow) {
+  compile("a*ab");
+  const char* const subject = "aaab";
+  for (const int bound : {2, 3}) {
+    regexp::locs = subject + bound;
+    EXPECT_EQ(regexp::step(subject, form.data()), bound == 2 ? 1 : 0);
+  }
   regexp::locs = nullptr;
-}
-
-TEST(RegexpStep, SkipsCodesItDoesNotKnowAndRunsNothingFromAnEmptyBuffer) {
   const char skipped[] = {44, 4, 'a', 127, 4, 'b', 22};
-  regexp::circf = false;
   EXPECT_EQ(regexp::step("xab", skipped), 1);
   EXPECT_EQ(regexp::step("xa", skipped), 0);
   EXPECT_EQ(regexp::step("xa", ""), 0);
@@ -162,29 +102,32 @@ TEST(RegexpStep, PatternsMadeToExplodeFindTheirMatchOrGiveUp) {
   std::string manyClasses;
   for (int i = 0; i < 100; ++i) {
     manyStars += ".*";
-  }
-  for (int i = 0; i < 13; ++i) {
-    manyClasses += "[^x]*";
+    manyClasses += i < 13 ? "[^x]*" : "";
   }
   const std::string subject(30000, 'a');
   for (const std::string& pattern : {manyStars + "[xy]$", "a" + manyClasses + "[y]",
                                      std::string("a.\\{2,\\}a.\\{2,\\}a.\\{2,\\}a.\\{2,\\}[y]")}) {
-    compileGood(pattern);
-    EXPECT_EQ(matchOf(subject), kNone) << pattern;
+    compile(pattern);
+    EXPECT_EQ(marked(subject), subject) << pattern;
     EXPECT_FALSE(regexp::gaveUp()) << pattern;
-    EXPECT_EQ(matchOf(subject + "y"), (Match{0, 30001})) << pattern;
+    EXPECT_EQ(marked(subject + "y"), "<" + subject + "y>") << pattern;
   }
   for (const char* pattern :
        {"\\(a*\\)*\\1*\\1*\\1*\\1*[b]", "\\(.*\\)\\(.*\\)\\(.*\\)\\(.*\\)\\1\\2\\3\\4z"}) {
-    compileGood(pattern);
-    EXPECT_EQ(matchOf("a*" + subject), kNone) << pattern;
+    compile(pattern);
+    EXPECT_EQ(marked("a*" + subject), "a*" + subject) << pattern;
     EXPECT_TRUE(regexp::gaveUp()) << pattern;
     EXPECT_LE(regexp::workSpent(), 2 * regexp::kWorkLimit) << pattern;
   }
-  compileGood(manyStars + "[xy]$");
-  EXPECT_EQ(matchOf("y" + std::string(6'000'000, 'a')), kNone);
+  compile(manyStars + "[xy]$");
+  regexp::step(("y" + std::string(6'000'000, 'a')).c_str(), form.data());
   EXPECT_TRUE(regexp::gaveUp()) << "what the items match would not fit";
   EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(60));
+  const std::string line = std::string(1000000, 'a') + "b";
+  for (const char* pattern : {"[ab]*b$", ".*.*b"}) {
+    compile(pattern);
+    EXPECT_EQ(marked(line), "<" + line + ">") << "work enough is left for long lines";
+  }
 }
 
 TEST(RegexpStep, AllWaysToLookForAPatternFindTheSame) {
@@ -218,12 +161,26 @@ TEST(RegexpStep, AllWaysToLookForAPatternFindTheSame) {
   EXPECT_GT(compared, 1000);
 }
 
-TEST(RegexpStep, WorkEnoughIsLeftForLongLines) {
-  const std::string line = std::string(1000000, 'a') + "b";
-  compileGood("[ab]*b$");
-  EXPECT_EQ(matchOf(line), (Match{0, 1000001}));
-  compileGood(".*.*b");
-  EXPECT_EQ(matchOf(line), (Match{0, 1000001}));
+// A question for each million units of work: a character read is one, a state made a thousand.
+TEST(RegexpFilter, AsksWhetherItMayGoOnWhileItReadsAndWhileItMakesStates) {
+  std::mt19937 random(1);
+  std::string mixed = "c";
+  while (mixed.size() < 60000) {
+    mixed += (random() & 1) != 0 ? 'a' : 'b';
+  }
+  std::string lines;
+  while (lines.size() < 5'000'000) {
+    lines += ".........\n";
+  }
+  for (const auto& [pattern, text, least, most] :
+       {std::tuple{"[ab][bc]", lines, 4, 4}, {"c[ab]*a[ab]\\{15\\}d$", mixed + 'd', 50, 60}}) {
+    compile(pattern);
+    int asked = 0;
+    LongWork work([&asked] { return ++asked > 0; });
+    regexp::LineFilter(form.data(), text).nextLine(0, work);
+    EXPECT_GE(asked, least) << pattern;
+    EXPECT_LE(asked, most) << pattern;
+  }
 }
 
 }  // namespace
