@@ -5,8 +5,6 @@
 #include <unistd.h>
 
 #include <csignal>
-#include <fstream>
-#include <regex>
 
 #include "link/port_control.h"
 #include "postmaster/switchboard.h"
@@ -18,6 +16,7 @@
 
 namespace {
 
+using testing::ContainsRegex;
 using testing::HasSubstr;
 namespace fs = std::filesystem;
 
@@ -34,8 +33,7 @@ bool waitUntil(Condition condition) {
 }
 
 /// A tool that the test plays.
-class Client {
- public:
+struct Client {
   explicit Client(const std::string& path) : connection(path) {}
 
   void send(std::string_view bytes) {
@@ -66,11 +64,10 @@ class PostmasterTest : public testing::Test {
   PostmasterTest() { close_range(STDERR_FILENO + 1, ~0U, CLOSE_RANGE_CLOEXEC); }
 
   /// Starts the Postmaster and waits until it listens.
-  ChildProcess& start(std::vector<std::string> arguments = {}) {
+  void start(std::vector<std::string> arguments = {}) {
     mpm.reset();
     mpm = std::make_unique<ChildProcess>(Launch{NELMPM_PROGRAM, std::move(arguments)});
     EXPECT_TRUE(waitUntil([this] { return fs::exists(socketPath()); })) << mpm->report();
-    return *mpm;
   }
   std::string socketPath() const { return socketFileName(port(), mpm->id()); }
   static int port() { return std::atoi(readFile(portFileName()).c_str()); }
@@ -81,17 +78,9 @@ class PostmasterTest : public testing::Test {
     EXPECT_THAT(client.receive(), HasSubstr("MSG_CONNECT_OK"));
     return client;
   }
-  static void leave(Client& client, int type) {
-    client.send(type, NELMPM, MSG_SHUTDOWN_ACK);
-    client.connection.close();
-  }
-  /// Whether the road from the tester to the window is open and empty.
-  static bool passes(Client& kv, Client& ui) {
-    kv.send(NELKV, NELKVUI, MSG_TOOL_ACTIVE);
-    return ui.receive() == "NELKV -> NELKVUI MSG_TOOL_ACTIVE(9003)";
-  }
 
   RendezvousFolder folder;
+  TemporaryFolder scratch;
   std::unique_ptr<ChildProcess> mpm;
 };
 
@@ -100,47 +89,43 @@ TEST_F(PostmasterTest, PublishesItsNumberForItsOwnUserAndEndsInOrderOnEachSignal
     start();
     EXPECT_EQ(readFile(portFileName()), std::to_string(port()) + "\n");
     const fs::path own = socketPath();
-    for (const fs::path& path : {own, fs::path(portFileName())}) {
-      EXPECT_EQ(fs::status(path).permissions(), fs::perms::owner_read | fs::perms::owner_write);
-    }
+    EXPECT_EQ(fs::status(own).permissions(), fs::perms::owner_read | fs::perms::owner_write);
     Client ui = tool(NELKVUI);
     Client kv = tool(NELKV);
     mpm->signal(signal);
-    const std::string news = "MSG_SHUTDOWN(13000) 2 ";
-    EXPECT_THAT(ui.receive(), HasSubstr(news));
-    EXPECT_THAT(kv.receive(), HasSubstr(news));
+    EXPECT_THAT(ui.receive() + kv.receive(), ContainsRegex("MSG_SHUTDOWN.* 2 .*MSG_SHUTDOWN.* 2 "));
     EXPECT_FALSE(fs::exists(own) || fs::exists(portFileName()));
     ui.send(NELKVUI, NELMPM, MSG_SHUTDOWN_ACK);
-    EXPECT_EQ(kv.receive(), "NELMPM -> NELKV MSG_SHUTDOWN_NOW(13001)") << "who does not answer";
-    kv.connection.close();
-    EXPECT_THAT(ui.receive(), HasSubstr("MSG_TOOL_LEFT"));
     ui.connection.close();
+    EXPECT_THAT(kv.receive(), HasSubstr("MSG_TOOL_LEFT"));
+    mpm->signal(signal);  // does not wait any longer for who does not answer
+    EXPECT_EQ(kv.receive(), "NELMPM -> NELKV MSG_SHUTDOWN_NOW(13001)");
+    kv.connection.close();
     EXPECT_EQ(mpm->exitStatus(), 0);
     EXPECT_EQ(mpm->errors(), "");
   }
 }
 
-TEST_F(PostmasterTest, LeavesALivingOneAloneAndReplacesADeadOne) {
+TEST_F(PostmasterTest, LeavesALivingOneAloneAndReplacesADeadOneButNothingElse) {
+  const auto refused = [] {
+    ChildProcess second(Launch{NELMPM_PROGRAM});
+    EXPECT_EQ(second.exitStatus(), 1);
+    return second.errors();
+  };
   start();
   unlink(socketPath().c_str());  // as a tool that leaves does
-  ChildProcess second(Launch{NELMPM_PROGRAM});
-  EXPECT_EQ(second.exitStatus(), 1);
-  EXPECT_THAT(second.errors(),
-              HasSubstr("another Postmaster is running, port " + std::to_string(port()) + " in"));
+  EXPECT_THAT(refused(),
+              HasSubstr("another Postmaster is running, port " + std::to_string(port())));
   start();
   mpm->kill();
   const std::string dead = socketPath();
   start();
   EXPECT_FALSE(fs::exists(dead));
   mpm->kill();
-  const TemporaryFolder other;
-  const fs::path victim = other.write("victim", "precious");
   fs::remove(portFileName());
-  fs::create_symlink(victim, portFileName());
-  ChildProcess tricked(Launch{NELMPM_PROGRAM});
-  EXPECT_EQ(tricked.exitStatus(), 1);
-  EXPECT_THAT(tricked.errors(), HasSubstr("cannot take over " + portFileName()));
-  EXPECT_EQ(readFile(victim), "precious");
+  fs::create_symlink(scratch.write("victim", "precious"), portFileName());
+  EXPECT_THAT(refused(), HasSubstr("cannot take over " + portFileName()));
+  EXPECT_EQ(readFile(scratch / "victim"), "precious");
 }
 
 TEST_F(PostmasterTest, CarriesFramesByTypeAndTellsWhoComesAndGoes) {
@@ -161,11 +146,11 @@ TEST_F(PostmasterTest, CarriesFramesByTypeAndTellsWhoComesAndGoes) {
   ui.send(NELKVUI, NELKV, MSG_UI_COMMAND, wireString("go"));
   EXPECT_EQ(kv.receive(), "NELKVUI -> NELKV MSG_UI_COMMAND(1002) \"go\"");
   kv.send(NELKV, 0, MSG_TOOL_READY);
-  EXPECT_EQ(ui.receive(), "NELKV -> * MSG_TOOL_READY(9001)");
-  EXPECT_EQ(gate.receive(), "NELKV -> * MSG_TOOL_READY(9001)");
-  EXPECT_EQ(kv.receive(), "NELMPM -> NELKV MSG_START_POLL_TIMER(9002)");
-  const std::string longest(kMaxReceivedFrameBytes - kFrameHeaderBytes - kWordBytes, 'x');
-  kv.send(NELKV, NELKVUI, MSG_T_TEXT, wireString(longest));
+  EXPECT_EQ(ui.receive() + gate.receive() + kv.receive(),
+            "NELKV -> * MSG_TOOL_READY(9001)NELKV -> * MSG_TOOL_READY(9001)"
+            "NELMPM -> NELKV MSG_START_POLL_TIMER(9002)");
+  kv.send(NELKV, NELKVUI, MSG_T_TEXT,
+          wireString(std::string(kMaxReceivedFrameBytes - kFrameHeaderBytes - kWordBytes, 'x')));
   EXPECT_THAT(ui.receive(), testing::EndsWith("... 16409 bytes"));
 
   unlink(socketPath().c_str());
@@ -181,7 +166,8 @@ TEST_F(PostmasterTest, CarriesFramesByTypeAndTellsWhoComesAndGoes) {
   ui.send(NELKVUI, NELMPM, MSG_DISCONNECT);
   EXPECT_THAT(next.receive(), HasSubstr("MSG_TOOL_LEFT"));
   EXPECT_THAT(next.receive(), HasSubstr("MSG_SHUTDOWN(13000) 1"));
-  leave(next, NELKV);
+  next.send(NELKV, NELMPM, MSG_SHUTDOWN_ACK);
+  next.connection.close();
   ui.connection.close();
   EXPECT_EQ(mpm->exitStatus(), 0);
 }
@@ -192,26 +178,25 @@ TEST_F(PostmasterTest, AFrameOfGarbageCostsOneLineAndIsForgotten) {
   Client kv = tool(NELKV);
   const std::string good = wireText({kFrameDirected, MSG_T_BUSY, NELKV, NELKVUI, 0});
   const auto with = [](FrameHeader header) { return wireText(header, "payload"); };
-  const std::vector<std::pair<std::string, std::string>> rows = {
+  const std::pair<std::string, const char*> rows[] = {
       {"hello\n" + good, "characters that belong to no frame"},
-      {std::string(1, '\0'), "shorter than a header"},
       {good.substr(2), "shorter than a header"},
       {"0" + good, "half a byte"},
       {with({kFrameDirected, MSG_T_BUSY, NELKV, NELKVUI, 6}), "length word"},
-      {with({kFrameDirected, MSG_T_BUSY, NELKV, NELKVUI, -7}), "length word"},
       {with({2, MSG_T_BUSY, NELKV, NELKVUI, 7}), "neither directed nor undirected"},
       {with({kFrameDirected, MSG_T_BUSY, NELKV, NELGATE, 7}), "NELGATE, which is not connected"},
       {std::string(std::size_t{40} * kMaxFrameText, '0') + '\0', "longer than 32868 bytes"},
   };
   for (const auto& [bytes, complaint] : rows) {
-    kv.send(bytes);
+    kv.send(bytes + good);
     mpm->expectText(complaint);
-    EXPECT_TRUE(passes(kv, ui)) << complaint;
+    EXPECT_EQ(ui.receive(), "NELKV -> NELKVUI MSG_T_BUSY(2014)") << complaint;
   }
   for (int i = 0; i < 2000; ++i) {
     kv.send(std::string("?!") + '\0');
   }
-  ASSERT_TRUE(passes(kv, ui));
+  kv.send(good);
+  ui.receive();
   mpm->drain();
   EXPECT_LT(std::ranges::count(mpm->errors(), '\n'), 15) << "a flood is told in few lines";
 }
@@ -232,13 +217,12 @@ TEST_F(PostmasterTest, ASlowClientHoldsItsSenderBackAndGetsAllFramesInOrder) {
   ASSERT_TRUE(waitUntil([&] {
     kv.connection.send(left);
     pollfd writable{kv.connection.fd(), POLLOUT, 0};
-    return poll(&writable, 1, 200) == 0;
+    return poll(&writable, 1, 100) == 0;
   }));
   EXPECT_GT(left.size(), postmaster::kMaxQueuedBytes);
-  EXPECT_TRUE(waitUntil([&] {
-    gate.send(NELGATE, NELKV, MSG_TOOL_ACTIVE);
-    return kv.receive() == "NELGATE -> NELKV MSG_TOOL_ACTIVE(9003)";
-  })) << "others are served meanwhile";
+  gate.send(NELGATE, NELKV, MSG_TOOL_ACTIVE);
+  EXPECT_EQ(kv.receive(), "NELGATE -> NELKV MSG_TOOL_ACTIVE(9003)")
+      << "others are served meanwhile";
   for (int i = 0; i < frames; ++i) {
     kv.connection.send(left);
     if (left.empty()) {
@@ -250,7 +234,6 @@ TEST_F(PostmasterTest, ASlowClientHoldsItsSenderBackAndGetsAllFramesInOrder) {
 }
 
 TEST_F(PostmasterTest, StartsToolsWithNothingOfItsOwnAndEndsThemWithTheWindow) {
-  const TemporaryFolder scratch;
   const std::string seen = (scratch / "seen").string();
   const std::string go = (scratch / "go").string();
   start({"--tool", builtProgram("nelkv").string(), "--trace", "-", "--tool",
@@ -261,67 +244,51 @@ TEST_F(PostmasterTest, StartsToolsWithNothingOfItsOwnAndEndsThemWithTheWindow) {
   Client ui = tool(NELKVUI);
   ui.send(NELKVUI, 0, MSG_TOOL_READY);
   scratch.write("go", "");
-  std::string box;
-  EXPECT_TRUE(waitUntil([&] {
-    box = ui.receive();
-    return box.find("MSG_LINK_WARNING_BOX") != std::string::npos;
-  }));
-  EXPECT_THAT(box, HasSubstr("ended with status 3."));
+  mpm->expectText("NELMPM -> NELKVUI MSG_LINK_WARNING_BOX(11006) \"Korvane - Tool ended\" \"sh (");
+  EXPECT_THAT(mpm->errors(), HasSubstr("ended with status 3\n"));
   // The three standard descriptors, and the one with which ls reads the folder.
   EXPECT_THAT(readFile(seen), testing::AllOf(testing::StartsWith("0\n1\n2\n3\nNEL2\n"),
                                              HasSubstr("SigBlk:\t0000000000000000\n")));
   ui.connection.close();
   EXPECT_EQ(mpm->exitStatus(), 0);
   EXPECT_THAT(mpm->output(), HasSubstr("NELKV -> NELMPM MSG_SHUTDOWN_ACK(7002)"));
-}
 
-TEST_F(PostmasterTest, KillsAToolThatIgnoresEverything) {
   start({"--tool", "sh -c 'trap \"\" TERM; echo up; while :; do sleep 1; done'"});
   mpm->expectText("up\n");
   EXPECT_TRUE(waitUntil([this] {
     mpm->signal(SIGTERM);  // each further one brings the next step forward
     return !mpm->isRunning();
-  }));
-  EXPECT_EQ(mpm->exitStatus(), 0);
+  })) << "it kills a tool that ignores everything";
 }
 
 TEST_F(PostmasterTest, SaysWhyItCannotStartOrGoOn) {
-  const TemporaryFolder scratch;
   const std::string broken = scratch.write("broken", "no program").string();
   fs::permissions(broken, fs::perms::owner_all);
-  const struct {
-    std::vector<std::string> arguments;
-    int status;
-    std::string says;
-  } rows[] = {
-      {{"--tool", "sleep 60", "--tool", "nel-no-such-tool"}, 1, "cannot start nel-no-such-tool"},
-      {{"--tool", "sleep 60", "--tool", broken}, 1, "cannot start " + broken},
+  const std::tuple<std::vector<std::string>, int, std::string> rows[] = {
+      {{"--tool", "nel-no-such-tool"}, 1, "cannot start nel-no-such-tool"},
+      {{"--tool", broken}, 1, "cannot start " + broken},
       {{"--tool", "true"}, 1, "no user interface came"},
       {{"--trace", "/nowhere/trace"}, 1, "/nowhere/trace: No such file or directory\n"},
       {{"--frobnicate"}, 2, "--frobnicate"},
   };
-  for (const auto& row : rows) {
-    ChildProcess refused(Launch{NELMPM_PROGRAM, row.arguments});
-    EXPECT_EQ(refused.exitStatus(), row.status);
-    EXPECT_THAT(refused.errors(), HasSubstr(row.says));
+  for (const auto& [arguments, status, text] : rows) {
+    ChildProcess refused(Launch{NELMPM_PROGRAM, arguments});
+    EXPECT_EQ(refused.exitStatus(), status);
+    EXPECT_THAT(refused.errors(), HasSubstr(text));
     EXPECT_FALSE(fs::exists(portFileName()));
   }
 }
 
 TEST_F(PostmasterTest, WritesEachFrameWithItsTimeAsItGoesThrough) {
-  const TemporaryFolder scratch;
   const std::string file = scratch / "trace";
   start({"--trace", file});
   Client ui = tool(NELKVUI);
   ui.send(NELKVUI, NELKV, MSG_UI_COMMAND, wireString("say \"hi\"\n"));
   mpm->expectText("not connected");
-  const std::string time = R"(\d{4}-\d\d-\d\d \d\d:\d\d:\d\d\.\d{3} )";
-  EXPECT_TRUE(std::regex_match(
-      readFile(file),
-      std::regex(time + R"(NELKVUI -> NELMPM MSG_CONNECT\(7000\)\n)" + time +
-                 R"(NELMPM -> NELKVUI MSG_CONNECT_OK\(8000\) 2 \d+ \d+ 1 "NELMPM .*"\n)" + time +
-                 R"(NELKVUI -> NELKV MSG_UI_COMMAND\(1002\) "say \\"hi\\"\\n" \[refused: .*\]\n)")))
-      << readFile(file);
+  const std::string trace = readFile(file);
+  EXPECT_THAT(trace, testing::MatchesRegex("(2[0-9]{3}-[0-9:. -]{18} NEL[^\n]*\n){3}"));
+  EXPECT_THAT(trace,
+              HasSubstr(R"( NELKVUI -> NELKV MSG_UI_COMMAND(1002) "say \"hi\"\n" [refused: )"));
   mpm->kill();
   start({"--trace", "/dev/full"});
   tool(NELKVUI);

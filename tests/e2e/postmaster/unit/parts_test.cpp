@@ -6,8 +6,6 @@
 
 using namespace postmaster;
 using namespace std::chrono_literals;
-using testing::ElementsAre;
-using testing::EndsWith;
 using testing::HasSubstr;
 
 namespace {
@@ -17,41 +15,37 @@ postmaster::Message message(int sender, int dest, int tag, const std::string& pa
   return std::make_shared<Envelope>(Envelope{{kind, tag, sender, dest, 0}, payload, {}});
 }
 
-/// What the trace says of the parameters of `tag`, sent by the tester to the user interface.
-std::string parameters(int tag, const std::string& payload) {
-  const std::string line = describeMessage(*message(NELKV, NELKVUI, tag, payload));
-  return line.substr(line.find(')') + 1);
-}
-
-}  // namespace
-
 TEST(TraceFormat, ShowsParametersAsFarAsTheyGoAndCutsLongOnes) {
-  EXPECT_EQ(parameters(MSG_T_ASK_LIST, wireString("a") + wireString("") + wireWord(-1) +
-                                           wireWord(2) + wireString("x") + wireString("y")),
-            " \"a\" \"\" -1 [\"x\", \"y\"]");
-  EXPECT_EQ(parameters(MSG_T_TEXT, wireString(std::string_view("a\"\\\n\t\r\0\x7f\xe4", 9))),
-            R"( "a\"\\\n\t\r\x00\x7f\xe4")");
-  EXPECT_EQ(parameters(MSG_T_TEXT, wireString(std::string(5000, 'x'))),
-            " \"" + std::string(120, 'x') + "\"... 5000 bytes");
   std::string items;
-  for (int i = 0; i < 1000; ++i) {
+  for (int i = 0; i < 17; ++i) {
     items += wireString("i");
   }
-  EXPECT_THAT(parameters(MSG_T_FIND, wireWord(0) + wireWord(0) + wireWord(1000) + items),
-              EndsWith("\"i\"... 1000 items]"));
-  EXPECT_EQ(parameters(MSG_T_QUESTION, wireString("a") + wireWord(-9)),
-            " \"a\" <malformed, 9 bytes in all>");
-  EXPECT_THAT(parameters(MSG_T_FIND, wireWord(0) + wireWord(1) + wireWord(9) + wireString("x")),
-              EndsWith("[\"x\"]<malformed, 17 bytes in all>"));
-  EXPECT_EQ(parameters(MSG_T_BUSY, "abc"), " <3 bytes more>");
-  EXPECT_EQ(parameters(4711, wireString("a")), " <5 bytes more>");
+  const std::tuple<int, std::string, std::string> rows[] = {
+      {2005, wireString("a") + wireWord(0) + wireWord(-1) + wireWord(2) + items.substr(0, 10),
+       R"("a" "" -1 ["i", "i"])"},
+      {2000, wireString(std::string_view("a\"\\\n\t\r\0\x7f\xe4", 9)),
+       R"("a\"\\\n\t\r\x00\x7f\xe4")"},
+      {2000, wireString(std::string(121, 'x')), '"' + std::string(120, 'x') + "\"... 121 bytes"},
+      {2001, wireString("a") + wireWord(-9), "\"a\" <malformed, 9 bytes in all>"},
+      {2010, wireWord(0) + wireWord(0) + wireWord(9) + wireString("x"),
+       "\"\" \"\" [\"x\"]<malformed, 17 bytes in all>"},
+      {2014, "abc", "<3 bytes more>"},
+      {4711, "abc", "<3 bytes more>"},
+  };
+  const auto parameters = [](int tag, const std::string& payload) {
+    const std::string line = describeMessage(*message(NELKV, NELKVUI, tag, payload));
+    return line.substr(line.find(')') + 2);
+  };
+  for (const auto& [tag, payload, text] : rows) {
+    EXPECT_EQ(parameters(tag, payload), text);
+  }
+  EXPECT_THAT(parameters(MSG_T_FIND, wireWord(0) + wireWord(0) + wireWord(17) + items),
+              testing::EndsWith("\"i\", \"i\"... 17 items]"));
 }
 
 TEST(CommandSplitting, FollowsQuotesAndBackslashes) {
-  EXPECT_THAT(splitCommand("  nelkvui\t-post  -t/tmp ").words,
-              ElementsAre("nelkvui", "-post", "-t/tmp"));
-  EXPECT_THAT(splitCommand(R"(a 'b "c\' "d 'e\"" f\ g '' x"y"z)").words,
-              ElementsAre("a", "b \"c\\", "d 'e\"", "f g", "", "xyz"));
+  EXPECT_THAT(splitCommand("  a\t-b 'c \"d\\' \"e 'f\\\"\" g\\ h '' x\"y\"z ").words,
+              testing::ElementsAre("a", "-b", "c \"d\\", "e 'f\"", "g h", "", "xyz"));
   for (const auto& [wrong, fault] : {std::pair{"a 'b", "a ' is not closed"},
                                      {"a \"b", "a \" is not closed"},
                                      {"a\\", "nothing follows the \\ at its end"},
@@ -60,55 +54,59 @@ TEST(CommandSplitting, FollowsQuotesAndBackslashes) {
   }
 }
 
-TEST(ShutdownSteps, ComeInOrderAndWaitForThoseThatHaveAnswered) {
-  using Action = ShutdownSequence::Action;
+/// What is done in twelve seconds and when, each with the time up to which it is waited then.
+std::string steps(const ShutdownSequence::Situation& situation, int hastened = -1) {
   ShutdownSequence sequence;
-  ShutdownSequence::TimePoint now{};
-  const ShutdownSequence::Situation silent{false, true, false, true};
-  EXPECT_EQ(sequence.advance(now, silent), Action::kNone);
-  sequence.begin(now);
-  EXPECT_EQ(sequence.advance(now + 999ms, silent), Action::kNone);
-  now += ShutdownSequence::kAnswerTime;
-  EXPECT_EQ(sequence.advance(now, silent), Action::kOrderSilentTools);
-  EXPECT_EQ(sequence.advance(now, silent), Action::kNone);
-  sequence.hasten(now);
-  EXPECT_EQ(sequence.advance(now, silent), Action::kTerminate);
-  now += ShutdownSequence::kTerminateTime;
-  EXPECT_EQ(sequence.advance(now, silent), Action::kKill);
-  EXPECT_EQ(sequence.advance(now, {false, false, false, true}), Action::kFinish);
+  const ShutdownSequence::TimePoint start{};
+  EXPECT_EQ(sequence.advance(start + 24h, situation), ShutdownSequence::Action::kNone);
+  sequence.begin(start);
+  std::string all;
+  for (int ms = 0; ms < 12000; ++ms) {
+    const auto now = start + std::chrono::milliseconds(ms);
+    if (ms == hastened) {
+      sequence.hasten(now);
+    }
+    const auto action = static_cast<std::size_t>(sequence.advance(now, situation));
+    if (action != 0) {
+      const char* const names[] = {"", "order", "tell", "terminate", "kill", "finish"};
+      const auto due = sequence.deadline();
+      all += std::to_string(ms) + " " + names[action] +
+             (due ? " " + std::to_string((*due - start) / 1ms) : "") + ", ";
+    }
+  }
+  return all;
+}
 
-  const ShutdownSequence::Situation deciding{true, true, true, false};
-  sequence = ShutdownSequence();
-  sequence.begin(now);
-  EXPECT_EQ(sequence.advance(now, deciding), Action::kOrderSilentTools);
-  now += ShutdownSequence::kLeaveTime;
-  EXPECT_EQ(sequence.advance(now, deciding), Action::kTellOfWaiting);
-  EXPECT_EQ(sequence.advance(now + 24h, deciding), Action::kNone);
-  sequence.hasten(now);
-  EXPECT_EQ(sequence.advance(now, deciding), Action::kTerminate);
+TEST(ShutdownSteps, ComeInOrderAndWaitForThoseThatHaveAnswered) {
+  EXPECT_EQ(steps({false, true, false, true}),
+            "1000 order 3000, 3000 terminate 4000, 4000 kill 6000, 6000 finish, ");
+  EXPECT_EQ(steps({true, true, true, false}, 5000),
+            "0 order 2000, 2000 tell, 5000 terminate 6000, 6000 kill 8000, 8000 finish, ");
+  EXPECT_EQ(steps({true, true, true, false}, 1000),
+            "0 order 2000, 1000 terminate 2000, 2000 kill 4000, 4000 finish, ");
+  EXPECT_EQ(steps({true, false, true, true}), "0 order 2000, 2000 terminate 3000, 2001 finish, ");
 }
 
 TEST(Router, RefusesWhatMakesNoSenseAndKeepsWarningsForAWindowThatIsNotReady) {
   constexpr ClientId kUi = 10;
   constexpr ClientId kKv = 11;
   Router router{{77, 1234, "it"}};
-  const auto refusal = [&](ClientId client, int sender, int dest, int tag) {
-    return router.frameCame(client, message(sender, dest, tag)).refusal;
+  const std::tuple<ClientId, int, int, int, const char*> rows[] = {
+      {kKv, NELKV, 0, MSG_CONNECT, "before the connection"},
+      {kKv, NELMPM, NELMPM, MSG_CONNECT, "no tool of this type"},
+      {kUi, NELKVUI, NELMPM, MSG_CONNECT, ""},
+      {kKv, NELKV, NELMPM, MSG_CONNECT, ""},
+      {kKv, NELKVUI, NELKV, MSG_UI_COMMAND, "in the name of NELKVUI"},
+      {kKv, NELKV, NELKVUI, MSG_CONNECT_OK, "only the Postmaster"},
+      {kKv, NELKV, NELKVUI, MSG_SHUTDOWN_NOW, "only the Postmaster"},
+      {kKv, NELKV, NELMPM, MSG_CONNECT, "a second time"},
+      {kKv, NELKV, NELMPM, MSG_SHUTDOWN_ACK, "without a shutdown"},
+      {kKv, NELKV, NELMPM, MSG_T_TEXT, "does not know"},
+      {kKv, NELKV, NELKVUI, MSG_DISCONNECT, "to others"},
   };
-  EXPECT_THAT(refusal(kKv, NELKV, 0, MSG_CONNECT), HasSubstr("before the connection"));
-  EXPECT_THAT(refusal(kKv, NELMPM, NELMPM, MSG_CONNECT), HasSubstr("no tool of this type"));
-  EXPECT_EQ(refusal(kUi, NELKVUI, NELMPM, MSG_CONNECT), "");
-  EXPECT_EQ(refusal(kKv, NELKV, NELMPM, MSG_CONNECT), "");
-  EXPECT_THAT(refusal(kKv, NELKVUI, NELKV, MSG_UI_COMMAND), HasSubstr("in the name of NELKVUI"));
-  for (const int tag :
-       {MSG_CONNECT_OK, MSG_CONNECT_DENIED, MSG_TOOL_LEFT, MSG_SHUTDOWN, MSG_SHUTDOWN_NOW}) {
-    EXPECT_THAT(refusal(kKv, NELKV, NELKVUI, tag), HasSubstr("only the Postmaster"));
+  for (const auto& [client, sender, dest, tag, refusal] : rows) {
+    EXPECT_THAT(router.frameCame(client, message(sender, dest, tag)).refusal, HasSubstr(refusal));
   }
-  EXPECT_THAT(refusal(kKv, NELKV, NELMPM, MSG_CONNECT), HasSubstr("a second time"));
-  EXPECT_THAT(refusal(kKv, NELKV, NELMPM, MSG_SHUTDOWN_ACK), HasSubstr("without a shutdown"));
-  EXPECT_THAT(refusal(kKv, NELKV, NELMPM, MSG_T_TEXT), HasSubstr("does not know"));
-  EXPECT_THAT(refusal(kKv, NELKV, NELKVUI, MSG_DISCONNECT), HasSubstr("to others"));
-
   EXPECT_TRUE(router.warnUser("C", "early").deliveries.empty());
   const Routing ready = router.frameCame(kUi, message(NELKVUI, 0, MSG_TOOL_READY));
   ASSERT_EQ(ready.deliveries.size(), 3U);
@@ -116,3 +114,5 @@ TEST(Router, RefusesWhatMakesNoSenseAndKeepsWarningsForAWindowThatIsNotReady) {
             "NELMPM -> NELKVUI MSG_LINK_WARNING_BOX(11006) \"C\" \"early\"");
   EXPECT_EQ(router.warnUser("C", "late").deliveries.size(), 1U);
 }
+
+}  // namespace
