@@ -7,19 +7,19 @@
 #include <cerrno>
 #include <cstring>
 #include <iostream>
+#include <sstream>
 
 namespace {
 
 int checkFile(const std::string& name) {
+  std::ostringstream remarks;
   const UniqueFile file(std::fopen(name.c_str(), "r"));
-  std::size_t count = 0;
-  if (file) {
-    count = btnlint::lint(name, file.get(), std::cout);
-  }
+  const std::size_t count = file ? btnlint::lint(name, file.get(), remarks) : 0;
   if (!file || std::ferror(file.get()) != 0) {
     std::cerr << "nel-btnlint: cannot read " << name << ": " << std::strerror(errno) << '\n';
     return btnlint::kExitTrouble;
   }
+  std::cout << remarks.str();
   return count > 0 ? btnlint::kExitRemarks : btnlint::kExitClean;
 }
 

@@ -7,19 +7,14 @@
 #include <algorithm>
 #include <sstream>
 
-#include "button_file/button_file_reader.h"
-#include "tester/commands.h"
-#include "tests/support/basics.h"
+#include "tests/support/child_process.h"
 
 namespace {
 
-std::string lintText(const std::string& bytes) {
-  std::FILE* const file = std::tmpfile();
-  std::fwrite(bytes.data(), 1, bytes.size(), file);
-  std::rewind(file);
+std::string lintText(std::string bytes) {
+  const UniqueFile file(fmemopen(bytes.data(), bytes.size(), "r"));
   std::ostringstream output;
-  btnlint::lint("f", file, output);
-  std::fclose(file);
+  btnlint::lint("f", file.get(), output);
   return output.str();
 }
 
@@ -48,57 +43,49 @@ f:22: line of 1000 characters or more, read as several lines; a further one begi
 }
 
 TEST(ButtonFileChecker, SaysOnceWhatIsWrongWithAWholeFile) {
-  const auto times = [](int count, const std::string& text) {
-    std::string all;
-    for (int i = 0; i < count; ++i) {
-      all += text;
-    }
-    return all;
-  };
   const std::string longest(btnlint::kMaxFileBytes, '\n');
-  for (const auto& [bytes, remarks] : std::vector<std::pair<std::string, std::string>>{
-           {"  # c\r\n:A\r\n\r\nl\r\nd\r\n", ""},
-           {":A\n" + std::string(999, 'x') + "\r\nd\n:MENU M\nseparator\n\na\nb", ""},
-           {"", "f: holds no group and no menu\n"},
-           {"# c\n", "f: holds no group and no menu\n"},
-           {times(9, "l\nd\n"), "f: no header, so all of it is ignored\n"},
-           {std::string(":\0A\0\n\0", 6),
-            "f: in UTF-16; only text of 8 bits a character is read\n"},
-           {"\xFF\xFE", "f: in UTF-16; only text of 8 bits a character is read\n"},
-           {":A\rl\rd\r", "f: carriage returns without a line feed end no line\n"},
-           {":A\nl\rd\nx\r\r\n", "f: carriage returns without a line feed end no line\n"},
-           {"\xEF\xBB\xBF:A\n:B\n",
-            "f: begins with a byte order mark, which makes its first line another one\n"},
-           {":A\n" + longest, "f: longer than 1 MiB; only the beginning was checked\n"}}) {
-    EXPECT_EQ(lintText(bytes), remarks) << bytes.substr(0, 9);
+  const std::pair<std::string, std::string> rows[] = {
+      {"  # c\r\n:A\r\n\r\nl\r\nd\r\n", ""},
+      {":A\n" + std::string(999, 'x') + "\r\nd\n:MENU M\nseparator\n\na\nb", ""},
+      {readFile(NEL_EXAMPLE_BUTTONS), ""},
+      {"", "holds no group and no menu"},
+      {"l\nd\nl\nd\n", "no header, so all of it is ignored"},
+      {std::string(":\0A\0\n\0", 6), "in UTF-16; only text of 8 bits a character is read"},
+      {"\xFF\xFE", "in UTF-16; only text of 8 bits a character is read"},
+      {":A\rl\rd\r", "carriage returns without a line feed end no line"},
+      {":A\nl\rd\nx\r\r\n", "carriage returns without a line feed end no line"},
+      {"\xEF\xBB\xBF:A\n:B\n",
+       "begins with a byte order mark, which makes its first line another one"},
+      {":A\n" + longest, "longer than 1 MiB; only the beginning was checked"}};
+  for (const auto& [bytes, remark] : rows) {
+    EXPECT_EQ(lintText(bytes), remark.empty() ? "" : "f: " + remark + "\n") << bytes.substr(0, 9);
   }
-  const std::string many = lintText(":A\n" + times(1100, "#x\na#\n"));
+  std::string many = ":A\n";
+  while (many.size() < 2000 * 4) {
+    many += " #a\n b\n";
+  }
+  many = lintText(many);
   EXPECT_EQ(std::count(many.begin(), many.end(), '\n'), btnlint::kMaxLineRemarks + 1);
   EXPECT_NE(many.find("further remarks"), std::string::npos);
 }
 
-TEST(ExampleButtons, AreCleanAndSendCommandsOfTheTester) {
-  const std::string text = readFile(NEL_EXAMPLE_BUTTONS);
-  EXPECT_EQ(lintText(text), "");
-  int commands = 0;
-  const auto check = [&](const std::string& definition) {
-    std::istringstream pieces(definition);
-    for (std::string command; std::getline(pieces, command, ';'); ++commands) {
-      EXPECT_NO_THROW(tester::findCommand(command.substr(0, command.find(' ')))) << command;
-    }
-  };
-  const ButtonSet set = readButtonFile(std::string_view(text));
-  for (const ButtonGroup& group : set.groups) {
-    for (const Button& button : group.buttons) {
-      check(button.definition);
-    }
+TEST(ButtonFileChecker, ReadsTheFilesOfItsCommandLine) {
+  const TemporaryFolder folder;
+  folder.write("good", ":A\n");
+  folder.write("bad", "x\n:A\n");
+  std::string said;
+  for (const std::vector<std::string>& arguments : std::vector<std::vector<std::string>>{
+           {"good"}, {"bad", "good"}, {"none", "bad"}, {"."}, {}}) {
+    ChildProcess program({builtProgram("nel-btnlint"), arguments, {}, folder.path()});
+    said += std::to_string(program.exitStatus()) + " ";
+    said += program.output() + "/" + program.errors() + "\n";
   }
-  for (const ButtonMenu& menu : set.menus) {
-    for (const MenuEntry& entry : menu.entries) {
-      check(entry.isSeparator() ? "" : entry.definition);
-    }
-  }
-  EXPECT_GT(commands, 0);
+  const std::string remark = "bad:1: before the first header, so it is ignored: \"x\"\n";
+  const std::string error = "2 /nel-btnlint: ";
+  EXPECT_EQ(said, "0 /\n1 " + remark + "/\n2 " + remark +
+                      "/nel-btnlint: cannot read none: No such file or directory\n\n" + error +
+                      "cannot read .: Is a directory\n\n" + error +
+                      "FILE is required; try nel-btnlint --help\n\n");
 }
 
 }  // namespace
