@@ -1,5 +1,7 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <string>
 
 #include "framework/draw/displays.h"
@@ -8,14 +10,14 @@ inline constexpr zColor kRed{0xFF0000};
 inline constexpr zColor kBlue{0x0000FF};
 inline constexpr zColor kYellow{0xFFFF00};
 
-/// A mapped window of 24 by 16 pixels with the background 0xC0C0C0 that stands in for a pane.
-class FakePane : public ziDisplayOwner {
- public:
+/// A display, ready but not locked yet, on a mapped window of 24 by 16 pixels with the background
+/// 0xC0C0C0. The test is the window's pane.
+class DrawTest : public testing::Test, protected ziDisplayOwner {
+ protected:
   inline static const zRect kAll{0, 0, 24, 16};
 
-  /// Returns when the window's first expose has come.
-  FakePane();
-  ~FakePane() override;
+  DrawTest();
+  ~DrawTest() override;
 
   Window displayWindow() const override { return window; }
   unsigned long backgroundPixel() const override { return kColorLightGrey.rgb(); }
@@ -23,18 +25,19 @@ class FakePane : public ziDisplayOwner {
   zRCFont displayFont() const override { return font; }
   zDimension clientSize() const override { return kAll.size(); }
 
-  void makeReady(zWinDisplay& display) const;
-  /// The events that have come since the last call, each as "left,top,right,bottom "; "sent "
-  /// before one that was sent and not caused by the server, "copied " for the end of a copy.
-  std::string takeEvents() const;
+  /// The events that have come since the last call, each by its area; "sent " before one that was
+  /// sent and not caused by the server, "copied " for the end of a copy.
+  static std::string takeEvents();
   /// See pictureOf and packed.
   std::string picture(const zRect& area = kAll) const;
-  /// See pictureOf.
-  std::string pixels() const;
+  /// "left,top,right,bottom "
+  static std::string told(const zRect& area);
 
   int paintLock = 0;
   zRCFont font;
-
- private:
   Window window = 0;
+  zWinDisplay display{*this};
+  zBrush blue{kBlue};
+  zBrush yellow{kYellow};
+  zPen red{kRed};
 };
