@@ -1,6 +1,7 @@
 // Find in the log: the selection, the view and the boxes.
 
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -8,88 +9,91 @@
 #include "framework/core/pane.h"
 #include "tests/ui/textarea/textarea_fixture.h"
 
+#include <X11/extensions/Xfixes.h>
+
 namespace {
 
 class FindInLog : public TextAreaTest {};
 
 TEST_F(FindInLog, SelectsTheHitAndBringsItIntoView) {
+  const auto find = [](const char* wanted, bool goOn, bool isRegexp) {
+    theTextPane->findText(wanted, goOn, false, isRegexp);
+    return selected();
+  };
+  const auto isSeen = [](const char* text) {
+    return theTextPane->isInView(static_cast<int>(logText().find(text)));
+  };
   appendLines(500);
-  theTextPane->scroll(-100);
-  theTextPane->findText("LINE 321", false, false, false);
-  EXPECT_EQ(theTextPane->selection().str(), "line 321");
+  theTextPane->scrollToTop();
+  EXPECT_EQ(find("LINE 321", false, false), "line 321");
   EXPECT_EQ(theTextPane->insertionPosition(), theTextPane->selectionRange()->to);
-  for (const auto& [seen, isSeen] :
-       {std::pair{"line 321", true}, {"line 323", true}, {"line 325", false}}) {
-    EXPECT_EQ(theTextPane->isInView(static_cast<int>(logText().find(seen))), isSeen) << seen;
-  }
-  theTextPane->findText("e 32.$", false, false, true);
-  EXPECT_EQ(theTextPane->selection().str(), "e 320");
-  theTextPane->findText("e 32.$", true, false, true);
-  EXPECT_EQ(theTextPane->selection().str(), "e 321");
-  theTextPane->findText("line 498", false, true, false);
+  EXPECT_TRUE(isSeen("line 321") && isSeen("line 323"));
+  EXPECT_FALSE(isSeen("line 325"));
+  EXPECT_EQ(find("e 32.$", false, true), "e 320");
+  EXPECT_EQ(find("e 32.$", true, true), "e 321");
+  find("line 498", false, false);
   EXPECT_TRUE(ui::isEndInView(log()));
-  for (int level = theTextPane->zoomLevel(); level < 20; ++level) {
+  while (theTextPane->zoomLevel() < TextPane::kMaxZoomLevel) {
     theTextPane->zoomIn();
   }
   frame.moveResize(100, 100, 300, 184);
   ui::waitFor([this] { return ui::areaOf(frame.widget()).height < 184; }, "the small frame");
-  theTextPane->findText("line 250", false, true, false);
+  find("line 250", false, false);
   EXPECT_TRUE(theTextPane->isInView(theTextPane->selectionRange()->from))
       << "where the lines below have no room, the hit has";
 }
 
-/// A search with case behind a hit at 6 to 9, the box that comes of it, whether OK is pressed, and
-/// where the selection begins then; it ends at 9.
-struct Box {
-  const char* wanted;
-  bool goOn;
-  bool regexp;
-  std::string look;
-  bool isOk;
-  int from;
-};
-
+// A search with case behind a hit at 6 to 9, the box that comes of it, the key that ends it, and
+// where the selection begins then; it ends at 9.
 TEST_F(FindInLog, TellsWhatItCannotFindAndOffersToSearchFromTheStart) {
-  constexpr char kHard[] = "^\\(.*\\)\\(.*\\)\\(.*\\)b\\1\\2\\3c$";
-  const std::string text =
-      ".abc\n.abc\n" + std::string(3000, 'a') + "b" + std::string(2000, 'a') + "c";
+  const std::string hard = "^\\(.*\\)\\(.*\\)\\(.*\\)b\\1\\2\\3c$";
+  const std::string ok = "---\n[OK] default focus\n";
+  const std::string none = "'\nnot found.\n";
+  const std::string offer = none + "Search from the start?\n" + ok + "[Cancel]\n";
   const std::string plain = "{warning}\nSearch string\n'";
   const std::string pattern = "{warning}\nRegular expression\n'";
-  const std::string ok = "---\n[OK] default focus\n";
-  const std::string offer =
-      "'\nnot found.\nSearch from the start?\n---\n[OK] default focus\n[Cancel]\n";
-  const std::string gaveUp = "'\nis too complex for this text. The search gave up.\n";
-  const Box rows[] = {
-      {"x*y", false, false, plain + "x*y'\nnot found.\n" + ok, true, 6},
-      {"x*y", false, true, pattern + "x*y'\nnot found.\n" + ok, true, 6},
-      {"Abc", true, false, plain + "Abc" + offer, false, 6},
-      {".abc", true, true, pattern + ".abc" + offer, true, 5},
-      {"\\(a", false, true, "{error}\nError in regular expression\n" + ok, true, 6},
-      {kHard, false, true, pattern + kHard + gaveUp + ok, true, 6},
+  const std::tuple<std::string, bool, bool, std::string, ui::KeySymbol, int> rows[] = {
+      {"x*y", false, false, plain + "x*y" + none + ok, XK_Return, 6},
+      {"x*y", false, true, pattern + "x*y" + none + ok, XK_Return, 6},
+      {"Abc", true, false, plain + "Abc" + offer, XK_Escape, 6},
+      {".abc", true, true, pattern + ".abc" + offer, XK_Return, 5},
+      {"\\(a", false, true, "{error}\nError in regular expression\n" + ok, XK_Return, 6},
+      {hard, false, true,
+       pattern + hard + "'\nis too complex for this text. The search gave up.\n" + ok, XK_Return,
+       6},
   };
-  theTextPane->appendText(text.c_str());
-  for (const Box& row : rows) {
+  theTextPane->appendText(
+      (".abc\n.abc\n" + std::string(3000, 'a') + "b" + std::string(2000, 'a') + "c").c_str());
+  for (const auto& [wanted, goOn, isRegexp, look, key, from] : rows) {
     theTextPane->findText("abc", false, true, false);
     EXPECT_EQ(theTextPane->selectionRange(), (zTextRange{6, 9}));
-    const std::string title = row.look.starts_with("{error}") ? "ERR" : "Korvane UI";
+    const std::string title = look.starts_with("{error}") ? "ERR" : "Korvane UI";
     ui::ModalScript script;
-    script.onDialog(title, [&] {
-      ui::waitFor([&] { return ui::look(title) == row.look; }, row.look);
-      ui::pressKey(row.isOk ? XK_Return : XK_Escape);
+    script.onDialog(title, [&, &look = look, &key = key] {
+      ui::waitFor([&] { return ui::look(title) == look; }, look);
+      ui::pressKey(key);
     });
-    script.run([&] {
-      theTextPane->findText(row.wanted, row.goOn, true, row.regexp);
+    script.run([&, &wanted = wanted, &goOn = goOn, &isRegexp = isRegexp] {
+      theTextPane->findText(wanted, goOn, true, isRegexp);
       return 0;
     });
-    EXPECT_EQ(theTextPane->selectionRange(), (zTextRange{row.from, 9})) << row.look;
+    EXPECT_EQ(theTextPane->selectionRange(), (zTextRange{from, 9})) << look;
   }
+}
+
+/// The picture of the pointer.
+std::vector<unsigned long> pointerShape() {
+  XFixesCursorImage* image = XFixesGetCursorImage(ui::display());
+  const std::vector<unsigned long> pixels(image->pixels,
+                                          image->pixels + image->width * image->height);
+  XFree(image);
+  return pixels;
 }
 
 /// Remembers the pointer that was shown when it was painted last.
 class Painted : public zPane {
  public:
-  explicit Painted(zWindow* parent)
-      : zPane(parent, new zSizer(0, 0, 400, 300, parent->sizer()), 0x50000000, -1) {}
+  using zPane::zPane;
   int draw(zEvent* event) override {
     pointer = pointerShape();
     return zPane::draw(event);
@@ -102,7 +106,7 @@ TEST_F(FindInLog, EscapeStopsASearchThatLastsWhileTheWindowIsPaintedAndOtherKeys
   ui::moveTo(frame.widget(), 200, 200);
   const auto usualPointer = pointerShape();
   const auto usualPatience = std::exchange(zBusyScope::patience, std::chrono::milliseconds(0));
-  Painted painted(&frame);
+  Painted painted(&frame, new zSizer(0, 0, 400, 300, frame.sizer()), 0x50000000, -1);
   painted.show();
   screen::Screen unheard(ui::display());  // handles no events
   for (const ui::KeySymbol key : {XK_x, XK_Escape, XK_y}) {
@@ -113,12 +117,11 @@ TEST_F(FindInLog, EscapeStopsASearchThatLastsWhileTheWindowIsPaintedAndOtherKeys
   theTextPane->findText("line 149999", false, true, false);
   zBusyScope::patience = usualPatience;
   EXPECT_FALSE(theTextPane->selectionRange());
-  EXPECT_EQ(theCommandLine->text().str(), "");
+  EXPECT_EQ(entry(), "");
   EXPECT_FALSE(painted.pointer.empty());
-  EXPECT_TRUE(painted.pointer != usualPointer);
-  EXPECT_TRUE(pointerShape() == usualPointer);
+  EXPECT_TRUE(painted.pointer != usualPointer && pointerShape() == usualPointer);
   ui::drain();
-  EXPECT_EQ(theCommandLine->text().str(), "xy");
+  EXPECT_EQ(entry(), "xy");
 }
 
 }  // namespace

@@ -7,7 +7,7 @@
 #include "framework/core/frame.h"
 #include "framework/layout/sizers.h"
 #include "tests/ui/support/ui_test.h"
-#include "tests/ui/textarea/log_view.h"
+#include "textarea/command_queue.h"
 #include "textarea/my_pane.h"
 #include "textarea/text_pane.h"
 
@@ -17,15 +17,10 @@
 /// pointer off the frame.
 class TextAreaTest : public testing::Test {
  protected:
-  static constexpr const char* kTitle = "Text area";
-  static constexpr std::uint32_t kFrameStyle = 0xCF0000;
-
-  TextAreaTest()
-      : frame(nullptr, new zSizer(100, 100, 600, 360), kFrameStyle, kTitle),
-        pane(&frame, new zGravSizer(kGravityFill, zDimension{}, frame.sizer())) {
+  TextAreaTest() {
     frame.show();
     movePointerAway();
-    ui::waitForDialog(kTitle);
+    ui::waitForDialog("Text area");
     focus(*theCommandLine);
   }
 
@@ -46,8 +41,10 @@ class TextAreaTest : public testing::Test {
   }
 
   static std::string logText() { return theTextPane->text().str(); }
+  static std::string selected() { return theTextPane->selection().str(); }
+  static std::string entry() { return theCommandLine->text().str(); }
   static Widget log() { return theTextPane->widget(); }
 
-  zAppFrame frame;
-  MyPane pane;
+  zAppFrame frame{nullptr, new zSizer(100, 100, 600, 360), 0xCF0000, "Text area"};
+  MyPane pane{&frame, new zGravSizer(kGravityFill, zDimension{}, frame.sizer())};
 };
