@@ -1,251 +1,271 @@
-// Combo boxes: rows, entry, keys, notifications. The drop-down list has its own file.
+// Combo boxes: rows, entry, keys, notifications, and the list that drops down.
+
+#include "framework/controls/combo_box.h"
+
+#include <vector>
 
 #include "framework/controls/edit.h"
-#include "tests/ui/controls/combo_fixture.h"
+#include "framework/draw/screen.h"
+#include "tests/ui/controls/control_fixture.h"
 
 #include <X11/keysym.h>
 
 namespace {
 
-using testing::IsEmpty;
+constexpr std::uint32_t kStyle = kStyleControlStop | kStyleBothScrolls;
 
-constexpr std::uint32_t kSortedStyle = 0x50310142;
-constexpr std::uint32_t kSimpleStyle = 0x50310041;
+/// Two combo boxes with four rows each; the entry of the second is fixed.
+class ComboBox : public ControlTest {
+ protected:
+  ComboBox() {
+    for (zComboBoxBase* box : std::initializer_list<zComboBoxBase*>{&combo, &fixed}) {
+      box->addAll({"alpha", "beta", "gamma", "delta"});
+    }
+  }
+  static zSizer* place(int y = 10) { return new zSizer(10, y, 200, 140); }
+  static Widget partOf(const zComboBoxBase& of, const char* name) {
+    return ui::part(of.holder(), name);
+  }
+  static Widget listOf(const zComboBoxBase& of) { return partOf(of, "ScrolledList"); }
+  static void clear(zComboBoxBase& box) {
+    while (box.remove(0) != 0) {
+    }
+  }
 
-using ComboBox = ComboTest;
+  /// What the entry shows, its row, the selected one, and what has been told.
+  std::string state(const zComboBoxBase& box) {
+    const std::string told = heard();
+    return textView(box.widget()) + " " + std::to_string(box.curSel()) + ": " +
+           chosenIn(listOf(box)) + told;
+  }
+  /// Whose list is on the screen, and what has been told.
+  std::string shown() {
+    std::string told = heard();
+    for (const zComboBoxBase* box : std::initializer_list<const zComboBoxBase*>{&combo, &fixed}) {
+      const bool isSeen = ui::isViewable(listOf(*box));
+      EXPECT_EQ(box->isDropDownShown(), isSeen);
+      told.insert(0, isSeen ? std::to_string(box->id()) + " " : "");
+    }
+    return told;
+  }
 
-TEST_F(ComboBox, IsAsHighAsItsEntryAndSharesItsWidthWithTheArrow) {
+  zComboBoxFull combo{frame.get(), place(), kStyle, 1};
+  zComboBoxStatic fixed{frame.get(), place(200), kStyle, 2};
+};
+
+TEST_F(ComboBox, IsAsHighAsItsEntryWithAnArrowBesideItAndAListBelowOrAbove) {
   const auto places = [&] {
-    ui::drain();
-    return placesOf({combo.holder(), combo.widget(), arrowOf(combo)});
+    return placesOf({combo.holder(), combo.widget(), partOf(combo, "ArrowButton"),
+                     partOf(combo, "zAppComboShell"), partOf(combo, "ScrolledListSW")});
   };
-  const auto height = [&] { return std::to_string(ui::areaOf(combo.holder()).height); };
-  const std::string low = height();
-  EXPECT_LT(std::stoi(low), kHeight / 3);
-  EXPECT_EQ(places(), "10,10 200x" + low + "; 9,10 181x" + low + "; 190,10 20x" + low + "; ")
+  combo.showDropDown();
+  EXPECT_EQ(places(), "10,10 200x23; 9,10 181x23; 190,10 20x23; 9,33 200x117; 9,33 200x117; ")
       << "a column of the entry is cut off on purpose";
-  EXPECT_EQ(combo.sizer()->size(), (zDimension{kWidth, kHeight}));
   combo.moveResize(30, 40, 150, 90);
   combo.setFontSpec(zFontSpec("courier", {0, 24}), 1);
-  const std::string high = height();
-  EXPECT_GT(std::stoi(high), std::stoi(low)) << "the font sets the height alone";
-  EXPECT_EQ(places(), "30,40 150x" + high + "; 29,40 131x" + high + "; 160,40 20x" + high + "; ");
   EXPECT_EQ(combo.sizer()->rect(), zRect(zPoint{30, 40}, zDimension{150, 90}));
+  combo.showDropDown();
+  frame->moveResize(60, theScreen().screenHeight - 120, 400, 110);
+  const auto isThere = [&] {
+    zRect known;
+    combo.getExterior(known);
+    return known.top > theScreen().screenHeight - 150 && known.top == ui::areaOf(combo.holder()).y;
+  };
+  ui::waitFor(isThere, "the window at the lower edge, and told of it");
+  EXPECT_EQ(shown(), "1:7 1:8 1:7 1:8 ");
+  combo.showDropDown();
+  EXPECT_EQ(places(), "30,40 150x35; 29,40 131x35; 160,40 20x35; 29,-15 150x55; 29,-15 150x55; ");
   combo.setBackground(zColor(0x8090A0));
-  EXPECT_EQ(ui::resource(arrowOf(combo), "background"), ui::resource(combo.widget(), "background"));
-}
-
-TEST_F(ComboBox, TheSimpleKindShowsItsListBelowTheEntry) {
-  zComboBox simple(frame.get(), place(), kSimpleStyle, kId);
-  fill(simple);
-  ui::drain();
-  EXPECT_EQ(arrowOf(simple), nullptr);
-  EXPECT_EQ(placesOf({simple.holder()}), "10,10 200x140; ");
-  const ui::ScreenArea entry = ui::areaOf(simple.widget());
-  EXPECT_EQ(ui::areaOf(ui::part(simple.holder(), "ScrolledListSW")).y, entry.y + entry.height + 1);
-  ui::doubleClickRow(listOf(simple), 2);
-  EXPECT_EQ(state(simple), "2 gamma^ 1 2");
-  simple.showDropDown();
-  EXPECT_THAT(codes(), IsEmpty());
-  simple.disable();
-  ui::clickRow(listOf(simple), 1);
-  EXPECT_EQ(state(simple), "2 gamma^");
+  EXPECT_EQ(numbers(partOf(combo, "ArrowButton"), {"background"}),
+            numbers(combo.widget(), {"background"}));
+  zComboBox simple(frame.get(), place(), kStyle, 3);
+  simple.add("alpha");
+  EXPECT_EQ(placesOf({simple.holder(), partOf(simple, "ScrolledListSW")}),
+            "10,10 200x140; 10,34 200x103; ");
+  ui::doubleClickRow(listOf(simple), 0);
+  EXPECT_EQ(state(simple), "alpha^ 0: alpha 1:7 1:8 3:1 3:2 ") << "the kind that always shows it";
 }
 
 TEST_F(ComboBox, WhatTheProgramChangesShowsAndIsToldNobody) {
-  // An entry that gets the focus selects its text.
-  zEditLine line(frame.get(), new zSizer(10, 170, 300, 40), kShownTabStop, "text", 2);
-  focus(line);
-  const auto set = [&](int row) { return combo.setCurSel(row); };
-  const auto select = [&](const char* text) { return combo.selectString(text); };
-  const auto check = [&](int result, int expected, const char* shown,
-                         SourceLine where = SourceLine::current()) {
-    EXPECT_EQ(result, expected) << "line " << where.line;
-    EXPECT_EQ(state(combo), shown) << "line " << where.line;
-  };
-  check(set(2), 2, "2 gamma^");
-  check(set(4), -1, "2 gamma^");
-  check(set(-2), -1, "2 gamma^");
-  check(set(-1), -1, "-1 ^");
-  check(select("delta"), 3, "3 delta^");
-  check(select("delt"), -1, "3 delta^");
-  check(set(0), 0, "0 alpha^");
-  check(set(1), 1, "1 beta^");
+  const auto after = [&](int result) { return std::to_string(result) + " " + state(combo); };
+  EXPECT_EQ(after(combo.setCurSel(2)), "2 gamma^ 2: gamma ");
+  EXPECT_EQ(after(combo.setCurSel(4)), "-1 gamma^ 2: gamma ");
+  EXPECT_EQ(after(combo.setCurSel(-2)), "-1 gamma^ 2: gamma ");
+  EXPECT_EQ(after(combo.setCurSel(-1)), "-1 ^ -1: ");
+  EXPECT_EQ(after(combo.selectString("delta")), "3 delta^ 3: delta ");
+  EXPECT_EQ(after(combo.selectString("delt")), "-1 delta^ 3: delta ");
+  EXPECT_EQ(after(combo.setCurSel(0)), "0 alpha^ 0: alpha ");
+  EXPECT_EQ(after(combo.insert("new", 0)), "0 alpha^ 1: alpha ");
   combo.setText("typed");
-  check(combo.insert("new", 0), 0, "2 typed^");
-  check(combo.insert("end", -1), 5, "2 typed^");
-  check(combo.insert("after", 9), 6, "2 typed^");
-  check(combo.insert("beta", 2), 2, "3 typed^");
-  check(combo.insert("behind", 4), 4, "3 typed^");
-  check(combo.add("last"), 9, "3 typed^");
-  combo.addAll({"x", "y"});
-  check(combo.count(), 12, "3 typed^");
-  check(combo.remove(3), 1, "3 behind^");
-  check(combo.remove(8), 1, "8 x^");
-  check(combo.remove(8), 1, "8 y^");
-  check(combo.remove(8), 1, "7 after^");
-  check(combo.remove(8), 0, "7 after^");
-  EXPECT_EQ(textsOf(combo),
-            (Journal{"new", "alpha", "beta", "behind", "gamma", "delta", "end", "after"}));
+  EXPECT_EQ(after(combo.insert("end", -1)), "5 typed^ 1: alpha ");
+  EXPECT_EQ(after(combo.insert("after", 9)), "6 typed^ 1: alpha ");
+  EXPECT_EQ(after(combo.insert("behind", 2)), "2 typed^ 1: alpha ");
+  EXPECT_EQ(after(combo.add("last")), "8 typed^ 1: alpha ");
+  EXPECT_EQ(rowsIn(listOf(combo)), "new alpha behind beta gamma delta end after last ");
+  EXPECT_EQ(after(combo.remove(1)), "1 behind^ 1: behind ");
+  EXPECT_EQ(after(combo.remove(7)), "1 after^ 6: after ");
+  EXPECT_EQ(after(combo.remove(7)), "0 after^ 6: after ");
+  EXPECT_EQ(combo.count(), 7);
   clear(combo);
+  EXPECT_EQ(state(combo), "^ -1: ");
   RWCString text = "untouched";
-  check(combo.itemText(text, 0), 0, "-1 ^");
+  EXPECT_EQ(combo.itemText(text, 0), 0);
   EXPECT_EQ(text, RWCString(""));
-  combo.setText("a & b");
-  combo.text(text);
-  EXPECT_EQ(text, RWCString("a & b"));
-}
 
-TEST_F(ComboBox, SortsByStyleAndStillWhenRowsWereInserted) {
-  zComboBoxStatic sorted(frame.get(), place(), kSortedStyle, kId);
-  sorted.add("b");
-  EXPECT_EQ(sorted.add("A"), 0);
-  EXPECT_EQ(sorted.add("a"), 1);
+  zComboBoxStatic sorted(frame.get(), place(), kStyle | kComboSorted, 3);
+  for (const char* added : {"b", "A", "a"}) {
+    sorted.add(added);
+  }
   sorted.insert("z", 0);
   EXPECT_EQ(sorted.add("c"), 0) << "before the first greater row, wherever that stands";
   sorted.setCurSel(2);
   sorted.addAll({"d", "B"});
-  EXPECT_EQ(textsOf(sorted), (Journal{"B", "c", "d", "z", "A", "a", "b"}));
-  EXPECT_EQ(sorted.curSel(), 4);
+  EXPECT_EQ(rowsIn(listOf(sorted)) + state(sorted), "B c d z A a b A^ 4: A ");
 }
 
 TEST_F(ComboBox, KeysMoveInTheList) {
   clear(combo);
   for (int row = 0; row < 30; ++row) {
-    combo.add(("row " + std::to_string(row)).c_str());
+    combo.add(std::to_string(row).c_str());
   }
-  const int page = ui::resource(listOf(combo), "visibleItemCount");
-  ASSERT_GT(page, 2);
-  // The row before, the key with its modifiers, the row after.
-  const std::tuple<int, ui::KeySymbol, unsigned, int> rows[] = {{-1, XK_Down, 0, 0},
-                                                                {-1, XK_Up, 0, -1},
-                                                                {-1, XK_Home, 0, 0},
-                                                                {-1, XK_Page_Up, 0, -1},
-                                                                {10, XK_Down, 0, 11},
-                                                                {10, XK_Up, 0, 9},
-                                                                {10, XK_End, 0, 29},
-                                                                {10, XK_Home, 0, 0},
-                                                                {1, XK_Up, 0, 0},
-                                                                {0, XK_Up, 0, 0},
-                                                                {0, XK_Home, 0, 0},
-                                                                {29, XK_Down, 0, 29},
-                                                                {29, XK_End, 0, 29},
-                                                                {0, XK_Page_Down, 0, page},
-                                                                {28, XK_Page_Down, 0, 29},
-                                                                {29, XK_Page_Up, 0, 29 - page},
-                                                                {1, XK_Page_Up, 0, 0},
-                                                                {0, XK_Page_Up, 0, 0},
-                                                                {10, XK_Home, ui::kShift, 10},
-                                                                {10, XK_Down, ui::kControl, 10},
-                                                                {10, XK_Up, ui::kAlt, 10}};
   focus(combo);
-  for (const auto& [before, key, modifiers, after] : rows) {
-    SCOPED_TRACE(testing::Message() << "row " << before << " key " << key);
-    combo.setCurSel(before);
-    codes();
-    ui::pressKey(key, modifiers);
-    const std::string number = std::to_string(after);
-    if (before != after) {
-      EXPECT_EQ(state(combo), number + " [row " + number + "]^ 1");
-      EXPECT_TRUE(isRowInView(listOf(combo), after));
-    } else {
-      EXPECT_EQ(combo.curSel(), after);
-      EXPECT_THAT(codes(), IsEmpty());
+  ASSERT_EQ(numbers(listOf(combo), {"visibleItemCount"}), "6 ");
+  const auto walk = [&](int row, std::initializer_list<ui::KeySymbol> keys) {
+    combo.setCurSel(row);
+    heard();
+    std::string way;
+    for (const ui::KeySymbol key : keys) {
+      ui::pressKey(key);
+      const std::string number = std::to_string(combo.curSel());
+      EXPECT_EQ(
+          combo.curSel() == row ? heard() : state(combo),
+          combo.curSel() == row ? "" : "[" + number + "]^ " + number + ": " + number + " 1:1 ");
+      row = combo.curSel();
+      way += number + " ";
     }
-  }
-}
-
-TEST_F(ComboBox, AFixedEntryTakesNoTextButGoesToTheRowOfALetter) {
-  zComboBoxStatic fixed(frame.get(), place(), kStaticStyle, kId);
-  fill(fixed, {"beta", "Alpha", "apple", ""});
-  focus(fixed);
-  const std::pair<const char*, const char*> typed[] = {
-      {"a", "1 [Alpha]^ 1"}, {"a", "2 [apple]^ 1"}, {"A", "1 [Alpha]^ 1"}, {"x", "1 [Alpha]^"},
-      {" ", "1 [Alpha]^"},   {"b", "0 [beta]^ 1"},  {"b", "0 [beta]^"},
+    return way;
   };
-  for (const auto& [text, after] : typed) {
-    ui::typeText(text);
-    EXPECT_EQ(state(fixed), after) << text;
+  EXPECT_EQ(walk(-1, {XK_Up, XK_Page_Up, XK_Down, XK_Up, XK_Home, XK_Page_Up, XK_Page_Down}),
+            "-1 -1 0 0 0 0 6 ");
+  EXPECT_EQ(walk(1, {XK_Page_Up, XK_Down, XK_Up, XK_End, XK_Down, XK_End, XK_Page_Down}),
+            "0 1 0 29 29 29 29 ");
+  EXPECT_EQ(walk(28, {XK_Page_Down, XK_Page_Up, XK_Up, XK_Home}), "29 23 22 0 ");
+  EXPECT_EQ(walk(-1, {XK_Home}), "0 ");
+  ui::pressKey(XK_End, ui::kShift);
+  ui::pressKey(XK_Down, ui::kControl);
+  ui::pressKey(XK_Up, ui::kAlt);
+  EXPECT_EQ(state(combo), "[0]^ 0: 0 ") << "the caret moves";
+
+  fixed.addAll({"Apple", ""});
+  focus(fixed);
+  std::string way;
+  for (const char* letter : {"a", "a", "A", "x", " ", "b", "b"}) {
+    ui::typeText(letter);
+    way += std::to_string(fixed.curSel());
   }
+  EXPECT_EQ(way, "0400011") << "to the next row that begins with the letter";
+  EXPECT_EQ(state(fixed), "[beta]^ 1: beta 1:3 2:4 2:1 2:1 2:1 2:1 ");
 }
 
 TEST_F(ComboBox, WhatTheUserTypesIsToldAndDeselectsTheRow) {
-  focus(combo);
   combo.setCurSel(1);
-  EXPECT_EQ(state(combo), "1 [beta]^") << "the focus has it selected";
+  focus(combo);
   ui::typeText("x");
-  EXPECT_EQ(state(combo), "-1 x^ 6 5 1");
+  EXPECT_EQ(state(combo), "betax^ -1: 1:4 1:6 1:5 1:1 ");
   ui::typeText("y");
-  EXPECT_EQ(state(combo), "-1 xy^ 6 5");
+  EXPECT_EQ(state(combo), "betaxy^ -1: 1:6 1:5 ");
   ui::pressKey('a', ui::kControl);
   ui::pressKey(XK_Clear);
   ui::pressKey('x', ui::kAlt);
-  EXPECT_EQ(state(combo), "-1 xy^") << "no control characters";
+  EXPECT_EQ(state(combo), "betaxy^ -1: ") << "no control characters";
   ui::pressKey(XK_Down);
-  EXPECT_EQ(state(combo), "0 [alpha]^ 1");
+  ui::typeText("y");
+  EXPECT_EQ(state(combo), "y^ -1: 1:1 1:6 1:5 1:1 ") << "over what was chosen";
   clear(combo);
-  ui::typeText("yz");
-  codes();
+  ui::typeText("y");
   ui::pressKey(XK_Home);
   ui::typeText("x");
-  EXPECT_EQ(state(combo), "-1 x^yz 6 5") << "the caret moves where no list does";
-}
+  EXPECT_EQ(state(combo), "x^y -1: 1:6 1:5 1:6 1:5 ") << "the caret moves where no list does";
 
-TEST_F(ComboBox, TheEntryIsOneLineWhateverItsText) {
-  const std::string longText = std::string(40000, 'x') + "\nend\n";
-  combo.insert(longText.c_str(), 0);
+  combo.add((std::string(40000, 'x') + "\nend\n").c_str());
   combo.setCurSel(0);
-  EXPECT_EQ(ui::textOf(combo.widget()), std::string(40000, 'x') + " end");
+  EXPECT_EQ(combo.text(), RWCString(std::string(40000, 'x') + " end"));
   RWCString row;
   EXPECT_EQ(combo.itemText(row, 0), 1);
-  EXPECT_EQ(row, longText);
-  auto* source = new zEditBox(frame.get(), new zSizer(10, 200, 200, 60), 0x50010004, "a\nb\n", 1);
-  focus(combo);
+  EXPECT_EQ(row, RWCString(std::string(40000, 'x') + "\nend\n"));
+  zEditBox source(frame.get(), new zSizer(10, 240, 200, 60), kStyleControl, "a\nb\n", 3);
   combo.setText("");
-  source->setSelection(0, 4);
+  source.setSelection(0, 4);
   ui::click(combo.widget(), ui::kMiddleButton);
-  ui::waitFor([&] { return ui::textOf(combo.widget()) == "a b"; }, "the pasted text");
+  ui::waitFor([&] { return combo.text() == RWCString("a b"); }, "the pasted text");
 }
 
-TEST_F(ComboBox, ADisabledOneTakesNoInputAndIsStillSetByTheProgram) {
-  focus(combo);
-  combo.disable();
-  ui::typeText("x");
-  ui::pressKey(XK_Down);
-  ui::click(arrowOf(combo));
-  combo.showDropDown();
-  EXPECT_EQ(combo.setCurSel(2), 2);
-  EXPECT_EQ(ui::textOf(combo.widget()), "gamma");
-  EXPECT_FALSE(combo.isEnabled() || combo.isDropDownShown());
-  combo.enable();
-  ui::click(arrowOf(combo));
-  EXPECT_TRUE(combo.isDropDownShown());
-}
-
-TEST_F(ComboBox, MayBeDeletedByAnyNotification) {
-  for (const int code : {kComboSelectionChanged, kComboFocusOut, kComboFocusIn, kComboEditChanged,
-                         kComboEditUpdate, kComboShown, kComboHidden}) {
-    SCOPED_TRACE(code);
-    auto* doomed = new zComboBoxFull(frame.get(), place(150), kFullStyle, kId + 1 + code);
-    fill(*doomed);
-    focus(combo);
-    doomed->setNotify(&listener, Listener::handler(), code);
-    listener.action = [&] { delete std::exchange(doomed, nullptr); };
-    Widget widget = doomed->widget();
-    doomed->setFocus();
-    ui::waitFor([&] { return doomed == nullptr || ui::focusIs(widget); }, "the focus");
-    const std::function<void()> actions[] = {
-        [] { ui::typeText("x"); }, [&] { ui::click(arrowOf(*doomed)); },
-        [&] { ui::clickRow(listOf(*doomed), 1); }, [&] { ui::click(combo.widget()); }};
-    for (const std::function<void()>& action : actions) {
-      if (doomed != nullptr) {
-        action();
-      }
-    }
-    EXPECT_EQ(doomed, nullptr);
-    EXPECT_EQ(openCombo, nullptr);
-    ui::drain();
+TEST_F(ComboBox, OneListIsShownAtATimeAndIsHiddenByWhatLeavesItsComboBoxOrMovesIt) {
+  const auto show = [&] { combo.showDropDown(); };
+  const auto arrow = [&] { ui::click(partOf(combo, "ArrowButton")); };
+  const auto choose = [&] { ui::clickRow(listOf(combo), 2); };
+  const auto clickFixed = [&] { ui::click(fixed.widget()); };
+  const auto press = [](ui::KeySymbol key, unsigned modifiers = 0) {
+    return [=] { ui::pressKey(key, modifiers); };
+  };
+  const std::tuple<const char*, std::function<void()>, const char*> steps[] = {
+      {"its arrow", arrow, "1 1:4 1:7 "},
+      {"again", arrow, "1:8 "},
+      {"a key", press(XK_Down, ui::kAlt), "1 1:7 "},
+      {"in the list", press(XK_Down), "1 1:1 "},
+      {"the key again", press(XK_Down, ui::kAlt), "1:8 "},
+      {"shown", show, "1 1:7 "},
+      {"Return", press(XK_Return), "1:8 "},
+      {"shown", show, "1 1:7 "},
+      {"Escape", press(XK_Escape), "1:8 "},
+      {"shown", show, "1 1:7 "},
+      {"choice", choose, "1:8 1:1 "},
+      {"a fixed entry", clickFixed, "2 1:3 2:4 2:7 "},
+      {"again", clickFixed, "2:8 "},
+      {"another button", [&] { ui::click(fixed.widget(), ui::kRightButton); }, ""},
+      {"shown", show, "1 1:7 "},
+      {"shown again", show, "1 "},
+      {"the other's arrow", [&] { ui::click(partOf(fixed, "ArrowButton")); }, "2 1:8 2:7 "},
+      {"the first", show, "1 2:8 1:7 "},
+      {"hiding a hidden one", [&] { fixed.hideDropDown(); }, "1 "},
+      {"a place without a focus", [&] { ui::click(frame->widget(), 350, 280); }, "1:8 "},
+      {"focus", [&] { focus(combo); }, "2:3 1:4 "},
+      {"shown", show, "1 1:7 "},
+      {"a layout that changes nothing", [&] { combo.moveResize(10, 10, 200, 140); }, "1 "},
+      {"a move", [&] { combo.moveResize(20, 10, 200, 140); }, "1:8 "},
+      {"shown", show, "1 1:7 "},
+      {"the end of a dialog", closeOpenDropDown, "1:8 "},
+      {"shown", show, "1 1:7 "},
+      {"disabling", [&] { combo.disable(); }, "2:4 1:8 "},
+      {"disabled", show, ""},
+      {"its arrow", arrow, ""},
+      {"enabled", [&] { combo.enable(); }, ""},
+      {"its arrow", arrow, "1 2:3 1:4 1:7 "},
+      {"hiding", [&] { combo.show(kShowHide); }, "1:8 1:3 2:4 "},
+  };
+  for (const auto& [name, act, expected] : steps) {
+    act();
+    EXPECT_EQ(shown(), expected) << name;
   }
+  EXPECT_EQ(combo.curSel(), 2) << "what was chosen";
+}
+
+TEST_F(ComboBox, OpensAtItsRowOrItsFirstAndScrollingItByMouseKeepsItOpen) {
+  focus(combo);
+  combo.addAll(std::vector<RWCString>(50, "more"));
+  combo.setCurSel(25);
+  combo.showDropDown();
+  EXPECT_EQ(chosenIn(listOf(combo)), "more ");
+  combo.hideDropDown();
+  combo.setCurSel(-1);
+  combo.showDropDown();
+  EXPECT_EQ(numbers(listOf(combo), {"topItemPosition"}), "1 ");
+  heard();
+  Widget bar = partOf(combo, "VertScrollBar");
+  ui::click(bar, ui::areaOf(bar).width / 2, ui::areaOf(bar).height - 5);
+  ui::wheel(listOf(combo), 10, 10, -2);
+  EXPECT_EQ(shown(), "1 ") << "the grab of the bar is no change of the focus";
+  EXPECT_EQ(numbers(listOf(combo), {"topItemPosition"}), "8 ");
 }
 
 }  // namespace

@@ -1,129 +1,75 @@
 #pragma once
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
+#include <functional>
+#include <initializer_list>
 #include <memory>
-#include <sstream>
 #include <string>
 #include <utility>
-#include <vector>
 
-#include "framework/controls/control.h"
+#include "framework/controls/button.h"
 #include "framework/core/frame.h"
-#include "support/rwc_string.h"
+#include "resources/styles.h"
 #include "tests/ui/support/ui_test.h"
 
-std::vector<int> numbers(Widget widget, const std::vector<const char*>& resources);
-
-/// What a label or button shows, and the mnemonic behind "|" if it has one.
-std::string labelOf(Widget label);
-/// Height of that, pixels.
-int labelHeight(Widget label);
-
-/// The selected rows of a list, as the widget has it.
-std::vector<int> selectedRows(Widget list);
-/// Whether the whole row can be seen in the list's window.
-bool isRowInView(Widget list, int row);
-
+/// Resources that are numbers, "2 1 ".
+std::string numbers(Widget widget, std::initializer_list<const char*> resources);
+/// All rows of a list, and the selected ones in view: "alpha beta ".
+std::string rowsIn(Widget list);
+std::string chosenIn(Widget list);
 /// The text of a text widget with the selection in brackets and the caret as "^".
 std::string textView(Widget text);
+/// Gives a control the focus.
+void focus(const zControl& control);
 
-/// The texts of all rows of a list or combo box.
-template <class List>
-std::vector<std::string> textsOf(const List& list) {
-  std::vector<std::string> texts;
-  for (int row = 0; row < list.count(); ++row) {
-    RWCString text;
-    list.itemText(text, row);
-    texts.push_back(text.str());
-  }
-  return texts;
-}
-
-/// Notifications as the parent got them: the id of the control and the code.
-using Told = std::vector<std::pair<int, int>>;
-using Journal = std::vector<std::string>;
-
-/// The parent of the controls under test; it keeps the commands that reach it.
+/// The parent of the controls under test, which notes in a journal what reaches it: a command as
+/// "ID:CODE ", and what its handler is offered as "MESSAGE(PARAMETER) ".
 class ControlFrame : public zAppFrame {
  public:
-  static constexpr std::uint32_t kFrameStyle = 0xCF0000;
-  static constexpr const char* kTitle = "Controls";
-
-  ControlFrame() : zAppFrame(nullptr, new zSizer(60, 60, 400, 300), kFrameStyle, kTitle) {}
+  ControlFrame() : zAppFrame(nullptr, new zSizer(60, 60, 400, 300), kStyleMainWindow, "Controls") {}
 
   int command(zEvent* event) override {
-    commands.emplace_back(static_cast<int>(event->wparam), static_cast<int>(event->lparam));
+    journal += std::to_string(event->wparam) + ":" + std::to_string(event->lparam) + " ";
     return 1;
   }
-  Told commands;
-};
-
-/// Notes in a shared journal what its handler is offered, as "NAME MESSAGE PARAMETER", and does its
-/// action, which may destroy anything.
-class Listener : public zEvH {
- public:
-  explicit Listener(Journal& shared, std::string ownName = "handler")
-      : journal(shared), name(std::move(ownName)) {}
-
-  int onEvent(zEvent* event) {
-    journal.push_back(name + " " + std::to_string(event->message) + " " +
-                      std::to_string(event->wparam));
+  int noted(zEvent* event) {
+    journal += std::to_string(event->message) + "(" + std::to_string(event->wparam) + ") ";
     const int result = taken;
     if (action) {
       std::exchange(action, nullptr)();
     }
     return result;
   }
-  static zHandler handler() { return toHandler(&Listener::onEvent); }
 
-  int taken = 0;
-  std::function<void()> action;
-
- private:
-  Journal& journal;
-  std::string name;
+  std::string journal;
+  int taken = 0;                 ///< the result of the handler
+  std::function<void()> action;  ///< what the handler does, once; it may destroy a control
 };
+inline const zHandler kNoted = toHandler(&ControlFrame::noted);
 
-/// A frame on the screen to put controls into. The frame owns them.
+/// A frame on the screen to put controls into, which it owns. The focus is at a button of its own.
 class ControlTest : public testing::Test {
  protected:
-  static constexpr std::uint32_t kShownTabStop = 0x50010000;
-
-  ControlTest() : frame(std::make_unique<ControlFrame>()) {
+  ControlTest() {
     frame->show();
-    ui::waitForDialog(ControlFrame::kTitle);
+    ui::waitForDialog("Controls");
+    focus(*elsewhere);
   }
   ~ControlTest() override {
     frame.reset();
-    ui::waitForNoDialog(ControlFrame::kTitle);
+    ui::waitForNoDialog("Controls");
   }
 
-  /// The notifications since the last call.
-  Told told() { return std::exchange(frame->commands, {}); }
-  Journal heard() { return std::exchange(journal, {}); }
-
-  /// Gives `control` the focus and waits for it.
-  void focus(zControl& control) {
-    control.setFocus();
-    ui::waitForFocus(control.innerWidget() != nullptr ? control.innerWidget() : control.widget());
+  /// The journal since the last call.
+  std::string heard() {
     ui::drain();
-    told();
+    return std::exchange(frame->journal, {});
   }
+  /// Where widgets are in the frame, each as "X,Y WIDTHxHEIGHT; ".
+  std::string placesOf(std::initializer_list<Widget> widgets);
 
-  /// Where things are in the frame, each as "X,Y WIDTHxHEIGHT; ".
-  std::string placesOf(std::initializer_list<Widget> widgets) {
-    const ui::ScreenArea board = ui::areaOf(frame->widget());
-    std::ostringstream out;
-    for (Widget widget : widgets) {
-      const ui::ScreenArea area = ui::areaOf(widget);
-      out << area.x - board.x << "," << area.y - board.y << " " << area.width << "x" << area.height
-          << "; ";
-    }
-    return out.str();
-  }
-
-  Journal journal;
-  std::unique_ptr<ControlFrame> frame;
-  Listener listener{journal};
+  std::unique_ptr<ControlFrame> frame = std::make_unique<ControlFrame>();
+  const zControl* elsewhere =
+      new zPushButton(frame.get(), new zSizer(380, 0, 20, 20), kStyleControlStop, "", 0);
 };

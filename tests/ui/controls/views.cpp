@@ -1,42 +1,32 @@
+#include <sstream>
+
 #include "tests/ui/controls/control_fixture.h"
 
 #include <Xm/XmAll.h>
 
-std::vector<int> numbers(Widget widget, const std::vector<const char*>& resources) {
-  std::vector<int> values;
+std::string numbers(Widget widget, std::initializer_list<const char*> resources) {
+  std::string values;
   for (const char* resource : resources) {
-    values.push_back(ui::resource(widget, resource));
+    values += std::to_string(ui::resource(widget, resource)) + " ";
   }
   return values;
 }
 
-std::string labelOf(Widget label) {
-  const int mnemonic = ui::resource(label, XmNmnemonic);
-  return ui::textOf(label) + (mnemonic == 0 ? "" : std::string("|") + static_cast<char>(mnemonic));
-}
-
-int labelHeight(Widget label) {
-  XmString string = nullptr;
-  XmFontList fonts = nullptr;
-  XtVaGetValues(label, XmNlabelString, &string, XmNfontList, &fonts, nullptr);
-  const int height = XmStringHeight(fonts, string);
-  XmStringFree(string);
-  return height;
-}
-
-std::vector<int> selectedRows(Widget list) {
-  std::vector<int> rows;
-  for (int row = 0; row < ui::resource(list, XmNitemCount); ++row) {
-    if (XmListPosSelected(list, row + 1) != False) {
-      rows.push_back(row);
-    }
+std::string rowsIn(Widget list) {
+  std::string all;
+  for (const std::string& row : ui::rowsOf(list)) {
+    all += row + " ";
   }
-  return rows;
+  return all;
 }
 
-bool isRowInView(Widget list, int row) {
-  const int top = ui::resource(list, XmNtopItemPosition);
-  return row + 1 >= top && row + 1 < top + ui::resource(list, XmNvisibleItemCount);
+std::string chosenIn(Widget list) {
+  std::istringstream rows(ui::look(list));
+  std::string chosen;
+  for (std::string row; std::getline(rows, row);) {
+    chosen += row.starts_with("|*") ? row.substr(2) + " " : "";
+  }
+  return chosen;
 }
 
 std::string textView(Widget text) {
@@ -50,4 +40,21 @@ std::string textView(Widget text) {
   const bool isAtEnd = caret == static_cast<std::size_t>(right);
   view.insert(static_cast<std::size_t>(right), isAtEnd ? "]^" : "]");
   return view.insert(static_cast<std::size_t>(left), isAtEnd ? "[" : "^[");
+}
+
+void focus(const zControl& control) {
+  Widget target = control.innerWidget() != nullptr ? control.innerWidget() : control.widget();
+  XmProcessTraversal(target, XmTRAVERSE_CURRENT);
+  ui::waitForFocus(target);
+}
+
+std::string ControlTest::placesOf(std::initializer_list<Widget> widgets) {
+  ui::drain();
+  const ui::ScreenArea board = ui::areaOf(frame->widget());
+  std::ostringstream places;
+  for (const ui::ScreenArea area : std::vector<ui::Place>(widgets.begin(), widgets.end())) {
+    places << area.x - board.x << "," << area.y - board.y << " " << area.width << "x" << area.height
+           << "; ";
+  }
+  return places.str();
 }
