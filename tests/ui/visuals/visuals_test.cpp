@@ -19,9 +19,8 @@ zToolButton* VisualsTest::addTool(int x, int style, int id, int images) {
   fillArea(canvas, {0, 0, 8, 3}, zColor(0x0000FF));
   fillArea(canvas, {1, 1, 3, 2}, kFaceColour);
   fillArea(canvas, {8, 0, 12, 3}, zColor(0xFF0000));
-  canvas.unlock();
-  auto* button =
-      new zToolButton(bar, new zSizer(zPoint{x, 2}, kToolSize, bar->sizer()), style, id, image);
+  auto* button = new zToolButton(bar, new zSizer(zPoint{x, 2}, zDimension{12, 11}, bar->sizer()),
+                                 style, id, image);
   button->show();
   return button;
 }

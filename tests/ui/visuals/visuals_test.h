@@ -4,7 +4,6 @@
 
 #include <functional>
 #include <string>
-#include <vector>
 
 #include "framework/core/frame.h"
 #include "framework/draw/pictures.h"
@@ -12,26 +11,23 @@
 #include "framework/visuals/toolbar.h"
 #include "tests/ui/support/ui_test.h"
 
-/// A frame that notes the commands that reach it, with a bar of one button of 12 by 11 pixels.
+/// A frame that counts the commands that reach it, with a bar of one button of 12 by 11 pixels.
 class VisualsTest : public testing::Test {
  protected:
   class Frame : public zAppFrame {
    public:
     Frame() : zAppFrame(nullptr, new zSizer(60, 60, 400, 200), 0xCF0000, "Visuals") {}
     int command(zEvent* event) override {
-      commands.push_back(static_cast<int>(event->wparam));
-      if (onCommand) {
-        onCommand();
-      }
+      commands += event->wparam == kToolId ? 1 : 100;
+      onCommand();
       return 1;
     }
 
-    std::vector<int> commands;
-    std::function<void()> onCommand;
+    int commands = 0;
+    std::function<void()> onCommand = [] {};
   };
 
   static constexpr int kToolId = 1903;
-  static constexpr zDimension kToolSize{12, 11};
 
   VisualsTest();
 
