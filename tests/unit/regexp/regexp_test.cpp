@@ -1,4 +1,4 @@
-// What patterns match, and that hostile ones end.
+// What patterns match, the errors of others, and that hostile ones end.
 
 #include "support/regular_expression.h"
 
@@ -15,10 +15,9 @@ namespace {
 
 std::array<char, 256> form;
 
-void compile(const std::string& pattern) {
-  form.fill('\0');
-  ASSERT_NE(regexp::compile(pattern.c_str(), form.data(), form.data() + form.size(), 0), nullptr)
-      << pattern << ": " << regexp::compileError();
+/// The end of the compiled form; the error is told by regexp.
+const char* compile(const std::string& pattern, int endChar = 0) {
+  return regexp::compile(pattern.c_str(), form.data(), form.data() + form.size(), endChar);
 }
 
 /// The subject with angles around the match, if there is one.
@@ -31,8 +30,58 @@ std::string marked(std::string subject) {
   return subject;
 }
 
+TEST(RegexpCompile, TellsTheErrorAndNeverWritesPastItsBuffer) {
+  const std::pair<int, std::vector<const char*>> errors[] = {
+      {11, {"a\\{255\\}", "a\\{99999999999\\}", "a\\{1,255\\}"}},
+      {16, {"a\\{\\}", "a\\{,2\\}", "a\\{2", "a\\{2,", "a\\{1,,\\}", "a\\{2x\\}"}},
+      {25, {"\\1", "\\(a\\1\\)", "\\(\\(a\\)\\1\\)", "\\(a\\)\\2"}},
+      {36, {"a\\\n", "a\nb", "a$\n", "a\\"}},
+      {41, {"", "\nabc"}},
+      {42, {"\\(a", "a\\)", "\\(a\\)\\)"}},
+      {43, {"\\(\\(\\(\\(\\(\\(\\(\\(\\(\\(a"}},
+      {44, {"a\\{1,2,3\\}", "a\\{1,2,\\}"}},
+      {45, {"a\\{2\\", "a\\{2\\x", "a\\{2,\\)"}},
+      {46, {"a\\{3,2\\}"}},
+      {49, {"[", "[^", "[]", "[^]", "[a\n]", "[a-", "[a-\n]", "a[\xE4"}}};
+  for (const auto& [code, patterns] : errors) {
+    for (const char* pattern : patterns) {
+      EXPECT_EQ(compile(pattern), nullptr) << pattern;
+      EXPECT_EQ(regexp::compileError(), code) << pattern;
+    }
+  }
+  const std::pair<std::string, std::size_t> rows[] = {{std::string(127, 'a'), 255},
+                                                      {"a", 3},
+                                                      {"[a]", 18},
+                                                      {"[\xE4]", 34},
+                                                      {"a\\{1,2\\}", 5},
+                                                      {"\\(\\)\\1", 7},
+                                                      {"$", 2},
+                                                      {"[^a]*.$", 20}};
+  for (const auto& [pattern, size] : rows) {
+    for (std::size_t room = 0; room <= size; ++room) {
+      std::string buffer = std::string(room, '\0') + "guard";
+      char* const begin = buffer.data();
+      char* const end = room == size ? begin + room : nullptr;
+      EXPECT_EQ(regexp::compile(pattern.c_str(), begin, begin + room, 0), end) << pattern << room;
+      EXPECT_EQ(regexp::compileError(), end == nullptr ? 50 : 0);
+      EXPECT_EQ(buffer.substr(room), "guard") << pattern << room;
+    }
+  }
+}
+
+TEST(RegexpCompile, AnEmptyPatternKeepsTheEarlierOneUnlessThatWasAnError) {
+  EXPECT_EQ(compile("\\(a[b]\\{2,3\\}\\).$[/", '/'), nullptr);
+  EXPECT_EQ(compile(""), nullptr);
+  const char* const end = compile("^\\(\\(a\\)[b]\\{2,3\\}[\xE4]*\\)\\2.$/ignored", '/');
+  const auto before = form;
+  EXPECT_EQ(compile("/", '/'), end);
+  EXPECT_EQ(compile("\n"), end);
+  EXPECT_EQ(form, before);
+  EXPECT_EQ(marked("abbac") + marked("xabbac"), "<abbac>xabbac");
+}
+
 TEST(RegexpStep, FindsTheLeftmostMatchWhoseItemsTakeWhatTheyCanAndGiveBack) {
-  // A pattern and subjects with their matches; the compiler's test tells what is plain.
+  // A pattern and subjects with their matches.
   const std::vector<const char*> rows[] = {{"a.c", "ac <abc>", "ac"},
                                            {"\xE4.", "a<\xE4\xF6>"},
                                            {"^a", "ba", "<a>b"},
@@ -51,9 +100,17 @@ TEST(RegexpStep, FindsTheLeftmostMatchWhoseItemsTakeWhatTheyCanAndGiveBack) {
                                            {".\\{2,4\\}d", "<abcdd>", "ad"},
                                            {"[b-d]*", "<bcd>x"},
                                            {"[]a]\\{2\\}", "x<a]>"},
+                                           {"[a-]\\{2\\}", "x<a->a"},
+                                           {"[-a]\\{2\\}", "x<a->a"},
+                                           {"[a^\\n]*", "<n\\^a>\n"},
+                                           {"[a-c-e]*", "<edcba>-"},
+                                           {"[e-a]*", "<ea>b"},
+                                           {"[]-_]*", "<^_]>\\"},
                                            {"[^a]", "aa<b>", "a", "a<\xE4>"},
                                            {"[^a]*", "<\xE4\xFFz>"},
+                                           {"[^]^]", "^]<a>"},
                                            {"[ -~]", "\xA0\xFE"},
+                                           {"[}-\x81]*", "<\x81\x80~}>\x82|"},
                                            {"[\xE0-\xEF]*", "<\xE4\xE0>\xF0"},
                                            {"[^a\xE4]", "a\xE4<\xE5>"},
                                            {"\\(ab\\)\\1", "x<abab>ab", "abaab"},
@@ -64,9 +121,17 @@ TEST(RegexpStep, FindsTheLeftmostMatchWhoseItemsTakeWhatTheyCanAndGiveBack) {
                                            {"\\(ab\\)\\1*abc", "<abababc>"},
                                            {"\\(ab\\)\\1\\{2,3\\}", "<abababab>ab", "abab"},
                                            {"\\(x*\\)\\1*\\1\\{3\\}b", "a<b>"},
-                                           {"^\\(.*\\)\\1$", "<abcabc>"}};
+                                           {"^\\(.*\\)\\1$", "<abcabc>"},
+                                           // Special characters out of place stand for themselves,
+                                           {"\\.\\*\\[\\\\\\$\\^\\n\\0+?|", "<.*[\\$^\n0+?|>"},
+                                           {"**\\(*a\\)*", "<***a*>"},
+                                           {"\\{2\\(a\\)\\{2\\}", "<{2a{2}>"},
+                                           {"a^$\\(^b$\\)c", "<a^$^b$c>"},
+                                           {"^*", "<*>*"},
+                                           // and a later repetition replaces the earlier one.
+                                           {"a*\\{2\\}b\\{2\\}\\{3,\\}*c", "a<aabc>"}};
   for (const auto& row : rows) {
-    compile(row.front());
+    ASSERT_NE(compile(row.front()), nullptr) << row.front();
     for (std::size_t i = 1; i < row.size(); ++i) {
       std::string subject = row[i];
       std::erase_if(subject, [](char c) { return c == '<' || c == '>'; });
@@ -146,7 +211,7 @@ TEST(RegexpStep, AllWaysToLookForAPatternFindTheSame) {
     for (std::size_t count = 1 + below(9); count != 0; --count) {
       pattern += pieces[below(std::size(pieces))];
     }
-    if (regexp::compile(pattern.c_str(), form.data(), form.data() + form.size(), 0) == nullptr) {
+    if (compile(pattern) == nullptr) {
       continue;
     }
     std::string subject(below(40), 'a');
