@@ -4,9 +4,7 @@
 
 #include <algorithm>
 #include <memory>
-#include <span>
 #include <string>
-#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -25,21 +23,17 @@
 
 namespace {
 
-using testing::ElementsAre;
 using testing::HasSubstr;
 
 constexpr const char* kTitle = "Korvane Select";
+const PromptItems kItems = {"b", "c", "a"};
 
 /// A main window for the prompts, and what a user does to them.
 class Prompt : public testing::Test {
  protected:
   Prompt() {
-    frame->show();
+    frame.show();
     ui::waitForDialog("Parent");
-  }
-  ~Prompt() override {
-    frame.reset();
-    ui::waitForNoDialog("Parent");
   }
 
   /// Runs `dialog`, in which the user does `actions`; the last of them must end it. The outcome.
@@ -60,20 +54,19 @@ class Prompt : public testing::Test {
     return run(dialog, [&] { ui::typeText(typed); });
   }
 
-  /// Number `index` of the dialog's controls of class T; null when there are not so many.
+  /// Number `index` of the dialog's controls of class T.
   template <class T>
   static T* find(zWindow& dialog, int index = 0) {
+    T* found = nullptr;
     zWindowDlist::Iter walk(dialog.children());
-    while (zWindow* child = walk.next()) {
-      if (T* control = windowCast<T>(child); control != nullptr && index-- == 0) {
-        return control;
-      }
+    while (zWindow* child = index >= 0 ? walk.next() : nullptr) {
+      found = windowCast<T>(child);
+      index -= found != nullptr ? 1 : 0;
     }
-    return nullptr;
+    return found;
   }
 
-  std::unique_ptr<zAppFrame> frame =
-      std::make_unique<zAppFrame>(nullptr, new zSizer(200, 150, 500, 400), 0xCF0000, "Parent");
+  zAppFrame frame{nullptr, new zSizer(200, 150, 500, 400), 0xCF0000, "Parent"};
 };
 
 /// The places of a dialog's controls in the order in which they were made, "x,y widthxheight", and
@@ -97,17 +90,17 @@ std::string places(zWindow& dialog) {
   return all + pair(dialog.sizer()->size().width, "x", dialog.sizer()->size().height);
 }
 
-bool hasProperty(Window window, const char* name) {
+bool hasIcon(Window window) {
   int count = 0;
-  const std::unique_ptr<Atom, int (*)(void*)> all(XListProperties(ui::display(), window, &count),
-                                                  XFree);
-  return std::ranges::count(std::span(all.get(), count), XInternAtom(ui::display(), name, 0)) == 1;
+  Atom* const all = XListProperties(ui::display(), window, &count);
+  const bool isThere =
+      std::count(all, all + count, XInternAtom(ui::display(), "_NET_WM_ICON", 0)) == 1;
+  XFree(all);
+  return isThere;
 }
 
-const PromptItems kItems = {"b", "c", "a"};
-
 TEST_F(Prompt, ShowsItsTextItsFieldAndItsButtonsInTheirPlaces) {
-  zWindow* const parent = frame.get();
+  zWindow* const parent = &frame;
   const auto expectLook = [&](UIPopUpDlgBase&& dialog, const std::string& look,
                               const std::string& where) {
     SCOPED_TRACE(look);
@@ -115,7 +108,7 @@ TEST_F(Prompt, ShowsItsTextItsFieldAndItsButtonsInTheirPlaces) {
     EXPECT_EQ(places(dialog), where);
     const auto check = [&] {
       EXPECT_EQ(ui::look(kTitle), look + "[OK]\n[Cancel]\n");
-      EXPECT_TRUE(hasProperty(ui::windowWithTitle(kTitle), "_NET_WM_ICON"));
+      EXPECT_TRUE(hasIcon(ui::windowWithTitle(kTitle)));
       zRect own;
       dialog.getExterior(own);
       zRect outer;
@@ -156,38 +149,58 @@ TEST_F(Prompt, ShowsItsTextItsFieldAndItsButtonsInTheirPlaces) {
       "4,34 42x8\n0,44 50x0+2\n8,47+2 12x3\n30,47+2 12x3\n50x53+2");
 }
 
-TEST_F(Prompt, ForATextTakesNoMoreThanFitsAFrame) {
-  UIPopUpStringDlg dialog(frame.get(), "Name:");
-  find<zEditLine>(dialog)->setText(std::string(kMaxSentText - 1, 'a').c_str());
-  EXPECT_EQ(run(dialog, "bc\n"), 1);
-  EXPECT_EQ(dialog.answer().str().size(), kMaxSentText);
+TEST_F(Prompt, StaysOnTheScreenAndShowsEveryWordWhateverItsText) {
+  const auto expectWhole = [&](UIPopUpDlgBase&& dialog, const std::string& text) {
+    run(dialog, [&] {
+      EXPECT_TRUE(ui::isOnTheScreen(ui::windowWithTitle(kTitle)));
+      const Widget box = find<zEditBox>(dialog)->widget();
+      EXPECT_EQ(ui::textOf(box), text);
+      EXPECT_EQ(ui::topLineOf(box) + ui::resource(box, "editable"), 0);
+      ui::pressKey(XK_Escape);
+    });
+  };
+  for (const std::string& text : {std::string(200, '\n') + "end", std::string(1000, 'x')}) {
+    expectWhole(UIPopUpStringDlg(&frame, text.c_str()), text);
+  }
+  UIPopUpSigParDlg values(&frame, "Values:", PromptItems(100, "i"));
+  values.addDefinitions({"last"}, 0);
+  std::string listed;
+  for (int i = 0; i < 100; ++i) {
+    listed += "  i\n";
+  }
+  expectWhole(std::move(values), listed + "  last\n");
+  // The rows of Find move closer together.
+  const auto height = [&] { return FindDlg(&frame, {}, 0, {}).sizer()->size().height; };
+  constexpr int kDecoration = 48;
+  const int low = height() + kDecoration - 50;
+  const int whole = std::exchange(theScreen().screenHeight, low);
+  EXPECT_LE(height(), low - kDecoration);
+  theScreen().screenHeight = whole;
 }
 
 // That the dialog stays open without a word, with the number reset to 0, is intended. So is it that
 // a negative limit only offers all and is no legal number, and that the number is tested also when
 // all is chosen.
 TEST_F(Prompt, ForANumberStartsWithZeroWhichTypingReplacesAndComesBackOutsideTheLimits) {
-  UIPopUpIntegerDlg any(frame.get(), "Number:");
+  UIPopUpIntegerDlg any(&frame, "Number:");
   EXPECT_EQ(run(any, "-4x2\n"), 1);
   EXPECT_EQ(any.answer(), "-42");
-  for (const char* legal : {"2", "5"}) {
-    UIPopUpIntegerLimitDlg dialog(frame.get(), "Number:", 2, 5);
+  for (const std::string legal : {"2", "5"}) {
+    UIPopUpIntegerLimitDlg dialog(&frame, "Number:", 2, 5);
     const auto typeOthersFirst = [&] {
-      for (const char* outside : {"", "6", "1", "-3", "9999999999"}) {
-        ui::typeText(std::string(outside) + "\n");
+      for (const std::string outside : {"", "6", "1", "-3", "9999999999"}) {
+        ui::typeText(outside + "\n");
         EXPECT_TRUE(dialog.isRunning()) << outside;
         EXPECT_EQ(dialog.answer(), "0");
       }
-      ui::typeText(std::string(legal) + "\n");
+      ui::typeText(legal + "\n");
     };
     EXPECT_EQ(run(dialog, typeOthersFirst), 1);
-    EXPECT_EQ(dialog.answer(), legal);
+    EXPECT_EQ(dialog.answer(), legal.c_str());
   }
-  UIPopUpIntegerLimitDlg all(frame.get(), "Number:", -1, 5);
+  UIPopUpIntegerLimitDlg all(&frame, "Number:", -1, 5);
   const auto chooseAll = [&] {
-    ui::typeText("-1\n");
-    EXPECT_TRUE(all.isRunning());
-    ui::typeText("\t ");
+    ui::typeText("-1\n\t ");
     EXPECT_EQ(all.answer(), "-1");
     ui::pressKey(XK_Tab, ui::kShift);
     ui::typeText("9\n");
@@ -198,51 +211,14 @@ TEST_F(Prompt, ForANumberStartsWithZeroWhichTypingReplacesAndComesBackOutsideThe
   EXPECT_EQ(all.answer(), "-1");
 }
 
-TEST_F(Prompt, StaysOnTheScreenAndShowsEveryWordWhateverItsText) {
-  const auto expectWhole = [&](UIPopUpDlgBase& dialog, const std::string& text) {
-    run(dialog, [&] {
-      zRect outer;
-      dialog.getExterior(outer);
-      EXPECT_TRUE(outer.top >= 0 && outer.bottom <= theScreen().screenHeight);
-      EXPECT_LE(outer.right, theScreen().screenWidth);
-      const Widget box = find<zEditBox>(dialog)->widget();
-      EXPECT_EQ(ui::textOf(box), text);
-      EXPECT_EQ(ui::topLineOf(box) + ui::resource(box, "editable"), 0);
-      ui::pressKey(XK_Escape);
-    });
-  };
-  for (const std::string& text : {std::string(200, '\n') + "end", std::string(1000, 'x')}) {
-    UIPopUpStringDlg dialog(frame.get(), text.c_str());
-    expectWhole(dialog, text);
-  }
-  UIPopUpSigParDlg values(frame.get(), "Values:", PromptItems(100, "i"));
-  std::string listed;
-  for (int i = 0; i < 100; ++i) {
-    listed += "  i\n";
-  }
-  expectWhole(values, listed);
-  values.addDefinitions({"last"}, 0);
-  expectWhole(values, listed + "  last\n");
-  // The rows of Find move closer together.
-  const auto height = [&] { return FindDlg(frame.get(), {}, 0, {}).sizer()->size().height; };
-  constexpr int kDecoration = 48;
-  const int low = height() + kDecoration - 50;
-  const int whole = std::exchange(theScreen().screenHeight, low);
-  EXPECT_LE(height(), low - kDecoration);
-  theScreen().screenHeight = whole;
-}
-
 TEST_F(Prompt, ForAnItemAnswersTheOneChosenAlsoOfThoseThatCameMeanwhile) {
-  const std::vector<std::tuple<PromptItems, std::vector<ui::KeySymbol>, const char*>> rows = {
-      {kItems, {XK_Down, XK_Tab, XK_space}, "b"},
-      {{"two\nlines\n"}, {XK_Return}, "two\nlines\n"},
-      {{}, {XK_Return}, ""}};
-  for (const auto& [items, keys, answer] : rows) {
-    UIPopUpListDlg dialog(frame.get(), "Timer:", items, true);
-    EXPECT_EQ(run(dialog, keys), 1);
-    EXPECT_EQ(dialog.answer(), answer);
-  }
-  UIPopUpListDlg dialog(frame.get(), "Timer:", {"d", "c"}, true);
+  UIPopUpListDlg lines(&frame, "Timer:", {"two\nlines\n"}, true);
+  EXPECT_EQ(run(lines, "\n"), 1);
+  EXPECT_EQ(lines.answer(), "two\nlines\n");
+  UIPopUpListDlg empty(&frame, "Timer:", {}, true);
+  EXPECT_EQ(run(empty, "\n"), 1);
+  EXPECT_EQ(empty.answer(), "");
+  UIPopUpListDlg dialog(&frame, "Timer:", {"d", "c"}, true);
   dialog.addItems({"b", "e"});
   const auto choose = [&] {
     EXPECT_THAT(ui::look(kTitle), HasSubstr("|*b\n| c\n| d\n| e\n<b> greyed\n"));
@@ -258,23 +234,27 @@ TEST_F(Prompt, ForAnItemAnswersTheOneChosenAlsoOfThoseThatCameMeanwhile) {
   EXPECT_EQ(run(dialog, [&] { ui::doubleClick(find<zListBox>(dialog)->widget()); }), 1);
 }
 
-TEST_F(Prompt, ForItemsAnswersTheChosenOnesInTheirOrder) {
-  UIPopUpBitDlg dialog(frame.get(), "Traces:", {"c", "a", "b"});
+TEST_F(Prompt, ForItemsOrATextAnswersTheChosenOnesOrWhatFitsAFrame) {
+  UIPopUpBitDlg dialog(&frame, "Traces:", {"c", "a", "b"});
   const auto chooseTwo = [] {
     ui::typeText(" ");
     ui::pressKey(XK_Down, ui::kShift);
     ui::typeText("\n");
   };
   EXPECT_EQ(run(dialog, chooseTwo), 1);
-  EXPECT_THAT(promptItems(dialog.answer()), ElementsAre("c", "a"));
-  UIPopUpBitDlg any(frame.get(), "Traces:", PromptItems(30, "b"));
+  EXPECT_THAT(promptItems(dialog.answer()), testing::ElementsAre("c", "a"));
+  UIPopUpBitDlg any(&frame, "Traces:", PromptItems(30, "b"));
   EXPECT_EQ(run(any, [&] { ui::doubleClick(find<zListBoxBase>(any)->widget()); }), 1);
-  EXPECT_THAT(promptItems(any.answer()), ElementsAre("b"));
+  EXPECT_THAT(promptItems(any.answer()), testing::ElementsAre("b"));
+  UIPopUpStringDlg text(&frame, "Name:");
+  find<zEditLine>(text)->setText(std::string(kMaxSentText - 1, 'a').c_str());
+  EXPECT_EQ(run(text, "bc\n"), 1);
+  EXPECT_EQ(text.answer().str().size(), kMaxSentText);
 }
 
 // Later definitions move nothing. Intended.
 TEST_F(Prompt, ForSignalParametersTakesFurtherDefinitionsInTheirPlace) {
-  UIPopUpSigParDlg dialog(frame.get(), "Values:", {"a", "b & c"});
+  UIPopUpSigParDlg dialog(&frame, "Values:", {"a", "b & c"});
   const std::string others =
       "4,2 42x2\n4,11 42x3\n0,16 50x0+2\n8,19+2 12x3\n30,19+2 12x3\n4,6 42x6\n";
   EXPECT_EQ(places(dialog), others + "50x25+2");
@@ -291,79 +271,63 @@ TEST_F(Prompt, ForSignalParametersTakesFurtherDefinitionsInTheirPlace) {
   EXPECT_EQ(dialog.answer(), "1, 2");
 }
 
-class Find : public Prompt {
- protected:
-  std::unique_ptr<FindDlg> make(const FindSettings& settings, const PromptItems& processes = {}) {
-    return std::make_unique<FindDlg>(frame.get(), settings, kFindProcesses, processes);
-  }
-  /// What the four fields show: text, process, signal, timer.
-  static std::vector<std::string> fields(zWindow& dialog) {
-    std::vector<std::string> texts;
-    for (int i = 0; i < 4; ++i) {
-      texts.push_back(find<zComboBoxBase>(dialog, i)->text().str());
-    }
-    return texts;
-  }
-};
-
-TEST_F(Find, StartsWithTheNewestSearchAndReturnsTextAndOptions) {
-  const auto dialog = make({{"newest", "older"}, true, true, false});
+TEST_F(Prompt, ForASearchStartsWithTheNewestAndReturnsTextAndOptions) {
+  FindDlg dialog(&frame, {{"newest", "older"}, true, true, false}, 0, {});
   // Over the greyed lists to the options, and on to OK.
-  EXPECT_EQ(run(*dialog, {XK_Down, XK_Tab, XK_Tab, XK_space, XK_Tab, XK_space}), 1);
-  EXPECT_EQ(dialog->searchString, "older");
-  EXPECT_EQ(dialog->useRegexp + dialog->matchCase, 2);
-  const auto lines = make({{"two\nlines"}});
-  EXPECT_EQ(run(*lines, {XK_Return}), 1);
-  EXPECT_EQ(lines->searchString, "two\nlines");
-  EXPECT_EQ(lines->useRegexp + lines->matchCase, 0);
-  // What is typed replaces it.
-  EXPECT_EQ(run(*lines, "other\n"), 1);
-  EXPECT_EQ(lines->searchString, "other");
+  EXPECT_EQ(run(dialog, {XK_Down, XK_Tab, XK_Tab, XK_space, XK_Tab, XK_space}), 1);
+  EXPECT_EQ(dialog.searchString, "older");
+  EXPECT_EQ(dialog.useRegexp + dialog.matchCase, 2);
+  FindDlg lines(&frame, {{"two\nlines"}}, 0, {});
+  EXPECT_EQ(run(lines, "\n"), 1);
+  EXPECT_EQ(lines.searchString, "two\nlines");
+  EXPECT_EQ(lines.useRegexp + lines.matchCase, 0);
+  EXPECT_EQ(run(lines, "other\n"), 1);
+  EXPECT_EQ(lines.searchString, "other") << "what is typed replaces it";
 }
 
-TEST_F(Find, AChoiceInOneFieldClearsTheOthersButFillingAndTypingDoNot) {
-  const auto dialog = make({{"text"}}, {"p1", "p2"});
-  dialog->addItems(kFindSignals, {"s2", "s1"});
-  dialog->addItems(kFindSignals, {"s3"});
-  dialog->addItems(0, {"none"});
-  dialog->addItems(4, {"none"});
-  const char* const none = "No Timer available";
-  EXPECT_THAT(fields(*dialog), ElementsAre("text", "p1", "s3", none));
-  const auto choose = [&] {
-    ui::pressKey(XK_Down);
-    return fields(*dialog);
+TEST_F(Prompt, ForASearchClearsTheOtherFieldsByAChoiceInOneButNotByFillingAndTyping) {
+  FindDlg dialog(&frame, {{"text"}}, kFindProcesses, {"p1", "p2"});
+  dialog.addItems(kFindSignals, {"s2", "s1"});
+  dialog.addItems(kFindSignals, {"s3"});
+  dialog.addItems(0, {"none"});
+  dialog.addItems(4, {"none"});
+  const auto fields = [&](ui::KeySymbol key, unsigned modifiers = ui::kNoModifier) {
+    ui::pressKey(key, modifiers);
+    std::string texts;
+    for (int i = 0; i < 3; ++i) {
+      texts += find<zComboBoxBase>(dialog, i)->text().str() + "|";
+    }
+    return texts;
   };
-  run(*dialog, [&] {
-    ui::typeText("typed");
-    dialog->addItems(kFindProcesses, {"p3"});
-    EXPECT_THAT(fields(*dialog), ElementsAre("typed", "p1", "s3", none));
-    ui::typeText("\t");
-    EXPECT_THAT(choose(), ElementsAre("", "p2", "", none));
-    ui::typeText("\t");
-    EXPECT_THAT(choose(), ElementsAre("", "", "s1", none));
-    ui::pressKey(XK_Tab, ui::kShift);
-    ui::pressKey(XK_Tab, ui::kShift);
-    EXPECT_THAT(choose(), ElementsAre("text", "", "", none));
-    ui::typeText("\t");
-    EXPECT_THAT(choose(), ElementsAre("", "p1", "", none));
+  run(dialog, [&] {
+    EXPECT_EQ(fields(XK_t), "t|p1|s3|");
+    dialog.addItems(kFindProcesses, {"p3"});
+    EXPECT_EQ(fields(XK_Tab), "t|p1|s3|");
+    EXPECT_EQ(fields(XK_Down), "|p2||");
+    fields(XK_Tab);
+    EXPECT_EQ(fields(XK_Down), "||s1|");
+    fields(XK_Tab, ui::kShift);
+    fields(XK_Tab, ui::kShift);
+    EXPECT_EQ(fields(XK_Down), "text|||");
+    fields(XK_Tab);
+    EXPECT_EQ(fields(XK_Down), "|p1||");
     ui::typeText("\n");
   });
-  EXPECT_EQ(dialog->searchString, "p1");
+  EXPECT_EQ(dialog.searchString, "p1");
 }
 
 // With nothing to search for, OK is Cancel, and a placeholder is nothing. Intended.
-TEST_F(Find, AnswersTheFirstListWithAChoiceAndIsCancelledWithoutAny) {
-  const auto dialog = make({{}, false, true, true});
-  EXPECT_EQ(run(*dialog, {XK_Return}), 0);
-  EXPECT_EQ(dialog->searchString, "");
-  dialog->addItems(kFindSignals, {});
-  dialog->addItems(kFindTimers, {"t2", "t1"});
-  EXPECT_EQ(run(*dialog, {XK_Escape}), 0);
-  EXPECT_EQ(run(*dialog, {XK_Return}), 1);
-  EXPECT_EQ(dialog->searchString, "t2");
+TEST_F(Prompt, ForASearchAnswersTheFirstListWithAChoiceAndIsCancelledWithoutAny) {
+  FindDlg dialog(&frame, {{}, false, true, true}, 0, {});
+  EXPECT_EQ(run(dialog, "\n"), 0);
+  EXPECT_EQ(dialog.searchString, "");
+  dialog.addItems(kFindSignals, {});
+  dialog.addItems(kFindTimers, {"t2", "t1"});
+  EXPECT_EQ(run(dialog, "\n"), 1);
+  EXPECT_EQ(dialog.searchString, "t2");
   // Regular expressions are not used where they are not offered.
-  EXPECT_EQ(dialog->useRegexp, 0);
-  EXPECT_EQ(dialog->matchCase, 1);
+  EXPECT_EQ(dialog.useRegexp, 0);
+  EXPECT_EQ(dialog.matchCase, 1);
 }
 
 }  // namespace
