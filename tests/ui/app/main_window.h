@@ -10,14 +10,11 @@
 
 #include "app/message_handler.h"
 #include "app/wmain.h"
-#include "buttons/button_host.h"
-#include "buttons/group_pane.h"
 #include "framework/controls/control.h"
 #include "framework/core/x_settings.h"
 #include "framework/menus/menu.h"
 #include "link/message_numbers.h"
 #include "link/tool_interface.h"
-#include "tests/support/basics.h"
 #include "tests/support/connection.h"
 #include "tests/support/message.h"
 #include "tests/ui/support/ui_test.h"
@@ -49,7 +46,7 @@ class MainWindow : public testing::Test {
     g_SocketClient.reset();
   }
 
-  static void receive(int tag, std::vector<Parameter> parameters) {
+  static void receive(int tag, const std::vector<Parameter>& parameters) {
     std::string payload;
     for (const Parameter& parameter : parameters) {
       payload += parameter.payload();
@@ -65,7 +62,6 @@ class MainWindow : public testing::Test {
     }
     return lines;
   }
-  static zMenu& menuBar() { return theGroupPane->mainWindow().mainMenu(); }
   /// Null when there is none.
   template <class T>
   T* part() const {
@@ -75,28 +71,6 @@ class MainWindow : public testing::Test {
       found = dynamic_cast<T*>(child);
     }
     return found;
-  }
-  /// Opens a pulldown, looks at it and closes it.
-  static std::string pulldown(int position) {
-    Widget cascade = ui::partsOf(menuBar().widget()).at(static_cast<std::size_t>(position));
-    Widget menu = ui::widgetResource(cascade, "subMenuId");
-    ui::click(cascade);
-    ui::waitFor([&] { return ui::isViewable(menu); }, "the menu");
-    const std::string seen = ui::textOf(cascade) + ":\n" + ui::look(menu);
-    ui::pressKey(XK_Escape);
-    ui::pressKey(XK_Escape);
-    ui::waitFor([&] { return !ui::isViewable(menu); }, "the menu's end");
-    return seen;
-  }
-  static void choose(int command) {
-    zEvent event = zEvent::of(kMsgCommand, command);
-    menuBar().dispatch(&event);
-  }
-  /// Waits until the command line has the focus for good.
-  static void settleFocus() {
-    theTextPane->takeFocus();
-    theCommandLine->startFocusTimer();
-    ui::waitForFocus(theCommandLine->widget());
   }
 
   UniqueDescriptor own;
