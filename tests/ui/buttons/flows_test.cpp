@@ -2,21 +2,33 @@
 // menus.
 
 #include <filesystem>
-#include <utility>
+#include <map>
 
 #include "framework/core/application.h"
-#include "framework/menus/menu.h"
 #include "link/message_codec.h"
 #include "tests/ui/buttons/panes_fixture.h"
 
 namespace {
 
-using testing::Contains;
 using enum ButtonSetDocument::Reading;
+using Pieces = std::vector<std::string>;
+using Step = std::function<void()>;
+
+/// An item of a group's menu: its key, and the title of what it opens.
+struct Command {
+  const char* key;
+  const char* title;
+};
+constexpr Command kAdd = {"a", "App Add Button"};
+constexpr Command kEdit = {"e", "App Edit Button"};
+constexpr Command kDelete = {"d", "App Delete Button"};
+constexpr Command kRename = {"n", "App Rename Group"};
+constexpr Command kRemove = {"l", "App Delete Group"};
 
 constexpr const char* kSet =
     ":First\nA\na\n:COLLAPSED Second\nA\n1\nB\n2\nC\n3\n:MENU Extra\n&One\nfirst; x\n"
     "separator\nseparator\n";
+constexpr const char* kSecond = ":COLLAPSED Second\nA\n1\nB\n2\nC\n3\n";
 
 class ButtonFlows : public ButtonPanes {
  protected:
@@ -24,39 +36,67 @@ class ButtonFlows : public ButtonPanes {
 
   void loadSet() const { document().read(file, load); }
   static std::string text() { return formatButtonSet(document().set()); }
-  std::string barText() const {
-    ui::drain();
-    return ui::look(frame->bar->widget());
+  /// kSet with another second group.
+  static std::string setWith(const std::string& second) {
+    std::string wanted = kSet;
+    return wanted.replace(wanted.find(kSecond), std::string_view(kSecond).size(), second);
   }
   bool isSaveEnabled() const { return frame->bar->isItemEnabled(kCommandSaveButtons) != 0; }
 
-  const TemporaryFolder folder;
-  const std::string file = folder.write("a.btn", kSet);
-};
-
-class GroupMenu : public ButtonFlows {
- protected:
-  using Dialogs = std::vector<std::pair<std::string, std::string>>;
-
-  static bool isOpen() {
-    const zPopupMenu* menu = zPopupMenu::active();
-    return menu != nullptr && menu->widget() != nullptr && ui::isViewable(menu->widget());
+  /// Types into the dialogs with a title that come, each piece when the dialog has the focus, and
+  /// so has its first line of text if there is one. Escape is \x1b; \v is Down, \a with Shift.
+  static void type(
+      ui::ModalScript& script, const std::string& title, const Pieces& pieces,
+      const Step& beforeLast = [] {}) {
+    const auto isReady = [=] {
+      const std::string seen = ui::look(title);
+      const std::size_t line = seen.find('<');
+      return ui::hasInputFocus(ui::windowWithTitle(title)) &&
+             (line == std::string::npos || seen.find("> focus\n", line) == seen.find('>', line));
+    };
+    for (const std::string& piece : pieces) {
+      const bool isLast = &piece == &pieces.back();
+      script.when(isReady, title, [=] {
+        if (isLast) {
+          beforeLast();
+        }
+        typeKeys(piece);
+      });
+    }
   }
-  using Step = std::function<void(ui::ModalScript& script)>;
+  static void typeKeys(const std::string& keys) {
+    const std::map<char, ui::KeySymbol> others = {
+        {'\x1b', XK_Escape}, {'\v', XK_Down}, {'\a', XK_Down}};
+    for (const char key : keys) {
+      if (const auto found = others.find(key); found != others.end()) {
+        ui::pressKey(found->second, key == '\a' ? ui::kShift : ui::kNoModifier);
+      } else {
+        ui::typeText({&key, 1});
+      }
+    }
+  }
 
-  /// Opens the menu of the second group, does `inMenu` there, goes through the further steps and
-  /// waits until all is over.
-  static void withMenu(
-      const std::function<void()>& inMenu, const Step& further = [](auto&) {}) {
+  /// Presses a key in the menu of the second group and types into the dialogs that come.
+  static void choose(
+      const Command& command, const Pieces& pieces, const Step& beforeLast = [] {}) {
     bool hasBeenOpen = false;
     ui::ModalScript script;
-    script.when(isOpen, "the menu", [&] {
-      hasBeenOpen = true;
-      inMenu();
-    });
-    further(script);
+    script.when(
+        [] {
+          const zPopupMenu* menu = zPopupMenu::active();
+          return menu != nullptr && menu->widget() != nullptr && ui::isViewable(menu->widget());
+        },
+        "the menu",
+        [&] {
+          hasBeenOpen = true;
+          if (pieces.empty()) {
+            beforeLast();
+          }
+          typeKeys(command.key);
+        });
+    type(script, command.title, pieces, beforeLast);
     script.run([&] {
-      ui::click(childOf<zPushButton>(pane(1))->widget());
+      ui::click(childOf<zPushButton>(pane(1)).widget());
       // Everything else happens in loops inside this one.
       zApp::instance()->pumpWhile([&] { return !hasBeenOpen; });
       return 0;
@@ -64,92 +104,87 @@ class GroupMenu : public ButtonFlows {
     ui::waitForDialog(PanesFrame::kTitle);
     awaitCommandLine();
   }
-  /// Presses the key of an item, and types into the dialogs that come, after `meanwhile`.
-  static void choose(
-      const std::string& key, const Dialogs& dialogs,
-      const std::function<void()>& meanwhile = [] {}) {
-    withMenu([&] { ui::typeText(key); },
-             [&](ui::ModalScript& script) {
-               for (const auto& [title, keys] : dialogs) {
-                 script.onDialog(title, [keys = keys, &meanwhile] {
-                   meanwhile();
-                   typeKeys(keys);
-                 });
-               }
-             });
-  }
+
+  const TemporaryFolder folder;
+  const std::string file = folder.write("a.btn", kSet);
 };
 
-TEST_F(GroupMenu, EditsItsGroup) {
+TEST_F(ButtonFlows, EditAGroupByTheCommandsOfItsMenu) {
   const std::string rest = "A\n1\nB\n2\nC\n3\n";
-  const std::string whole = ":COLLAPSED Second\n" + rest;
+  const std::string xs(255, 'x');
   const struct {
-    const char* key;
-    const char* title;
-    std::vector<std::string> keys;  ///< for each dialog
-    std::string second;             ///< what the second group becomes
+    Command command;
+    Pieces pieces;
+    std::string second;  ///< what the second group becomes
   } rows[] = {
-      {"a", "App Add Button", {"New\tnew; x\n"}, ":Second\n" + rest + "New\nnew; x\n"},
-      {"a", "App Add Button", {"New\x1b"}, whole},
-      {"e", "App Edit Button", {"\v\n", "Other\n"}, ":Second\nA\n1\nOther\n2\nC\n3\n"},
-      {"e", "App Edit Button", {"\v\n", "Other\x1b"}, whole},
-      {"e", "App Edit Button", {"\x1b"}, whole},
-      {"d", "App Delete Button", {"\v \a\n"}, ":Second\nA\n1\n"},
-      {"d", "App Delete Button", {" \x1b"}, whole},
-      {"n", "App Rename Group", {"Renamed\n"}, ":COLLAPSED Renamed\n" + rest},
-      {"n", "App Rename Group", {"Renamed\x1b"}, whole},
-      {"l", "App Delete Group", {"\n"}, ""},
-      {"l", "App Delete Group", {"\x1b"}, whole},
+      {kAdd, {"New\tnew; x\n"}, ":Second\n" + rest + "New\nnew; x\n"},
+      {kAdd, {"New\x1b"}, kSecond},
+      // By Apply. A definition stays as long as there is no label.
+      {kAdd, {"X\tx\t\t ", "  \ty\t\t ", "Y\t\t\t ", "\x1b"}, ":Second\n" + rest + "X\nx\nY\ny\n"},
+      {kEdit, {"\v\n", "Other\n"}, ":Second\nA\n1\nOther\n2\nC\n3\n"},
+      {kEdit, {"\n", "  \t\n", "Run\t\n"}, ":Second\nRun\n1\nB\n2\nC\n3\n"},
+      {kEdit, {"\v\n", "Other\x1b"}, kSecond},
+      {kEdit, {"\x1b"}, kSecond},
+      {kDelete, {"\v \a\n"}, ":Second\nA\n1\n"},
+      {kDelete, {"\n", "\v \n"}, ":Second\nA\n1\nC\n3\n"},
+      {kDelete, {" \x1b"}, kSecond},
+      {kRename, {"New name\n"}, ":COLLAPSED New name\n" + rest},
+      {kRename, {"  \n", " x\n"}, ":COLLAPSED  x\n" + rest},
+      {kRename, {xs + "y\n"}, ":COLLAPSED " + xs + "\n" + rest},
+      {kRename, {"New\t\t\n"}, kSecond},
+      {kRemove, {"\n"}, ""},
+      {kRemove, {"\x1b"}, kSecond},
   };
   for (const auto& row : rows) {
     loadSet();
-    Dialogs dialogs;
-    for (const std::string& keys : row.keys) {
-      dialogs.emplace_back(row.title, keys);
-    }
-    choose(row.key, dialogs);
-    std::string wanted = kSet;
-    EXPECT_EQ(text(), wanted.replace(wanted.find(whole), whole.size(), row.second));
-    EXPECT_EQ(isSaveEnabled(), row.second != whole);
+    choose(row.command, row.pieces);
+    EXPECT_EQ(text(), setWith(row.second)) << row.command.title << row.pieces.front();
+    EXPECT_EQ(isSaveEnabled(), row.second != kSecond);
   }
-  ASSERT_THAT(frame->explained, Contains(kCommandAddButton)) << "the status line hears of it";
-  EXPECT_EQ(frame->explained.back(), 0);
-  EXPECT_EQ(log(), "");
+  EXPECT_EQ(frame->journal.rfind("menu 2200;menu closed;", 0), 0U) << "the entries have help";
+  EXPECT_EQ(theTextPane->text(), "");
+  loadSet();
+  choose(kEdit, {"\n", "\n"}, [] {
+    EXPECT_EQ(ui::look(kEdit.title), "Label:\n<A> focus\nDefinition:\n<1>\n[OK]\n[Cancel]\n");
+    ui::setText(ui::part(kEdit.title, "TextField"), "two\r\nlines");
+  });
+  choose(kDelete, {""}, [] { ui::doubleClickRow(ui::part(kDelete.title, "ScrolledListBox"), 1); });
+  EXPECT_EQ(text(), setWith(":Second\ntwo lines\n1\nC\n3\n"));
 }
 
-TEST_F(GroupMenu, DropsWhatIsForAGroupThatHasGone) {
+TEST_F(ButtonFlows, DropWhatIsForAGroupThatHasGone) {
   const std::string other = folder.write("other", ":Other\nA\na\n:Third\nA\na\n");
   const auto replace = [&] { document().read(other, load); };
-  choose("l", {{"App Delete Group", "\n"}}, replace);
-  EXPECT_EQ(log(), "Deletion dropped: there is no group \"Second\" any more\n");
-  EXPECT_EQ(text(), readFile(other));
-  loadSet();
-  withMenu([&] {
-    replace();
-    ui::typeText("n");
-  });
-  EXPECT_EQ(ui::windowWithTitle("App Rename Group"), 0);
+  const std::pair<Command, Pieces> rows[] = {
+      {kRename, {}},      {kAdd, {"X\n"}},    {kEdit, {"\n"}},  {kEdit, {"\n", "Y\n"}},
+      {kDelete, {" \n"}}, {kRename, {"Z\n"}}, {kRemove, {"\n"}}};
+  for (const auto& [command, pieces] : rows) {
+    loadSet();
+    choose(command, pieces, replace);
+    EXPECT_EQ(text(), readFile(other)) << command.title;
+  }
+  const std::string end = " dropped: there is no group \"Second\" any more\n";
+  EXPECT_EQ(theTextPane->text().str(), "Button \"X\"" + end + "Selection" + end + "Button \"Y\"" +
+                                           end + "Deletion" + end + "Name \"Z\"" + end +
+                                           "Deletion" + end);
 }
 
-TEST_F(GroupMenu, OpensBelowItsButtonAtEveryScrollPosition) {
+TEST_F(ButtonFlows, OpenTheMenuBelowItsButtonAtEveryScrollPosition) {
   addGroup("Third", 90);
   set().expandAll();
   const int inset = zDialogUnit(5, 0).width();
   for (const int position : {0, 20}) {
     frame->pane->moveResize(0, 0, frame->pane->sizer()->size().width, 200);
-    zScrollBarCtrl& down = *childOf<zScrollBarCtrl>(*frame->pane);
-    down.scrollPos()->setPosition(position);
-    set().scrolled(down);
+    bar(0).scrollPos()->setPosition(position);
+    set().scrolled(bar(0));
     ui::drain();
-    zPoint place;
-    withMenu([&] {
-      place = zPopupMenu::active()->position();
-      ui::pressKey(XK_Escape);
+    const zPoint canvas = set().sizer()->pos();
+    choose({"\x1b", ""}, {}, [&] {
+      EXPECT_EQ(
+          zPopupMenu::active()->position(),
+          (zPoint{inset + canvas.x + childOf<zPushButton>(pane(1)).sizer()->pos().x + 6,
+                  inset - position + pane(1).yPosition + set().metrics().headerHeight - 2 + 7}));
     });
-    EXPECT_EQ(place.x,
-              inset + set().sizer()->pos().x + childOf<zPushButton>(pane(1))->sizer()->pos().x + 6);
-    EXPECT_EQ(place.y, inset - position + pane(1).yPosition + set().metrics().headerHeight - 2 +
-                           frame->barHeight);
   }
 }
 
@@ -157,138 +192,103 @@ TEST_F(ButtonFlows, AddGroupsOfWhichThoseByApplyDoNotCount) {
   for (const bool isConfirmed : {false, true}) {
     loadSet();
     ui::ModalScript script;
-    script.onDialog("App Add Group", [] { ui::typeText("New\t\t "); })
-        .when([] { return ui::look("App Add Group").find("<> focus") != std::string::npos; },
-              "the emptied line", [&] { typeKeys(isConfirmed ? "Last\n" : "\x1b"); });
+    type(script, "App Add Group", {"New\t\t ", " \t\t ", isConfirmed ? "Last\n" : "\x1b"});
     script.run([] {
       set().addGroup();
       return 0;
     });
     awaitCommandLine();
-    std::string wanted = kSet;
-    wanted.insert(wanted.find(":MENU"), isConfirmed ? ":New\n:Last\n" : ":New\n");
-    EXPECT_EQ(text(), wanted);
+    EXPECT_EQ(text(), setWith(std::string(kSecond) + ":New\n" + (isConfirmed ? ":Last\n" : "")));
     EXPECT_EQ(isSaveEnabled(), isConfirmed) << "intended";
   }
 }
 
 TEST_F(ButtonFlows, ShowTheirMenusAndSendEntriesUncut) {
-  EXPECT_EQ(barText(), "Menu\nMenu\nMenu\nExtra\n");
+  const auto barText = [&] {
+    ui::drain();
+    return ui::look(frame->bar->widget()) + frame->help;
+  };
+  const std::string ownHelp = "8001 Execute Command: first; x|8002 |";
+  EXPECT_EQ(barText(), "Menu\nMenu\nMenu\nExtra\n" + ownHelp);
   EXPECT_EQ(ui::look(ui::widgetResource(ui::partsOf(frame->bar->widget()).at(3), "subMenuId")),
             "( ) &One\n---\n");
-  EXPECT_EQ(frame->help, "8001 Execute Command: first; x|8002 |");
   zEvent chosen = zEvent::of(kMsgCommand, 8001);
   EXPECT_NE(frame->bar->dispatch(&chosen), 0);
   EXPECT_THAT(std::string(g_EncodeBuffer.begin(), g_EncodeBuffer.end()),
               testing::HasSubstr("first; x"));
   awaitCommandLine();
   document().append({{}, {{"Late", {{"a", "b"}}}}});
-  EXPECT_EQ(barText(), "Menu\nMenu\nMenu\nExtra\nLate\n");
-  EXPECT_EQ(frame->help, "8001 Execute Command: first; x|8002 |8003 Execute Command: b|");
+  EXPECT_EQ(barText(), "Menu\nMenu\nMenu\nExtra\nLate\n" + ownHelp + "8003 Execute Command: b|");
   document().read(folder.write("none", ":G\n"), load);
   EXPECT_EQ(barText(), "Menu\nMenu\nMenu\n");
-  EXPECT_EQ(frame->help, "");
   EXPECT_EQ(frame->bar->dispatch(&chosen), 0);
   loadSet();
-  EXPECT_EQ(frame->help, "8001 Execute Command: first; x|8002 |") << "the ids begin again";
+  EXPECT_EQ(frame->help, ownHelp) << "the ids begin again";
 }
 
-class ButtonFiles : public ButtonFlows {
- protected:
-  /// Types a name into a file form, in place of what it shows; without one, Escape.
-  static void answer(ui::ModalScript& script, const std::string& title, const std::string& name) {
-    script.onDialog(title, [=] {
-      ui::setText(ui::part(title, "Text"), name);
-      ui::pressKey(name.empty() ? XK_Escape : XK_Return);
+TEST_F(ButtonFlows, ReadAndWriteTheFilesThatTheUserNames) {
+  ui::ModalScript script;
+  // Types a name into a file form, in place of what it shows.
+  const auto name = [&](const std::string& title, const std::string& path) {
+    script.onDialog("App " + title + " Buttons", [=] {
+      ui::setText(ui::part("App " + title + " Buttons", "Text"), path);
+      ui::pressKey(XK_Return);
     });
-  }
-  static void answerBox(ui::ModalScript& script, const std::string& seen, ui::KeySymbol key) {
+  };
+  const auto box = [&](const std::string& seen, ui::KeySymbol key) {
     script.when([] { return ui::look("App Error").find(" focus") != std::string::npos; }, seen,
                 [=] {
                   EXPECT_EQ(ui::look("App Error"), seen);
                   ui::pressKey(key);
                 });
-  }
-  std::string at(const std::string& name) const { return (folder / name).string(); }
-};
-
-TEST_F(ButtonFiles, AreLoadedAndAppendedOnceThereIsOne) {
+  };
+  const std::string ok = ".\n---\n[OK] default focus\n";
   const std::string other = folder.write("b.btn", ":Other\n");
-  ui::ModalScript script;
-  answer(script, "App Append Buttons", at("none.btn"));
-  answerBox(script,
-            "{error}\nFile does not exist\n" + at("none.btn") + ".\n---\n[OK] default focus\n",
-            XK_Return);
-  answer(script, "App Append Buttons", other);
-  EXPECT_EQ(script.run([] { return set().loadButtons(1); }), 1);
-  awaitCommandLine();
-  EXPECT_EQ(group(2).name, "Other");
-  EXPECT_TRUE(isSaveEnabled());
-  ui::ModalScript loading;
-  answer(loading, "App Load Buttons", other);
-  EXPECT_EQ(loading.run([] { return set().loadButtons(0); }), 1);
-  EXPECT_EQ(text(), ":Other\n");
-  EXPECT_FALSE(isSaveEnabled());
-  ui::ModalScript refused;
-  refused.onDialog("App Load Buttons", XK_Escape);
-  refused.run([] {
+  const std::string none = folder / "no/where.btn";
+  const std::string saved = folder / "saved.btn";
+  name("Append", none);
+  box("{error}\nFile does not exist\n" + none + ok, XK_Return);
+  name("Append", other);
+  script.onDialog("App Load Buttons", XK_Escape);
+  name("Save", none);
+  box("{error}\nPermission denied!\nCannot write to file\n" + none + ok, XK_Return);
+  name("Save", "/" + std::string(250, 'x'));
+  script.onDialog("App Error", XK_Return);
+  name("Save", saved);
+  // Cancel does not keep it from writing over a file: intended.
+  script.onDialog("App Save Buttons", XK_Return);
+  box("{}\nFile already exist!\nOK for writing\n---\n[OK] default focus\n[Cancel]\n", XK_Escape);
+  // The end: Cancel, Save without a name, Discard, Save.
+  script.onDialog("App Exit", XK_Escape);
+  type(script, "App Exit", {"\n"});
+  script.onDialog("App Save Buttons", XK_Escape);
+  type(script, "App Exit", {"\t\n"});
+  name("Load", other);
+  script.run([&] {
+    EXPECT_EQ(set().loadButtons(1), 1);
+    EXPECT_EQ(text(), setWith(std::string(kSecond) + ":Other\n"));
+    EXPECT_TRUE(isSaveEnabled());
     loadDefaultButtons("/nowhere");
+    EXPECT_EQ(set().save(), 1);
+    EXPECT_FALSE(isSaveEnabled());
+    EXPECT_EQ(readFile(saved), text());
+    std::filesystem::remove(saved);
+    EXPECT_EQ(set().save(), 1) << "nobody is asked again";
+    EXPECT_EQ(set().queryExit(), 1);
+    document().addGroup("New");
+    EXPECT_EQ(set().saveButtonsAs(), 1);
+    EXPECT_EQ(readFile(saved), text());
+    set().setModified();
+    EXPECT_EQ(set().queryExit(), 0);
+    document().setFileName("");
+    EXPECT_EQ(set().queryExit(), 0);
+    EXPECT_EQ(set().queryExit(), 1);
+    EXPECT_TRUE(isSaveEnabled());
+    EXPECT_EQ(set().loadButtons(0), 1);
+    EXPECT_EQ(text(), ":Other\n");
+    EXPECT_FALSE(isSaveEnabled());
     return 0;
   });
-  EXPECT_EQ(text(), ":Other\n");
-}
-
-TEST_F(ButtonFiles, AreSavedWhereTheUserSays) {
-  const std::string saved = at("saved.btn");
-  set().setModified();
-  ui::ModalScript script;
-  answer(script, "App Save Buttons", at("no/where.btn"));
-  answerBox(script,
-            "{error}\nPermission denied!\nCannot write to file\n" + at("no/where.btn") +
-                ".\n---\n[OK] default focus\n",
-            XK_Return);
-  answer(script, "App Save Buttons", "/" + std::string(250, 'x'));
-  script.onDialog("App Error", XK_Return);
-  answer(script, "App Save Buttons", saved);
-  EXPECT_EQ(script.run([] { return set().save(); }), 1);
-  EXPECT_FALSE(isSaveEnabled());
-  EXPECT_EQ(readFile(saved), kSet);
-  std::filesystem::remove(saved);
-  EXPECT_EQ(set().save(), 1) << "nobody is asked again";
-  // Cancel does not keep it from writing over a file: intended.
-  document().addGroup("New");
-  ui::ModalScript again;
-  again.onDialog("App Save Buttons", XK_Return);
-  answerBox(again, "{}\nFile already exist!\nOK for writing\n---\n[OK] default focus\n[Cancel]\n",
-            XK_Escape);
-  EXPECT_EQ(again.run([] { return set().saveButtonsAs(); }), 1);
-  EXPECT_EQ(readFile(saved), text());
-  ui::ModalScript refused;
-  refused.onDialog("App Save Buttons", XK_Escape);
-  EXPECT_EQ(refused.run([] { return set().saveButtonsAs(); }), 0);
-  EXPECT_EQ(document().fileName(), saved);
-}
-
-TEST_F(ButtonFiles, AreAskedForAtTheEnd) {
-  EXPECT_EQ(set().queryExit(), 1);
-  const std::string target = at("saved.btn");
-  const struct {
-    const char* keys;
-    const char* name;  ///< null without a form, empty for Cancel there
-    int mayEnd;
-  } rows[] = {{"\x1b", nullptr, 0}, {"\n", "", 0}, {"\t\n", nullptr, 1}, {"\n", target.c_str(), 1}};
-  for (const auto& row : rows) {
-    set().setModified();
-    ui::ModalScript script;
-    script.onDialog("App Exit", [&] { typeKeys(row.keys); });
-    if (row.name != nullptr) {
-      answer(script, "App Save Buttons", row.name);
-    }
-    EXPECT_EQ(script.run([] { return set().queryExit(); }), row.mayEnd);
-    EXPECT_NE(document().isModified(), row.name == target.c_str());
-    EXPECT_NE(std::filesystem::exists(target), document().isModified());
-  }
-  EXPECT_EQ(readFile(target), kSet);
 }
 
 }  // namespace

@@ -2,10 +2,8 @@
 
 #include <gmock/gmock.h>
 
-#include <map>
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "buttons/button_host.h"
 #include "buttons/button_pane.h"
@@ -24,19 +22,6 @@
 #include "textarea/text_pane.h"
 
 #include <X11/keysym.h>
-
-/// Types; some control characters stand for keys: Escape, \v Down, \a Shift and Down, \x05 End.
-inline void typeKeys(const std::string& keys) {
-  const std::map<char, ui::KeySymbol> others = {
-      {'\x1b', XK_Escape}, {'\v', XK_Down}, {'\a', XK_Down}, {'\x05', XK_End}};
-  for (const char key : keys) {
-    if (const auto found = others.find(key); found != others.end()) {
-      ui::pressKey(found->second, key == '\a' ? ui::kShift : ui::kNoModifier);
-    } else {
-      ui::typeText({&key, 1});
-    }
-  }
-}
 
 /// A main window that notes what the button set asks of it. Its bar has three pull-downs; the log
 /// and the command line are right of the buttons.
@@ -64,9 +49,9 @@ class PanesFrame : public zAppFrame, public ziButtonHost {
   zWindow& window() override { return *this; }
   zMenu& mainMenu() override { return *bar; }
   RWCString applicationTitle() override { return "App"; }
-  int toolBarHeight() override { return barHeight; }
-  void executeCommandLine(const RWCString& line) override { executed.push_back(line.str()); }
-  void showStatus(const RWCString& shown) override { status += shown.str() + "|"; }
+  int toolBarHeight() override { return 7; }
+  void executeCommandLine(const RWCString& line) override { journal += line.str() + ";"; }
+  void showStatus(const RWCString& shown) override { journal += "status " + shown.str() + ";"; }
   void setMenuHelp(std::span<const zHelpText> rows) override {
     help.clear();
     for (const zHelpText& row : rows) {
@@ -74,7 +59,8 @@ class PanesFrame : public zAppFrame, public ziButtonHost {
     }
   }
   int onMenuSelect(zEvent* event) {
-    explained.push_back(event->lparam == kMenuClosed ? 0 : static_cast<int>(event->wparam));
+    const bool isClosed = event->lparam == kMenuClosed;
+    journal += isClosed ? "menu closed;" : "menu " + std::to_string(event->wparam) + ";";
     return 0;
   }
 
@@ -83,11 +69,8 @@ class PanesFrame : public zAppFrame, public ziButtonHost {
   std::unique_ptr<zGravSizer> area;
   ControlPane* pane = nullptr;
   std::unique_ptr<MyPane> textArea;
-  std::vector<std::string> executed;
-  std::string status;
+  std::string journal;  ///< commands, texts of the status line, entries of menus
   std::string help;
-  int barHeight = 7;
-  std::vector<int> explained;  ///< entries of menus, 0 when one closed
 };
 
 class ButtonPanes : public testing::Test {
@@ -108,10 +91,9 @@ class ButtonPanes : public testing::Test {
   static ButtonSetDocument& document() { return set().document(); }
   static ButtonPane& pane(std::size_t index) { return *set().groups().at(index); }
   static const ButtonGroup& group(std::size_t index) { return pane(index).group(); }
-  static Widget button(std::size_t ofGroup, std::size_t index) {
-    return pane(ofGroup).commands().at(index).window->widget();
+  static DynButton& button(std::size_t ofGroup, std::size_t index) {
+    return *pane(ofGroup).commands().at(index).window;
   }
-  static std::string log() { return theTextPane->text().str(); }
 
   /// A group on the screen, its buttons named "B1", "B2", ... and defined as "b1", ...
   static ButtonPane& addGroup(const std::string& name, int buttons, bool expanded = true) {
@@ -125,56 +107,24 @@ class ButtonPanes : public testing::Test {
   }
 
   template <class Control>
-  static Control* childOf(zWindow& window, int number = 0) {
+  static Control& childOf(zWindow& window, int number = 0) {
     zWindowDlist::Iter walk(window.children());
     while (zWindow* child = walk.next()) {
       auto* found = windowCast<Control>(child);
       if (found != nullptr && number-- == 0) {
-        return found;
+        return *found;
       }
     }
-    return nullptr;
+    throw std::out_of_range("no such child");
   }
-  static Widget checkBox(std::size_t ofGroup) {
-    return childOf<zCheckBox>(pane(ofGroup))->widget();
-  }
-
-  /// What stands on the canvas, of whose groups and buttons the places are checked.
-  static std::string seen() {
-    ui::drain();
-    int y = 1;
-    int width = set().metrics().minGroupWidth;
-    for (const ButtonPane* shown : set().groups()) {
-      width = std::max(width, shown->width());
-    }
-    for (ButtonPane* shown : set().groups()) {
-      EXPECT_EQ(shown->sizer()->rect(), zRect(zPoint{1, y}, zDimension{width, shown->height()}));
-      y += shown->height() + 2;
-      int widest = 0;
-      for (const ziCommand& command : shown->commands()) {
-        widest = std::max(widest, set().buttonWidth(command.shown->label));
-      }
-      int number = 0;
-      for (const ziCommand& command : shown->commands()) {
-        if (command.window != nullptr) {
-          EXPECT_EQ(command.window->sizer()->rect(), buttonPlace(set().metrics(), widest, number));
-        }
-        ++number;
-      }
-    }
-    std::string shown = ui::look(set().widget());
-    std::replace(shown.begin(), shown.end(), '\n', ' ');
-    return shown.substr(0, shown.find_last_not_of(' ') + 1);
-  }
-
-  /// Lets the events come that the window manager holds back.
-  void awaitExecuted(const std::vector<std::string>& wanted) const {
-    ui::waitFor([&] { return frame->executed == wanted; }, "the command");
-  }
-  static void awaitCommandLine() { ui::waitForFocus(theCommandLine->innerWidget()); }
-
   /// 0 the vertical, 1 the horizontal one.
-  zScrollBarCtrl& bar(int number) const { return *childOf<zScrollBarCtrl>(*frame->pane, number); }
+  zScrollBarCtrl& bar(int number) const { return childOf<zScrollBarCtrl>(*frame->pane, number); }
+
+  static void awaitCommandLine() { ui::waitForFocus(theCommandLine->innerWidget()); }
+  void awaitJournal(const std::string& wanted) {
+    ui::waitFor([&] { return frame->journal == wanted; }, wanted);
+    frame->journal.clear();
+  }
 
   std::unique_ptr<PanesFrame> frame = std::make_unique<PanesFrame>();
 };
