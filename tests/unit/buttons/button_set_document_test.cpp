@@ -44,10 +44,10 @@ class ButtonSetDocumentTest : public testing::Test, public ButtonSetObserver {
     note("now " + button.definition + " in", group);
   }
   void buttonGoes(const ButtonGroup& group, const Button& button) override {
-    note("button " + button.definition + " goes from", group);
+    note(button.definition + " goes from", group);
   }
   void buttonsGone(const ButtonGroup& group) override { note("left", group); }
-  void changed() override { notes += "changed; "; }
+  void changed() override { notes += "changed\n"; }
   void modifiedChanged() override {
     notes += document->isModified() ? "modified; " : "unmodified; ";
   }
@@ -79,36 +79,32 @@ class ButtonSetDocumentTest : public testing::Test, public ButtonSetObserver {
 
 TEST_F(ButtonSetDocumentTest, CarriesOutEachChangeAndSaysSoStepByStep) {
   document->setExpanded(b(), true);
-  EXPECT_EQ(heard(), "folded :B c 4 ; changed; ");
   document->setAllExpanded(false);
-  EXPECT_EQ(heard(), "folded :COLLAPSED A a 1 b 2 a 3 ; folded :COLLAPSED B c 4 ; changed; ");
   document->addButton(a(), {"c", ""});
-  EXPECT_EQ(
-      heard(),
-      "button in :COLLAPSED A a 1 b 2 a 3 c  ; folded :A a 1 b 2 a 3 c  ; changed; modified; ");
   document->changeButton(a(), a().buttons.back(), {"a", "5"});
-  EXPECT_EQ(heard(),
-            "now 5 in :A a 1 b 2 a 3 a 5 ; folded :A a 1 b 2 a 3 a 5 ; changed; modified; ");
   document->removeButtons(a(), {"a", "none", "a", "A"});
-  EXPECT_EQ(heard(),
-            "button 1 goes from :A a 1 b 2 a 3 a 5 ; button 3 goes from :A b 2 a 3 a 5 ; "
-            "left :A b 2 a 5 ; folded :A b 2 a 5 ; changed; modified; ");
   document->setCurrentGroup(b());
   document->renameGroup(a(), "B");
-  EXPECT_EQ(heard(), "renamed :B b 2 a 5 ; changed; modified; ");
   document->removeGroup(a());
-  EXPECT_EQ(heard(), "goes :B b 2 a 5 ; changed; modified; ");
   EXPECT_EQ(document->currentGroup(), &b());
   document->addGroupUncounted("B");
-  EXPECT_EQ(heard(), "added :B ; changed; ");
   document->addGroup("N");
-  EXPECT_EQ(heard(), "added :N ; changed; modified; ");
   document->define(a().buttons.back(), "??");
   EXPECT_EQ(set(), " :COLLAPSED B c ?? :B :N :MENU M x y separator separator ; ");
   document->removeGroup(a());
   EXPECT_EQ(document->currentGroup(), nullptr);
   document.reset();
-  EXPECT_EQ(heard(), "goes :COLLAPSED B c ?? ; changed; modified; end");
+  EXPECT_EQ(heard(), R"(folded :B c 4 ; changed
+folded :COLLAPSED A a 1 b 2 a 3 ; folded :COLLAPSED B c 4 ; changed
+button in :COLLAPSED A a 1 b 2 a 3 c  ; folded :A a 1 b 2 a 3 c  ; changed
+modified; now 5 in :A a 1 b 2 a 3 a 5 ; folded :A a 1 b 2 a 3 a 5 ; changed
+modified; 1 goes from :A a 1 b 2 a 3 a 5 ; 3 goes from :A b 2 a 3 a 5 ; left :A b 2 a 5 ; folded :A b 2 a 5 ; changed
+modified; renamed :B b 2 a 5 ; changed
+modified; goes :B b 2 a 5 ; changed
+modified; added :B ; changed
+added :N ; changed
+modified; goes :COLLAPSED B c ?? ; changed
+modified; end)");
 }
 
 TEST_F(ButtonSetDocumentTest, ReadsAFileInPlaceOfTheSetOrBehindIt) {
@@ -144,10 +140,9 @@ TEST_F(ButtonSetDocumentTest, ReadsAFileInPlaceOfTheSetOrBehindIt) {
 }
 
 TEST_F(ButtonSetDocumentTest, StartsWithTheFileOfTheDirectoryOrElseWithTheProgramsOwn) {
+  fs::create_directory(folder / "bin");
   const std::string program = at("bin/nelkvui");
   EXPECT_FALSE(document->readDefault(folder.path(), program));
-  EXPECT_EQ(heard(), "");
-  fs::create_directory(folder / "bin");
   folder.write("bin/nelkv.btn", ":Beside\n");
   EXPECT_TRUE(document->readDefault(folder.path(), program));
   EXPECT_EQ(a().name, "Beside");
@@ -158,22 +153,18 @@ TEST_F(ButtonSetDocumentTest, StartsWithTheFileOfTheDirectoryOrElseWithTheProgra
 }
 
 TEST_F(ButtonSetDocumentTest, SavesToTheFileThatItWasSavedToLast) {
-  const fs::path before = fs::current_path();
-  fs::current_path(folder.path());
-  const ButtonSaveTarget target("new.btn");
-  fs::current_path(before);
-  EXPECT_EQ(target.path, at("new.btn"));
-  EXPECT_FALSE(target.isThere);
-  document->setFileName(target.path);
+  EXPECT_EQ(ButtonSaveTarget("new.btn").path, fs::current_path() / "new.btn");
+  const std::string path = at("new.btn");
+  EXPECT_FALSE(ButtonSaveTarget(path).isThere);
+  document->setFileName(path);
   EXPECT_TRUE(document->save());
-  EXPECT_TRUE(ButtonSaveTarget(target.path).isThere);
-  EXPECT_EQ(readFile(target.path), kFile);
-  document->setModified();
+  EXPECT_TRUE(ButtonSaveTarget(path).isThere);
+  EXPECT_EQ(readFile(path), kFile);
   document->setFileName(at("no/where.btn"));
   EXPECT_FALSE(document->save());
-  EXPECT_EQ(heard(), "unmodified; modified; ");
+  EXPECT_EQ(heard(), "unmodified; ");
   EXPECT_EQ(document->fileName(), "");
-  EXPECT_EQ(document->proposal(), target.path);
+  EXPECT_EQ(document->proposal(), path);
 }
 
 TEST_F(ButtonSetDocumentTest, CarriesOutCommandsOnTheGroupOrTheFirstOfItsNameOrDropsThem) {
@@ -217,8 +208,6 @@ TEST_F(ButtonSetDocumentTest, CarriesOutCommandsOnTheGroupOrTheFirstOfItsNameOrD
 
 TEST_F(ButtonSetDocumentTest, ChoosesTheButtonOfARowOrTheFirstOfItsLabel) {
   ChosenGroup chosen(*document, a());
-  EXPECT_EQ(chosen.name(), "A");
-  EXPECT_EQ(chosen.labels(), (std::vector<std::string>{"a", "b", "a"}));
   const auto choose = [&](int row) { return chosen.choose(row).value_or(Button()).definition; };
   EXPECT_EQ(choose(-1) + choose(2) + choose(3), "13");
   document->removeButtons(a(), {"b"});
