@@ -157,23 +157,4 @@ TEST_F(Toolbar, ACommandLeavesTheFocusIsOfferedToTheMenuAndMayDestroyTheBar) {
   EXPECT_EQ(frame.commands, 1);
 }
 
-TEST_F(Toolbar, TheBarsLinesFallOnItsInnerSide) {
-  std::string lines;
-  for (const zGravity gravity : {kGravityTop, kGravityBottom, kGravityLeft, kGravityRight}) {
-    zToolbar line(&frame, new zGravSizer(gravity, 12, frame.sizer()), kToolbarEdgeByGravity,
-                  nullptr);
-    line.show();
-    frame.sizer()->update(nullptr);
-    ui::waitFor([&] { return line.display()->isReady(); }, "the bar to be painted");
-    ui::drain();
-    const auto [width, height] = line.sizer()->size();
-    // The middle of the upper, lower, left and right edge.
-    for (const zPoint& at : {zPoint{width / 2, 0}, zPoint{width / 2, height - 1},
-                             zPoint{0, height / 2}, zPoint{width - 1, height / 2}}) {
-      lines += picture(line, zRect(at, zDimension{1, 1}))[1];
-    }
-  }
-  EXPECT_EQ(lines, ".#..#......#..#.");
-}
-
 }  // namespace

@@ -1,9 +1,10 @@
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <sstream>
 
 #include "framework/draw/font_dict.h"
+#include "framework/draw/measure.h"
 #include "framework/draw/screen.h"
 #include "framework/draw/x_font_xm.h"
 
@@ -145,10 +146,7 @@ TEST_F(FontDict, TriesTheNextBestAndAtLastTheDefaultFonts) {
 }
 
 TEST(Font, LivesWithoutADictionaryAndOutlivesIt) {
-  const zFont without(14);
-  EXPECT_EQ(without.xFont(), nullptr);
-  EXPECT_EQ(without.pixel(), 0U);
-  EXPECT_EQ(without.measure("abcd", 4), (zDimension{60, 15}));
+  EXPECT_EQ(zFont(14).measure("abcd", 4), (zDimension{60, 15}));
   ziDrawCache::instance().setFonts(std::make_unique<ziXFontDict>(
       1, ziPenaltyRules{}, [](const std::string&) { return std::unique_ptr<ziXFont>(); }));
   ziDrawCache::instance().fonts()->addName(fontName("helvetica-bold-r", "12-120-75-75-p-70"));
@@ -168,7 +166,6 @@ TEST(Font, FacesFollowTheMapAndTheStockNumber) {
             "helvetica helvetica courier helvetica Times fixed Times helvetica Times Times "
             "helvetica fixed Lucida Aria ");
   EXPECT_STREQ(zFont(zFontSpec("Arial", {0, 9})).spec().log().faceName.c_str(), "helvetica");
-  theScreen().dotsPerInchX = theScreen().dotsPerInchY = 72;
   // Intended: only 10 to 14 go through the face map.
   for (const auto& [number, face] : {std::pair{9, "FixedSys"},
                                      {10, "fixed"},
@@ -176,10 +173,37 @@ TEST(Font, FacesFollowTheMapAndTheStockNumber) {
                                      {12, "helvetica"},
                                      {14, "helvetica"},
                                      {15, "FixedSys"}}) {
-    const zFontPitch pitch = std::string(face) == "helvetica" ? kPitchVariable : kPitchFixed;
-    EXPECT_EQ(zFontSpec::stock(number), zFontSpec(face, {11, 11}, kFontBold, pitch)) << number;
+    const zFontPitch pitch = number < 12 || number > 14 ? kPitchFixed : kPitchVariable;
+    const zPrPoint size(110, 110);
+    EXPECT_EQ(zFontSpec::stock(number), zFontSpec(face, size, kFontBold, pitch)) << number;
   }
-  theScreen().dotsPerInchX = theScreen().dotsPerInchY = 0;
+}
+
+TEST(Units, BecomePixels) {
+  EXPECT_EQ(tenthsOfPointToPixels(110, 95), 15);
+  EXPECT_EQ(tenthsOfPointToPixels(102, 95), 13);
+  EXPECT_EQ(tenthsOfPointToPixels(34, 95), 4) << "44 after truncation: rounded from that, not 44.9";
+  EXPECT_EQ(tenthsOfPointToPixels(INT_MAX, INT_MAX), INT_MAX);
+  EXPECT_EQ(tenthsOfPointToPixels(INT_MIN, INT_MAX), INT_MIN);
+  EXPECT_EQ(dialogUnitsX(4, 337), 7) << "25 rest 48: 25 + 1 + 1 = 27, 6 rest 3";
+  EXPECT_EQ(dialogUnitsX(160, 337), 260) << "1036 rest 48: 1038, 259 rest 2";
+  EXPECT_EQ(dialogUnitsX(1, 52 * 2), 1) << "2 rest 0: 3, 0 rest 3";
+  EXPECT_EQ(dialogUnitsX(1, 52 * 4), 1) << "4 rest 0: 5, 1 rest 1";
+  EXPECT_EQ(dialogUnitsX(1, 25), 0) << "0 rest 25: not rounded, 1";
+  EXPECT_EQ(dialogUnitsX(1, 26), 1) << "0 rest 26: rounded, 2";
+  // Intended: the height grows by a third and a sixth of the units.
+  EXPECT_EQ(dialogUnitsY(4, 12), 6 + 1 + 0);
+  EXPECT_EQ(dialogUnitsY(1, 12), 2);
+  EXPECT_EQ(dialogUnitsY(1, 11), 1);
+  EXPECT_EQ(dialogUnitsY(114, 12), 171 + 38 + 19);
+  EXPECT_EQ(dotsPerInch(1280, 339), 95);
+  EXPECT_EQ(dotsPerInch(1280, 325), 100);
+  EXPECT_EQ(dotsPerInch(1280, 0), 0);
+  theScreen().dotsPerInchX = 72;
+  theScreen().dotsPerInchY = 144;
+  EXPECT_EQ(zPrPoint(100, 100).size(), (zDimension{10, 20}));
+  // Without a font, fifteen pixels a character.
+  EXPECT_EQ(zDialogUnit(4, 8).size(), (zDimension{dialogUnitsX(4, 52 * 15), dialogUnitsY(8, 15)}));
 }
 
 }  // namespace

@@ -59,23 +59,6 @@ TEST(ResourceFile, HoldsTextsInQuotationMarks) {
   EXPECT_EQ(readStringResource(fromHex("00 00000004 226F6B22")), std::nullopt);
 }
 
-TEST(ResourceFile, HoldsAcceleratorsUpToTheirEnd) {
-  const auto read = [](const std::string& digits) {
-    std::string rows;
-    const auto table = readAcceleratorResource(fromHex(digits));
-    for (const AcceleratorRow& row : table->rows) {
-      const char* name = row.name == nullptr ? "none" : row.name;
-      rows += row.kind == kAccelEnd ? "end" : told(row.key, row.command, name, row.flags);
-    }
-    return rows;
-  };
-  const std::string first = "00000041 000003E9 01 00000001 6F 00000000 00000003";
-  const std::string second = "0000FFBE 000003EA 00 00000001 00000000";
-  const std::string end = "00000000 00000000 00" + word(kAccelEnd) + word(0);
-  EXPECT_EQ(read(first + second + end + first), "65 1001 o 3 65470 1002 none 0 end");
-  EXPECT_EQ(read(first + second.substr(0, 20)), "65 1001 o 3 end") << "it breaks off";
-}
-
 TEST(ResourceFile, HoldsDialogsWholeOrNotAtAll) {
   const std::string digits =
       "00000001 000001F7 00000003 00000004 00000005 00000006 00000007 00 01 00000001 46 00000008"
@@ -96,6 +79,7 @@ TEST(ResourceFile, HoldsDialogsWholeOrNotAtAll) {
 TEST(BuiltInTable, KnowsItsResourcesByTypeAndId) {
   EXPECT_NE(builtInResource(kResourceAccelerators, kAcceleratorsMain), nullptr);
   EXPECT_EQ(builtInResource(kResourceAccelerators, 0xFFFFFFFF), nullptr);
+  EXPECT_NE(builtInResource(kResourceBitmap, kBitmapOpen), nullptr);
   EXPECT_EQ(builtInResource(kResourceIcon, kBitmapOpen), nullptr);
 }
 

@@ -3,13 +3,15 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <optional>
 
 #include "draw_test.h"
+#include "framework/draw/font_dict.h"
 #include "framework/draw/image/picture.h"
+#include "framework/draw/measure.h"
 #include "framework/draw/screen.h"
+#include "framework/draw/x_font_xm.h"
 #include "resources/builtin_table.h"
-#include "tests/support/basics.h"
-#include "tests/unit/images/bytes.h"
 
 #include <X11/Xlib.h>
 
@@ -36,28 +38,19 @@ TEST_F(DrawTest, PicturesShowTheirColoursAndAskForEachOnce) {
   EXPECT_EQ(ziDrawCache::instance().colours().count(), colours);
 }
 
-TEST(Pictures, TrueColoursAreKnownWithoutTheServer) {
-  Display* server = theScreen().display;
-  zColorCache cache;
+TEST(Pictures, HaveTheirColoursOnAScreenOfTrueColours) {
   for (const std::uint32_t rgb : {0x000000U, 0xFFFFFFU, 0x12AB7FU, 0xC0C0C0U}) {
-    zColor colour(rgb);
-    const unsigned long before = XNextRequest(server);
-    const unsigned long pixel = cache.pixel(colour);
-    EXPECT_EQ(cache.colourOf(pixel), zColor(rgb));
-    EXPECT_EQ(XNextRequest(server), before);
-    const ziXColour x = zColor(rgb).x();
-    XColor asked{0, x.red, x.green, x.blue, 0, 0};
-    XAllocColor(server, DefaultColormap(server, DefaultScreen(server)), &asked);
-    EXPECT_EQ(pixel, asked.pixel);
-    EXPECT_EQ(colour.x(), (ziXColour{asked.red, asked.green, asked.blue}));
+    EXPECT_EQ(pixelOf(zColor(rgb)), rgb);
   }
-  EXPECT_EQ(cache.colourOf(0x345678), zColor(0x345678)) << "the server tells the unknown ones";
+  EXPECT_EQ(zColorCache().colourOf(0x345678), zColor(0x345678)) << "the server tells unknown ones";
 }
 
 TEST(Pictures, ThatCannotBeMadeAreEmptyAndSayWhy) {
   setDrawMessageSink([](const std::string& text) { messages.push_back(text); });
   EXPECT_TRUE(zBitmap(zResId(2105)).isEmpty());
-  EXPECT_TRUE(zBitmap(0, 5).isEmpty());
+  zBitmap empty(0, 5);
+  EXPECT_TRUE(empty.isEmpty());
+  EXPECT_FALSE(zBitmapDisplay(empty).isReady());
   EXPECT_EQ(zIcon(zResId(98)).pixmap(), 0U);
   setDrawMessageSink(nullptr);
   EXPECT_THAT(messages, ElementsAre("zBitmap::zBitmap Unable to find bitmap with resId(2105)",
@@ -90,31 +83,47 @@ TEST_F(DrawTest, TheMainIconLeavesTheGroundWhereItsMaskDoes) {
   EXPECT_EQ(picture({0, 0, 1, 1}), "\n.\n");
 }
 
-std::string fileOf(const TemporaryFolder& folder, const std::vector<ResourceRecord>& records) {
-  const Bytes bytes = resourceFileOf(records);
-  return folder.write("of" + std::to_string(records.size()),
-                      std::string(bytes.begin(), bytes.end()));
+// The toolkit takes widths from the table, the server draws by its own.
+TEST(ServerFonts, BytesWithoutAGlyphHaveTheWidthInWhichTheyAreDrawn) {
+  std::string bytes;
+  for (int byte = 0; byte < 256; ++byte) {
+    bytes += static_cast<char>(byte);
+  }
+  for (const char* face : {"courier", "fixed", "helvetica"}) {
+    const zFont font(zFontSpec(face, {0, 13}, kFontNormal));
+    int unused = 0;
+    XCharStruct drawn;
+    XQueryTextExtents(theScreen().display, font.xFont()->id(), bytes.data(), 256, &unused, &unused,
+                      &unused, &drawn);
+    EXPECT_EQ(font.measure(bytes.data(), 256).width, drawn.width) << face;
+  }
 }
 
-TEST(Resources, ComeFromTheDefaultFileUnlessTheBuiltInTableIsNamed) {
-  const TemporaryFolder folder;
-  const std::string other =
-      fileOf(folder, {{kResourceRaw, 1, "0708"}, {kResourceString, 2, "0100000003226122"}});
-  setDefaultResourceFile(fileOf(folder, {{kResourceBitmap, kBitmapOpen, "05"}}));
-  const ziResource open(zResId(kBitmapOpen), kResourceBitmap);
-  EXPECT_THAT(open.bytes(), ElementsAre(5));
-  EXPECT_FALSE(ziResource(zResId(kBitmapHelp), kResourceBitmap)) << "no way back";
-  EXPECT_GT(ziResource(zResId::builtIn(kBitmapOpen), kResourceBitmap).bytes().size(), 100U);
-  const ziResource text(zResId(2, other), kResourceString);
-  EXPECT_STREQ(static_cast<const char*>(text.data()), "a") << "another file is open now";
-  EXPECT_THAT(ziResource(zResId(1, other), kResourceRaw).bytes(), ElementsAre(7, 8));
-  EXPECT_THAT(open.bytes(), ElementsAre(5)) << "what came from the first one stays";
-  resourceFree(kResourceBitmap, open.data(), zResId(kBitmapOpen));
-  EXPECT_TRUE(open.bytes().empty());
-  EXPECT_FALSE(ziResource(zResId(1, folder.write("bad", "123")), kResourceRaw));
-  EXPECT_FALSE(ziResource(zResId(1, folder.path()), kResourceRaw));
-  setDefaultResourceFile({});
-  closeResourceFile();
+// A scaled font costs a penalty of 5: nothing further off is taken, nor another face.
+TEST(ServerFonts, AnySizeOfAFaceIsLoadedNearlyInThatSize) {
+  for (const int height : {5, 12, 17, 96}) {
+    const zFont font(zFontSpec("Courier New", {0, height}, kFontNormal, kPitchFixed));
+    EXPECT_STREQ(parseXlfd(font.cacheEntry()->fullName.view())->family.c_str(), "courier");
+    EXPECT_NEAR(font.measure("M", 1).height, height, 2 + height / 4);
+  }
+}
+
+TEST(ServerFonts, DialogUnitsFollowTheDefaultOneWhichIsTheFirstThatIsThere) {
+  ziScreen& screen = theScreen();
+  std::optional<zDimension>& kept = ziDrawCache::instance().dialogReference();
+  screen.loadDefaultFont("8x16");
+  kept.reset();
+  const zDimension byDefault{dialogUnitsX(160, 52 * 8), dialogUnitsY(8, 16)};
+  EXPECT_EQ(zDialogUnit(160, 8).size(), byDefault);
+  screen.loadDefaultFont("no such font");
+  EXPECT_EQ(zDialogUnit(160, 8).size(), byDefault) << "measured once";
+  const zFont large(
+      zFontSpec::fromFullName("-misc-fixed-medium-r-semicondensed--13-120-75-75-c-60-iso8859-1"));
+  EXPECT_EQ(zDialogUnit(160, 8, large).size(),
+            (zDimension{dialogUnitsX(160, 52 * 6), dialogUnitsY(8, 13)}));
+  const auto fallback = ziXFont::load(screen.display, ziScreen::kFallbackFontName);
+  EXPECT_EQ(zDialogUnit(160, 8).height(), dialogUnitsY(8, fallback->height())) << "measured anew";
+  screen.loadDefaultFont(ziScreen::kDefaultFontName);
 }
 
 }  // namespace
