@@ -1,174 +1,102 @@
-// The application object: its start and its end, accelerators, settings, what it says of errors.
+// The application object: its start and its end, accelerators, settings.
 
-#include <algorithm>
 #include <cstdlib>
 #include <iostream>
 
 #include "framework/core/process_entry.h"
 #include "framework/core/x_settings.h"
 #include "framework/draw/screen.h"
-#include "tests/support/basics.h"
 #include "tests/ui/core/core_test.h"
 
 #include "framework/core/toolkit_xm.h"
 
 namespace {
 
-using testing::HasSubstr;
-
-zApp& app() {
-  return *zApp::instance();
-}
-
-TEST(AcceleratorTable, TakesTheKeyByTheKindOfTheRowUpToItsEnd) {
-  std::string codes;
-  for (const char* name : {"VK_F1", "VK_F12", "VK_DELETE", "VK_INSERT", "VK_UP", "VK_DOWN", "VK_F",
-                           "VK_Fx", "VK_F1x", "VK_F-1", ""}) {
-    codes += std::to_string(virtualKeysym(name).value_or(0)) + " ";
-  }
-  EXPECT_EQ(codes, "65470 65481 65535 65379 65362 0 0 0 0 0 0 ");
-  const AcceleratorRow rows[] = {
-      {7, 1, "open", kAccelCharacter, 0},   {7, 2, "o", kAccelKeysym, 0},
-      {7, 3, "VK_F1", kAccelVirtualKey, 0}, {7, 4, "", kAccelCharacter, 0},
-      {0, 0, nullptr, kAccelEnd, 0},        {7, 5, "x", kAccelCharacter, 0}};
-  codes.clear();
-  for (const zAccel& accelerator : makeAccelerators(rows)) {
-    codes += std::to_string(accelerator.keyCode.value_or(0)) + " ";
-  }
-  EXPECT_EQ(codes, "111 7 65470 0 ");
-  EXPECT_EQ(findAccelerator({makeAccelerators(rows)[3]}, 0, 0, 0), nullptr) << "no key is no key";
-}
-
-TEST(AcceleratorTable, FindsTheFirstRowWhoseKeyItIsAndWhoseModifiersAreAmongThoseDown) {
+TEST(Accelerator, IsTheFirstRowBeforeTheEndWhoseKeyItIsAndWhoseModifiersAreAmongThoseDown) {
   const AcceleratorRow rows[] = {{0, 1, "o", kAccelCharacter, kAccelControl | kAccelShift},
-                                 {0, 2, "o", kAccelCharacter, kAccelControl},
+                                 {0, 2, "open", kAccelCharacter, kAccelControl},
                                  {0, 3, "o", kAccelCharacter, kAccelAlt},
                                  {0, 4, "VK_F3", kAccelVirtualKey, 1},
-                                 {0, 0, nullptr, kAccelEnd, 0}};
+                                 {7, 5, "p", kAccelKeysym, 0},
+                                 {7, 6, "", kAccelCharacter, 0},
+                                 {0, 0, nullptr, kAccelEnd, 0},
+                                 {0, 8, "p", kAccelCharacter, 0}};
   const std::vector<zAccel> table = makeAccelerators(rows);
-  constexpr unsigned kF3 = 65472;
-  constexpr unsigned kControlO = 15;
   const auto command = [&](unsigned character, unsigned keysym, unsigned modifiers) {
     const zAccel* found = findAccelerator(table, character, keysym, modifiers);
-    return found == nullptr ? 0 : found->command;
+    return std::to_string(found == nullptr ? 0 : found->command);
   };
-  EXPECT_EQ(command(kControlO, 'o', kStateControl), 2);
-  EXPECT_EQ(command('o', 'x', kStateControl), 2);
-  EXPECT_EQ(command(kControlO, 'o', kStateControl | kStateShift), 1);
-  EXPECT_EQ(command('o', 'o', kStateMod1), 3);
-  EXPECT_EQ(command('o', 'o', kStateControl | kStateMod1 | kStateLock), 2);
-  EXPECT_EQ(command('o', 'o', kStateShift), 0);
-  EXPECT_EQ(command(kF3, kF3, kStateControl | kStateShift | kStateMod1), 4);
-  EXPECT_EQ(command(kControlO, 'p', kStateControl), 0);
+  constexpr unsigned kF3 = 65472;
+  constexpr unsigned kShiftControl = kStateShift | kStateControl;
+  EXPECT_EQ(command(15, 'o', kStateControl) + command('o', 'x', kStateControl) +
+                command(15, 'o', kShiftControl) + command('o', 'o', kStateMod1) +
+                command('o', 'o', kStateControl | kStateLock) + command('o', 'o', kStateShift) +
+                command(kF3, kF3, kShiftControl) + command(15, 'p', kStateControl) +
+                command(7, 7, 0) + command(0, 0, 0),
+            "2213204050");
+  std::string keysyms;
+  for (const char* name :
+       {"VK_F1", "VK_F12", "VK_DELETE", "VK_INSERT", "VK_UP", "VK_F", "VK_F1x"}) {
+    keysyms += std::to_string(virtualKeysym(name).value_or(0)) + " ";
+  }
+  EXPECT_EQ(keysyms, "65470 65481 65535 65379 65362 0 0 ");
 }
 
 TEST(Quit, IsRefusedByAHandlerOrByTheMainWindow) {
+  noted();
   TestFrame frame;
   for (const int answer : {1, 0}) {
-    frame.handlerAnswer = answer;
-    app().quit();
-    app().closeMainWindow();
+    frame.handler.taken = answer;
+    zApp::instance()->quit();
+    zApp::instance()->closeMainWindow();
   }
-  EXPECT_THAT(frame.seen, ElementsAre("handler 16", "handler 16", "handler 16", "close 16",
-                                      "handler 16", "close 16"));
-  EXPECT_TRUE(app().isRunning());
+  EXPECT_EQ(noted(), "handler1:16 handler1:16 handler1:16 close:16 handler1:16 close:16 ");
+  EXPECT_TRUE(zApp::instance()->isRunning());
 }
 
-TEST(Settings, CountTextsAsNumbersAndTheWordTrueAsOne) {
-  const std::pair<const char*, int> rows[] = {{"12", 12},  {"-3 points", -3}, {"True", 1},
-                                              {"true", 1}, {"TRUE", 0},       {"on", 0}};
-  for (const auto& [text, number] : rows) {
-    setXResource("settings.key", text);
-    EXPECT_EQ(readXSetting(app().display(), "settings", "key"), number) << text;
-  }
-  EXPECT_EQ(readXSetting(app().display(), "settings", "other"), std::nullopt);
+void setResource(const std::string& name, const std::string& value) {
+  XrmDatabase database = XtDatabase(ui::display());
+  XrmPutStringResource(&database, name.c_str(), value.c_str());
 }
 
 TEST(Settings, AreReadAnewButForTheDebugLevelAndTheChildWindowSwitch) {
+  const zXSettings before = std::exchange(g_XSettings, {});
   const int levelBefore = debugLevel();
-  const zXSettings before = g_XSettings;
-  const auto read = [](const char* application) {
-    readXSettings(app().display(), application);
+  setDebugLevel(-1);
+  for (const char* key : {".useChildMDI", ".debugOn", ".positionIsFrameWorkaround",
+                          ".incFontInDialogBy", ".promptKeyDelay", ".startSize"}) {
+    setResource(std::string("set") + key, "40x30");
+    setResource(std::string("odd") + key, "50x60+0+0");
+    setResource(std::string("true") + key, "True");
+  }
+  std::string read;
+  for (const char* application : {"set", "odd", "true", "unset"}) {
+    readXSettings(ui::display(), application);
     const zXSettings& now = g_XSettings;
-    return testing::PrintToString(std::vector<int>{
-        now.useChildMdi, debugLevel(), now.positionIsFrameWorkaround, now.incFontInDialogBy,
-        now.promptKeyDelay, now.startSize.width, now.startSize.height});
-  };
-  for (const char* key : {"useChildMDI", "debugOn", "positionIsFrameWorkaround",
-                          "incFontInDialogBy", "promptKeyDelay", "startSize"}) {
-    setXResource(std::string("set.") + key, "40x30");
-    setXResource(std::string("odd.") + key, "50x60+0+0");
+    read += testing::PrintToString(
+        std::vector<int>{now.useChildMdi, debugLevel(), now.positionIsFrameWorkaround,
+                         now.incFontInDialogBy, now.promptKeyDelay, now.startSize.width});
   }
-  for (const auto& [application, values] : {std::pair("unset", "{ 1, 0, 0, 0, 300, 0, 0 }"),
-                                            {"set", "{ 40, 40, 1, 40, 40, 40, 30 }"},
-                                            {"odd", "{ 50, 50, 1, 50, 50, 0, 0 }"}}) {
-    setDebugLevel(-1);
-    g_XSettings = {};
-    EXPECT_EQ(read(application), values) << application;
-  }
-  EXPECT_EQ(read("set"), "{ 50, 50, 1, 40, 40, 40, 30 }");
+  EXPECT_EQ(read,
+            "{ 40, 40, 1, 40, 40, 40 }{ 40, 40, 1, 50, 50, 0 }{ 40, 40, 1, 1, 1, 0 }{ 40, 40, 0, "
+            "0, 300, 0 }");
   g_XSettings = before;
   setDebugLevel(levelBefore);
 }
 
 TEST(Settings, OfFontsInPointsFollowTheScreen) {
   // 96 dots an inch.
-  const struct {
-    const char *asked, *family, *pixels;
-  } rows[] = {{"-*-helvetica-bold-r-normal--*-110-*", "-helvetica-bold-r-", "--14-"},
-              {"-*-courier-medium-o-*--*-180-*", "-courier-medium-o-", "--24-"},
-              {"-*-helvetica-bold-r-*--11-*", "-helvetica-bold-r-", "--11-*"},
-              {"-*-helvetica-bold-r-*--*-1x-*", "-helvetica-bold-r-", "--*-1x-*"},
-              {"-*-helvetica-bold-r-*--*-0-*", "-helvetica-bold-r-", "--*-0-*"}};
-  for (const auto& row : rows) {
-    setXResource("points*fontList", row.asked);
-    resolveFontPoints(app().display());
-    const std::string font =
-        readXResource(app().display(), "points.list.fontList", "P.L.FontList").value_or("");
-    EXPECT_THAT(font, testing::AllOf(HasSubstr(row.family), HasSubstr(row.pixels))) << row.asked;
+  for (const auto& [asked, pixels] : {std::pair("-*-helvetica-bold-r-normal--*-110-*", "--14-"),
+                                      {"-*-helvetica-bold-r-normal--*-180-*", "--24-"},
+                                      {"-*-helvetica-bold-r-*--11-*", "--11-*"},
+                                      {"-*-helvetica-bold-r-*--*-1x-*", "--*-1x-*"},
+                                      {"-*-helvetica-bold-r-*--*-0-*", "--*-0-*"}}) {
+    setResource("points*fontList", asked);
+    resolveFontPoints(ui::display());
+    EXPECT_THAT(
+        readXResource(ui::display(), "points.list.fontList", "P.L.F").value_or(""),
+        testing::AllOf(testing::HasSubstr("-helvetica-bold-r-"), testing::HasSubstr(pixels)));
   }
-}
-
-TEST(DebugOutput, ComesAboveLevelZeroAndTellsProtocolErrorsAfterWhichTheProgramGoesOn) {
-  const int levelBefore = debugLevel();
-  std::string printed;
-  for (const int level : {-1, 0, 1}) {
-    setDebugLevel(level);
-    testing::internal::CaptureStdout();
-    // The finished text serves as a format a second time; directives in it have no argument.
-    zDebugOut("value %d of %s", 7, "100%% of %d %");
-    XSync(ui::display(), False);
-    const XErrorHandler before = XSetErrorHandler(XErrorReporter);
-    XMapWindow(ui::display(), 77);
-    XSync(ui::display(), False);
-    XSetErrorHandler(before);
-    printed += std::to_string(level) + testing::internal::GetCapturedStdout();
-  }
-  EXPECT_THAT(printed, testing::MatchesRegex(
-                           "-101value 7 of 100% of %d %\r\n"
-                           "X Error of failed request: BadWindow \\(invalid Window parameter\\)\r\n"
-                           "Opcode of failed request: 8, 0\r\n"
-                           "Resource id in failed request: 77\r\n"
-                           "Serial number of failed request: [0-9]+\n\r\n"));
-  setDebugLevel(levelBefore);
-}
-
-/// Arguments of a process, as main gets them.
-std::vector<char*> pointersTo(std::vector<std::string>& texts) {
-  std::vector<char*> pointers(texts.size() + 1);
-  std::transform(texts.begin(), texts.end(), pointers.begin(),
-                 [](std::string& text) { return text.data(); });
-  return pointers;
-}
-
-TEST(ProcessStart, NamesTheDisplayThatFollowsTheLastArgumentThatBeginsWithTheOption) {
-  std::string names;
-  for (std::vector<std::string> texts : std::vector<std::vector<std::string>>{
-           {"-d"}, {"p", "-display"}, {"p", "-d", "a", "-dx", "b"}, {"p", "-d", "c", "-d"}}) {
-    const char* found = displayArgument(static_cast<int>(texts.size()), pointersTo(texts).data());
-    names += std::string(found == nullptr ? "none" : found) + " ";
-  }
-  EXPECT_EQ(names, "none none b c ");
 }
 
 /// Expects a process of its own to end, which may open displays. What it is to say goes to standard
@@ -180,77 +108,50 @@ void expectEnd(void (*appMain)(zApp* app), const std::string& said, int status =
       {
         constexpr unsigned kSeconds = 10;
         alarm(kSeconds);
-        const auto count = static_cast<int>(arguments.size());
-        std::exit(runProcess(count, pointersTo(arguments).data(), appMain));
+        std::vector<char*> pointers;
+        for (std::string& argument : arguments) {
+          pointers.push_back(argument.data());
+        }
+        std::exit(runProcess(static_cast<int>(pointers.size()), pointers.data(), appMain));
       },
       testing::ExitedWithCode(status), said);
 }
 
-TEST(ProcessDeathTest, RunsTheApplicationWithTheResourcesFoundAndTheJoinedCommandLine) {
-  const TemporaryFolder folder;
-  folder.write("NEL2", "nelkvui.incFontInDialogBy: 3\n");
-  setenv("XAPPLRESDIR", folder.path().c_str(), 1);
+TEST(ProcessDeathTest, StartsWithTheJoinedCommandLineAndTheFontOfTheResources) {
   expectEnd(
       [](zApp* app) {
-        std::cerr << "name " << app->name() << ", line [" << app->commandLine() << "], path "
-                  << app->programPath() << ", setting "
-                  << readXSetting(app->display(), "nelkvui", "incFontInDialogBy").value_or(-1)
-                  << ", " << std::getenv("XENVIRONMENT");
+        std::cerr << app->programPath() << ", " << app->commandLine() << ", "
+                  << theScreen().defaultFontName;
       },
-      "^name zApp, line \\[nelkvui -t/a b  -post\\], path nelkvui, setting 3, .*/NEL2$",
-      EXIT_SUCCESS, {"nelkvui", "-t/a b", "", "-post"});
-  unsetenv("XAPPLRESDIR");
+      "^nelkvui, nelkvui  -xrm .MainWindow.fontList: 6x13, 6x13$", EXIT_SUCCESS,
+      {"nelkvui", "", "-xrm", "*MainWindow.fontList: 6x13"});
 }
 
-TEST(ProcessDeathTest, LoadsTheDefaultFontThatTheResourcesNameOrAnother) {
-  for (const auto& [resource, said] :
-       {std::pair("*other: none", "^-\\*-helvetica-bold-r-\\*--10-\\*, 1$"),
-        {"*MainWindow.fontList: 6x13", "^6x13, 1$"},
-        {"zApp.XmMainWindow.FontList: 6x13", "^6x13, 1$"},
-        {"*MainWindow.fontList: no-such-font", ", 1$"}}) {
-    expectEnd(
-        [](zApp*) {
-          std::cerr << theScreen().defaultFontName << ", " << (theScreen().defaultFont != nullptr);
-        },
-        said, EXIT_SUCCESS, {"nelkvui", "-xrm", resource});
-  }
-}
-
-TEST(ProcessDeathTest, EndsAtOnceWhenAnIdleHandlerQuits) {
+TEST(ProcessDeathTest, EndsAllLoopsAtOnceWhenAnIdleHandlerInTheInnerOneQuits) {
   expectEnd(
       [](zApp* app) {
         TestFrame frame;
         frame.closeAnswer = 0;
-        Owner quits([] { zApp::instance()->quit(); });
-        app->idleList()->add(&quits, &Owner::run);
-        app->go();
+        static Owner quits([] { zApp::instance()->quit(); });
+        Owner nests([] {
+          zApp::instance()->idleList()->add(&quits, &Owner::run);
+          zApp::instance()->pumpWhile([] { return true; });
+        });
+        const zTimer timer(&nests, &Owner::run, 1, zTimer::kOnce);
         app->go();
         app->idleList()->remove(&quits, &Owner::run);
-        std::cerr << "runs " << quits.runs << ", " << frame.seen.back();
+        std::cerr << "runs " << quits.runs << ", " << noted();
       },
-      "^runs 1, close 16$");
-}
-
-TEST(ProcessDeathTest, EndsTheLoopsInsideToo) {
-  expectEnd(
-      [](zApp* app) {
-        Owner nests([] {
-          zApp::instance()->pumpWhile([] { return true; });
-          std::cerr << "inner loop ended";
-        });
-        Owner stops([] { zApp::instance()->stop(); });
-        const zTimer outer(&nests, &Owner::run, 1, zTimer::kOnce);
-        const zTimer inner(&stops, &Owner::run, 20, zTimer::kOnce);
-        app->go();
-      },
-      "^inner loop ended$");
+      "^runs 1, handler1:16 close:16 $");
 }
 
 // Xt crashes when an error handler returns.
-TEST(ProcessDeathTest, AnErrorOfTheToolkitEndsTheProcessAndAWarningDoesNot) {
+TEST(ProcessDeathTest, AnErrorOfTheToolkitEndsTheProcessButNoWarningAndNoProtocolError) {
   expectEnd(
       [](zApp* app) {
         Owner fails([] {
+          XMapWindow(zApp::instance()->display(), 77);
+          XSync(zApp::instance()->display(), False);
           XtAppWarning(zApp::instance()->context(), "odd");
           XtAppError(zApp::instance()->context(), "broken");
         });

@@ -9,75 +9,95 @@ namespace {
 constexpr int kId = 17;
 constexpr int kCode = 5;
 
+/// Notes what reaches its operations.
+struct NotingPane : RecordingPane {
+  using RecordingPane::RecordingPane;
+  int command(zEvent* event) override { return reached("command", *event); }
+  int character(zEvent* event) override { return reached("character", *event); }
+  int mouseButtonDown(zEvent* event) override { return reached("down", *event); }
+  int mouseButtonUp(zEvent* event) override { return reached("up", *event); }
+  int focus(zEvent* event) override { return reached("focus", *event); }
+  int childFocusChanged(zWindow* previous, zWindow* current) override {
+    const int from = previous == nullptr ? 0 : previous->id();
+    note(std::to_string(id()) + ":" + std::to_string(from) + ">" + std::to_string(current->id()));
+    return 1;
+  }
+  static int reached(const std::string& operation, const zEvent& event) {
+    note(operation + ":" + std::to_string(event.message) + ":" + std::to_string(event.wparam));
+    return 0;
+  }
+};
+
 class Dispatch : public ::testing::Test {
  protected:
-  /// What is written down while `event` is dispatched to `window`.
-  std::string dispatched(zEvent event, zWindow& window) {
-    journal.clear();
+  /// What is noted while `event` is dispatched to `window`.
+  static std::string dispatched(zEvent event, zWindow& window) {
+    noted();
     zDispatch(event, &window);
-    std::string all;
-    for (const std::string& line : journal) {
-      all += line + ", ";
-    }
-    return all;
+    return noted();
   }
-  Journal journal;
+  static std::string pressed(ui::KeySymbol key, unsigned modifiers = ui::kNoModifier) {
+    noted();
+    ui::pressKey(key, modifiers);
+    return noted();
+  }
+
   TestFrame frame;
-  Recorder recorder{journal, "r"};
-  Recorder other{journal, "o"};
+  Recorder recorder{"r"};
+  Recorder other{"o"};
 };
 
 TEST_F(Dispatch, OffersToControlHandlersThenHandlersThenTheApplicationThenTheWindow) {
-  RecordingPane pane(&frame, nullptr, journal);
-  RecordingPane child(&pane, nullptr, journal, 0, kId);
+  NotingPane pane(&frame);
+  NotingPane child(&pane, nullptr, 0, kId);
   zNotifyNodeDlist& all = zApp::instance()->handlers();
-  all.add(std::make_unique<zNotifyNode>(&recorder, toHandler(&Recorder::second), kMsgCommand));
-  child.addParentHandler(&other, toHandler(&Recorder::first));
-  child.addCtrlHandler(&recorder, toHandler(&Recorder::first), kCode);
+  all.add(std::make_unique<zNotifyNode>(&recorder, kSecond, kMsgCommand));
+  child.addParentHandler(&other, kFirst);
+  child.addCtrlHandler(&recorder, kFirst, kCode);
   const auto command = [&](int id = kId, int code = kCode) {
     zEvent event = zEvent::of(kMsgCommand, id);
     event.lparam = code;
     return dispatched(event, pane);
   };
-  EXPECT_EQ(command(), "r.first 273, o.first 273, r.second 273, command 273 17, ");
-  EXPECT_EQ(command(kId, kCode + 1), "o.first 273, r.second 273, command 273 17, ");
-  EXPECT_EQ(command(kId - 1), "r.second 273, command 273 16, ");
-  EXPECT_EQ(command(kId + 1), "r.second 273, command 273 18, ");
+  EXPECT_EQ(command(), "r1:273 o1:273 r2:273 command:273:17 ");
+  EXPECT_EQ(command(kId, kCode + 1), "o1:273 r2:273 command:273:17 ");
+  EXPECT_EQ(command(kId - 1) + command(kId + 1), "r2:273 command:273:16 r2:273 command:273:18 ");
   EXPECT_EQ(dispatched(zEvent::of(kMsgKeyUp, kId), pane), "");
   recorder.taken = 1;
-  EXPECT_EQ(command(), "r.first 273, ");
-  EXPECT_EQ(command(kId + 1), "r.second 273, ");
+  EXPECT_EQ(command() + command(kId + 1), "r1:273 r2:273 ");
   recorder.taken = 0;
 
-  all.remove(zEvent::of(kMsgCommand), &recorder, toHandler(&Recorder::second));
-  child.removeCtrlHandler(&recorder, toHandler(&Recorder::first), kCode + 1);
-  child.removeParentHandler(&other, toHandler(&Recorder::second));
-  EXPECT_EQ(command(), "r.first 273, o.first 273, command 273 17, ");
-  child.removeCtrlHandler(&recorder, toHandler(&Recorder::first), kCode);
-  child.removeParentHandler(&other, toHandler(&Recorder::first));
-  EXPECT_EQ(command(), "command 273 17, ");
+  all.remove(zEvent::of(kMsgCommand), &recorder, kSecond);
+  child.removeCtrlHandler(&recorder, kFirst, kCode + 1);
+  child.removeParentHandler(&other, kSecond);
+  EXPECT_EQ(command(), "r1:273 o1:273 command:273:17 ");
+  child.removeCtrlHandler(&recorder, kFirst, kCode);
+  child.removeParentHandler(&other, kFirst);
+  EXPECT_EQ(command(), "command:273:17 ");
+
+  child.addHandler(&recorder, kFirst, kMsgEnable);
+  recorder.action = [&] { note(child.isEnabled() ? "enabled" : "disabled"); };
+  child.disable();
+  child.enable();
+  EXPECT_EQ(noted(), "r1:10 disabled r1:10 enabled ");
 }
 
 TEST_F(Dispatch, TheLatestHandlerRunsFirstAndHandlersMayBeRemovedInTheMiddleOfAWalk) {
   const zEvent moved = zEvent::of(kMsgMouseMove);
-  frame.addHandler(&recorder, toHandler(&Recorder::first), kMsgMouseMove);
-  frame.addHandler(&recorder, toHandler(&Recorder::second), kMsgMouseMove);
-  frame.addHandler(&other, toHandler(&Recorder::first), kMsgMouseMove);
-  EXPECT_EQ(dispatched(moved, frame), "o.first 512, r.second 512, r.first 512, ");
-  other.taken = 1;
-  EXPECT_EQ(dispatched(moved, frame), "o.first 512, ");
-  other.taken = 0;
-  frame.removeHandler(&recorder, toHandler(&Recorder::first), kMsgMouseMove);
-  frame.removeHandler(&recorder, toHandler(&Recorder::second), kMsgButtonUp);
-  EXPECT_EQ(dispatched(moved, frame), "o.first 512, r.second 512, ");
-  Recorder meddler(journal, "m");
+  frame.addHandler(&recorder, kFirst, kMsgMouseMove);
+  frame.addHandler(&recorder, kSecond, kMsgMouseMove);
+  frame.addHandler(&other, kFirst, kMsgMouseMove);
+  EXPECT_EQ(dispatched(moved, frame), "o1:512 r2:512 r1:512 ");
+  frame.removeHandler(&recorder, kFirst, kMsgMouseMove);
+  frame.removeHandler(&recorder, kSecond, kMsgButtonUp);
+  Recorder meddler("m");
   meddler.action = [&] {
-    frame.removeHandler(&meddler, toHandler(&Recorder::first), kMsgMouseMove);
-    frame.removeHandler(&other, toHandler(&Recorder::first), kMsgMouseMove);
+    frame.removeHandler(&meddler, kFirst, kMsgMouseMove);
+    frame.removeHandler(&other, kFirst, kMsgMouseMove);
   };
-  frame.addHandler(&meddler, toHandler(&Recorder::first), kMsgMouseMove);
-  EXPECT_EQ(dispatched(moved, frame), "m.first 512, r.second 512, ");
-  EXPECT_EQ(dispatched(moved, frame), "r.second 512, ");
+  frame.addHandler(&meddler, kFirst, kMsgMouseMove);
+  EXPECT_EQ(dispatched(moved, frame), "m1:512 r2:512 ");
+  EXPECT_EQ(dispatched(moved, frame), "r2:512 ");
 }
 
 // Each of the events of a click, a key and a change of the focus may destroy the window.
@@ -85,17 +105,16 @@ TEST_F(Dispatch, AHandlerMayDestroyTheWindowOfTheEvent) {
   frame.bringUp();
   for (const int message :
        {kMsgButtonDown, kMsgButtonUp, kMsgMouseMove, kMsgFocusIn, kMsgKeyDown}) {
-    SCOPED_TRACE(message);
-    zWindow* pane = new RecordingPane(&frame, frame.fill(), journal, kStyleTabStop);
+    zWindow* pane = new NotingPane(&frame, frame.fill(), kStyleTabStop);
     frame.sizer()->update(nullptr);
     recorder.action = [&] { delete std::exchange(pane, nullptr); };
-    other.action = [] { ADD_FAILURE() << "asked after the end of the window"; };
-    pane->addHandler(&other, toHandler(&Recorder::first), message);
-    pane->addHandler(&recorder, toHandler(&Recorder::first), message);
+    pane->addHandler(&other, kFirst, message);
+    pane->addHandler(&recorder, kFirst, message);
     Widget widget = pane->widget();
     ui::waitFor([&] { return ui::isViewable(widget); }, "the pane on the screen");
+    noted();
     if (message == kMsgFocusIn || message == kMsgKeyDown) {
-      pane->startFocusTimer();
+      pane->takeFocus();
       ui::waitFor([&] { return pane == nullptr || ui::focusIs(widget); }, "the focus");
       ui::pressKey(XK_x);
     } else {
@@ -103,101 +122,59 @@ TEST_F(Dispatch, AHandlerMayDestroyTheWindowOfTheEvent) {
     }
     ui::waitFor([&] { return pane == nullptr; }, "the pane's end");
     ui::drain();
+    EXPECT_THAT(noted(), testing::EndsWith("r1:" + std::to_string(message) + " "));
   }
-  EXPECT_THAT(journal, testing::Not(testing::Contains("character 258 120")));
 }
 
 TEST_F(Dispatch, KeysGoToHandlersThenToAcceleratorsThenToTheCharacterOperation) {
-  RecordingPane pane(&frame, frame.fill(), journal, kStyleTabStop);
-  zApp::instance()->loadAccelerators(1800);
-  frame.show();
-  pane.startFocusTimer();
+  NotingPane pane(&frame, frame.fill(), kStyleTabStop);
+  frame.bringUp();
+  pane.takeFocus();
   ui::waitForFocus(pane.widget());
-  pane.addPlainHandler(&recorder, toHandler(&Recorder::first), kMsgKeyDown);
-  pane.addPlainHandler(&recorder, toHandler(&Recorder::second), kMsgKeyUp);
-  frame.addHandler(&other, toHandler(&Recorder::second), kMsgCommand);
-  const auto pressed = [&](ui::KeySymbol key, unsigned modifiers = ui::kNoModifier) {
-    journal.clear();
-    ui::pressKey(key, modifiers);
-    std::erase(journal, "r.second 257");
-    return journal;
-  };
-  const char* const down = "r.first 256";
-  EXPECT_THAT(pressed(XK_x), ElementsAre(down, "character 258 120"));
-  EXPECT_THAT(pressed(XK_F5), ElementsAre(down)) << "a key without a character is none";
-  EXPECT_THAT(pressed(XK_q, ui::kControl), ElementsAre(down, down, "o.second 273"))
-      << "Control itself, then the accelerator's command, and no character";
+  pane.addPlainHandler(&recorder, kFirst, kMsgKeyDown);
+  pane.addPlainHandler(&recorder, kSecond, kMsgKeyUp);
+  frame.addHandler(&other, kSecond, kMsgCommand);
+  zApp::instance()->loadAccelerators(1800);
+  EXPECT_EQ(pressed(XK_x), "r1:256 character:258:120 r2:257 ");
+  EXPECT_EQ(pressed(XK_F5), "r1:256 r2:257 ") << "a key without a character is none";
+  // Control itself, too, goes down and up.
+  EXPECT_EQ(pressed(XK_q, ui::kControl), "r1:256 r1:256 o2:273 r2:257 r2:257 ");
+  const std::string asCharacter = "r1:256 r1:256 character:258:17 r2:257 r2:257 ";
   {
     const zApp::ModalScope modal;
-    EXPECT_THAT(pressed(XK_q, ui::kControl), ElementsAre(down, down, "character 258 17"));
+    EXPECT_EQ(pressed(XK_q, ui::kControl), asCharacter);
   }
-  EXPECT_EQ(zApp::instance()->loadAccelerators(0), 0);
-  EXPECT_THAT(pressed(XK_q, ui::kControl), ElementsAre(down, down, "character 258 17"));
-  EXPECT_EQ(zApp::instance()->loadAccelerators(1800), 1);
   recorder.taken = 1;
-  EXPECT_THAT(pressed(XK_q, ui::kControl), ElementsAre(down, down));
-  journal.clear();
-  ui::pressKey(XK_y);
-  EXPECT_THAT(journal, ElementsAre(down, "r.second 257"));
+  EXPECT_EQ(pressed(XK_y), "r1:256 r2:257 ");
+  EXPECT_EQ(pressed(XK_q, ui::kControl), "r1:256 r1:256 r2:257 r2:257 ");
+  recorder.taken = 0;
+  zApp::instance()->loadAccelerators(0);
+  EXPECT_EQ(pressed(XK_q, ui::kControl), asCharacter);
 }
 
-TEST_F(Dispatch, AQuickSecondPressIsADoubleClickEvenOnAnotherWindow) {
-  RecordingPane left(&frame, new zGravSizer(kGravityLeft, 150, frame.sizer()), journal);
-  RecordingPane right(&frame, frame.fill(), journal);
-  frame.show();
-  ui::waitFor([&] { return ui::isViewable(left.widget()) && ui::isViewable(right.widget()); },
-              "both panes on the screen");
-  const Deadline deadline(Milliseconds(250));
-  ui::waitFor([&] { return deadline.hasPassed(); }, "earlier presses to be long ago");
-  journal.clear();
-  const auto clicked = [&](const zWindow& window) {
-    const std::size_t before = journal.size();
-    ui::click(window.widget(), 10, 10);
-    ui::waitFor([&] { return journal.size() >= before + 2; }, "the click");
-  };
-  clicked(left);
-  clicked(right);
-  std::erase(journal, "moved 512 0");
-  EXPECT_THAT(journal, ElementsAre("down 513 0", "up 514 0", "down 515 0", "up 514 0"));
-}
-
-TEST_F(Dispatch, AllWindowsAboveHearOfAChangeOfTheFocus) {
-  RecordingPane outer(&frame, frame.fill(), journal, kStyleTabStop, 10);
-  RecordingPane board(&outer, nullptr, journal, kStyleTabStop, 20);
+TEST_F(Dispatch, AQuickSecondPressIsADoubleClickAndAllWindowsAboveHearOfAChangeOfTheFocus) {
+  NotingPane outer(&frame, frame.fill(), kStyleTabStop, 10);
+  NotingPane board(&outer, nullptr, kStyleTabStop, 20);
   const auto half = [&] { return new zGravSizer(kGravityLeft, 100, board.sizer()); };
-  auto first = std::make_unique<RecordingPane>(&board, half(), journal, kStyleTabStop, 1);
-  RecordingPane second(&board, half(), journal, kStyleTabStop, 2);
+  auto first = std::make_unique<NotingPane>(&board, half(), kStyleTabStop, 1);
+  NotingPane second(&board, half(), kStyleTabStop, 2);
+  EXPECT_EQ(board.childById(2), &second);
+  EXPECT_EQ(board.childById(9), nullptr);
   frame.bringUp();
-  const auto heard = [&](RecordingPane& target) {
-    journal.clear();
-    target.startFocusTimer();
-    ui::waitForFocus(target.widget());
-    ui::drain();
-    return journal;
-  };
-  heard(*first);
-  EXPECT_THAT(heard(second), ElementsAre("focus 8 0", "focus 7 0", "20: 1 to 2", "10: 1 to 2"));
-  heard(*first);
-  journal.clear();
+  const Deadline longAgo(Milliseconds(250));
+  ui::waitFor([&] { return longAgo.hasPassed(); }, "earlier presses to be long ago");
+  noted();
+  ui::click(first->widget(), 10, 10);
+  EXPECT_THAT(noted(), testing::StartsWith("down:513:0 "));
+  ui::click(second.widget(), 10, 10);
+  EXPECT_EQ(noted(), "down:515:0 focus:8:0 focus:7:0 20:1>2 10:1>2 up:514:0 ")
+      << "a double click also on another window";
+  first->takeFocus();
+  ui::waitForFocus(first->widget());
+  noted();
   first.reset();
   ui::drain();
-  journal.clear();
-  second.startFocusTimer();
-  ui::waitFor([&] { return !journal.empty(); }, "the focus");
-  EXPECT_THAT(journal, testing::Contains(testing::AnyOf("10: none to 2", "10: 2 to 2")));
-}
-
-TEST_F(Dispatch, TheFirstChildIsFoundByIdAndEnablingIsToldWithTheNewState) {
-  const RecordingPane first(&frame, nullptr, journal, 0, 1);
-  RecordingPane second(&frame, nullptr, journal, 0, 2);
-  const RecordingPane third(&frame, nullptr, journal, 0, 2);
-  EXPECT_EQ(frame.childById(2), &second);
-  EXPECT_EQ(frame.childById(9), nullptr);
-  second.addHandler(&recorder, toHandler(&Recorder::first), kMsgEnable);
-  recorder.action = [&] { journal.push_back(second.isEnabled() ? "enabled" : "disabled"); };
-  second.disable();
-  second.enable();
-  EXPECT_THAT(journal, ElementsAre("r.first 10", "disabled", "r.first 10", "enabled"));
+  EXPECT_THAT(noted(), testing::HasSubstr("10:0>"));
 }
 
 }  // namespace

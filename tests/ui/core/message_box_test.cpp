@@ -13,24 +13,9 @@ namespace {
 
 constexpr const char* kTitle = "Korvane - Page file";
 
-/// The button of a message box with this label.
-Widget button(const std::string& label) {
-  const std::vector<Widget> parts = ui::partsOf(ui::part(kTitle, "MessageBox"));
-  return *std::find_if(parts.begin(), parts.end(),
-                       [&](Widget part) { return ui::textOf(part) == label; });
-}
-
 class MessageBox : public testing::Test {
  protected:
-  MessageBox() {
-    frame->sizer()->setSize({300, 200});
-    frame->show();
-    ui::waitForDialog("Parent");
-  }
-  ~MessageBox() override {
-    frame.reset();
-    ui::waitForNoDialog("Parent");
-  }
+  MessageBox() { frame->bringUp(); }
 
   /// The answer of a box that is answered by `action`.
   int answer(int style, const std::function<void()>& action, const std::string& text = "Text") {
@@ -42,7 +27,15 @@ class MessageBox : public testing::Test {
     return result;
   }
 
-  std::unique_ptr<TestFrame> frame = std::make_unique<TestFrame>(new zSizer(nullptr), "Parent");
+  /// Of the box, once it has the keyboard.
+  static std::string look() {
+    std::string seen;
+    const auto hasFocus = [&] { return (seen = ui::look(kTitle)).find("focus") != seen.npos; };
+    ui::waitFor(hasFocus, "the focus on a button");
+    return seen;
+  }
+
+  std::unique_ptr<TestFrame> frame = std::make_unique<TestFrame>();
 };
 
 // Its look, its modality, then the answers: to Return, to each button, to Escape, to a close.
@@ -61,43 +54,43 @@ TEST_F(MessageBox, ShowsItsStyleAndAnswersByMouseKeyboardAndTheWindowManagersClo
            {6 | kBoxSystemModal, "{} Text --- [OK] default focus [Cancel] 3: 1 12 22"},
        }) {
     std::string seen;
-    const auto add = [&, kind = style](const std::function<void()>& action) {
-      seen += std::to_string(answer(kind, action));
-    };
-    std::string look;
-    add([&] {
-      const auto hasFocus = [&] { return (look = ui::look(kTitle)).find("focus") != look.npos; };
-      ui::waitFor(hasFocus, "the focus on a button");
-      seen =
-          look + std::to_string(ui::resource(ui::part(kTitle, "MessageBox"), "dialogStyle")) + ": ";
+    const int byReturn = answer(style, [&] {
+      seen = look() + std::to_string(ui::resource(ui::part(kTitle, "MessageBox"), "dialogStyle"));
       ui::pressKey(XK_Return);
     });
-    seen += " ";
-    for (std::size_t at = 0; (at = look.find('[', at)) != look.npos; ++at) {
-      add([&] { ui::click(button(look.substr(at + 1, look.find(']', at) - at - 1))); });
+    const auto buttons = std::count(seen.begin(), seen.end(), '[');
+    seen += ": " + std::to_string(byReturn) + " ";
+    for (auto left = buttons; left > 0; --left) {
+      seen += std::to_string(answer(style, [&] {
+        const std::vector<Widget> parts = ui::partsOf(ui::part(kTitle, "MessageBox"));
+        ui::click(*(parts.end() - left));
+      }));
     }
-    seen += " ";
-    add([] { ui::pressKey(XK_Escape); });
-    add([] { ui::closeByWindowManager(ui::windowWithTitle(kTitle)); });
+    seen += " " + std::to_string(answer(style, [] { ui::pressKey(XK_Escape); })) +
+            std::to_string(
+                answer(style, [] { ui::closeByWindowManager(ui::windowWithTitle(kTitle)); }));
     std::replace(seen.begin(), seen.end(), '\n', ' ');
     EXPECT_EQ(seen, expected);
   }
 }
 
 TEST_F(MessageBox, ShowsAnyTextWholeWithItsButtonsOnTheScreen) {
-  std::string manyLines = "line";
-  for (int line = 0; line < 40; ++line) {
-    manyLines += "\nline " + std::to_string(line);
-  }
-  const std::string wide(20000, 'w');
-  for (const auto& [text, look] : {std::pair<std::string, std::string>("", ""),
-                                   {"\n\nlines", "\n\nlines\n"},
-                                   {"byte \xe4\xff here", "byte \xe4\xff here\n"},
-                                   {wide, "<" + wide + ">\nbar 0 of 0 to 200 by 30\n"},
-                                   {manyLines, "<" + manyLines + ">\nbar 0 of 0 to 41 by 30\n"}}) {
-    const auto action = [&, shown = "{warning}\n" + look + "---\n[OK] default focus\n"] {
-      ui::waitForFocus(button("OK"));
-      EXPECT_TRUE(ui::look(kTitle) == shown) << shown.substr(0, 40);
+  const auto lines = [](int count) {
+    std::string text = "line";
+    while (--count > 0) {
+      text += "\nline " + std::to_string(count);
+    }
+    return text;
+  };
+  for (const auto& [text, scrolls] : {std::pair<std::string, bool>("byte \xe4\xff here", false),
+                                      {lines(40), false},
+                                      {lines(41), true},
+                                      {std::string(140, 'w') + "\nline", false},
+                                      {std::string(20000, 'w'), true},
+                                      {std::string(141, 'w'), true}}) {
+    const auto action = [shown =
+                             "{warning}\n" + (scrolls ? "<" + text + ">\nbar" : text + "\n---\n")] {
+      EXPECT_TRUE(look().starts_with(shown)) << shown;
       EXPECT_TRUE(ui::isOnTheScreen(ui::windowWithTitle(kTitle)));
       ui::pressKey(XK_F1);  // stands for a button that is not there
       ui::pressKey(XK_Return);
@@ -132,11 +125,11 @@ TEST(MessageBoxDeathTest, EndsWhenTheApplicationStopsAndWaitsForItsAnswerAfterTh
   EXPECT_EXIT(
       {
         TestFrame frame;
-        frame.show();
-        for (const auto& action : {std::function<void()>([] { zApp::instance()->stop(); }),
-                                   std::function<void()>([] { ui::pressKey(XK_Return); })}) {
+        frame.bringUp();
+        for (const bool stops : {true, false}) {
           ui::ModalScript script;
-          script.onDialog(kTitle, action);
+          script.onDialog(kTitle,
+                          [&] { stops ? zApp::instance()->stop() : ui::pressKey(XK_Return); });
           std::cerr << script.run(
               [&] { return zMessage(&frame, "Text", kTitle, kBoxOkCancel).result; });
           ui::waitForNoDialog(kTitle);
