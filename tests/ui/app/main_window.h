@@ -3,17 +3,16 @@
 #include <gmock/gmock.h>
 #include <sys/socket.h>
 
-#include <array>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "app/message_handler.h"
 #include "app/wmain.h"
+#include "buttons/group_pane.h"
 #include "framework/controls/control.h"
 #include "framework/core/x_settings.h"
 #include "framework/menus/menu.h"
-#include "link/message_numbers.h"
 #include "link/tool_interface.h"
 #include "tests/support/connection.h"
 #include "tests/support/message.h"
@@ -23,14 +22,16 @@
 
 #include <X11/keysym.h>
 
+inline constexpr const char* kPrompt = "Korvane Select";
+
 /// The main window on a link whose other end is the test's.
 class MainWindow : public testing::Test {
  protected:
   MainWindow() {
     registerRecordControls();
     theSession = Session();
-    std::array<int, 2> ends{};
-    socketpair(AF_UNIX, SOCK_STREAM, 0, ends.data());
+    int ends[2];
+    socketpair(AF_UNIX, SOCK_STREAM, 0, ends);
     g_SocketClient = std::make_unique<SocketControlClient>(ends[0]);
     g_ToolSocket = ends[0];
     g_ToolState = LINK_CONNECTED;
@@ -62,6 +63,25 @@ class MainWindow : public testing::Test {
     }
     return lines;
   }
+  /// What is seen of the box that `call` brings up over the main window; Return ends it. The focus
+  /// is back in the main window then.
+  static std::string boxOf(const std::string& title, const std::function<void()>& call) {
+    const Window main = ui::windowWithTitle(g_AppTitle);
+    const auto isUp = [&] {
+      const Window box = ui::windowWithTitle(title);
+      return box != main && ui::hasInputFocus(box);
+    };
+    std::string look;
+    ui::ModalScript script;
+    script.when(isUp, title, [&] {
+      ui::drain();
+      look = ui::look(title);
+      ui::pressKey(XK_Return);
+    });
+    script.run(call);
+    ui::waitFor([&] { return ui::hasInputFocus(main); }, "the focus back in the main window");
+    return look;
+  }
   /// Null when there is none.
   template <class T>
   T* part() const {
@@ -71,6 +91,10 @@ class MainWindow : public testing::Test {
       found = dynamic_cast<T*>(child);
     }
     return found;
+  }
+  static void choose(int command) {
+    zEvent event = zEvent::of(kMsgCommand, command);
+    theGroupPane->mainWindow().mainMenu().dispatch(&event);
   }
 
   UniqueDescriptor own;

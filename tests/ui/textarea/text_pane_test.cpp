@@ -171,39 +171,28 @@ TEST_F(TextAreaTest, PageKeysOfEitherControlGoByPagesOrBehindControlToTheEnds) {
   }
 }
 
+// Of a message the answers of the log and of the command line, "*" where the latch holds then.
 TEST_F(TextAreaTest, OtherMessagesOfEitherControlDropTheLatchOrGoOnToTheWidget) {
+  const auto answers = [](int message, std::intptr_t code = 0, bool isHeld = true) {
+    std::string all;
+    for (zControl* control : std::initializer_list<zControl*>{theTextPane, theCommandLine}) {
+      theTextPane->setControlHeld(isHeld);
+      zEvent event = zEvent::of(message, code);
+      all += std::to_string(control->handle(&event));
+      all += theTextPane->controlHeld() ? "* " : " ";
+    }
+    return all;
+  };
+  EXPECT_EQ(answers(kMsgKeyDown, kKeyPageUp), "1* 1* ");
+  EXPECT_EQ(answers(kMsgKeyDown, kKeyBackspace), "0* 0* ") << "Control with H";
+  EXPECT_EQ(answers(0), "1 0 ") << "the pointer crosses an edge";
+  EXPECT_EQ(answers(515) + answers(516) + answers(518) + answers(519), "1 0 1* 0 1* 0 1 0 ")
+      << "the right button leaves the log's alone";
   appendLines(3);
-  const auto send = [](zControl& control, int message, std::intptr_t code) {
-    zEvent event = zEvent::of(message, code);
-    return control.handle(&event);
-  };
-  // What the log and the command line answer, and whether the latch holds in the end.
-  const std::tuple<int, std::intptr_t, int, int, bool> rows[] = {
-      {kMsgKeyDown, kKeyPageUp, 1, 1, true},
-      {kMsgKeyDown, kKeyPageDown, 1, 1, true},
-      {kMsgKeyDown, 'B', 0, 0, true},
-      {kMsgKeyDown, kKeyBackspace, 0, 0, true},  // Control with H
-      {515, 0, 1, 0, false},
-      {516, 0, 1, 0, false},  // the right button, which of the log
-      {518, 0, 1, 0, false},  // leaves the latch alone
-      {519, 0, 1, 0, false},
-      {0, 0, 1, 0, false},  // the pointer crosses an edge
-  };
-  for (const auto& [message, code, logResult, lineResult, isHeld] : rows) {
-    SCOPED_TRACE(message);
-    theTextPane->setControlHeld(true);
-    EXPECT_EQ(send(*theTextPane, message, code), logResult);
-    EXPECT_EQ(theTextPane->controlHeld(), isHeld || message == 516 || message == 518);
-    theTextPane->setControlHeld(true);
-    EXPECT_EQ(send(*theCommandLine, message, code), lineResult);
-    EXPECT_EQ(theTextPane->controlHeld(), isHeld);
-  }
-  EXPECT_EQ(send(*theTextPane, kMsgKeyDown, kKeyReturn), 0) << "Control with M";
-  for (const bool latch : {false, true}) {
-    theTextPane->setControlHeld(latch);
-    EXPECT_EQ(send(*theTextPane, kMsgKeyDown, 'A'), latch ? 1 : 0);
-    EXPECT_EQ(selected(), latch ? logText() : "");
-  }
+  EXPECT_EQ(answers(kMsgKeyDown, 'A', false), "0 0 ");
+  EXPECT_EQ(selected(), "");
+  EXPECT_EQ(answers(kMsgKeyDown, 'A'), "1* 0* ");
+  EXPECT_EQ(selected(), logText());
 }
 
 TEST_F(TextAreaTest, LogAndCommandLineFollowTheFrameAndTheKeyboardStays) {
