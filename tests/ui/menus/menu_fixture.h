@@ -26,21 +26,12 @@ class MenuTest : public testing::Test, public zEvH {
  protected:
   static constexpr const char* kTitle = "Menus";
 
-  /// The owner of the menus.
-  class Frame : public zAppFrame {
-   public:
-    explicit Frame(std::string& events, int x = 60)
-        : zAppFrame(nullptr, new zSizer(x, 60, 400, 300), 0xCF0000, kTitle), journal(events) {}
-
-    int command(zEvent* event) override {
-      EXPECT_EQ(event->lparam, reinterpret_cast<std::intptr_t>(static_cast<zWindow*>(this)));
-      journal += "owner " + std::to_string(event->wparam) + ";";
-      return 1;
-    }
-
-   private:
-    std::string& journal;
-  };
+  /// An owner of menus, whose handler is "o".
+  std::unique_ptr<zAppFrame> makeFrame(int x) {
+    auto made = std::make_unique<zAppFrame>(nullptr, new zSizer(x, 60, 400, 300), 0xCF0000, kTitle);
+    made->addHandler(this, handler<'o'>(), kMsgCommand);
+    return made;
+  }
 
   MenuTest() {
     pane =
@@ -82,12 +73,15 @@ class MenuTest : public testing::Test, public zEvH {
     const std::string id = std::to_string(event->wparam);
     journal += std::string{kName, ' '};
     if (event->message == kMsgCommand) {
-      journal += id + (event->extra == kCommandFromAccelerator ? " by its key" : "");
-    } else if (event->message == kMsgMenuInit) {
-      journal += "shown";
+      const bool isByKey = event->extra == kCommandFromAccelerator;
+      EXPECT_EQ(event->lparam, isByKey ? 0 : reinterpret_cast<std::intptr_t>(event->window));
+      journal += id + (isByKey ? " by its key" : "");
+    } else if (event->lparam == kMenuClosed) {
+      journal += "closed";
     } else {
-      const bool isClosed = event->lparam == kMenuClosed;
-      journal += isClosed ? "closed" : "select " + id + "/" + std::to_string(event->extra);
+      journal += event->message == kMsgMenuInit
+                     ? "shown"
+                     : "select " + id + "/" + std::to_string(event->extra);
     }
     journal += ";";
     const bool isTaken = taker == kName;
@@ -138,7 +132,7 @@ class MenuTest : public testing::Test, public zEvH {
   std::string journal;
   char taker = 0;
   std::function<void()> action;
-  std::unique_ptr<Frame> frame = std::make_unique<Frame>(journal);
+  std::unique_ptr<zAppFrame> frame = makeFrame(60);
   zPane* pane = nullptr;
   zMenu* bar = nullptr;
   zMenu fileMenu;
