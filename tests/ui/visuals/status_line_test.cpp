@@ -18,10 +18,8 @@ constexpr zHelpText kHelp[] = {{kOpenId, "Opens a system"}, {kOpenId, "never"}, 
 
 std::time_t now = 0;
 
-/// The time of some day here, three hours east.
-std::time_t at(int hour, int minute) {
-  return (21 + hour) * 3600 + minute * 60;
-}
+// Midnight of some day in the tests' zone, three hours east.
+constexpr std::time_t kMidnight = 21 * 3600;
 
 class StatusLine : public VisualsTest {
  protected:
@@ -30,7 +28,6 @@ class StatusLine : public VisualsTest {
   StatusLine() {
     setenv("TZ", "XXX-3", 1);
     tzset();
-    now = at(9, 30);
     zStatusClock::setTimeSource([] { return now; });
     auto ownedMenu = std::make_unique<zMenu>(&frame);
     menu = ownedMenu.get();
@@ -56,10 +53,9 @@ class StatusLine : public VisualsTest {
   }
   void closeMenu() { arm(0, 0, kMenuClosed); }
   /// The item that is so far from the right edge.
-  template <typename Item = zStatusItemText>
-  Item* itemAt(int fromRight) {
-    return static_cast<Item*>(
-        line->visuals().hitTest({ui::areaOf(line->widget()).width - fromRight, 10}));
+  zStatusItemText* itemAt(int fromRight) {
+    const int x = ui::areaOf(line->widget()).width - fromRight;
+    return static_cast<zStatusItemText*>(line->visuals().hitTest({x, 10}));
   }
   static void holdKey(ui::KeySymbol key, bool isDown) {
     XTestFakeKeyEvent(ui::display(), XKeysymToKeycode(ui::display(), key), isDown ? True : False,
@@ -108,7 +104,10 @@ wwwwwwwwwww..wwwwwwwwwwwwwwwwwwwwwwww..wwwwwwwwwwwwwwwwwwwwwwww..wwwww
     EXPECT_EQ(help->rect(), zRect(0, 2, width - 108, 23));
     EXPECT_EQ(itemAt(1)->rect().width(), 8 * 6 + 8) << "of the clock";
   }
-  holdKey(XK_Caps_Lock, false);
+  // Twice, so that capitals are not locked.
+  for (const bool isDown : {false, true, false}) {
+    holdKey(XK_Caps_Lock, isDown);
+  }
 }
 
 TEST_F(StatusLine, ExplainsArmedItemsAndThenShowsWhatItShowedBefore) {
@@ -150,17 +149,18 @@ TEST_F(StatusLine, ExplainsArmedItemsAndThenShowsWhatItShowedBefore) {
 }
 
 TEST_F(StatusLine, TheClockIsDrawnWhenAMinuteIsOverButNotWhileHelpShows) {
-  auto* clock = itemAt<zStatusClock>(1);
+  auto* clock = static_cast<zStatusClock*>(itemAt(1));
   const auto drawn = [&] { return picture(*line, clock->rect()); };
-  const auto textAt = [&](std::time_t time) {
-    now = time;
+  const auto textAt = [&](int hour, int minute, int second) {
+    now = kMidnight + 3600 * hour + 60 * minute + second;
     clock->tick();
     return clock->text().str();
   };
-  EXPECT_EQ(textAt(at(0, 5)), "12:05 AM");
-  EXPECT_EQ(textAt(at(12, 0)), "12:00 PM");
-  EXPECT_EQ(textAt(at(11, 59)), "11:59 AM");
-  EXPECT_EQ(textAt(at(9, 30) + 59), "9:30 AM");
+  EXPECT_EQ(textAt(0, 5, 0), "12:05 AM");
+  EXPECT_EQ(textAt(12, 0, 0), "12:00 PM");
+  EXPECT_EQ(textAt(11, 59, 59), "11:59 AM");
+  EXPECT_EQ(textAt(9, 30, 0), "9:30 AM");
+  now += 59;
   const std::string before = drawn();
   ++now;
   // The key items look at the keyboard by themselves, too.
@@ -177,7 +177,7 @@ TEST_F(StatusLine, TheClockIsDrawnWhenAMinuteIsOverButNotWhileHelpShows) {
   ziStatusKeyItem::tick();
   arm(kOpenId);
   const std::string during = drawn();
-  EXPECT_EQ(textAt(at(9, 32)), "9:32 AM");
+  EXPECT_EQ(textAt(9, 32, 0), "9:32 AM");
   EXPECT_EQ(drawn(), during);
   closeMenu();
   ui::waitFor([&] { return drawn() != during; }, "the clock to be drawn");

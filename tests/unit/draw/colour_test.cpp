@@ -60,17 +60,12 @@ TEST_F(ColorCache, TheTwoHundredFiftySecondColourIsNotAskedFor) {
   EXPECT_EQ(requests, 251U);
 }
 
-TEST(Region, AddsIntersectsAndPullsCoordinatesIntoXsRange) {
-  zRegion first(zRect(0, 0, 10, 10));
-  const zRegion copy = first;
-  first.add({20, 20, 30, 40});
-  EXPECT_EQ(first.clipBox(), zRect(0, 0, 30, 40));
-  EXPECT_EQ(copy.clipBox(), zRect(0, 0, 10, 10));
-  first.intersect(zRegion(zRect(5, 5, 25, 25)));
-  EXPECT_EQ(first.clipBox(), zRect(5, 5, 25, 25));
-  first.intersect(zRegion(zRect(11, 11, 19, 19)));
-  EXPECT_EQ(first.clipBox(), zRect()) << "between its parts";
-  EXPECT_EQ(zRegion(zRect(-100000, 1, 100000, 50)).clipBox(), zRect(-32768, 1, 32767, 50));
+TEST(Region, IsACopyWithCoordinatesInXsRange) {
+  zRegion region(zRect(-100000, 1, 100000, 50));
+  const zRegion copy = region;
+  region.add({20, 20, 30, 60});
+  EXPECT_EQ(region.clipBox(), zRect(-32768, 1, 32767, 60));
+  EXPECT_EQ(copy.clipBox(), zRect(-32768, 1, 32767, 50));
   EXPECT_EQ(zRegion(zRect(10, 10, 5, 15)).clipBox(), zRect());
   EXPECT_EQ(zRegion(zRect(10, 10, 15, 5)).clipBox(), zRect());
 }

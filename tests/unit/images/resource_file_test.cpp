@@ -44,36 +44,11 @@ TEST(ResourceFile, FindsTheFirstRecordOfATypeAndIdAsFarAsItsIndexGoes) {
   }
 }
 
-template <typename... Values>
-std::string told(Values... values) {
-  std::ostringstream out;
-  ((out << values << ' '), ...);
-  return out.str();
-}
-
 // Intended: the first and the last character of a text are dropped, whatever they are.
 TEST(ResourceFile, HoldsTextsInQuotationMarks) {
   EXPECT_EQ(readStringResource(fromHex("01 00000004 226F6B22")), "ok");
   EXPECT_EQ(readStringResource(fromHex("01 00000001 22")), "");
   EXPECT_EQ(readStringResource(fromHex("01 FF000000 226F6B")), "o") << "as far as it goes";
-  EXPECT_EQ(readStringResource(fromHex("00 00000004 226F6B22")), std::nullopt);
-}
-
-TEST(ResourceFile, HoldsDialogsWholeOrNotAtAll) {
-  const std::string digits =
-      "00000001 000001F7 00000003 00000004 00000005 00000006 00000007 00 01 00000001 46 00000008"
-      "00000009 0000000A 0000000B 0000000C 01 00000002 4F4B 0000000D 0000000E 0000000F 00000010";
-  EXPECT_EQ(readDialogResource(fromHex(digits + "000000")), nullptr);
-  const auto loaded = readDialogResource(fromHex(digits + "00000011"));
-  ASSERT_NE(loaded, nullptr);
-  const DialogResource& d = loaded->dialog;
-  EXPECT_EQ(told(d.id, d.style, d.x, d.y, d.cx, d.cy, d.fontName, d.fontSize, d.icon, d.itemCount),
-            "503 3 4 5 6 7 F 8 9 1 ");
-  EXPECT_EQ(d.caption, nullptr);
-  const ControlRecord& item = d.items[0];
-  EXPECT_EQ(told(item.controlClass, item.reserved, item.id, item.text, item.style, item.x, item.y,
-                 item.cx, item.cy),
-            "10 11 12 OK 13 14 15 16 17 ");
 }
 
 TEST(BuiltInTable, KnowsItsResourcesByTypeAndId) {
