@@ -3,8 +3,6 @@
 #include "draw_test.h"
 #include "framework/draw/measure.h"
 #include "framework/draw/pictures.h"
-#include "tests/ui/draw/picture.h"
-#include "tests/ui/support/ui_test.h"
 
 namespace {
 
@@ -15,9 +13,7 @@ TEST_F(DrawTest, NothingIsDrawnBeforeTheFirstExposeButTextIsMeasured) {
   EXPECT_EQ(size, (zDimension{45, 15})) << "not locked yet";
   early.lock();
   EXPECT_EQ(early.fillRect({0, 0, 10, 10}, &blue), kNotReady);
-  EXPECT_EQ(early.polyline({{0, 0}, {9, 9}}), kNotReady);
   EXPECT_EQ(early.text(0, 0, "abc"), kNotReady);
-  EXPECT_EQ(early.setPixel(0, 0, kRed), kNotReady);
   EXPECT_EQ(early.drawBitmap(1, {0, 0, 1, 1}, {}), kNotReady);
   EXPECT_EQ(early.copyIcon(1, 1, {1, 1}, {}), kNotReady);
   early.copyArea({0, 0, 1, 1}, {2, 2});

@@ -5,6 +5,8 @@
 #include <string>
 
 #include "framework/draw/displays.h"
+#include "tests/ui/draw/picture.h"
+#include "tests/ui/support/ui_test.h"
 
 inline constexpr zColor kRed{0xFF0000};
 inline constexpr zColor kBlue{0x0000FF};
@@ -16,8 +18,21 @@ class DrawTest : public testing::Test, protected ziDisplayOwner {
  protected:
   inline static const zRect kAll{0, 0, 24, 16};
 
-  DrawTest();
-  ~DrawTest() override;
+  DrawTest() {
+    XSetWindowAttributes attributes{};
+    attributes.background_pixel = kColorLightGrey.rgb();
+    attributes.override_redirect = True;
+    attributes.event_mask = ExposureMask;
+    window = XCreateWindow(ui::display(), DefaultRootWindow(ui::display()), 0, 0, kAll.right,
+                           kAll.bottom, 0, CopyFromParent, InputOutput, CopyFromParent,
+                           CWBackPixel | CWOverrideRedirect | CWEventMask, &attributes);
+    XMapRaised(ui::display(), window);
+    XEvent event;
+    XWindowEvent(ui::display(), window, ExposureMask, &event);
+    takeEvents();
+    display.makeReady(ui::display(), window);
+  }
+  ~DrawTest() override { XDestroyWindow(ui::display(), window); }
 
   Window displayWindow() const override { return window; }
   unsigned long backgroundPixel() const override { return kColorLightGrey.rgb(); }
@@ -27,11 +42,35 @@ class DrawTest : public testing::Test, protected ziDisplayOwner {
 
   /// The events that have come since the last call, each by its area; "sent " before one that was
   /// sent and not caused by the server, "copied " for the end of a copy.
-  static std::string takeEvents();
+  static std::string takeEvents() {
+    XSync(ui::display(), False);
+    std::string result;
+    while (XPending(ui::display()) > 0) {
+      XEvent event;
+      XNextEvent(ui::display(), &event);
+      if (event.type == GraphicsExpose || event.type == NoExpose) {
+        result += "copied ";
+      } else if (event.type == Expose) {
+        const XExposeEvent& at = event.xexpose;
+        result += at.send_event != False ? "sent " : "";
+        result += told(zRect(zPoint{at.x, at.y}, zDimension{at.width, at.height}));
+      }
+    }
+    return result;
+  }
   /// See pictureOf and packed.
-  std::string picture(const zRect& area = kAll) const;
+  std::string picture(const zRect& area = kAll) const {
+    return packed(pictureOf(ui::display(), window, area));
+  }
   /// "left,top,right,bottom "
-  static std::string told(const zRect& area);
+  static std::string told(const zRect& area) {
+    std::string text;
+    for (const int edge : {area.left, area.top, area.right, area.bottom}) {
+      text += std::to_string(edge) + ',';
+    }
+    text.back() = ' ';
+    return text;
+  }
 
   int paintLock = 0;
   zRCFont font;

@@ -1,14 +1,48 @@
 #pragma once
 
+#include <map>
+#include <sstream>
 #include <string>
 
-#include "framework/draw/xtfwd.h"
 #include "support/geometry.h"
+
+#include <X11/Xlib.h>
+#include <X11/Xutil.h>
 
 /// What a window or pixmap shows in `area`, a line a row and a character a pixel: '.' the face
 /// colour 0xC0C0C0, 'd' its dark grey 0x808080, 'w' white, '#' black, 'r' red, 'b' blue, 'y'
 /// yellow, '?' any other. Begins with a line feed, as a raw string does that shows its rows.
-std::string pictureOf(Display* display, XID drawable, const zRect& area);
+inline std::string pictureOf(Display* display, XID drawable, const zRect& area) {
+  XImage* image =
+      XGetImage(display, drawable, area.left, area.top, static_cast<unsigned>(area.width()),
+                static_cast<unsigned>(area.height()), AllPlanes, ZPixmap);
+  const std::map<unsigned long, char> letters{{0xC0C0C0, '.'}, {0x808080, 'd'}, {0xFFFFFF, 'w'},
+                                              {0x000000, '#'}, {0xFF0000, 'r'}, {0x0000FF, 'b'},
+                                              {0xFFFF00, 'y'}};
+  std::string rows = "\n";
+  for (int y = 0; y < area.height(); ++y) {
+    for (int x = 0; x < area.width(); ++x) {
+      const auto found = letters.find(XGetPixel(image, x, y));
+      rows += found == letters.end() ? '?' : found->second;
+    }
+    rows += '\n';
+  }
+  XDestroyImage(image);
+  return rows;
+}
 
 /// A picture in which a row that comes again and again stands once, with " *3" behind it.
-std::string packed(const std::string& picture);
+inline std::string packed(const std::string& picture) {
+  std::istringstream rows(picture + "end\n");
+  std::string text;
+  std::string row;
+  std::string last;
+  for (int times = 0; std::getline(rows, row); ++times) {
+    if (times > 0 && row != last) {
+      text += last + (times > 1 ? " *" + std::to_string(times) : "") + '\n';
+      times = 0;
+    }
+    last = row;
+  }
+  return text;
+}

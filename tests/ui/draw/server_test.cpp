@@ -11,8 +11,6 @@
 #include "framework/draw/x_font_xm.h"
 #include "resources/builtin_table.h"
 
-#include <X11/Xlib.h>
-
 namespace {
 
 TEST_F(DrawTest, PicturesShowTheirColoursAndAskForEachOnce) {

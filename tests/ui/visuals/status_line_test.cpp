@@ -3,12 +3,10 @@
 #include "framework/visuals/status_line.h"
 
 #include "framework/menus/menu.h"
-#include "tests/ui/draw/picture.h"
 #include "tests/ui/visuals/visuals_test.h"
 
 #include <X11/extensions/XTest.h>
 #include <X11/keysym.h>
-#include <X11/Xlib.h>
 
 namespace {
 

@@ -2,8 +2,6 @@
 
 #include "tests/ui/visuals/visuals_test.h"
 
-#include <X11/Xlib.h>
-
 namespace {
 
 class Toolbar : public VisualsTest {
@@ -36,11 +34,11 @@ TEST_F(Toolbar, ABarHasLinesAndButtonsThatLookByTheirStyleAndState) {
   buttons.back()->moveResize(76, 4, 8, 7);
   ui::waitFor([&] { return buttons.back()->display()->isReady(); }, "the last button's paint");
   XEvent x = {};
+  x.xbutton.type = ButtonPress;
   x.xbutton.button = Button1;
   zEvent press;
   press.xevent = &x;
   for (const std::size_t held : {1U, 4U, 6U}) {
-    x.type = ButtonPress;
     buttons[held]->mouseButtonDown(&press);
   }
   for (const std::size_t grey : {2U, 5U}) {

@@ -1,14 +1,17 @@
 #pragma once
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include <functional>
 #include <string>
 
 #include "framework/core/frame.h"
+#include "framework/draw/displays.h"
 #include "framework/draw/pictures.h"
 #include "framework/layout/sizers.h"
+#include "framework/visuals/bevel.h"
 #include "framework/visuals/toolbar.h"
+#include "tests/ui/draw/picture.h"
 #include "tests/ui/support/ui_test.h"
 
 /// A frame that counts the commands that reach it, with a bar of one button of 12 by 11 pixels.
@@ -29,15 +32,42 @@ class VisualsTest : public testing::Test {
 
   static constexpr int kToolId = 1903;
 
-  VisualsTest();
+  VisualsTest()
+      : bar(new zToolbar(&frame, new zGravSizer(kGravityTop, 16, frame.sizer()), 25, nullptr)),
+        tool(addTool(2, 0, kToolId, 1)) {
+    bar->show();
+  }
 
   /// A button on the bar at `x`, which shows `images` images of 4 by 3 pixels: a blue ring, a blue
   /// block, a red block.
-  zToolButton* addTool(int x, int style, int id, int images);
+  zToolButton* addTool(int x, int style, int id, int images) {
+    auto* image = new zBitmap(4 * images, 3);
+    zBitmapDisplay canvas(*image);
+    canvas.lock();
+    fillArea(canvas, {0, 0, 8, 3}, zColor(0x0000FF));
+    fillArea(canvas, {1, 1, 3, 2}, kFaceColour);
+    fillArea(canvas, {8, 0, 12, 3}, zColor(0xFF0000));
+    auto* button = new zToolButton(bar, new zSizer(zPoint{x, 2}, zDimension{12, 11}, bar->sizer()),
+                                   style, id, image);
+    button->show();
+    return button;
+  }
   /// Shows the frame, with the pointer away from it, and waits until all is painted.
-  void showFrame();
+  void showFrame() {
+    ui::moveTo(DefaultRootWindow(ui::display()), 0, 0);
+    frame.show();
+    ui::waitForDialog("Visuals");
+    ui::waitFor([&] { return tool->display()->isReady(); }, "the first paint of the button");
+    ui::drain();
+  }
   /// What the screen shows of a window; see pictureOf. Without an area, all of it.
-  static std::string picture(const zWindow& window, zRect area = {});
+  static std::string picture(const zWindow& window, zRect area = {}) {
+    if (area.isZero()) {
+      const ui::ScreenArea all = ui::areaOf(window.widget());
+      area = {0, 0, all.width, all.height};
+    }
+    return pictureOf(ui::display(), ui::windowOf(window.widget()), area);
+  }
 
   Frame frame;
   zToolbar* bar;

@@ -123,7 +123,6 @@ TEST(Bmp, DecodesItsPixelsAndSaysWhatIsWrongWithThem) {
 TEST(Bmp, ALargePictureNeedsDataThatCouldFillIt) {
   EXPECT_TRUE(ziPicture::isAcceptable(32767, 8, 0) && ziPicture::isAcceptable(8, 32767, 0));
   EXPECT_FALSE(ziPicture::isAcceptable(32768, 8, 0) || ziPicture::isAcceptable(8, 32768, 0));
-  EXPECT_FALSE(ziPicture::isAcceptable(0, 8, 9) || ziPicture::isAcceptable(8, 0, 9));
   EXPECT_TRUE(ziPicture::isAcceptable(512, 512, 0) && ziPicture::isAcceptable(513, 512, 2052));
   EXPECT_FALSE(ziPicture::isAcceptable(513, 512, 2051));
   EXPECT_TRUE(ziPicture::isAcceptable(4096, 4096, 131072));
@@ -203,9 +202,6 @@ TEST(Ico, HasAMaskBehindThePictureAndItsWordsForWindowManagers) {
   wide.picture = wide.mask = ziPicture(10, 2);
   wide.mask.put(8, 0, 1);
   EXPECT_THAT(opaqueBits(wide).bits, ElementsAre(0xFF, 0x3, 0xFF, 0x2));
-  const ziMaskedPicture cursor = decodeCursor(directoryOf(kCursors, {kSixteen, kTwo}), "");
-  EXPECT_EQ(told(cursor.picture), "abb/bbb");
-  EXPECT_EQ(cursor.hotSpot, (zPoint{1, 1})) << "kept inside";
 }
 
 }  // namespace

@@ -23,8 +23,17 @@ std::string foundIn(const Bytes& bytes) {
 }
 
 TEST(ResourceFile, FindsTheFirstRecordOfATypeAndIdAsFarAsItsIndexGoes) {
-  const Bytes good = resourceFileOf(
-      {{10, 1, "61"}, {2, 3, "78"}, {10, 2, "6262"}, {10, 3, "63"}, {10, 3, "64"}, {10, 4, ""}});
+  // The signature, the version, the offset of the index (all offsets are five too low), the data
+  // and for each record in the index its type, id, offset and size.
+  const Bytes good = fromHex("7A536967343438383232 0000 0100" + std::string(164, '0') +
+                             "00000065 61 78 6262 63 64"
+                             "0000000A 00000001 0000005F 00000001"
+                             "00000002 00000003 00000060 00000001"
+                             "0000000A 00000002 00000061 00000002"
+                             "0000000A 00000003 00000063 00000001"
+                             "0000000A 00000003 00000064 00000001"
+                             "0000000A 00000004 00000065 00000000"
+                             "00000063 00000000 00000000 00000000");
   EXPECT_EQ(foundIn(good), "abbc");
   EXPECT_EQ(foundIn(Bytes(good.begin(), good.end() - 16)), "abbc") << "the end is not needed";
   EXPECT_EQ(foundIn(Bytes(good.begin(), good.begin() + 99)), "invalid ----");
