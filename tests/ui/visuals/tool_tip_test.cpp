@@ -98,7 +98,7 @@ TEST_F(ToolTip, ComesNearThePointerAndGoesWithIt) {
 }
 
 TEST_F(ToolTip, WhenItsTimeIsOverItComesBackOnlyAfterAnotherWindow) {
-  zToolTipCtrl::setDelays({10, 80});
+  zToolTipCtrl::setDelays({10, 200});
   tipOf(tool);
   waitForEnd();
   enter(tool, 8);
