@@ -7,15 +7,12 @@
 
 namespace {
 
-class Buttons : public ControlTest {
- protected:
-  static zSizer* place(int y = 10) { return new zSizer(10, y, 90, 40); }
-};
+using Buttons = ControlTest;
 
 TEST_F(Buttons, ArePressedByReturnAndSpaceAndAClickMayLeaveTheFocusWhereItIs) {
-  const zDefPushButton first(frame.get(), place(), kStyleControlStop, "a", 1);
-  zPushButton second(frame.get(), place(50), kStyleControlStop, "b", 2);
-  zCheckBox third(frame.get(), place(90), kStyleControlStop, "c", 3);
+  const zDefPushButton first(&frame, place(), kStyleControlStop, "a", 1);
+  zPushButton second(&frame, place(50), kStyleControlStop, "b", 2);
+  zCheckBox third(&frame, place(90), kStyleControlStop, "c", 3);
   focus(first);
   for (zButton* clicked : std::initializer_list<zButton*>{&second, &third}) {
     clicked->keepFocusOnClick();
@@ -31,10 +28,10 @@ TEST_F(Buttons, ArePressedByReturnAndSpaceAndAClickMayLeaveTheFocusWhereItIs) {
 
 TEST_F(Buttons, LabelsShowMnemonicsAndTabsInTheToolkitsForm) {
   const std::unique_ptr<zControl> controls[] = {
-      std::make_unique<zPushButton>(frame.get(), place(), kStyleControl, "&Old", 1),
-      std::make_unique<zRadioButton>(frame.get(), place(), kStyleControl, "&Old", 1),
-      std::make_unique<zGroupBox>(frame.get(), place(), kStyleControl, "&Old", 1),
-      std::make_unique<zStaticText>(frame.get(), place(), kStyleControl, "&Old")};
+      std::make_unique<zPushButton>(&frame, place(), kStyleControl, "&Old", 1),
+      std::make_unique<zRadioButton>(&frame, place(), kStyleControl, "&Old", 1),
+      std::make_unique<zGroupBox>(&frame, place(), kStyleControl, "&Old", 1),
+      std::make_unique<zStaticText>(&frame, place(), kStyleControl, "&Old")};
   for (const auto& control : controls) {
     Widget inside = ui::part(control->holder(), "Label");
     Widget label = inside != nullptr ? inside : control->widget();
@@ -46,10 +43,10 @@ TEST_F(Buttons, LabelsShowMnemonicsAndTabsInTheToolkitsForm) {
 }
 
 TEST_F(Buttons, AndLinesThatAreLowGiveTheirEdgesUpBeforeTheirText) {
-  zPushButton button(frame.get(), place(), kStyleControl, "Xg", 1);
-  zPushButton hidden(frame.get(), place(60), kStyleChild | kStyleBorder, "Xg", 2);
-  zEditLine line(frame.get(), place(110), kStyleControl | kStyleBorder, "Xg", 3);
-  const zStaticText label(frame.get(), place(160), kStyleControl, "Xg");
+  zPushButton button(&frame, place(), kStyleControl, "Xg", 1);
+  zPushButton hidden(&frame, place(60), kStyleChild | kStyleBorder, "Xg", 2);
+  zEditLine line(&frame, place(110), kStyleControl | kStyleBorder, "Xg", 3);
+  const zStaticText label(&frame, place(160), kStyleControl, "Xg");
   const int text = label.textSize().height;
   line.setFontSpec(zFontSpec("fixed", {0, text}), 1);
   // What is to spare; the shadow and the focus rectangle of buttons; the latter and the margin of
@@ -74,7 +71,7 @@ TEST_F(Buttons, AndLinesThatAreLowGiveTheirEdgesUpBeforeTheirText) {
 }
 
 TEST_F(Buttons, AGroupBoxHoldsTogglesAtTheirOwnPlacesAndExchangesTheirData) {
-  auto* group = new zGroupBox(frame.get(), new zSizer(20, 20, 300, 200), kStyleControl, "Name", 9);
+  auto* group = new zGroupBox(&frame, new zSizer(20, 20, 300, 200), kStyleControl, "Name", 9);
   auto* check = new zCheckBox(group, new zSizer(15, 30, 100, 30), kStyleControlStop, "one", 1);
   auto* radio = new zRadioButton(group, new zSizer(130, 90, 80, 30), kStyleControlStop, "r", 2);
   group->moveResize(40, 10, 250, 150);
@@ -99,7 +96,7 @@ TEST_F(Buttons, AGroupBoxHoldsTogglesAtTheirOwnPlacesAndExchangesTheirData) {
     int value = 7;
     toggle->setBoundValue(&value);
     EXPECT_EQ(toggle->showData(), 1);
-    EXPECT_EQ(frame->storeChildren(), 1);
+    EXPECT_EQ(frame.storeChildren(), 1);
     EXPECT_EQ(std::to_string(value) + heard(), "1") << "through the group; and not by the user";
     ui::click(toggle->widget());
     EXPECT_EQ(toggle->storeData(), 1);

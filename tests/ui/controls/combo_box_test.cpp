@@ -18,15 +18,11 @@ constexpr std::uint32_t kStyle = kStyleControlStop | kStyleBothScrolls;
 class ComboBox : public ControlTest {
  protected:
   ComboBox() {
-    for (zComboBoxBase* box : std::initializer_list<zComboBoxBase*>{&combo, &fixed}) {
-      box->addAll({"alpha", "beta", "gamma", "delta"});
-    }
+    combo.addAll({"alpha", "beta", "gamma", "delta"});
+    fixed.addAll({"alpha", "beta", "Apple", ""});
   }
-  static zSizer* place(int y = 10) { return new zSizer(10, y, 200, 140); }
-  static Widget partOf(const zComboBoxBase& of, const char* name) {
-    return ui::part(of.holder(), name);
-  }
-  static Widget listOf(const zComboBoxBase& of) { return partOf(of, "ScrolledList"); }
+  static Widget listOf(const zComboBoxBase& of) { return ui::part(of.holder(), "ScrolledList"); }
+  static Widget arrowOf(const zComboBoxBase& of) { return ui::part(of.holder(), "ArrowButton"); }
   static void clear(zComboBoxBase& box) {
     while (box.remove(0) != 0) {
     }
@@ -38,25 +34,16 @@ class ComboBox : public ControlTest {
     return textView(box.widget()) + " " + std::to_string(box.curSel()) + ": " +
            chosenIn(listOf(box)) + told;
   }
-  /// Whose list is on the screen, and what has been told.
-  std::string shown() {
-    std::string told = heard();
-    for (const zComboBoxBase* box : std::initializer_list<const zComboBoxBase*>{&combo, &fixed}) {
-      const bool isSeen = ui::isViewable(listOf(*box));
-      EXPECT_EQ(box->isDropDownShown(), isSeen);
-      told.insert(0, isSeen ? std::to_string(box->id()) + " " : "");
-    }
-    return told;
-  }
 
-  zComboBoxFull combo{frame.get(), place(), kStyle, 1};
-  zComboBoxStatic fixed{frame.get(), place(200), kStyle, 2};
+  zComboBoxFull combo{&frame, place(10, 140), kStyle, 1};
+  zComboBoxStatic fixed{&frame, place(200, 140), kStyle, 2};
 };
 
 TEST_F(ComboBox, IsAsHighAsItsEntryWithAnArrowBesideItAndAListBelowOrAbove) {
   const auto places = [&] {
-    return placesOf({combo.holder(), combo.widget(), partOf(combo, "ArrowButton"),
-                     partOf(combo, "zAppComboShell"), partOf(combo, "ScrolledListSW")});
+    return placesOf({combo.holder(), combo.widget(), arrowOf(combo),
+                     ui::part(combo.holder(), "zAppComboShell"),
+                     ui::part(combo.holder(), "ScrolledListSW")});
   };
   combo.showDropDown();
   EXPECT_EQ(places(), "10,10 200x23; 9,10 181x23; 190,10 20x23; 9,33 200x117; 9,33 200x117; ")
@@ -65,32 +52,32 @@ TEST_F(ComboBox, IsAsHighAsItsEntryWithAnArrowBesideItAndAListBelowOrAbove) {
   combo.setFontSpec(zFontSpec("courier", {0, 24}), 1);
   EXPECT_EQ(combo.sizer()->rect(), zRect(zPoint{30, 40}, zDimension{150, 90}));
   combo.showDropDown();
-  frame->moveResize(60, theScreen().screenHeight - 120, 400, 110);
-  const auto isThere = [&] {
-    zRect known;
-    combo.getExterior(known);
-    return known.top > theScreen().screenHeight - 150 && known.top == ui::areaOf(combo.holder()).y;
+  frame.moveResize(60, theScreen().screenHeight - 120, 400, 110);
+  ui::waitFor([&] { return !combo.isDropDownShown(); }, "the end of the list in a moved window");
+  const std::string above =
+      "30,40 150x35; 29,40 131x35; 160,40 20x35; 29,-15 150x55; 29,-15 150x55; ";
+  const auto isAbove = [&] {
+    combo.showDropDown();
+    return places() == above;
   };
-  ui::waitFor(isThere, "the window at the lower edge, and told of it");
-  EXPECT_EQ(shown(), "1:7 1:8 1:7 1:8 ");
-  combo.showDropDown();
-  EXPECT_EQ(places(), "30,40 150x35; 29,40 131x35; 160,40 20x35; 29,-15 150x55; 29,-15 150x55; ");
+  ui::waitFor(isAbove, "the list above the entry at the lower edge of the screen");
   combo.setBackground(zColor(0x8090A0));
-  EXPECT_EQ(numbers(partOf(combo, "ArrowButton"), {"background"}),
-            numbers(combo.widget(), {"background"}));
-  zComboBox simple(frame.get(), place(), kStyle, 3);
+  EXPECT_EQ(numbers(arrowOf(combo), {"background"}), numbers(combo.widget(), {"background"}));
+}
+
+TEST_F(ComboBox, TheSimpleKindAlwaysShowsItsList) {
+  zComboBox simple(&frame, place(10, 140), kStyle, 3);
   simple.add("alpha");
-  EXPECT_EQ(placesOf({simple.holder(), partOf(simple, "ScrolledListSW")}),
+  EXPECT_EQ(placesOf({simple.holder(), ui::part(simple.holder(), "ScrolledListSW")}),
             "10,10 200x140; 10,34 200x103; ");
   ui::doubleClickRow(listOf(simple), 0);
-  EXPECT_EQ(state(simple), "alpha^ 0: alpha 1:7 1:8 3:1 3:2 ") << "the kind that always shows it";
+  EXPECT_EQ(state(simple), "alpha^ 0: alpha 3:1 3:2 ");
 }
 
 TEST_F(ComboBox, WhatTheProgramChangesShowsAndIsToldNobody) {
   const auto after = [&](int result) { return std::to_string(result) + " " + state(combo); };
   EXPECT_EQ(after(combo.setCurSel(2)), "2 gamma^ 2: gamma ");
   EXPECT_EQ(after(combo.setCurSel(4)), "-1 gamma^ 2: gamma ");
-  EXPECT_EQ(after(combo.setCurSel(-2)), "-1 gamma^ 2: gamma ");
   EXPECT_EQ(after(combo.setCurSel(-1)), "-1 ^ -1: ");
   EXPECT_EQ(after(combo.selectString("delta")), "3 delta^ 3: delta ");
   EXPECT_EQ(after(combo.selectString("delt")), "-1 delta^ 3: delta ");
@@ -105,17 +92,14 @@ TEST_F(ComboBox, WhatTheProgramChangesShowsAndIsToldNobody) {
   EXPECT_EQ(after(combo.remove(1)), "1 behind^ 1: behind ");
   EXPECT_EQ(after(combo.remove(7)), "1 after^ 6: after ");
   EXPECT_EQ(after(combo.remove(7)), "0 after^ 6: after ");
-  EXPECT_EQ(combo.count(), 7);
   clear(combo);
-  EXPECT_EQ(state(combo), "^ -1: ");
+  EXPECT_EQ(after(combo.count()), "0 ^ -1: ");
   RWCString text = "untouched";
   EXPECT_EQ(combo.itemText(text, 0), 0);
   EXPECT_EQ(text, RWCString(""));
 
-  zComboBoxStatic sorted(frame.get(), place(), kStyle | kComboSorted, 3);
-  for (const char* added : {"b", "A", "a"}) {
-    sorted.add(added);
-  }
+  zComboBoxStatic sorted(&frame, place(10, 140), kStyle | kComboSorted, 3);
+  sorted.addAll({"b", "A", "a"});
   sorted.insert("z", 0);
   EXPECT_EQ(sorted.add("c"), 0) << "before the first greater row, wherever that stands";
   sorted.setCurSel(2);
@@ -154,16 +138,15 @@ TEST_F(ComboBox, KeysMoveInTheList) {
   ui::pressKey(XK_End, ui::kShift);
   ui::pressKey(XK_Down, ui::kControl);
   ui::pressKey(XK_Up, ui::kAlt);
-  EXPECT_EQ(state(combo), "[0]^ 0: 0 ") << "the caret moves";
+  EXPECT_EQ(state(combo), "[0]^ 0: 0 ");
 
-  fixed.addAll({"Apple", ""});
   focus(fixed);
   std::string way;
   for (const char* letter : {"a", "a", "A", "x", " ", "b", "b"}) {
     ui::typeText(letter);
     way += std::to_string(fixed.curSel());
   }
-  EXPECT_EQ(way, "0400011") << "to the next row that begins with the letter";
+  EXPECT_EQ(way, "0200011") << "to the next row that begins with the letter";
   EXPECT_EQ(state(fixed), "[beta]^ 1: beta 1:3 2:4 2:1 2:1 2:1 2:1 ");
 }
 
@@ -172,12 +155,10 @@ TEST_F(ComboBox, WhatTheUserTypesIsToldAndDeselectsTheRow) {
   focus(combo);
   ui::typeText("x");
   EXPECT_EQ(state(combo), "betax^ -1: 1:4 1:6 1:5 1:1 ");
-  ui::typeText("y");
-  EXPECT_EQ(state(combo), "betaxy^ -1: 1:6 1:5 ");
   ui::pressKey('a', ui::kControl);
   ui::pressKey(XK_Clear);
   ui::pressKey('x', ui::kAlt);
-  EXPECT_EQ(state(combo), "betaxy^ -1: ") << "no control characters";
+  EXPECT_EQ(state(combo), "betax^ -1: ") << "no control characters";
   ui::pressKey(XK_Down);
   ui::typeText("y");
   EXPECT_EQ(state(combo), "y^ -1: 1:1 1:6 1:5 1:1 ") << "over what was chosen";
@@ -187,65 +168,52 @@ TEST_F(ComboBox, WhatTheUserTypesIsToldAndDeselectsTheRow) {
   ui::typeText("x");
   EXPECT_EQ(state(combo), "x^y -1: 1:6 1:5 1:6 1:5 ") << "the caret moves where no list does";
 
-  combo.add((std::string(40000, 'x') + "\nend\n").c_str());
+  combo.add("two\nlines\n");
   combo.setCurSel(0);
-  EXPECT_EQ(combo.text(), RWCString(std::string(40000, 'x') + " end"));
   RWCString row;
   EXPECT_EQ(combo.itemText(row, 0), 1);
-  EXPECT_EQ(row, RWCString(std::string(40000, 'x') + "\nend\n"));
-  zEditBox source(frame.get(), new zSizer(10, 240, 200, 60), kStyleControl, "a\nb\n", 3);
-  combo.setText("");
+  EXPECT_EQ(row, RWCString("two\nlines\n"));
+  zEditBox source(&frame, new zSizer(10, 240, 200, 60), kStyleControl, "a\nb\n", 3);
   source.setSelection(0, 4);
   ui::click(combo.widget(), ui::kMiddleButton);
-  ui::waitFor([&] { return combo.text() == RWCString("a b"); }, "the pasted text");
+  ui::waitFor([&] { return combo.text() == RWCString("two linesa b"); }, "the pasted text");
 }
 
 TEST_F(ComboBox, OneListIsShownAtATimeAndIsHiddenByWhatLeavesItsComboBoxOrMovesIt) {
-  const auto show = [&] { combo.showDropDown(); };
-  const auto arrow = [&] { ui::click(partOf(combo, "ArrowButton")); };
-  const auto choose = [&] { ui::clickRow(listOf(combo), 2); };
-  const auto clickFixed = [&] { ui::click(fixed.widget()); };
+  const auto arrow = [&] { ui::click(arrowOf(combo)); };
   const auto press = [](ui::KeySymbol key, unsigned modifiers = 0) {
     return [=] { ui::pressKey(key, modifiers); };
   };
+  // What is done while the first list is shown; what is told, and whose list is on the screen then.
   const std::tuple<const char*, std::function<void()>, const char*> steps[] = {
-      {"its arrow", arrow, "1 1:4 1:7 "},
-      {"again", arrow, "1:8 "},
-      {"a key", press(XK_Down, ui::kAlt), "1 1:7 "},
-      {"in the list", press(XK_Down), "1 1:1 "},
-      {"the key again", press(XK_Down, ui::kAlt), "1:8 "},
-      {"shown", show, "1 1:7 "},
+      {"its arrow", arrow, "1:7 1:4 1:8 "},
+      {"a key", press(XK_Down, ui::kAlt), "1:7 1:8 "},
+      {"a key in the list", press(XK_Down), "1:7 1:1 +1"},
       {"Return", press(XK_Return), "1:8 "},
-      {"shown", show, "1 1:7 "},
-      {"Escape", press(XK_Escape), "1:8 "},
-      {"shown", show, "1 1:7 "},
-      {"choice", choose, "1:8 1:1 "},
-      {"a fixed entry", clickFixed, "2 1:3 2:4 2:7 "},
-      {"again", clickFixed, "2:8 "},
-      {"another button", [&] { ui::click(fixed.widget(), ui::kRightButton); }, ""},
-      {"shown", show, "1 1:7 "},
-      {"shown again", show, "1 "},
-      {"the other's arrow", [&] { ui::click(partOf(fixed, "ArrowButton")); }, "2 1:8 2:7 "},
-      {"the first", show, "1 2:8 1:7 "},
-      {"hiding a hidden one", [&] { fixed.hideDropDown(); }, "1 "},
-      {"a place without a focus", [&] { ui::click(frame->widget(), 350, 280); }, "1:8 "},
-      {"focus", [&] { focus(combo); }, "2:3 1:4 "},
-      {"shown", show, "1 1:7 "},
-      {"a layout that changes nothing", [&] { combo.moveResize(10, 10, 200, 140); }, "1 "},
+      {"Escape", press(XK_Escape), "1:7 1:8 "},
+      {"a choice", [&] { ui::clickRow(listOf(combo), 2); }, "1:7 1:8 1:1 "},
+      {"a fixed entry", [&] { ui::click(fixed.widget()); }, "1:7 1:8 1:3 2:4 2:7 +2"},
+      {"another button", [&] { ui::click(fixed.widget(), ui::kRightButton); }, "2:8 1:7 1:8 "},
+      {"the other's arrow", [&] { ui::click(arrowOf(fixed)); }, "1:7 1:8 2:7 +2"},
+      {"hiding a hidden one", [&] { fixed.hideDropDown(); }, "2:8 1:7 +1"},
+      {"a place without a focus", [&] { ui::click(frame.widget(), 350, 280); }, "1:8 "},
+      {"another focus", [&] { focus(combo); }, "1:7 2:3 1:4 +1"},
+      {"a layout that changes nothing", [&] { combo.moveResize(10, 10, 200, 140); }, "+1"},
       {"a move", [&] { combo.moveResize(20, 10, 200, 140); }, "1:8 "},
-      {"shown", show, "1 1:7 "},
-      {"the end of a dialog", closeOpenDropDown, "1:8 "},
-      {"shown", show, "1 1:7 "},
-      {"disabling", [&] { combo.disable(); }, "2:4 1:8 "},
-      {"disabled", show, ""},
-      {"its arrow", arrow, ""},
-      {"enabled", [&] { combo.enable(); }, ""},
-      {"its arrow", arrow, "1 2:3 1:4 1:7 "},
-      {"hiding", [&] { combo.show(kShowHide); }, "1:8 1:3 2:4 "},
+      {"the end of a dialog", closeOpenDropDown, "1:7 1:8 "},
+      {"disabling", [&] { combo.disable(); }, "1:7 2:4 1:8 "},
+      {"the arrow of a disabled one", arrow, ""},
+      {"enabling", [&] { combo.enable(); }, ""},
+      {"hiding", [&] { combo.show(kShowHide); }, "1:7 1:8 "},
   };
   for (const auto& [name, act, expected] : steps) {
+    combo.showDropDown();
     act();
-    EXPECT_EQ(shown(), expected) << name;
+    std::string shown = heard();
+    for (const zComboBoxBase* box : std::initializer_list<const zComboBoxBase*>{&combo, &fixed}) {
+      shown += ui::isViewable(listOf(*box)) ? "+" + std::to_string(box->id()) : "";
+    }
+    EXPECT_EQ(shown, expected) << name;
   }
   EXPECT_EQ(combo.curSel(), 2) << "what was chosen";
 }
@@ -261,10 +229,10 @@ TEST_F(ComboBox, OpensAtItsRowOrItsFirstAndScrollingItByMouseKeepsItOpen) {
   combo.showDropDown();
   EXPECT_EQ(numbers(listOf(combo), {"topItemPosition"}), "1 ");
   heard();
-  Widget bar = partOf(combo, "VertScrollBar");
+  Widget bar = ui::part(combo.holder(), "VertScrollBar");
   ui::click(bar, ui::areaOf(bar).width / 2, ui::areaOf(bar).height - 5);
   ui::wheel(listOf(combo), 10, 10, -2);
-  EXPECT_EQ(shown(), "1 ") << "the grab of the bar is no change of the focus";
+  EXPECT_EQ(heard(), "") << "the grab of the bar is no change of the focus";
   EXPECT_EQ(numbers(listOf(combo), {"topItemPosition"}), "8 ");
 }
 

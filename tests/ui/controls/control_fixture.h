@@ -4,7 +4,6 @@
 
 #include <functional>
 #include <initializer_list>
-#include <memory>
 #include <string>
 #include <utility>
 
@@ -48,28 +47,29 @@ class ControlFrame : public zAppFrame {
 };
 inline const zHandler kNoted = toHandler(&ControlFrame::noted);
 
-/// A frame on the screen to put controls into, which it owns. The focus is at a button of its own.
+/// A frame on the screen for controls, which it owns if they are not gone before. The focus is at a
+/// button of its own.
 class ControlTest : public testing::Test {
  protected:
   ControlTest() {
-    frame->show();
+    ui::waitForNoDialog("Controls");  // that of the last test
+    frame.show();
     ui::waitForDialog("Controls");
-    focus(*elsewhere);
-  }
-  ~ControlTest() override {
-    frame.reset();
-    ui::waitForNoDialog("Controls");
+    // Until the window manager has made the window the active one, it keeps clicks for itself.
+    ui::click(elsewhere->widget());
+    ui::waitFor([&] { return heard() == "0:0 "; }, "a click that comes through");
   }
 
+  static zSizer* place(int y = 10, int height = 40) { return new zSizer(10, y, 200, height); }
   /// The journal since the last call.
   std::string heard() {
     ui::drain();
-    return std::exchange(frame->journal, {});
+    return std::exchange(frame.journal, {});
   }
   /// Where widgets are in the frame, each as "X,Y WIDTHxHEIGHT; ".
   std::string placesOf(std::initializer_list<Widget> widgets);
 
-  std::unique_ptr<ControlFrame> frame = std::make_unique<ControlFrame>();
+  ControlFrame frame;
   const zControl* elsewhere =
-      new zPushButton(frame.get(), new zSizer(380, 0, 20, 20), kStyleControlStop, "", 0);
+      new zPushButton(&frame, new zSizer(380, 0, 20, 20), kStyleControlStop, "", 0);
 };

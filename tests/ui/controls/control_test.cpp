@@ -41,12 +41,12 @@ class ProbeButton : public zPushButton {
   std::string& journal;
 };
 
-TEST_F(ControlTest, ItsHolderHasThePlaceAndTheWidgetFillsItInAnyFont) {
+TEST_F(ControlTest, ItsHolderHasThePlaceAndTheWidgetFillsIt) {
   const auto push = [&](zSizer* sizer) {
-    return new zPushButton(frame.get(), sizer, kStyleControl, "x", 1);
+    return new zPushButton(&frame, sizer, kStyleControl, "x", 1);
   };
   const zControl* alone = push(new zSizer());
-  const zControl* atBottom = push(new zGravSizer(kGravityBottom, 25, frame->sizer()));
+  const zControl* atBottom = push(new zGravSizer(kGravityBottom, 25, frame.sizer()));
   zControl* moved = push(new zSizer(10, 20, 80, 30));
   moved->moveResize(30, 40, 120, 50);
   zControl* extreme = push(new zSizer(10, 20, 80, 30));
@@ -56,97 +56,77 @@ TEST_F(ControlTest, ItsHolderHasThePlaceAndTheWidgetFillsItInAnyFont) {
             "0,0 100x10; 0,275 400x25; 30,40 120x50; 30,40 120x50; -32768,5 1x32767; ")
       << "alone, by a layout, moved, beyond what the server knows";
   EXPECT_EQ(extreme->sizer()->rect(), zRect(zPoint{-90000, 5}, zDimension{1, 32767}));
-  zRect exterior;
-  moved->getExterior(exterior);
-  const ui::ScreenArea area = ui::areaOf(moved->holder());
-  EXPECT_EQ(exterior, zRect(zPoint{area.x, area.y}, zDimension{120, 50}));
-
-  zEditBox box(frame.get(), new zSizer(10, 60, 200, 100), kStyleControl | kStyleBothScrolls, "", 2);
-  zEditLine line(frame.get(), new zSizer(10, 170, 300, 40), kStyleControl, "text", 2);
-  zListBoxUnsorted list(frame.get(), new zSizer(10, 210, 200, 80), kStyleControl, 3);
-  const auto inner = [&] {
-    return placesOf({box.widget(), line.widget(), ui::part(list.holder(), "ScrolledListBoxSW")});
-  };
-  const std::string before = inner();
-  for (zControl* control : std::initializer_list<zControl*>{&box, &line, &list}) {
-    control->setFontSpec(zFontSpec("courier", {0, 24}), 1);
-  }
-  EXPECT_EQ(inner(), before);
 }
 
 TEST_F(ControlTest, ARecordSaysItsClassAndItsStyleHowItIsShown) {
   registerRecordControls();
+  frame.setBackground(zColor(0x8090A0));
   std::unique_ptr<zControl> made;
+  // Whether it is seen, enabled and a stop of Tab; the thickness of its border and of its shadow;
+  // whether it has the colour of the ground.
+  const auto look = [&] {
+    ui::drain();
+    const auto is = [&](const char* resource) { return ui::resource(made->widget(), resource); };
+    const bool isGround = is("background") == static_cast<int>(frame.background());
+    return std::string(ui::isViewable(made->widget()) ? "s" : "") +
+           (is("sensitive") != 0 ? "e" : "") + (is("traversalOn") != 0 ? "t " : " ") +
+           numbers(made->widget(), {"borderWidth", "shadowThickness"}) + (isGround ? "g" : "");
+  };
   const auto make = [&](std::uint32_t controlClass, std::uint32_t style) {
     const ControlRecord record{controlClass, 0, 4, "text", style, 0, 0, 0, 0};
-    zWindow* window = recordControlMaker()(frame.get(), record, new zSizer(10, 10, 120, 90));
+    zWindow* window = recordControlMaker()(&frame, record, new zSizer(10, 10, 120, 90));
     made.reset(static_cast<zControl*>(window));
     EXPECT_EQ(made->id(), 4);
+    return look();
   };
-  const auto looks = [&] {
-    ui::drain();
-    return (ui::isViewable(made->holder()) ? "seen " : "") +
-           numbers(made->widget(), {"sensitive", "traversalOn"});
+  const std::tuple<std::uint32_t, std::uint32_t, int, const char*, const char*> rows[] = {
+      // The record; what it makes, with all that it can show, and disabled with a border.
+      {kControlButton, kButtonPush, kClassPushButton, "set 0 2 g", " 1 2 g"},
+      {kControlButton, kButtonDefault, kClassDefPushButton, "set 1 2 g", " 1 2 g"},
+      {kControlButton, kButtonCheck, kClassCheckBox, "set 0 0 g", " 1 0 g"},
+      {kControlButton, kButtonAutoCheck, kClassCheckBox, "set 0 0 g", " 1 0 g"},
+      {kControlButton, kButtonRadio, kClassRadioButton, "set 0 0 g", "t 1 0 g"},
+      {kControlButton, kButtonAutoRadio, kClassRadioButton, "set 0 0 g", "t 1 0 g"},
+      {kControlButton, kButtonGroup, kClassGroupBox, "set 0 2 g", "t 1 2 g"},
+      {kControlButton, 13, kClassPushButton, "set 0 2 g", "t 1 2 g"},
+      {kControlImageButton, kButtonPush, kClassPushButton, "set 0 2 g", " 1 2 g"},
+      {kControlStaticText, 0, kClassStaticText, "set 0 0 g", " 1 0 g"},
+      {kControlEdit, 0, kClassEditLine, "set 0 1 ", " 0 2 "},
+      {kControlEdit, kEditMultiLine, kClassEditBox, "set 0 1 ", " 0 2 "},
+      {kControlListBox, 0, kClassListBoxUnsorted, "set 0 2 ", " 0 2 "},
+      {kControlListBox, kListSorted, kClassListBox, "set 0 2 ", " 0 2 "},
+      {kControlListBox, kListSorted | kListMultiple, kClassListBoxBase, "set 0 2 ", " 0 2 "},
+      {kControlScrollBar, 0, kClassScrollBarCtrl, "set 0 2 ", " 0 2 "},
+      {kControlComboBox, kComboSimple, kClassComboBox, "set 0 2 ", " 0 2 "},
+      {kControlComboBox, kComboDropDown, kClassComboBoxFull, "set 0 2 ", " 0 2 "},
+      {kControlComboBox, kComboDropDownStatic, kClassComboBoxStatic, "set 0 2 ", " 0 2 "},
   };
-  const struct {
-    std::uint32_t controlClass, style;
-    int made;
-    const char* edge;
-    const char* edges;  // as it is and with the border bit
-  } rows[] = {
-      {kControlButton, kButtonPush, kClassPushButton, "borderWidth", "0 1 "},
-      {kControlButton, kButtonDefault, kClassDefPushButton, "borderWidth", "1 1 "},
-      {kControlButton, kButtonCheck, kClassCheckBox, "borderWidth", "0 1 "},
-      {kControlButton, kButtonAutoCheck, kClassCheckBox, "borderWidth", "0 1 "},
-      {kControlImageButton, kButtonPush, kClassPushButton, "borderWidth", "0 1 "},
-      {kControlStaticText, 0, kClassStaticText, "borderWidth", "0 1 "},
-      {kControlEdit, 0, kClassEditLine, "shadowThickness", "1 2 "},
-      {kControlEdit, kEditMultiLine, kClassEditBox, "shadowThickness", "1 2 "},
-      {kControlListBox, 0, kClassListBoxUnsorted, "borderWidth", "0 0 "},
-      {kControlListBox, kListSorted, kClassListBox, "borderWidth", "0 0 "},
-      {kControlListBox, kListSorted | kListMultiple, kClassListBoxBase, "borderWidth", "0 0 "},
-      {kControlScrollBar, 0, kClassScrollBarCtrl, "borderWidth", "0 0 "},
-      {kControlComboBox, kComboSimple, kClassComboBox, "borderWidth", "0 0 "},
-      {kControlComboBox, kComboDropDown, kClassComboBoxFull, "borderWidth", "0 0 "},
-      {kControlComboBox, kComboDropDownStatic, kClassComboBoxStatic, "borderWidth", "0 0 "},
-  };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(testing::Message() << row.controlClass << " style " << row.style);
-    make(row.controlClass, row.style | kStyleControlStop);
-    EXPECT_TRUE(made->isA(row.made));
-    EXPECT_EQ(looks(), "seen 1 1 ");
-    std::string edges = numbers(made->widget(), {row.edge});
-    made->show(kShowHide);
-    made->disable();
-    EXPECT_EQ(looks(), "0 1 ");
-    make(row.controlClass, row.style | kStyleChild | kStyleDisabled | kStyleBorder);
-    EXPECT_EQ(looks(), "0 0 ");
-    edges += numbers(made->widget(), {row.edge});
+  for (const auto& [controlClass, style, result, plain, other] : rows) {
+    SCOPED_TRACE(testing::Message() << controlClass << " style " << style);
+    EXPECT_EQ(make(controlClass, style | kStyleControlStop), plain);
+    EXPECT_TRUE(made->isA(result));
+    EXPECT_EQ(make(controlClass, style | kStyleChild | kStyleDisabled | kStyleBorder), other);
     made->show();
     made->enable();
-    EXPECT_EQ(looks() + edges, std::string("seen 1 0 ") + row.edges);
-  }
-  for (const std::uint32_t kind : {kButtonGroup, kButtonRadio, kButtonAutoRadio, 13U}) {
-    make(kControlButton, kStyleControl | kind);
-    EXPECT_EQ(looks(), "seen 1 1 ") << "whether the style says so or not";
-    EXPECT_TRUE(made->isA(kind == 13U            ? kClassPushButton
-                          : kind == kButtonGroup ? kClassGroupBox
-                                                 : kClassRadioButton));
+    EXPECT_EQ(look(), std::string("se") + other);
+    made->show(kShowHide);
+    made->disable();
+    EXPECT_EQ(look(), other);
   }
 }
 
 TEST_F(ControlTest, InputGoesToHandlersThenAcceleratorsThenTheOperationThenTheWidget) {
-  auto* button = new ProbeButton(frame.get());
-  const zEditLine edit(frame.get(), new zSizer(20, 60, 80, 30), kStyleControlStop, "", 2);
+  auto* button = new ProbeButton(&frame);
+  zEditLine edit(&frame, new zSizer(20, 60, 80, 30), kStyleControlStop, "", 2);
   for (const int message : {kMsgKeyDown, kMsgKeyUp, kMsgButtonDown, kMsgFocusIn, kMsgFocusOut}) {
-    button->addHandler(frame.get(), kNoted, message);
+    button->addHandler(&frame, kNoted, message);
   }
-  zApp::instance()->handlers().add(std::make_unique<zNotifyNode>(frame.get(), kNoted, kMsgKeyDown));
+  zApp::instance()->handlers().add(std::make_unique<zNotifyNode>(&frame, kNoted, kMsgKeyDown));
   ui::moveTo(button->widget(), 5, 5);
   heard();
   // What a handler, and what an operation gives back.
   const auto act = [&](int byHandler, int byOperation, const std::function<void()>& action) {
-    frame->taken = byHandler;
+    frame.taken = byHandler;
     button->taken = byOperation;
     action();
     return heard();
@@ -164,61 +144,45 @@ TEST_F(ControlTest, InputGoesToHandlersThenAcceleratorsThenTheOperationThenTheWi
   EXPECT_EQ(act(1, 0, click), "move 513(0) up ");
   EXPECT_EQ(act(0, 0, [&] { ui::click(edit.widget(), ui::kRightButton); }), "crossing0 ");
   EXPECT_EQ(act(0, 0, [&] { ui::click(edit.widget(), ui::kMiddleButton); }), "8(0) focus 2:256 ");
-  zApp::instance()->handlers().remove(zEvent::of(kMsgKeyDown), frame.get(), kNoted);
-}
 
-TEST_F(ControlTest, AnEditKeepsPlainTypingToItselfAndOffersTheRest) {
-  zEditLine edit(frame.get(), new zSizer(10, 10, 200, 30), kStyleControlStop, "", 1);
-  for (const int message : {kMsgKeyDown, kMsgKeyUp}) {
-    edit.addHandler(frame.get(), kNoted, message);
-  }
-  focus(edit);
-  ui::typeText("a\xe4");
-  EXPECT_EQ(heard(), "1:256 1:768 1:768 ");
-  ui::pressKey('o', ui::kControl);
-  ui::pressKey(XK_Page_Up);
-  EXPECT_EQ(heard(), "256(65507) 256(15) 256(65365) ");
-  frame->taken = 1;
-  ui::pressKey(XK_BackSpace);
-  EXPECT_EQ(textView(edit.widget()), "a\xe4^") << "a key that a handler took";
-}
+  // An edit keeps plain typing and the releases of keys to itself.
+  edit.addHandler(&frame, kNoted, kMsgKeyUp);
+  EXPECT_EQ(act(0, 0, [] { ui::typeText("a\xe4"); }), "2:768 2:768 ");
+  EXPECT_EQ(act(0, 0, [] { ui::pressKey('o', ui::kControl); }), "256(65507) 256(15) ");
+  EXPECT_EQ(act(1, 0, [] { ui::pressKey(XK_BackSpace); }), "256(8) ");
+  EXPECT_EQ(textView(edit.widget()), "a\xe4^") << "the key was taken";
+  zApp::instance()->handlers().remove(zEvent::of(kMsgKeyDown), &frame, kNoted);
 
-TEST_F(ControlTest, NotificationsReachTheHandlerOfTheirCodeFirst) {
-  zPushButton button(frame.get(), new zSizer(10, 10, 90, 30), kStyleControlStop, "x", 5);
-  frame->taken = 1;
-  for (const int code : {kNotifyClicked, kNotifyClicked + 1}) {
-    button.setNotify(frame.get(), kNoted, code);
-  }
-  ui::click(button.widget());
-  button.removeNotify(frame.get(), kNoted, kNotifyClicked);
-  ui::click(button.widget());
-  EXPECT_EQ(heard(), "273(5) 5:0 ");
+  // A notification goes to the handler of its code first.
+  zPushButton plain(&frame, new zSizer(20, 100, 90, 30), kStyleControl, "x", 5);
+  const auto clickPlain = [&] { ui::click(plain.widget()); };
+  plain.setNotify(&frame, kNoted, kNotifyClicked);
+  plain.setNotify(&frame, kNoted, kNotifyClicked + 1);
+  EXPECT_EQ(act(1, 0, clickPlain), "273(5) ");
+  plain.removeNotify(&frame, kNoted, kNotifyClicked);
+  EXPECT_EQ(act(1, 0, clickPlain), "5:0 ");
 }
 
 TEST_F(ControlTest, MayBeDestroyedByAnyOfItsHandlers) {
   zControl* victim = nullptr;
   // The parent keeps what is bound to the id of a control that has gone.
   int id = 100;
-  const auto place = [] { return new zSizer(10, 10, 100, 100); };
-  const auto filled = [&](auto* made) {
+  const auto push = [&] { victim = new zPushButton(&frame, place(), kStyleControlStop, "", ++id); };
+  const auto edit = [&] { victim = new zEditLine(&frame, place(), kStyleControlStop, "", ++id); };
+  const auto list = [&] {
+    auto* made = new zListBoxUnsorted(&frame, place(10, 100), kStyleControlStop, ++id);
     made->addAll({"alpha", "beta"});
     victim = made;
   };
-  const auto push = [&] {
-    victim = new zPushButton(frame.get(), place(), kStyleControlStop, "x", ++id);
-  };
-  const auto edit = [&] {
-    victim = new zEditLine(frame.get(), place(), kStyleControlStop, "", ++id);
-  };
-  const auto list = [&] {
-    filled(new zListBoxUnsorted(frame.get(), place(), kStyleControlStop, ++id));
-  };
+  zComboBoxFull* made = nullptr;
   const auto combo = [&] {
-    filled(new zComboBoxFull(frame.get(), place(), kStyleControlStop, ++id));
+    made = new zComboBoxFull(&frame, place(10, 100), kStyleControlStop, ++id);
+    made->addAll({"alpha", "beta"});
+    victim = made;
   };
   const auto dropped = [&] {
     combo();
-    static_cast<zComboBoxBase*>(victim)->showDropDown();
+    made->showDropDown();
   };
   const auto click = [&] { ui::click(victim->widget()); };
   const auto type = [] { ui::typeText("x"); };
@@ -252,29 +216,16 @@ TEST_F(ControlTest, MayBeDestroyedByAnyOfItsHandlers) {
     ui::drain();
     focus(*victim);
     if (message != 0) {
-      victim->addPlainHandler(frame.get(), kNoted, message);
+      victim->addPlainHandler(&frame, kNoted, message);
     } else {
-      victim->setNotify(frame.get(), kNoted, code);
+      victim->setNotify(&frame, kNoted, code);
     }
-    frame->action = [&] { delete std::exchange(victim, nullptr); };
+    frame.action = [&] { delete std::exchange(victim, nullptr); };
     cause();
     ASSERT_EQ(victim, nullptr);
     EXPECT_EQ(openCombo, nullptr);
     ui::waitFor([] { return !ui::user().hasPopup(); }, "the end of the list that was shown");
   }
-}
-
-TEST_F(ControlTest, TakesTheColourOfItsParentWhereItIsPartOfTheGround) {
-  frame->setBackground(zColor(0x8090A0));
-  const auto place = [] { return new zSizer(0, 0, 80, 20); };
-  const zStaticText label(frame.get(), place(), kStyleControl, "label");
-  const zPushButton button(frame.get(), place(), kStyleControl, "button", 1);
-  const zEditLine edit(frame.get(), place(), kStyleControl, "", 1);
-  const auto colour = static_cast<int>(frame->background());
-  for (Widget widget : {label.widget(), label.holder(), button.widget()}) {
-    EXPECT_EQ(ui::resource(widget, "background"), colour);
-  }
-  EXPECT_NE(ui::resource(edit.widget(), "background"), colour);
 }
 
 }  // namespace

@@ -14,7 +14,6 @@ class ListBox : public ControlTest {
  protected:
   static constexpr std::uint32_t kStyle = kStyleControlStop | kStyleBothScrolls;
 
-  static zSizer* place() { return new zSizer(10, 10, 200, 200); }
   /// The row that was chosen last, the selected ones in view, and what has been told.
   std::string state(const zListBoxBase& list) {
     const std::string told = heard();
@@ -23,9 +22,9 @@ class ListBox : public ControlTest {
 };
 
 TEST_F(ListBox, SortsIfStyleAndClassSaySoAndTheSelectionFollowsItsRow) {
-  zListBox sorted(frame.get(), place(), kStyle | kListSorted, 1);
-  zListBox byClass(frame.get(), place(), kStyle, 1);
-  zListBoxUnsorted byStyle(frame.get(), place(), kStyle | kListSorted, 1);
+  zListBox sorted(&frame, place(10, 200), kStyle | kListSorted, 1);
+  zListBox byClass(&frame, place(10, 200), kStyle, 1);
+  zListBoxUnsorted byStyle(&frame, place(10, 200), kStyle | kListSorted, 1);
   std::string rows;
   for (const char* text : {"beta", "Alpha", "alpha", "Gamma"}) {
     for (zListBoxBase* list : std::initializer_list<zListBoxBase*>{&sorted, &byClass, &byStyle}) {
@@ -51,7 +50,7 @@ TEST_F(ListBox, SortsIfStyleAndClassSaySoAndTheSelectionFollowsItsRow) {
 TEST_F(ListBox, ShowsALineOfEveryTextAndGivesItBackAsItWasWithTheBarsOfItsStyle) {
   const std::vector<RWCString> texts = {"two\nlines", "byte \xE4", std::string(1001, 'x'), ""};
   for (const std::uint32_t bars : {0U, kStyleVertScroll, kStyleHorzScroll}) {
-    zListBoxUnsorted list(frame.get(), place(), kStyleControl | bars, 1);
+    zListBoxUnsorted list(&frame, place(10, 200), kStyleControl | bars, 1);
     list.addAll(texts);
     EXPECT_EQ(rowsIn(list.widget()), "two byte \xE4 " + std::string(1000, 'x') + "...  ");
     RWCString text;
@@ -69,7 +68,7 @@ TEST_F(ListBox, ShowsALineOfEveryTextAndGivesItBackAsItWasWithTheBarsOfItsStyle)
 }
 
 TEST_F(ListBox, TellsWhatTheUserDoesAndNotWhatTheProgramDoes) {
-  zListBoxUnsorted list(frame.get(), place(), kStyle, 1);
+  zListBoxUnsorted list(&frame, place(10, 200), kStyle, 1);
   for (int row = 0; row < 100; ++row) {
     list.add(std::to_string(row).c_str());
   }
@@ -105,7 +104,7 @@ TEST_F(ListBox, TellsWhatTheUserDoesAndNotWhatTheProgramDoes) {
 
 TEST_F(ListBox, AMultipleListExchangesAllChosenTexts) {
   for (const std::uint32_t policy : {0U, kListExtended}) {
-    zMultiList list(frame.get(), place(), kStyle | policy, 1);
+    zMultiList list(&frame, place(10, 200), kStyle | policy, 1);
     EXPECT_EQ(list.storeData() + list.showData(), 0);
     list.addAll({"a", "b", "c", "d", "c"});
     std::vector<RWCString> bound = {"c", "no such row", "a", "c", "c"};

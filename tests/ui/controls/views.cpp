@@ -31,15 +31,14 @@ std::string chosenIn(Widget list) {
 
 std::string textView(Widget text) {
   std::string view = ui::textOf(text);
-  const auto caret = static_cast<std::size_t>(ui::caretOf(text));
+  view.insert(static_cast<std::size_t>(ui::caretOf(text)), "^");
   XmTextPosition left = 0;
   XmTextPosition right = 0;
-  if (XmTextGetSelectionPosition(text, &left, &right) == False || left >= right) {
-    return view.insert(caret, "^");
+  if (XmTextGetSelectionPosition(text, &left, &right) != False && left < right) {
+    view.insert(static_cast<std::size_t>(right), "]");
+    view.insert(static_cast<std::size_t>(left), "[");
   }
-  const bool isAtEnd = caret == static_cast<std::size_t>(right);
-  view.insert(static_cast<std::size_t>(right), isAtEnd ? "]^" : "]");
-  return view.insert(static_cast<std::size_t>(left), isAtEnd ? "[" : "^[");
+  return view;
 }
 
 void focus(const zControl& control) {
@@ -50,9 +49,10 @@ void focus(const zControl& control) {
 
 std::string ControlTest::placesOf(std::initializer_list<Widget> widgets) {
   ui::drain();
-  const ui::ScreenArea board = ui::areaOf(frame->widget());
+  const ui::ScreenArea board = ui::areaOf(frame.widget());
   std::ostringstream places;
-  for (const ui::ScreenArea area : std::vector<ui::Place>(widgets.begin(), widgets.end())) {
+  for (Widget widget : widgets) {
+    const ui::ScreenArea area = ui::areaOf(widget);
     places << area.x - board.x << "," << area.y - board.y << " " << area.width << "x" << area.height
            << "; ";
   }
