@@ -4,7 +4,6 @@
 
 #include <filesystem>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "tests/e2e/app/user.h"
@@ -29,13 +28,10 @@ class AppTest : public testing::Test {
   /// The handshake. The start of the poll timer goes out with the acceptance: a program that hears
   /// nothing for a moment stops reading.
   void shakeHands() {
-    const Message connect = postmaster.expectConnect();
+    EXPECT_EQ(postmaster.expectConnect().sender, NELKVUI);
     postmaster.accept();
     postmaster.send(MSG_START_POLL_TIMER);
-    const Message ready = postmaster.expect(MSG_TOOL_READY);
-    EXPECT_EQ(
-        (std::vector<int>{connect.kind, connect.sender, connect.dest, ready.kind, ready.dest}),
-        (std::vector<int>{kFrameDirected, NELKVUI, NELMPM, kFrameUndirected, 0}));
+    EXPECT_EQ(postmaster.expect(MSG_TOOL_READY).kind, kFrameUndirected);
   }
 
   /// Waits until what the user types reaches the command line.
@@ -74,24 +70,30 @@ class AppTest : public testing::Test {
       postmaster.expect({MSG_UI_COMMAND, where}, one);
     }
   }
-  /// All text of the log, which is selected then.
-  std::string log() {
-    expectAnswer();
+  /// The log, which begins with `line`, has been copied into the command line, and is sent.
+  void expectInLog(const std::string& line, SourceLine where = SourceLine::current()) {
+    expectAnswer(where);
     user.awaitWindow(kMainTitle);
     awaitSleep();
-    user.selectAll(mainWindow);
-    awaitSleep();
-    return user.selection();
+    const screen::ScreenArea area = user.areaOf(mainWindow);
+    user.moveTo(area.x + area.width / 2, area.y + area.height / 2);
+    user.button(screen::kLeftButton, true);
+    user.button(screen::kLeftButton, false);
+    for (const screen::KeySymbol key : {XK_slash, XK_c, XK_v}) {
+      user.press(key, screen::kControl);
+    }
+    user.press(XK_Return);
+    hear({line}, where);
   }
 
+  std::filesystem::path procFolder() { return "/proc/" + std::to_string(postmaster.tool().id()); }
   /// Waits until the program has slept at each of many looks in a row: it has handled all input,
   /// and the delay with which it gives away the focus has passed.
   void awaitSleep() {
-    const std::string file = "/proc/" + std::to_string(postmaster.tool().id()) + "/stat";
     constexpr int kLooks = 30;
     int asleep = 0;
     const auto sleepsOn = [&] {
-      asleep = readFile(file).find(") S") != std::string::npos ? asleep + 1 : 0;
+      asleep = readFile(procFolder() / "stat").find(") S") != std::string::npos ? asleep + 1 : 0;
       return asleep == kLooks;
     };
     user.waitFor(sleepsOn, "a sleeping program");

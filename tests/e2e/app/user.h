@@ -1,7 +1,5 @@
 #pragma once
 
-#include <string>
-
 #include "tests/support/screen/user.h"
 
 /// The user in front of the program's screen, over an X connection of the test's own.
@@ -9,9 +7,4 @@ class User : public screen::User {
  public:
   User();
   ~User() override;
-
-  /// Selects all of the text area in the middle of `window`; the keyboard goes there.
-  void selectAll(Window window);
-  /// What is selected on the screen.
-  std::string selection();
 };

@@ -16,31 +16,22 @@ postmaster::Message message(int sender, int dest, int tag, const std::string& pa
 }
 
 TEST(TraceFormat, ShowsParametersAsFarAsTheyGoAndCutsLongOnes) {
-  std::string items;
-  for (int i = 0; i < 17; ++i) {
-    items += wireString("i");
-  }
+  const std::string item = wireString("i");
   const std::tuple<int, std::string, std::string> rows[] = {
-      {2005, wireString("a") + wireWord(0) + wireWord(-1) + wireWord(2) + items.substr(0, 10),
-       R"("a" "" -1 ["i", "i"])"},
       {2000, wireString(std::string_view("a\"\\\n\t\r\0\x7f\xe4", 9)),
        R"("a\"\\\n\t\r\x00\x7f\xe4")"},
       {2000, wireString(std::string(121, 'x')), '"' + std::string(120, 'x') + "\"... 121 bytes"},
-      {2001, wireString("a") + wireWord(-9), "\"a\" <malformed, 9 bytes in all>"},
-      {2010, wireWord(0) + wireWord(0) + wireWord(9) + wireString("x"),
-       "\"\" \"\" [\"x\"]<malformed, 17 bytes in all>"},
+      {2001, item + wireWord(-9), "\"i\" <malformed, 9 bytes in all>"},
+      {2017, wireWord(-1) + wireWord(0) + wireWord(2) + item + item, "-1 0 [\"i\", \"i\"]"},
+      {2017, wireWord(0) + wireWord(0) + wireWord(9) + item,
+       "0 0 [\"i\"]<malformed, 17 bytes in all>"},
       {2014, "abc", "<3 bytes more>"},
       {4711, "abc", "<3 bytes more>"},
   };
-  const auto parameters = [](int tag, const std::string& payload) {
-    const std::string line = describeMessage(*message(NELKV, NELKVUI, tag, payload));
-    return line.substr(line.find(')') + 2);
-  };
   for (const auto& [tag, payload, text] : rows) {
-    EXPECT_EQ(parameters(tag, payload), text);
+    const std::string line = describeMessage(*message(NELKV, NELKVUI, tag, payload));
+    EXPECT_EQ(line.substr(line.find(')') + 2), text);
   }
-  EXPECT_THAT(parameters(MSG_T_FIND, wireWord(0) + wireWord(0) + wireWord(17) + items),
-              testing::EndsWith("\"i\", \"i\"... 17 items]"));
 }
 
 TEST(CommandSplitting, FollowsQuotesAndBackslashes) {
