@@ -87,36 +87,6 @@ TEST_F(ToolInterface, putsOnTheSocketWhatTheStateAllows) {
   }
 }
 
-TEST_F(ToolInterface, sendsEachTypedMessageToItsReceiver) {
-  StringList bits;
-  bits.append("0");
-  bits.append("12");
-  sendCommand("go");
-  sendFileAnswer("/a/b");
-  sendStringAnswer("");
-  sendValueAnswer(nullptr);
-  sendListAnswer("-");
-  sendBitsAnswer(bits.head());
-  sendHelpRequest("topic");
-  sendSignalParameterAnswer("p");
-  sendDirectoryAnswer("/");
-  std::string expected;
-  for (const auto& [dest, tag, text] : {std::tuple(NELKV, 1002, "go"),
-                                        {NELKV, 1008, "/a/b"},
-                                        {NELKV, 1004, ""},
-                                        {NELKV, 1005, ""},
-                                        {NELKV, 1006, "-"},
-                                        {NELKV, 1009, nullptr},
-                                        {NELLINK, 10004, "topic"},
-                                        {NELKV, 1013, "p"},
-                                        {NELKV, 1010, "/"}}) {
-    expected += frame(
-        kFrameDirected, dest, tag,
-        text != nullptr ? wireString(text) : wireWord(2) + wireString("0") + wireString("12"));
-  }
-  EXPECT_EQ(sent(), expected);
-}
-
 TEST_F(ToolInterface, refusesWhatDoesNotFitAFrameWithOneLine) {
   const std::string payload(kEncodeBufferBytes, 'p');
   const auto refused = [&](auto send, const std::string& why, int expected) {
@@ -229,24 +199,6 @@ TEST_F(ToolInterface, isWokenBySignalsAndTakesThemForABrokenConnectionOnce) {
                    "1 -1 3\n0 0 3\n"));
 }
 
-TEST_F(ToolInterface, followsTheMessagesOfThePostmaster) {
-  const std::string name = socketFileName(0, getppid());
-  std::ofstream(name) << "socket";
-  const auto follow = [this](int state, int tag) {
-    g_ToolState = state;
-    arrive(tag, "ok");
-    const int result = ToolReceive(kReceivePoll);
-    return std::to_string(result) + " in state " + std::to_string(g_ToolState);
-  };
-  EXPECT_EQ(follow(LINK_CONNECTING, MSG_CONNECT_OK), "8000 in state 2");
-  EXPECT_EQ(follow(LINK_CONNECTED, MSG_CONNECT_DENIED), "-1 in state 4");
-  EXPECT_TRUE(std::filesystem::exists(name));
-  EXPECT_EQ(follow(LINK_CONNECTED, MSG_SHUTDOWN), "-1 in state 4");
-  EXPECT_FALSE(std::filesystem::exists(name));
-  EXPECT_EQ(sent(), frame(kFrameDirected, NELMPM, MSG_SHUTDOWN_ACK));
-  EXPECT_EQ(received, "1 8000 ok\n") << "the tool's handler sees none of the others";
-}
-
 // Calls that end the process or say goodbye, each in a process of its own.
 TEST_F(ToolInterface, leavesOrEndsTheProcessByItsState) {
   constexpr int kStays = 10;
@@ -268,6 +220,8 @@ TEST_F(ToolInterface, leavesOrEndsTheProcessByItsState) {
       {9, 0, kStays, "0 9\n", ""},
       {LINK_IDLE, MSG_CONNECT_OK, 155, error + "101\n", ""},
       {LINK_CONNECTING, MSG_CONNECT_OK, kStays, "8000 2\n", ""},
+      {LINK_CONNECTED, MSG_CONNECT_DENIED, kStays, "-1 4\n", ""},
+      {LINK_CONNECTED, MSG_SHUTDOWN, kStays, "-1 4\n", frame(kFrameDirected, NELMPM, 7002)},
       {LINK_CLOSED, 4711, kStays, error + "140:Unreachable code reached.\n4711 4\n", ""},
       {LINK_SHUTDOWN, MSG_CONNECT_OK, 155, error + "101\n", ""},
       {LINK_CONNECTED, MSG_SHUTDOWN_NOW, 154, "", ""},
@@ -284,7 +238,8 @@ TEST_F(ToolInterface, leavesOrEndsTheProcessByItsState) {
       _exit(kStays);
     };
     EXPECT_EXIT(call(), ExitedWithCode(row.status), says(row.says)) << row.state;
-    const bool keepsName = row.systemMessage != 0 && row.status != 155;
+    const bool keepsName =
+        row.systemMessage != 0 && row.systemMessage != MSG_SHUTDOWN && row.status != 155;
     EXPECT_EQ(std::filesystem::exists(name), keepsName) << row.state;
     EXPECT_EQ(sent(), row.sends) << row.state;
   }

@@ -61,26 +61,12 @@ TEST_F(QuestionTest, AreAnsweredByReturnAndCancelledByEscapeAndClose) {
   awaitCommandLine();
 }
 
-TEST_F(QuestionTest, AreCancelledByTheProgramWhereThereIsNothingToAsk) {
-  connect();
-  askList("Which?", 0, {});
-  postmaster.expect(MSG_UI_CANCEL);
-  askList("Press", 1, {}, MSG_T_ASK_SIGNAL_PARAM);
-  postmaster.expect(MSG_UI_CANCEL);
-  // A half-filled list goes with its question.
-  askList("first", 1, {"a"});
-  askList("first", 0, {});
-  postmaster.expect(MSG_UI_CANCEL);
-  askList("second", 0, {"b"});
-  answer(kPromptTitle);
-  postmaster.expect(MSG_UI_LIST_CHOICE, "b");
-  expectInLog("< No timer values available >");
-}
-
-TEST_F(QuestionTest, CollectListsFromSeveralMessagesAlsoWhileTheyAreShown) {
+TEST_F(QuestionTest, CollectListsFromSeveralMessagesOrAreCancelledWithoutAnyItem) {
   connect();
   askList("One of these", 1, {"m", "k"});
   askList("Press", 1, {"p"}, MSG_T_ASK_SIGNAL_PARAM);
+  askList("Press", 1, {}, MSG_T_ASK_SIGNAL_PARAM);
+  postmaster.expect(MSG_UI_CANCEL);
   user.type("still here\n");
   hear({"still here"});
   askList("", 0, {"z", "a"});
@@ -96,6 +82,14 @@ TEST_F(QuestionTest, CollectListsFromSeveralMessagesAlsoWhileTheyAreShown) {
   askList("", 0, {"q"}, MSG_T_ASK_SIGNAL_PARAM);
   answer(kPromptTitle, "v");
   postmaster.expect(MSG_UI_SIGNAL_PARAM, "v");
+  expectInLog("< Error: invalid Signalparameter-Definition >");
+  // A half-filled list goes with its question.
+  askList("first", 1, {"a"});
+  askList("first", 0, {});
+  postmaster.expect(MSG_UI_CANCEL);
+  askList("second", 0, {"b"});
+  answer(kPromptTitle);
+  postmaster.expect(MSG_UI_LIST_CHOICE, "b");
 }
 
 TEST_F(QuestionTest, AreEachAnsweredInTheOrderInWhichTheUserEndsThem) {
