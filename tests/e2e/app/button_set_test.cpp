@@ -5,7 +5,6 @@
 namespace {
 
 constexpr const char* kExitTitle = "Korvane UI Exit";
-constexpr const char* kLoadTitle = "Korvane UI Load Buttons";
 constexpr const char* kSaveTitle = "Korvane UI Save Buttons";
 constexpr const char* kErrorTitle = "Korvane UI Error";
 constexpr const char* kSet = ":Mine\nOne\ndo One\n:MENU &More\n&First\nsend;as one\n";
@@ -61,21 +60,6 @@ TEST_F(ButtonSetTest, IsAskedForBeforeAnyOtherEndAndNotWrittenWithoutAnAnswer) {
   answer(kExitTitle, "\t", XK_space);  // Discard: nothing else is possible
   expectEnd();
   EXPECT_EQ(savedSet(), kSet);
-}
-
-TEST_F(ButtonSetTest, LosesItsMenusToAnotherOne) {
-  startAndChangeTheSet();
-  folder.write("other set.btn", ":H\nfirst\ny\n:MENU &New\n&Word\nw\n");
-  choose(XK_b, XK_l);
-  answer(kLoadTitle, "no such file");
-  answer(kErrorTitle);
-  answer(kLoadTitle, "other set.btn");
-  awaitCommandLine();
-  choose(XK_n, XK_w);
-  hear({"w"});
-  user.press(XK_m, screen::kAlt);
-  awaitSleep();
-  EXPECT_FALSE(user.hasPopup());
 }
 
 }  // namespace

@@ -36,11 +36,6 @@ constexpr auto kToUi = MessageDirection::kReceivedByUi;
 constexpr auto kFromUi = MessageDirection::kSentByUi;
 constexpr int kHuge = std::numeric_limits<int>::max();
 
-std::string encode(MessageDirection direction, int tag, const ToolMessage& message) {
-  const int length = EncodeMessage(tag, message, g_EncodeBuffer, direction);
-  return length < 0 ? "none" : std::string(g_EncodeBuffer.data(), static_cast<std::size_t>(length));
-}
-
 /// Decodes a copy of exactly the payload's size, so that a sanitizer sees a read outside it.
 int decode(int tag, const std::string& payload, ToolMessage& message) {
   const std::vector<char> exact(payload.begin(), payload.end());
@@ -74,25 +69,22 @@ TEST(MessageTable, hasTheAgreedMessagesAndTheirParametersAndNoOthers) {
 }
 
 TEST(EncodeMessage, laysParametersEndToEndOrWritesNone) {
-  StringList items;
-  for (const char* item : {"one", "", "three"}) {
-    items.append(item);
-  }
-  ToolMessage message = ToolMessage().setText(0, "Title").setNumber(2, -2);
-  message.setList(3, items.head());
-  const std::string payload = wireString("Title") + wireWord(0) + wireWord(-2) + wireWord(3) +
-                              wireString("one") + wireWord(0) + wireString("three");
-  EXPECT_EQ(encode(kToUi, MSG_T_ASK_LIST, message), payload);
+  std::string text = "three";
+  StringListNode last{nullptr, 77, text.data()};  // the length is that of the text
+  StringListNode first{&last, 0, nullptr};
+  const ToolMessage message = ToolMessage().setText(0, "Title").setNumber(2, -2).setList(3, &first);
+  const std::string payload = wireString("Title") + wireWord(0) + wireWord(-2) + wireWord(2) +
+                              wireWord(0) + wireString("three");
+  const auto encode = [&](std::size_t size, MessageDirection direction) {
+    std::string bytes(size, '!');
+    const int used = EncodeMessage(MSG_T_ASK_LIST, message, bytes, direction);
+    return used < 0 ? std::to_string(used) : bytes.substr(0, static_cast<std::size_t>(used));
+  };
+  EXPECT_EQ(encode(99, kToUi), payload);
+  EXPECT_EQ(encode(99, kFromUi), "") << "unknown in this direction";
   for (std::size_t size = 0; size < payload.size(); ++size) {
-    std::vector<char> small(size);
-    EXPECT_EQ(EncodeMessage(MSG_T_ASK_LIST, message, small, kToUi), kEncodeFailed) << size;
+    EXPECT_EQ(encode(size, kToUi), std::to_string(kEncodeFailed)) << size;
   }
-  std::string text = "abc";
-  StringListNode node{nullptr, 77, text.data()};
-  EXPECT_EQ(encode(kFromUi, MSG_UI_BITS, ToolMessage().setList(0, &node)),
-            wireWord(1) + wireString("abc"))
-      << "the length is that of the text";
-  EXPECT_EQ(encode(kFromUi, MSG_T_ASK_LIST, message), "") << "unknown in this direction";
 }
 
 TEST(DecodeMessage, fillsTheWordsWithBlanksForNulsAndLeavesTheOthersAlone) {
@@ -116,11 +108,7 @@ TEST(DecodeMessage, fillsTheWordsWithBlanksForNulsAndLeavesTheOthersAlone) {
 
 TEST(DecodeMessage, reportsPositionAndLengthWhenTheyDiffer) {
   const std::string two = wireWord(0) + wireWord(0);
-  const struct {
-    int tag;
-    std::string payload;
-    long position;
-  } cases[] = {
+  const std::tuple<int, std::string, long> rows[] = {
       {MSG_T_EXIT_CONFIRM, "abcd", 0},
       {4711, "a", 0},
       {MSG_T_TEXT, wireString("text") + "!", 8},
@@ -136,33 +124,32 @@ TEST(DecodeMessage, reportsPositionAndLengthWhenTheyDiffer) {
       {MSG_T_ASK_BITS, two + wireWord(-1), 11},
       {MSG_T_ASK_BITS, two + wireWord(1) + wireWord(50), 66},
   };
-  for (const auto& item : cases) {
+  for (const auto& [tag, payload, position] : rows) {
     ToolMessage message{1, 1, 1, 1, 1};
     CaptureStderr();
-    EXPECT_EQ(decode(item.tag, item.payload, message), kDecodeLengthWrong);
+    EXPECT_EQ(decode(tag, payload, message), kDecodeLengthWrong);
     EXPECT_EQ(GetCapturedStderr(),
-              "**ERR:Message Decoder : Expected BufferLength=" + std::to_string(item.position) +
-                  ", Got Length=" + std::to_string(item.payload.size()) + "\n");
+              "**ERR:Message Decoder : Expected BufferLength=" + std::to_string(position) +
+                  ", Got Length=" + std::to_string(payload.size()) + "\n");
     // Nothing is left to release.
-    EXPECT_TRUE(item.tag != MSG_T_QUESTION || (message.text(0) == nullptr && message.w1 == 0));
+    EXPECT_TRUE(tag != MSG_T_QUESTION || (message.text(0) == nullptr && message.w1 == 0));
   }
 }
 
 TEST(DecodeMessage, neverReadsMoreThanAPayloadBufferWhateverTheLength) {
   const std::vector<char> buffer(kPayloadBufferBytes);
+  const auto refused = [](int tag, const char* payload, int length) {
+    ToolMessage message;
+    CaptureStderr();
+    EXPECT_EQ(DecodeMessage(tag, payload, length, &message), kDecodeLengthWrong);
+    EXPECT_THAT(GetCapturedStderr(), testing::EndsWith("=" + std::to_string(length) + "\n"));
+  };
   for (const int length : {-1, -kHuge, kHuge, kPayloadBufferBytes + 1}) {
-    for (const int tag : {+MSG_T_EXIT, +MSG_T_FIND, +MSG_T_TEXT}) {
-      ToolMessage message;
-      CaptureStderr();
-      EXPECT_EQ(DecodeMessage(tag, buffer.data(), length, &message), kDecodeLengthWrong);
-      EXPECT_THAT(GetCapturedStderr(),
-                  testing::EndsWith("Got Length=" + std::to_string(length) + "\n"));
-    }
+    refused(MSG_T_EXIT, buffer.data(), length);
+    refused(MSG_T_FIND, buffer.data(), length);
+    refused(MSG_T_TEXT, buffer.data(), length);
   }
-  ToolMessage message;
-  CaptureStderr();
-  EXPECT_EQ(DecodeMessage(MSG_T_TEXT, nullptr, 8, &message), kDecodeLengthWrong);
-  EXPECT_THAT(GetCapturedStderr(), testing::HasSubstr("BufferLength=4, Got Length=8"));
+  refused(MSG_T_TEXT, nullptr, 8);
 }
 
 TEST(DecodeMessage, leavesWhatItHasWhenMemoryRunsOut) {
@@ -174,8 +161,11 @@ TEST(DecodeMessage, leavesWhatItHasWhenMemoryRunsOut) {
     allocationsLeft = successes;
     const int result = decode(MSG_T_ASK_BITS, payload, message);
     EXPECT_EQ(result, kDecodeNoMemory);
-    const auto textOf = [&](int i) { return std::string(message.text(i) ? message.text(i) : ""); };
-    EXPECT_EQ(textOf(0) + textOf(1) + shown(message.list(2)), expected[successes]);
+    std::string all;
+    for (const int i : {0, 1}) {
+      all += message.text(i) != nullptr ? message.text(i) : "";
+    }
+    EXPECT_EQ(all + shown(message.list(2)), expected[successes]);
     FreeMessage(MSG_T_ASK_BITS, &message);
   }
 }
