@@ -130,7 +130,6 @@ TEST_F(QuestionTest, ForASearchFindOnceWhatWasAskedForTwiceAndGoOn) {
   answer(kMainTitle);  // the box that says: not found
   expectAnswer();
   EXPECT_EQ(user.awaitWindow(kMainTitle), mainWindow);
-  postmaster.send(MSG_T_FIND, 1, 1, List{"Process"});
   postmaster.send(MSG_T_FIND, 0, 3, List{"Timer"});
   answer(kPromptTitle, "Timer");
   awaitCommandLine();

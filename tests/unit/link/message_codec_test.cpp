@@ -3,29 +3,10 @@
 #include <gmock/gmock.h>
 
 #include <limits>
-#include <new>
 
 #include "link/message_numbers.h"
 #include "link/port_control.h"
 #include "tests/support/message.h"
-
-namespace {
-
-long allocationsLeft = -1;  // until one fails; negative: none does
-
-bool mayAllocate() {
-  return allocationsLeft < 0 || allocationsLeft-- > 0;
-}
-
-}  // namespace
-
-// The link allocates by these alone.
-void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
-  return mayAllocate() ? operator new(size) : nullptr;
-}
-void* operator new[](std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
-  return mayAllocate() ? operator new[](size) : nullptr;
-}
 
 namespace {
 
@@ -150,24 +131,6 @@ TEST(DecodeMessage, neverReadsMoreThanAPayloadBufferWhateverTheLength) {
     refused(MSG_T_TEXT, buffer.data(), length);
   }
   refused(MSG_T_TEXT, nullptr, 8);
-}
-
-TEST(DecodeMessage, leavesWhatItHasWhenMemoryRunsOut) {
-  const std::string payload =
-      wireString("a") + wireString("b") + wireWord(2) + wireString("c") + wireString("d");
-  const char* const expected[] = {"", "a", "ab", "ab", "abc/1 ", "abc/1 "};
-  for (long successes = 0; successes < std::ssize(expected); ++successes) {
-    ToolMessage message{1, 1, 1, 1, 1};
-    allocationsLeft = successes;
-    const int result = decode(MSG_T_ASK_BITS, payload, message);
-    EXPECT_EQ(result, kDecodeNoMemory);
-    std::string all;
-    for (const int i : {0, 1}) {
-      all += message.text(i) != nullptr ? message.text(i) : "";
-    }
-    EXPECT_EQ(all + shown(message.list(2)), expected[successes]);
-    FreeMessage(MSG_T_ASK_BITS, &message);
-  }
 }
 
 TEST(ToolMessage, endsTheProcessForAWordThatItDoesNotHave) {
