@@ -22,11 +22,6 @@ class Scenes : public AppTest {
   void showsABox() { asks(MSG_T_QUESTION, "Box", "Box", "text"); }
   void showsAPrompt() { asks(MSG_T_FIND, kPromptTitle, 0, 1, Parameter::List{"beta"}); }
   void showsAFileForm() { asks(MSG_T_ASK_FILE, "Log file", "Log file", "/", "log", "Logs"); }
-  void hasNotFound() {
-    showsAPrompt();
-    answer(kPromptTitle, "none");
-    user.awaitWindow(kMainTitle, mainWindow);
-  }
 
   void isClosed() { user.close(mainWindow); }
   void isLeftByMenu() { choose(XK_f, XK_x); }
@@ -79,7 +74,6 @@ const Ending kEndings[] = {
     {"Menu", &S::isInUse, &S::isLeftByMenu, {MSG_DISCONNECT}},
     {"TesterInTheEnd", &S::isInUse, &S::hearsExitConfirm, {MSG_DISCONNECT}},
     {"TesterUnderABox", &S::showsABox, &S::hearsExit, {MSG_DISCONNECT}},
-    {"TesterUnderASearch", &S::hasNotFound, &S::hearsExit, {MSG_DISCONNECT}},
     {"TesterUnderAPrompt", &S::showsAPrompt, &S::hearsExit, {MSG_DISCONNECT}},
     {"TesterUnderAFileForm", &S::showsAFileForm, &S::hearsExit, {MSG_DISCONNECT}},
     {"Refusal", &S::isConnecting, &S::isDenied, {}, kRefusedTitle},

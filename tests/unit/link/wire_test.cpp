@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <array>
 #include <cstring>
 #include <limits>
 
@@ -64,22 +65,18 @@ TEST(Frame, isBuiltUpToItsLargestSizeOnly) {
 /// was left alone, and what it said.
 std::string split(std::string text) {
   text.shrink_to_fit();
-  int tag = -9;
-  int sender = -9;
-  int length = -9;
-  int dest = -9;
+  std::array<int, 4> words{-9, -9, -9, -9};
   std::string data(kPayloadBufferBytes + 1, '!');
   CaptureStderr();
-  EXPECT_EQ(ToolFrameDecode(text.data(), static_cast<int>(text.size()), &tag, &sender, data.data(),
-                            &length, &dest),
+  EXPECT_EQ(ToolFrameDecode(text.data(), static_cast<int>(text.size()), &words[0], &words[1],
+                            data.data(), &words[3], &words[2]),
             1);
   EXPECT_EQ(data.back(), '!');
-  data.resize(data.find_last_not_of('!') + 1);
-  std::string said = std::to_string(tag);
-  for (const int word : {sender, dest, length}) {
-    said += " " + std::to_string(word);
+  std::string all;
+  for (const int word : words) {
+    all += std::to_string(word) + " ";
   }
-  return said + " " + data + GetCapturedStderr();
+  return all + data.substr(0, data.find_last_not_of('!') + 1) + GetCapturedStderr();
 }
 
 TEST(ToolFrameDecode, storesOnlyWhatCameOfTheAnnouncedLength) {
