@@ -1,6 +1,5 @@
 // The main window's menus, accelerators, toolbar and status line.
 
-#include <filesystem>
 #include <map>
 
 #include "app/main_bars.h"
@@ -9,7 +8,6 @@
 #include "buttons/dyn_button.h"
 #include "framework/draw/measure.h"
 #include "resources/resource_ids.h"
-#include "tests/support/basics.h"
 #include "tests/ui/app/main_window.h"
 
 namespace {
@@ -65,7 +63,7 @@ class Commands : public MainWindow {
     return seen;
   }
   /// Sets the scene: a selection, a text to paste, a search to go on with.
-  void prepare(zWindow* focused = nullptr) {
+  void prepare(zWindow* focused) {
     window->findFirst({"word", true, false});
     theTextPane->setSelection(5, 9);
     theSession.copyBuffer = "pasted";
@@ -78,6 +76,7 @@ class Commands : public MainWindow {
       ui::waitForFocus(focused->widget());
     }
   }
+  /// What differs from that, in lines.
   std::string outcome() {
     std::string seen = sent();
     seen += ui::isViewable(part<ClMainToolBar>()->widget()) ? "" : "no toolbar\n";
@@ -87,6 +86,17 @@ class Commands : public MainWindow {
     seen += entry.empty() ? "" : "entry " + entry + "\n";
     const int end = ui::caretOf(theTextPane->widget());
     return seen + (end == 9 ? "" : "found at " + std::to_string(end - 4) + "\n");
+  }
+  /// The same after `act`, or the title of the window that is expected to come up by it.
+  std::string outcomeOf(const std::function<void()>& act, const std::string& expected = "\n") {
+    const bool isTitle = !expected.ends_with('\n');
+    ui::ModalScript script;
+    if (isTitle) {
+      script.onDialog(expected, XK_Escape);
+    }
+    script.run(act);
+    ui::waitForDialog(g_AppTitle);
+    return (isTitle ? expected : "") + outcome();
   }
 };
 
@@ -134,70 +144,47 @@ TEST_F(Commands, AreExplainedInTheStatusLineAndGreyedInTheMenusWhereTheyAreImpos
             "Open an SDL-System (Symbol File)Delete this button group");
 }
 
-/// A command, the key that asks for it, the window that comes up and is escaped from, and what
-/// comes of it. Commands that send only are chosen from outside.
-struct Deed {
-  int command;
-  ui::KeySymbol key;
-  unsigned modifiers;
-  const char* title;
-  const char* outcome;
-};
-constexpr Deed kDeeds[] = {
-    {kCommandOpen, XK_o, ui::kControl, "Open Symbol File", ""},
-    {kCommandExit, XK_q, ui::kControl, "Korvane UI Exit", ""},
-    {kCommandHelpUi, XK_h, ui::kControl, "", "10004 MSG_HELP_REQUEST \"tessil-testerui\"\n"},
-    {kCommandToggleToolBar, XK_t, ui::kControl, "", "no toolbar\n"},
-    {kCommandToggleStatusLine, XK_f, ui::kControl, "", "no status line\n"},
-    {kCommandOrganizer, XK_1, ui::kControl, "", "10007 MSG_SHOW_ORGANIZER\n"},
-    {kCommandCopy, XK_c, ui::kControl, "", "copied word\n"},
-    {kCommandPaste, XK_v, ui::kControl, "", "entry pasted\n"},
-    {kCommandHelpTessil, XK_F1, 0, "", "10004 MSG_HELP_REQUEST \"tessil-generator\"\n"},
-    {kCommandFindNext, XK_F3, 0, "", "found at 10\n"},
-    {kCommandAbout, 0, 0, "About Korvane", ""},
-    {kCommandAppendButtons, 0, 0, "Korvane UI Append Buttons", ""},
-    {kCommandSaveButtons, 0, 0, "Korvane UI Save Buttons", ""}};
-
 TEST_F(Commands, WorkByTheirKeysWhereverTheFocusIsButInADialog) {
+  const std::tuple<ui::KeySymbol, unsigned, const char*> keys[] = {
+      {XK_o, ui::kControl, "Open Symbol File"},
+      {XK_q, ui::kControl, "Korvane UI Exit"},
+      {XK_h, ui::kControl, "10004 MSG_HELP_REQUEST \"tessil-testerui\"\n"},
+      {XK_t, ui::kControl, "no toolbar\n"},
+      {XK_f, ui::kControl, "no status line\n"},
+      {XK_1, ui::kControl, "10007 MSG_SHOW_ORGANIZER\n"},
+      {XK_c, ui::kControl, "copied word\n"},
+      {XK_v, ui::kControl, "entry pasted\n"},
+      {XK_F1, 0, "10004 MSG_HELP_REQUEST \"tessil-generator\"\n"},
+      {XK_F3, 0, "found at 10\n"}};
   theGroupPane->setModified();
-  const auto expectOutcome = [&](const Deed& deed, const char* where) {
-    SCOPED_TRACE(where + std::to_string(deed.command));
-    const auto press = [&] {
-      deed.key != 0 ? ui::pressKey(deed.key, deed.modifiers) : choose(deed.command);
-    };
-    ui::ModalScript script;
-    if (*deed.title != '\0') {
-      script.onDialog(deed.title, XK_Escape);
-    }
-    script.run(press);
-    ui::waitForDialog(g_AppTitle);
-    EXPECT_EQ(outcome(), deed.outcome);
-    if (std::string_view(deed.outcome).starts_with("no ")) {
-      press();
-      EXPECT_EQ(outcome(), "") << "it comes back";
-    }
-  };
   zWindow* const button = theGroupPane->groups().at(0)->commands().at(0).window;
-  for (const Deed& deed : kDeeds) {
-    prepare();
-    expectOutcome(deed, "in the command line ");
-    if (deed.key != 0) {
-      prepare();
-      theCommandLine->showDropDown();
-      expectOutcome(deed, "over the open history ");
+  for (const auto& [key, modifiers, expected] : keys) {
+    const auto press = [key = key, modifiers = modifiers] { ui::pressKey(key, modifiers); };
+    for (zWindow* focused : {static_cast<zWindow*>(theCommandLine), button,
+                             static_cast<zWindow*>(theTextPane), static_cast<zWindow*>(nullptr)}) {
+      prepare(focused);
+      if (focused == nullptr) {
+        theCommandLine->showDropDown();
+      }
+      EXPECT_EQ(outcomeOf(press, expected), expected) << (focused == nullptr ? -1 : focused->id());
       theCommandLine->hideDropDown();
-      prepare(theTextPane);
-      expectOutcome(deed, "in the log ");
-      prepare(button);
-      expectOutcome(deed, "on a button ");
+      if (std::string_view(expected).starts_with("no ")) {
+        EXPECT_EQ(outcomeOf(press), "") << "it comes back";
+      }
     }
   }
-  prepare();
+  prepare(theCommandLine);
+  // Others are chosen from outside.
+  for (const auto& [command, title] : {std::pair{kCommandAbout, "About Korvane"},
+                                       {kCommandAppendButtons, "Korvane UI Append Buttons"},
+                                       {kCommandSaveButtons, "Korvane UI Save Buttons"}}) {
+    EXPECT_EQ(outcomeOf([command = command] { choose(command); }, title), title);
+  }
   ui::ModalScript script;
   script.onDialog(kPrompt, [&] {
-    for (const Deed& deed : kDeeds) {
-      deed.key != 0 ? ui::pressKey(deed.key, deed.modifiers) : ui::drain();
-      EXPECT_EQ(outcome(), "") << "none in a dialog: " << deed.command;
+    for (const auto& [key, modifiers, expected] : keys) {
+      ui::pressKey(key, modifiers);
+      EXPECT_EQ(outcome(), "") << expected;
     }
     ui::pressKey(XK_Escape);
   });

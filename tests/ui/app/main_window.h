@@ -3,10 +3,6 @@
 #include <gmock/gmock.h>
 #include <sys/socket.h>
 
-#include <memory>
-#include <string>
-#include <vector>
-
 #include "app/message_handler.h"
 #include "app/wmain.h"
 #include "buttons/group_pane.h"

@@ -2,11 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include <algorithm>
-#include <filesystem>
-#include <functional>
-#include <memory>
-
 #include "dialogs/dabout.h"
 #include "dialogs/ddirselec.h"
 #include "dialogs/file_form.h"
@@ -16,7 +11,6 @@
 #include "framework/core/frame.h"
 #include "resources/dialogs.h"
 #include "support/version.h"
-#include "tests/support/basics.h"
 #include "tests/ui/support/ui_test.h"
 
 #include <X11/keysym.h>

@@ -2,12 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include <algorithm>
-#include <memory>
-#include <string>
-#include <utility>
-#include <vector>
-
 #include "framework/controls/combo_box.h"
 #include "framework/controls/edit.h"
 #include "framework/controls/list_box.h"
@@ -46,9 +40,6 @@ class Prompt : public testing::Test {
     const int outcome = script.run([&] { return dialog.run(0); });
     ui::waitForNoDialog(kTitle);
     return outcome;
-  }
-  static int run(zDialogFrame& dialog, const std::vector<ui::KeySymbol>& keys) {
-    return run(dialog, [&] { std::ranges::for_each(keys, [](auto key) { ui::pressKey(key); }); });
   }
   static int run(zDialogFrame& dialog, const char* typed) {
     return run(dialog, [&] { ui::typeText(typed); });
@@ -273,8 +264,11 @@ TEST_F(Prompt, ForSignalParametersTakesFurtherDefinitionsInTheirPlace) {
 
 TEST_F(Prompt, ForASearchStartsWithTheNewestAndReturnsTextAndOptions) {
   FindDlg dialog(&frame, {{"newest", "older"}, true, true, false}, 0, {});
-  // Over the greyed lists to the options, and on to OK.
-  EXPECT_EQ(run(dialog, {XK_Down, XK_Tab, XK_Tab, XK_space, XK_Tab, XK_space}), 1);
+  const auto chooseOptions = [] {
+    ui::pressKey(XK_Down);
+    ui::typeText("\t\t \t \n");  // over the greyed lists
+  };
+  EXPECT_EQ(run(dialog, chooseOptions), 1);
   EXPECT_EQ(dialog.searchString, "older");
   EXPECT_EQ(dialog.useRegexp + dialog.matchCase, 2);
   FindDlg lines(&frame, {{"two\nlines"}}, 0, {});

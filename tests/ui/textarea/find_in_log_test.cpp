@@ -1,10 +1,5 @@
 // Find in the log: the selection, the view and the boxes.
 
-#include <string>
-#include <tuple>
-#include <utility>
-#include <vector>
-
 #include "framework/core/busy_scope.h"
 #include "framework/core/pane.h"
 #include "tests/ui/textarea/textarea_fixture.h"

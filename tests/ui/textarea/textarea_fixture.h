@@ -2,8 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include <string>
-
 #include "framework/core/frame.h"
 #include "framework/layout/sizers.h"
 #include "tests/ui/support/ui_test.h"

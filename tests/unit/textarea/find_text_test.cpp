@@ -4,8 +4,6 @@
 
 #include <map>
 #include <random>
-#include <string>
-#include <vector>
 
 #include "support/regular_expression.h"
 
