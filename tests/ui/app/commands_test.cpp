@@ -160,8 +160,8 @@ TEST_F(Commands, WorkByTheirKeysWhereverTheFocusIsButInADialog) {
   zWindow* const button = theGroupPane->groups().at(0)->commands().at(0).window;
   for (const auto& [key, modifiers, expected] : keys) {
     const auto press = [key = key, modifiers = modifiers] { ui::pressKey(key, modifiers); };
-    for (zWindow* focused : {static_cast<zWindow*>(theCommandLine), button,
-                             static_cast<zWindow*>(theTextPane), static_cast<zWindow*>(nullptr)}) {
+    for (zWindow* focused :
+         std::initializer_list<zWindow*>{theCommandLine, button, theTextPane, nullptr}) {
       prepare(focused);
       if (focused == nullptr) {
         theCommandLine->showDropDown();

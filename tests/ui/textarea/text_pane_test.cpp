@@ -204,8 +204,8 @@ TEST_F(TextAreaTest, LogAndCommandLineFollowTheFrameAndTheKeyboardStays) {
     const auto hasFollowed = [&] {
       inside = ui::areaOf(frame.widget());
       const ui::ScreenArea line = ui::areaOf(theCommandLine->holder());
-      return inside.width < size.width && inside.width > size.width - 40 &&
-             line.x == inside.x + 80 && line.width == inside.width - 82;
+      return inside.width > size.width - 40 && line.x == inside.x + 80 &&
+             line.width == inside.width - 82;
     };
     ui::waitFor(hasFollowed, "the command line in its place");
     EXPECT_EQ(ui::areaOf(theTextPane->holder()),
