@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "framework/controls/button.h"
 #include "framework/controls/combo_box.h"
 #include "framework/controls/edit.h"
 #include "framework/controls/list_box.h"
@@ -247,6 +248,8 @@ TEST_F(Prompt, ForSignalParametersTakesFurtherDefinitionsInTheirPlace) {
 
 TEST_F(Prompt, ForASearchStartsWithTheNewestAndReturnsTextAndOptions) {
   FindDlg dialog(&frame, {{"newest", "older"}, true, true, false}, 0, {});
+  EXPECT_THAT(places(*find<zGroupBox>(dialog, 4)),
+              testing::MatchesRegex("1,2 38x2.*\n1,4.* 38x2.*\n42x8"));
   const auto chooseOptions = [] {
     ui::pressKey(XK_Down);
     ui::typeText("\t\t \t \n");  // over the greyed lists
