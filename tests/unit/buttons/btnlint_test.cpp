@@ -74,18 +74,21 @@ TEST(ButtonFileChecker, ReadsTheFilesOfItsCommandLine) {
   folder.write("good", ":A\n");
   folder.write("bad", "x\n:A\n");
   std::string said;
-  for (const std::vector<std::string>& arguments : std::vector<std::vector<std::string>>{
-           {"good"}, {"bad", "good"}, {"none", "bad"}, {"."}, {}}) {
-    ChildProcess program({builtProgram("nel-btnlint"), arguments, {}, folder.path()});
-    said += std::to_string(program.exitStatus()) + " ";
-    said += program.output() + "/" + program.errors() + "\n";
+  for (const std::vector<std::string>& files : std::vector<std::vector<std::string>>{
+           {"good"}, {"bad", "good"}, {"none", ".", "good"}, {}}) {
+    ChildProcess program({builtProgram("nel-btnlint"), files, {}, folder.path()});
+    said += std::to_string(program.exitStatus()) + ":\n";
+    said += program.output() + program.errors();
   }
-  const std::string remark = "bad:1: before the first header, so it is ignored: \"x\"\n";
-  const std::string error = "2 /nel-btnlint: ";
-  EXPECT_EQ(said, "0 /\n1 " + remark + "/\n2 " + remark +
-                      "/nel-btnlint: cannot read none: No such file or directory\n\n" + error +
-                      "cannot read .: Is a directory\n\n" + error +
-                      "FILE is required; try nel-btnlint --help\n\n");
+  EXPECT_EQ(said, R"(0:
+1:
+bad:1: before the first header, so it is ignored: "x"
+2:
+nel-btnlint: cannot read none: No such file or directory
+nel-btnlint: cannot read .: Is a directory
+2:
+nel-btnlint: FILE is required; try nel-btnlint --help
+)");
 }
 
 }  // namespace
