@@ -120,6 +120,12 @@ class ButtonPanes : public testing::Test {
   /// 0 the vertical, 1 the horizontal one.
   zScrollBarCtrl& bar(int number) const { return childOf<zScrollBarCtrl>(*frame->pane, number); }
 
+  void scroll(int number, int position) const {
+    bar(number).scrollPos()->setPosition(position);
+    set().scrolled(bar(number));
+    ui::drain();
+  }
+
   static void awaitCommandLine() { ui::waitForFocus(theCommandLine->innerWidget()); }
   void awaitJournal(const std::string& wanted) {
     ui::waitFor([&] { return frame->journal == wanted; }, wanted);

@@ -19,18 +19,19 @@ std::string lintText(std::string bytes) {
 }
 
 TEST(ButtonFileChecker, SaysWhatIsLostInTheOrderOfTheLines) {
-  const std::string file =
-      "# comment\nearly\n: A # x|\n label\n\ngo # 3\ndef" + std::string(1, '\0') +
-      "inition\nodd\x1B\x9B\n:B#\n:menu M\n:MENU M\nSeparator\na\nset separator\nmy separators\n"
-      "separator\nb\n# was a definition\nc\nseparator\n: C\n" +
-      std::string(3000, 'x') + "\n";
+  const std::string file = "# comment\nearly\n: A # x|\n label\n\ngo # 3\ndef" +
+                           std::string(1, '\0') +
+                           "inition\no d\x1F\x7F\x9F\n:B#\n:menu M\n:MENU M\nSeparator\na\nset "
+                           "separator\nmy separators\n"
+                           "separator\nb\n# was a definition\nc\nseparator\n: C\n" +
+                           std::string(3000, 'x') + "\n";
   EXPECT_EQ(lintText(file), R"(f:2: before the first header, so it is ignored: "early"
 f:3: "|" in a name: menus and collapsed groups are cut there, other groups lose those at the end: ": A # x|"
 f:4: blanks or tabs in front are lost: "label"
 f:5: empty line behind a label: the next line is taken for the definition
 f:6: skipped for its "#", so the lines behind it may be paired otherwise: "go # 3"
 f:7: the line is lost from its NUL byte on: "def"
-f:8: label without a definition, dropped: "odd??"
+f:8: label without a definition, dropped: "o d???"
 f:9: header skipped for its "#"; what follows does not go where it should: ":B#"
 f:10: header word not in capitals, so this is an expanded group of that name: ":menu M"
 f:14: definition with "separator" in a menu: a separator appears behind the entry: "set separator"
