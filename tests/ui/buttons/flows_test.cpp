@@ -3,6 +3,7 @@
 
 #include <filesystem>
 
+#include "buttons/dialogs/button_dialogs.h"
 #include "framework/core/application.h"
 #include "link/message_codec.h"
 #include "tests/ui/buttons/panes_fixture.h"
@@ -147,6 +148,19 @@ TEST_F(ButtonFlows, EditAGroupByTheCommandsOfItsMenu) {
   });
   choose(kDelete, {""}, [] { ui::doubleClickRow(ui::part(kDelete.title, "ScrolledListBox"), 1); });
   EXPECT_EQ(text(), setWith(":Second\ntwo lines\n1\nC\n3\n"));
+}
+
+// The rule is cut at the right edge: intended.
+TEST_F(ButtonFlows, ShowLabelsWholeAndARuleAboveTheButtons) {
+  EditButtonDlg dialog(frame.get(), "Go", "go");
+  std::string places;
+  zWindowDlist::Iter walk(dialog.children());
+  while (zWindow* child = walk.next()) {
+    places += placeOf(*child);
+  }
+  EXPECT_EQ(places,
+            "108,22 288x30; 108,69 288x30; 84,146 105x37; 236,146 105x37; 23,22 55x30; "
+            "23,71 78x24; 0,120 940x2; ");
 }
 
 TEST_F(ButtonFlows, DropWhatIsForAGroupThatHasGone) {

@@ -120,6 +120,11 @@ class ButtonPanes : public testing::Test {
   /// 0 the vertical, 1 the horizontal one.
   zScrollBarCtrl& bar(int number) const { return childOf<zScrollBarCtrl>(*frame->pane, number); }
 
+  static std::string placeOf(zWindow& window) {
+    const zRect at = window.sizer()->rect();
+    return std::to_string(at.left) + "," + std::to_string(at.top) + " " +
+           std::to_string(at.width()) + "x" + std::to_string(at.height()) + "; ";
+  }
   void scroll(int number, int position) const {
     bar(number).scrollPos()->setPosition(position);
     set().scrolled(bar(number));

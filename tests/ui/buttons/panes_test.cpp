@@ -38,16 +38,10 @@ TEST(GroupGeometry, PlacesThreeButtonsARow) {
 }
 
 TEST_F(ButtonPanes, StandBetweenTheirBars) {
-  const zDimension all = frame->pane->sizer()->size();
-  const zDimension strips = zDialogUnit(16, 8).size();
-  const zDimension inside = {all.width - strips.width, all.height - strips.height};
-  EXPECT_EQ(bar(0).sizer()->rect(),
-            zRect(inside.width, 0, inside.width + strips.width / 2, inside.height));
-  EXPECT_EQ(bar(1).sizer()->rect(),
-            zRect(0, inside.height, zDialogUnit(144, 0).width(), all.height));
-  EXPECT_EQ(childOf<zPanel3d>(*frame->pane).sizer()->rect(),
-            zRect(0, 0, inside.width, inside.height));
-  EXPECT_EQ(set().parent()->sizer()->rect(), zRect(2, 2, inside.width - 2, inside.height - 2));
+  EXPECT_EQ(placeOf(*frame->pane) + placeOf(bar(0)) + placeOf(bar(1)),
+            "0,0 260x469; 234,0 13x454; 0,454 234x15; ");
+  EXPECT_EQ(placeOf(childOf<zPanel3d>(*frame->pane)) + placeOf(*set().parent()),
+            "0,0 234x454; 2,2 230x450; ");
   EXPECT_EQ(ui::look(bar(0).widget()), "bar 0 of 0 to 448 by 448 greyed\n");
   EXPECT_EQ(ui::look(bar(1).widget()), "bar 0 of 0 to 224 by 224 greyed\n");
 }
@@ -116,6 +110,8 @@ TEST_F(ButtonPanes, ShowTheSetAndFollowEachChange) {
   EXPECT_EQ(box.size(), (zDimension{widenedText(text.width) + 20, pane(0).menuPlace().y - 7}));
   document().renameGroup(group(0), group(0).name);
   EXPECT_EQ(box.size(), (zDimension{text.width + text.height + 16, pane(0).menuPlace().y - 7}));
+  EXPECT_EQ(set().buttonWidth("i"), set().textExtent("i").width + 4) << "its shadows count";
+  EXPECT_EQ(set().buttonWidth("a\tb"), set().buttonWidth("a       b"));
   document().removeGroup(group(0));
   EXPECT_EQ(takesKeys(), 0);
 }
