@@ -40,6 +40,8 @@ TEST(ButtonFile, MeansWhatItIsSavedAs) {
        ":MENU m\nseparator\nseparator\nseparator\nseparator\na\nb\n"},
       {":MENU m\nFoo\na separator b\nBar\nc\n",
        ":MENU m\nFoo\na separator b\nseparator\nseparator\nBar\nc\n"},
+      {":MENU m\nFoo\nseparator\nBar\nSeparate\n",
+       ":MENU m\nseparator\nseparator\nseparator\nseparator\nBar\nSeparate\n"},
       {":MENU m\nFoo\na separator b\n:A\n", ":A\n:MENU m\nFoo\na separator b\n"},
       {":A\nseparator\nl\nd\n", ":A\nseparator\nl\n"},
       // A line of 1000 characters or more is several; a NUL byte ends one, to where the read ends.
@@ -53,16 +55,6 @@ TEST(ButtonFile, MeansWhatItIsSavedAs) {
   for (const auto& [bytes, saved] : rows) {
     EXPECT_EQ(formatButtonSet(readButtonFile(std::string_view(bytes))), saved) << bytes;
   }
-}
-
-TEST(ButtonFile, IsSavedWholeAlsoWhereTheReaderTakesItForSomethingElse) {
-  const ButtonSet set{{{"A", true, {{"a#", "#b"}, {"  c", ""}, {":d", "\xFF\t"}}},
-                       {"MENU x|y|", true, {}},
-                       {"x|#y", false, {}}},
-                      {{"M|", {{"a", "separator"}, {"separator", "a"}, {"a", "Separator"}}}}};
-  EXPECT_EQ(formatButtonSet(set),
-            ":A\na#\n#b\n  c\n\n:d\n\xFF\t\n:MENU x|y|\n:COLLAPSED x|#y\n"
-            ":MENU M|\nseparator\nseparator\nseparator\na\na\nSeparator\n");
 }
 
 }  // namespace
