@@ -7,9 +7,7 @@
 #include <sstream>
 
 #include "framework/draw/image/picture.h"
-#include "resources/builtin_table.h"
 #include "resources/resource_file.h"
-#include "resources/resource_ids.h"
 
 namespace {
 
@@ -215,10 +213,7 @@ TEST(Ico, HasAMaskBehindThePictureAndItsWordsForWindowManagers) {
   EXPECT_EQ(told(icon.mask), "aab/aaa");
   EXPECT_THAT(windowManagerIcon(icon),
               ElementsAre(3, 2, 0xFF060402, 0xFF030201, 0, 0xFF030201, 0xFF030201, 0xFF030201));
-  ziMaskedPicture wide;
-  wide.picture = wide.mask = ziPicture(10, 2);
-  wide.mask.put(8, 0, 1);
-  EXPECT_THAT(opaqueBits(wide).bits, ElementsAre(0xFF, 0x3, 0xFF, 0x2));
+  EXPECT_THAT(opaqueBits(icon).bits, ElementsAre(0x3, 0x7));
 }
 
 /// The data of the records of type 10, from 1 to 4, as letters; "-" for one that is not found.
@@ -261,20 +256,6 @@ TEST(ResourceFile, FindsTheFirstRecordOfATypeAndIdAsFarAsItsIndexGoes) {
   for (const std::size_t at : {0U, 9U, 10U, 12U, 13U}) {
     EXPECT_EQ(foundWith(at, good[at] ^ 0x10), "invalid ----") << at;
   }
-}
-
-// Intended: the first and the last character of a text are dropped, whatever they are.
-TEST(ResourceFile, HoldsTextsInQuotationMarks) {
-  EXPECT_EQ(readStringResource(fromHex("01 00000004 226F6B22")), "ok");
-  EXPECT_EQ(readStringResource(fromHex("01 00000001 22")), "");
-  EXPECT_EQ(readStringResource(fromHex("01 FF000000 226F6B")), "o") << "as far as it goes";
-}
-
-TEST(BuiltInTable, KnowsItsResourcesByTypeAndId) {
-  EXPECT_NE(builtInResource(kResourceAccelerators, kAcceleratorsMain), nullptr);
-  EXPECT_EQ(builtInResource(kResourceAccelerators, 0xFFFFFFFF), nullptr);
-  EXPECT_NE(builtInResource(kResourceBitmap, kBitmapOpen), nullptr);
-  EXPECT_EQ(builtInResource(kResourceIcon, kBitmapOpen), nullptr);
 }
 
 }  // namespace
