@@ -31,9 +31,7 @@ inline std::string asText(const zRect& rect) {
 
 /// An owner of timers and idle handlers that does what it is told.
 struct Owner : zEvH {
-  explicit Owner(
-      std::function<void()> does = [] {}, int answers = 0)
-      : action(std::move(does)), answer(answers) {}
+  explicit Owner(std::function<void()> does) : action(std::move(does)) {}
 
   /// The handler to register with this owner.
   static int run(zEvH* owner) {
@@ -44,24 +42,31 @@ struct Owner : zEvH {
   }
 
   std::function<void()> action;
-  int answer;
+  int answer = 0;
   int runs = 0;
 };
 
-/// An event target with handlers to bind, which note its name and the message. `taken` is their
-/// answer.
+/// Notes what `event` has reached.
+inline int reached(const std::string& target, const zEvent& event) {
+  note(target + ":" + std::to_string(event.message) + ":" + std::to_string(event.wparam));
+  return 0;
+}
+
+/// An event target with handlers to bind. `taken` is their answer.
 struct Recorder : zEvH {
   explicit Recorder(std::string name) : ownName(std::move(name)) {}
-  int first(zEvent* event) { return handled("1:", *event); }
-  int second(zEvent* event) { return handled("2:", *event); }
+  int first(zEvent* event) { return handled("1", *event); }
+  int second(zEvent* event) { return handled("2", *event); }
   int handled(const char* handler, const zEvent& event) {
-    note(ownName + handler + std::to_string(event.message));
+    reached(ownName + handler, event);
+    ++runs;
     action();
     return taken;
   }
 
   std::string ownName;
   int taken = 0;
+  int runs = 0;
   std::function<void()> action = [] {};
 };
 inline const zHandler kFirst = toHandler(&Recorder::first);
@@ -94,7 +99,7 @@ struct TestFrame : zAppFrame {
     addPlainHandler(&handler, kFirst, kMsgClose);
   }
   int close(zEvent* event) override {
-    note("close:" + std::to_string(event->message));
+    reached("close", *event);
     return closeAnswer;
   }
   /// Shows it and waits until it is on the screen and has the keyboard.

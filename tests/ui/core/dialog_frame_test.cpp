@@ -19,10 +19,6 @@ namespace {
 
 constexpr const char* kTitle = "Dialog";
 
-void closeDialog() {
-  ui::closeByWindowManager(ui::windowWithTitle(kTitle));
-}
-
 class Dialogs : public testing::Test {
  protected:
   Dialogs() {
@@ -77,7 +73,10 @@ TEST_F(Dialogs, WalkByTabInTheOrderOfCreationAndStoreWhatWasTypedWhenAllThatAreE
   windowCast<zEditBase>(&control(kDialogFirstEdit))->setBoundString(&label);
   windowCast<zEditBase>(&control(kDialogSecondEdit))->setBoundString(&definition);
   Picky picky(dialog.get(), new zSizer(0, 0, 5, 5), kStyleTabStop);
+  const zPushButton behind(frame.get(), new zSizer(0, 0, 60, 30), kStyleControlStop, "Behind", 9);
   runs(1, [&] {
+    EXPECT_EQ(zApp::instance()->modalDepth(), 1);
+    ui::click(behind.widget());
     ui::typeText("Go\tnext 1");
     for (const int id : {kDialogOk, kDialogApply, kDialogCancel}) {
       ui::pressKey(XK_Tab);
@@ -94,49 +93,31 @@ TEST_F(Dialogs, WalkByTabInTheOrderOfCreationAndStoreWhatWasTypedWhenAllThatAreE
   EXPECT_EQ(definition, "old");
 }
 
-TEST_F(Dialogs, KeepClicksFromTheMainWindowAndTakeACloseForCancelUnlessTheyRefuse) {
-  make(kDialogRenameGroup);
-  zPushButton behind(frame.get(), new zSizer(0, 0, 60, 30), kStyleControlStop, "Behind", 9);
-  Recorder refusing("refused");
-  refusing.taken = 1;
-  dialog->addHandler(&refusing, kFirst, kMsgClose);
-  ui::ModalScript script;
-  script.onDialog(kTitle, [&] {
-    EXPECT_EQ(zApp::instance()->modalDepth(), 1);
-    ui::click(behind.widget());
-    EXPECT_FALSE(ui::focusIs(behind.widget()));
-    closeDialog();
-  });
-  script.when([&] { return journal == "refused1:16 "; }, "the refusal",
-              [&] {
-                EXPECT_TRUE(dialog->isRunning());
-                refusing.taken = 0;
-                closeDialog();
-              });
-  runs(0, script);
-}
-
 // One end ends both of two runs. While they wait for inner loops to end, the dialog serves another
 // one.
-TEST_F(Dialogs, MayRunWhileTheyRunWhichBringsThemBackFromTheIcon) {
+TEST_F(Dialogs, MayRunWhileTheyRunWhichBringsThemBackFromTheIconAndMayRefuseToClose) {
   make(kDialogRenameGroup);
   const auto run = [&](const std::string& name) {
     const int result = dialog->run(0, [&] { note("end:" + std::to_string(dialog->status)); });
     note(name + ":" + std::to_string(result));
   };
   const auto isBack = [&] { return !isIcon() && ui::hasInputFocus(ui::windowWithTitle(kTitle)); };
+  const auto close = [] { ui::closeByWindowManager(ui::windowWithTitle(kTitle)); };
+  Recorder refusing("r");
+  refusing.action = [&] { refusing.taken = refusing.runs == 2 ? 1 : 0; };
+  dialog->addHandler(&refusing, kFirst, kMsgClose);
   ui::ModalScript script;
-  script.onDialog(kTitle, [&] { iconify(); })
-      .when([&] { return isIcon(); }, "the icon", [&] { run("inner"); })
-      .when(isBack, "the dialog",
-            [&] {
-              ui::pressKey(XK_Return);
-              EXPECT_FALSE(dialog->isRunning());
-              run("anew");
-            })
-      .onDialog(kTitle, closeDialog);
+  script.onDialog(kTitle, [&] { iconify(); });
+  script.when([&] { return isIcon(); }, "the icon", [&] { run("inner"); });
+  script.when(isBack, "the dialog", [&] {
+    ui::pressKey(XK_Return);
+    EXPECT_FALSE(dialog->isRunning());
+    run("anew");
+  });
+  script.onDialog(kTitle, close);
+  script.when([&] { return refusing.runs == 2; }, "the refusal", close);
   script.run([&] { run("outer"); });
-  EXPECT_EQ(noted(), "end:1 end:1 end:0 anew:0 inner:1 outer:1 ");
+  EXPECT_EQ(noted(), "r1:16:0 end:1 end:1 r1:16:0 r1:16:0 end:0 anew:0 inner:1 outer:1 ");
   EXPECT_FALSE(dialog->isInUse());
 }
 
@@ -210,7 +191,7 @@ TEST_F(Dialogs, ThatNobodyAskedForLeaveKeysToTheTextThatTheUserIsIn) {
     }
     ui::pressKey(XK_d, ui::kControl);
     EXPECT_EQ(behind->text(), "ac");
-    EXPECT_EQ(noted(), "return1:273 ") << "what is typed ahead must not run into one";
+    EXPECT_EQ(noted(), "return1:273:9 ") << "what is typed ahead must not run into one";
     over.run(0);
   });
   script.onDialog("Over", [&] {
@@ -248,50 +229,41 @@ TEST_F(Dialogs, ThatNobodyAskedForBringTheirWindowBackFromAnIconAndThenStopCalli
 }
 
 TEST_F(Dialogs, StandInTheMiddleOfTheParentOrOfTheScreenAndAllOnIt) {
-  struct {
-    zPoint parent;
-    bool overParent;
-    zPoint middle;
-  } rows[] = {{{200, 150}, true, {400, 300}},
-              {{1200, 950}, true, {1400, 1100}},
-              {{1200, 950}, false, {640, 512}}};
-  for (const auto& row : rows) {
-    frame->moveResize(row.parent.x, row.parent.y, 400, 300);
-    const zRect place(row.parent, zDimension{400, 300});
+  for (const auto& [parentAt, overParent, middle] :
+       {std::tuple(zPoint{200, 150}, true, zPoint{400, 300}),
+        {{1200, 950}, true, {1400, 1100}},
+        {{1200, 950}, false, {640, 512}}}) {
+    const zRect place(parentAt, zDimension{400, 300});
+    frame->moveResize(place.left, place.top, 400, 300);
     ui::waitFor([&] { return frame->exterior() == place; }, "the parent's new place");
-    make(kDialogRenameGroup).centre(row.overParent);
+    make(kDialogRenameGroup).centre(overParent);
+    zRect whole;
     runs(0, [&] {
-      zRect whole;
       dialog->getExterior(whole);
-      // The frame of a window that cannot be resized is a little narrower.
-      constexpr int kNarrower = 6;
-      EXPECT_NEAR(whole.left, std::min(row.middle.x - whole.width() / 2, 1280 - whole.width()),
-                  kNarrower);
-      EXPECT_NEAR(whole.top, std::min(row.middle.y - whole.height() / 2, 1024 - whole.height()),
-                  kNarrower);
       ui::pressKey(XK_Escape);
     });
+    // The frame of a window that cannot be resized is a little narrower.
+    constexpr int kNarrower = 6;
+    const int left = std::min(middle.x - whole.width() / 2, 1280 - whole.width());
+    const int top = std::min(middle.y - whole.height() / 2, 1024 - whole.height());
+    EXPECT_NEAR(whole.left, left, kNarrower);
+    EXPECT_NEAR(whole.top, top, kNarrower);
   }
 }
 
 TEST_F(Dialogs, AreAsLargeAsTheirResourceSaysInTheUnitsOfTheirFont) {
-  const DialogResource* resource = findDialogResource(kDialogRenameGroup);
-  const auto widthWith = [&](int morePoints) {
+  std::vector<int> widths;
+  for (const int morePoints : {0, 6}) {
     g_XSettings.incFontInDialogBy = morePoints;
     make(kDialogRenameGroup);
-    g_XSettings.incFontInDialogBy = 0;
-    const auto inPixels = [&](const auto& from) {
-      const auto number = [](std::uint32_t units) { return static_cast<int>(units); };
-      return dialog->inPixels({number(from.x), number(from.y), number(from.cx), number(from.cy)});
-    };
-    EXPECT_EQ(dialog->sizer()->size(), inPixels(*resource).size());
-    for (std::size_t i = 0; i < resource->itemCount; ++i) {
-      const ControlRecord& item = resource->items[i];
-      EXPECT_EQ(control(static_cast<int>(item.id)).sizer()->rect(), inPixels(item));
-    }
-    return ui::resource(dialog->shell(), "width");
-  };
-  EXPECT_GT(widthWith(6), widthWith(0));
+    EXPECT_EQ(dialog->sizer()->size(), dialog->inPixels({0, 0, 178, 63}).size());
+    EXPECT_EQ(control(kDialogFirstEdit).sizer()->pos(), dialog->inPixels({59, 10, 0, 0}).pos());
+    EXPECT_EQ(control(kDialogFirstEdit).sizer()->size().width,
+              dialog->inPixels({0, 0, 104, 0}).width());
+    widths.push_back(ui::resource(dialog->shell(), "width"));
+  }
+  g_XSettings.incFontInDialogBy = 0;
+  EXPECT_GT(widths[1], widths[0]);
 }
 
 }  // namespace

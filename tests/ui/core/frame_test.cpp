@@ -4,21 +4,13 @@
 
 #include "framework/core/desktop_properties.h"
 #include "framework/core/dialog_frame.h"
-#include "framework/core/message_box.h"
 #include "framework/draw/screen.h"
 #include "tests/ui/core/core_test.h"
 
 #include <X11/Intrinsic.h>
-#include <X11/keysym.h>
 #include <X11/Xutil.h>
 
 namespace {
-
-constexpr zDimension kScreen = {1280, 1024};
-
-void waitForPlace(TestFrame& frame, const zRect& place) {
-  ui::waitFor([&] { return frame.exterior() == place; }, asText(place));
-}
 
 TEST(Frame, StartsWhereAndAsLargeAsItIsToldOrAsTheScreenAndTheSettingSuggest) {
   const std::string key = zApp::instance()->name() + ".startSize";
@@ -57,26 +49,6 @@ TEST(Frame, AsksForTheDecorationsAndFunctionsOfItsStyle) {
   EXPECT_EQ(asked, "2 36, 10 36, 2 36, 18 36, 34 44, 66 52, 6 38, 126 62, ");
 }
 
-TEST(Frame, ComesUpInTheShowStateAskedForAndOnlyTheMainWindowTheFirstHasOneLater) {
-  for (const int state : {kShowMinimized, kShowMinimize, kShowMinNoActive}) {
-    TestFrame frame;
-    frame.show(state);
-    ui::waitFor([&] { return isIconic(frame.shell()); }, "the icon");
-  }
-  TestFrame first;
-  TestFrame second;
-  first.show(kShowMaximized);
-  waitForPlace(first, zRect({}, kScreen));
-  EXPECT_EQ(first.sizer()->pos(), zPoint());
-  EXPECT_FALSE(isIconic(first.shell()));
-  second.bringUp();
-  second.show(kShowHide);
-  first.show(kShowHide);
-  ui::waitFor([&] { return !ui::isViewable(first.shell()); }, "the main window to go");
-  EXPECT_TRUE(ui::isViewable(second.shell()));
-  first.bringUp();
-}
-
 TEST(Frame, TheOuterRectangleHasTheDecorationAndIsWhatMovingTakes) {
   TestFrame frame(new zSizer(-5, -6, 90, 80));
   EXPECT_EQ(asText(frame.exterior()), "0,0 90x80") << "it will be on the screen";
@@ -88,7 +60,7 @@ TEST(Frame, TheOuterRectangleHasTheDecorationAndIsWhatMovingTakes) {
   EXPECT_EQ(ui::areaOf(frame.shell()).width, 450) << "asked for before there was a decoration";
   EXPECT_EQ(frame.exterior().pos(), (zPoint{320, 240}));
   frame.moveResize(200, 150, 500, 400);
-  waitForPlace(frame, {{200, 150}, {500, 400}});
+  ui::waitFor([&] { return asText(frame.exterior()) == "200,150 500x400"; }, "the place");
   const ui::ScreenArea client = ui::areaOf(frame.shell());
   EXPECT_TRUE(client.x > 200 && client.y > 160 && client.width < 500 && client.height < 390);
   const unsigned long before = XNextRequest(ui::display());
@@ -104,28 +76,24 @@ TEST(Frame, TheOuterRectangleHasTheDecorationAndIsWhatMovingTakes) {
 }
 
 TEST(Frame, TellsWhenTheWindowManagerActivatesItAndAsksToCloseIt) {
-  struct ActiveFrame : TestFrame {
-    int activate(zEvent* event) override {
-      note(event->wparam != 0 ? "in" : "out");
-      return 0;
-    }
-  };
   const auto waitForNotes = [](const std::string& notes) {
     ui::waitFor([&] { return journal == notes; }, notes);
   };
   noted();
-  ActiveFrame first;
+  Recorder recorder("r");
+  TestFrame first;
+  first.addHandler(&recorder, kFirst, kMsgActivate);
   first.bringUp();
-  waitForNotes("in ");
+  waitForNotes("r1:6:1 ");
   XGrabKeyboard(ui::display(), ui::windowOf(first.shell()), False, GrabModeAsync, GrabModeAsync,
                 CurrentTime);
   ui::drain();
   XUngrabKeyboard(ui::display(), CurrentTime);
   TestFrame second;
   second.bringUp();
-  waitForNotes("in out ");
+  waitForNotes("r1:6:1 r1:6:0 ");
   ui::closeByWindowManager(ui::windowOf(first.shell()));
-  waitForNotes("in out handler1:16 close:16 ");
+  waitForNotes("r1:6:1 r1:6:0 handler1:16:0 close:16:0 ");
 }
 
 TEST(DesktopProperties, ATitleIsLatin1UnlessItIsWellFormedUtf8) {
@@ -145,40 +113,28 @@ TEST(DesktopProperties, ATitleIsLatin1UnlessItIsWellFormedUtf8) {
   }
 }
 
-/// The kind of a window and its title as desktops are told them.
-std::string announced(Window window) {
-  std::string kind;
-  std::string title;
-  Atom type = None;
-  int format = 0;
-  unsigned long count = 0;
-  unsigned long left = 0;
-  unsigned char* data = nullptr;
-  for (const char* name : {"_NET_WM_WINDOW_TYPE", "_NET_WM_NAME"}) {
-    XGetWindowProperty(ui::display(), window, XInternAtom(ui::display(), name, False), 0, 99, False,
-                       AnyPropertyType, &type, &format, &count, &left, &data);
-    kind = std::exchange(title, format == 8
-                                    ? reinterpret_cast<char*>(data)
-                                    : XGetAtomName(ui::display(), *reinterpret_cast<Atom*>(data)));
-    XFree(data);
-  }
-  return kind + " " + title;
+/// Expects what desktops are told of a window.
+void expectAnnounced(Window window, const char* kind, const std::string& title) {
+  const auto read = [window](const char* name) {
+    XTextProperty property;
+    XGetTextProperty(ui::display(), window, &property, XInternAtom(ui::display(), name, False));
+    const std::unique_ptr<unsigned char, int (*)(void*)> owner(property.value, XFree);
+    return std::string(reinterpret_cast<char*>(property.value),
+                       property.format == 8 ? property.nitems : sizeof(Atom));
+  };
+  const Atom atom = XInternAtom(ui::display(), kind, False);
+  EXPECT_EQ(read("_NET_WM_WINDOW_TYPE"),
+            std::string(reinterpret_cast<const char*>(&atom), sizeof atom));
+  EXPECT_EQ(read("_NET_WM_NAME"), title);
 }
 
 TEST(DesktopProperties, TellTypeAndPresentTitleOfEachWindow) {
   TestFrame frame;
   frame.bringUp();
-  EXPECT_EQ(announced(ui::windowOf(frame.shell())), "_NET_WM_WINDOW_TYPE_NORMAL Frame");
+  expectAnnounced(ui::windowOf(frame.shell()), "_NET_WM_WINDOW_TYPE_NORMAL", "Frame");
   zDialogFrame dialog(&frame, new zSizer(0, 0, 100, 50), 0);
   dialog.setCaption("Gr\xFC\xDF");
-  EXPECT_EQ(announced(ui::windowOf(dialog.shell())),
-            "_NET_WM_WINDOW_TYPE_DIALOG Gr\xC3\xBC\xC3\x9F");
-  ui::ModalScript script;
-  script.onDialog("Box", [] {
-    EXPECT_EQ(announced(ui::windowWithTitle("Box")), "_NET_WM_WINDOW_TYPE_DIALOG Box");
-    ui::pressKey(XK_Escape);
-  });
-  script.run([&] { return zMessage(&frame, "Text", "Box", kBoxOk).result; });
+  expectAnnounced(ui::windowOf(dialog.shell()), "_NET_WM_WINDOW_TYPE_DIALOG", "Gr\xC3\xBC\xC3\x9F");
 }
 
 }  // namespace
