@@ -106,6 +106,7 @@ struct TestFrame : zAppFrame {
   void bringUp() {
     show();
     ui::waitFor([&] { return ui::hasInputFocus(ui::windowOf(shell())); }, "the frame");
+    ui::drain();
   }
   zSizer* fill() { return new zGravSizer(kGravityFill, 0, sizer()); }
   zRect exterior() {

@@ -132,6 +132,12 @@ TEST(DesktopProperties, TellTypeAndPresentTitleOfEachWindow) {
   TestFrame frame;
   frame.bringUp();
   expectAnnounced(ui::windowOf(frame.shell()), "_NET_WM_WINDOW_TYPE_NORMAL", "Frame");
+  for (const bool isWanted : {true, false}) {
+    demandAttention(frame.shell(), isWanted);
+    const std::unique_ptr<XWMHints, int (*)(void*)> hints(
+        XGetWMHints(ui::display(), ui::windowOf(frame.shell())), XFree);
+    EXPECT_EQ((hints->flags & XUrgencyHint) != 0, isWanted);
+  }
   zDialogFrame dialog(&frame, new zSizer(0, 0, 100, 50), 0);
   dialog.setCaption("Gr\xFC\xDF");
   expectAnnounced(ui::windowOf(dialog.shell()), "_NET_WM_WINDOW_TYPE_DIALOG", "Gr\xC3\xBC\xC3\x9F");

@@ -20,7 +20,6 @@ class Loop : public testing::Test {
   Loop() {
     frame.bringUp();
     ui::waitFor([&] { return pane.paints > 0; }, "the first paint");
-    ui::drain();
     pane.paints = 0;
   }
   /// Puts one event into the queue, which has the pane painted; it is there when this returns.

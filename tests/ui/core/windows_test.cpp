@@ -1,8 +1,13 @@
-// The order in which events are offered, and what handlers may do meanwhile.
+// Windows and panes: the order in which events are offered and what handlers may do meanwhile,
+// painting, scrolling, destruction, focus.
 
+#include "framework/core/pane.h"
+
+#include "framework/draw/screen.h"
 #include "tests/ui/core/core_test.h"
 
 #include <X11/keysym.h>
+#include <X11/Xlib.h>
 
 namespace {
 
@@ -22,9 +27,23 @@ struct NotingPane : RecordingPane {
     note(std::to_string(id()) + ":" + std::to_string(from) + ">" + std::to_string(current->id()));
     return 1;
   }
+  void displayReady() override { note("ready"); }
+  int move(zEvent* event) override { return reached("move", *event); }
+  int size(zEvent* event) override {
+    reached("size", *event);
+    return zPane::size(event);
+  }
+  /// What the one paint covers that waits now.
+  std::string nextPaint() {
+    XSync(ui::display(), False);
+    ui::waitFor([&] { return paints > 0; }, "a paint");
+    ui::drain();
+    EXPECT_EQ(std::exchange(paints, 0), 1);
+    return asText(lastPaint);
+  }
 };
 
-class Dispatch : public ::testing::Test {
+class Windows : public testing::Test {
  protected:
   /// What is noted while `event` is dispatched to `window`.
   static std::string dispatched(zEvent event, zWindow& window) {
@@ -42,7 +61,7 @@ class Dispatch : public ::testing::Test {
   Recorder other{"o"};
 };
 
-TEST_F(Dispatch, OffersToControlHandlersThenHandlersThenTheApplicationThenTheWindow) {
+TEST_F(Windows, OfferEventsToControlHandlersThenHandlersThenTheApplicationThenTheWindow) {
   NotingPane pane(&frame);
   NotingPane child(&pane, nullptr, 0, kId);
   zNotifyNodeDlist& all = zApp::instance()->handlers();
@@ -78,7 +97,7 @@ TEST_F(Dispatch, OffersToControlHandlersThenHandlersThenTheApplicationThenTheWin
   EXPECT_EQ(noted(), "r1:10:0 disabled r1:10:1 enabled ");
 }
 
-TEST_F(Dispatch, TheLatestHandlerRunsFirstAndHandlersMayBeRemovedInTheMiddleOfAWalk) {
+TEST_F(Windows, AskTheLatestHandlerFirstAndHandlersMayBeRemovedInTheMiddleOfAWalk) {
   const zEvent moved = zEvent::of(kMsgMouseMove);
   frame.addHandler(&recorder, kFirst, kMsgMouseMove);
   frame.addHandler(&recorder, kSecond, kMsgMouseMove);
@@ -97,7 +116,7 @@ TEST_F(Dispatch, TheLatestHandlerRunsFirstAndHandlersMayBeRemovedInTheMiddleOfAW
 }
 
 // Each of the events of a click, a key and a change of the focus may destroy the window.
-TEST_F(Dispatch, AHandlerMayDestroyTheWindowOfTheEvent) {
+TEST_F(Windows, MayBeDestroyedByAHandlerOfTheirEvent) {
   frame.bringUp();
   for (const auto& [message, last] : {std::pair(kMsgButtonDown, "r1:513:0 "),
                                       {kMsgButtonUp, "r1:514:0 "},
@@ -124,7 +143,7 @@ TEST_F(Dispatch, AHandlerMayDestroyTheWindowOfTheEvent) {
   }
 }
 
-TEST_F(Dispatch, KeysGoToHandlersThenToAcceleratorsThenToTheCharacterOperation) {
+TEST_F(Windows, OfferKeysToHandlersThenToAcceleratorsThenToTheCharacterOperation) {
   NotingPane pane(&frame, frame.fill(), kStyleTabStop);
   frame.bringUp();
   pane.takeFocus();
@@ -150,26 +169,124 @@ TEST_F(Dispatch, KeysGoToHandlersThenToAcceleratorsThenToTheCharacterOperation) 
   EXPECT_EQ(pressed(XK_q, ui::kControl), asCharacter);
 }
 
-TEST_F(Dispatch, AQuickSecondPressIsADoubleClickAndAllWindowsAboveHearOfAChangeOfTheFocus) {
+// From the first exposure to the end in its own paint.
+TEST_F(Windows, PaintWhatWaitsAtOnceButNotWhileLocked) {
+  auto* pane = new NotingPane(&frame, frame.fill());
+  EXPECT_FALSE(pane->display()->isReady());
+  noted();
+  frame.bringUp();
+  ui::waitFor([&] { return pane->paints > 0; }, "the first paint");
+  EXPECT_THAT(noted(), testing::MatchesRegex("[^r]*ready [^r]*"));
+  for (const unsigned extent : {200, 120, 300}) {
+    XResizeWindow(ui::display(), ui::windowOf(pane->widget()), extent, extent);
+  }
+  ui::drain();
+  pane->paints = 0;
+  EXPECT_EQ(noted(), "move:0:0 size:0:0 ") << "only the last of several sizes counts";
+  EXPECT_EQ(asText(pane->sizer()->rect()), "0,0 300x300");
+
+  zRect rect(30, 40, 50, 60);
+  const auto paintsAtOnce = [&] {
+    pane->paints = 0;
+    pane->invalidate(&rect, 1);
+    pane->update();
+    return pane->paints;
+  };
+  pane->lockPaint();
+  EXPECT_EQ(paintsAtOnce(), 0);
+  pane->unlockPaint();
+  EXPECT_EQ(paintsAtOnce(), 1);
+  EXPECT_EQ(asText(pane->lastPaint), "30,40 20x20");
+  ui::drain();
+  pane->paints = 0;
+  for (int i = 0; i < 20; ++i) {
+    zRect part(10 * i, 10 * i, 10 * i + 5, 10 * i + 5);
+    pane->invalidate(&part, 1);
+  }
+  EXPECT_EQ(pane->nextPaint(), "0,0 195x195");
+  pane->invalidate(nullptr, 0);
+  EXPECT_EQ(pane->nextPaint(), "0,0 300x300");
+
+  const zRect everything({}, theScreen().size());
+  const zRect part(50, 60, 150, 160);
+  const std::tuple<int, int, zRect, const char*> scrolls[] = {
+      {0, -30, everything, "0,270 300x30"}, {0, 30, everything, "0,0 300x30"},
+      {20, 0, everything, "0,0 20x300"},    {-20, 0, everything, "280,0 20x300"},
+      {0, -10, part, "50,150 100x10"},      {500, 0, part, "50,60 100x100"}};
+  for (const auto& [dx, dy, area, strip] : scrolls) {
+    pane->scrollRect(dx, dy, area);
+    EXPECT_EQ(pane->nextPaint(), strip) << "what stays is copied";
+  }
+
+  pane->onPaint = [&] { delete std::exchange(pane, nullptr); };
+  pane->invalidate(nullptr, 1);
+  ui::waitFor([&] { return pane == nullptr; }, "the end of the pane");
+  ui::drain();
+}
+
+TEST_F(Windows, ShareTheirRectangleWithTheirScrollBars) {
+  RecordingPane pane(&frame, frame.fill(), kStyleBothScrolls);
+  frame.bringUp();
+  const zPoint origin = {ui::areaOf(frame.widget()).x, ui::areaOf(frame.widget()).y};
+  zRect whole;
+  pane.getExterior(whole);
+  EXPECT_EQ(whole, zRect(origin, pane.sizer()->size()));
+  std::string places = asText(pane.sizer()->rect());
+  for (Widget part : {pane.widget(), ui::part(frame.widget(), "ScrollbarV"),
+                      ui::part(frame.widget(), "ScrollbarH")}) {
+    const ui::ScreenArea area = ui::areaOf(part);
+    places += " / " + asText({{area.x - origin.x, area.y - origin.y}, {area.width, area.height}});
+  }
+  EXPECT_EQ(places, "0,0 400x300 / 0,0 384x284 / 384,0 16x284 / 0,284 384x16");
+  pane.setShowState(kShowHide);
+  EXPECT_EQ(ui::partsOf(frame.widget()).size(), 0U) << "they come and go with it";
+}
+
+TEST_F(Windows, GoWithTheirParentAndTheirWidgetsThroughTheLoop) {
+  auto* parent = new RecordingPane(&frame, frame.fill());
+  new RecordingPane(parent);
+  frame.bringUp();
+  const Window window = ui::windowOf(parent->widget());
+  delete parent;
+  EXPECT_EQ(ui::resource(frame.widget(), "numChildren"), 1) << "this may be its own event";
+  ui::waitFor([&] { return !ui::isViewable(window); }, "the pane to disappear");
+  ui::drain();
+  EXPECT_EQ(frame.childById(1), nullptr);
+  EXPECT_EQ(ui::resource(frame.widget(), "numChildren"), 0);
+}
+
+TEST_F(Windows, TakeTheFocusWithDelayButFromNoMenuAndTellAllAboveAndADoubleClickMayHitTwo) {
   NotingPane outer(&frame, frame.fill(), kStyleTabStop, 10);
   NotingPane board(&outer, nullptr, kStyleTabStop, 20);
   const auto half = [&] { return new zGravSizer(kGravityLeft, 100, board.sizer()); };
-  const NotingPane first(&board, half(), kStyleTabStop, 1);
+  NotingPane first(&board, half(), kStyleTabStop, 1);
   auto second = std::make_unique<NotingPane>(&board, half(), kStyleTabStop, 2);
   EXPECT_EQ(board.childById(2), second.get());
   EXPECT_EQ(board.childById(9), nullptr);
   frame.bringUp();
-  const Deadline longAgo(Milliseconds(250));
-  ui::waitFor([&] { return longAgo.hasPassed(); }, "earlier presses to be long ago");
-  noted();
+  second->takeFocus();
+  ui::waitForFocus(second->widget());
+  {
+    const zApp::PostedMenu menu;
+    first.startFocusTimer();
+    const Deadline delay(Milliseconds(250));
+    ui::waitFor([&] { return delay.hasPassed(); }, "the end of the delay");
+    EXPECT_TRUE(ui::focusIs(second->widget())) << "the menu would go";
+  }
+  ui::waitForFocus(first.widget());
+  second->setReachable(false);
+  ui::pressKey(XK_Tab);
+  EXPECT_TRUE(ui::focusIs(first.widget()));
+  second->setReachable(true);
+  EXPECT_EQ(pressed(XK_Tab), "character:258:9 focus:8:0 focus:7:0 20:1>2 10:1>2 ");
+
   ui::click(first.widget(), 10, 10);
-  EXPECT_THAT(noted(), testing::StartsWith("down:513:0 "));
+  EXPECT_EQ(noted(), "down:513:0 focus:8:0 focus:7:0 20:2>1 10:2>1 up:514:0 ");
   ui::click(second->widget(), 10, 10);
-  EXPECT_EQ(noted(), "down:515:0 focus:8:0 focus:7:0 20:1>2 10:1>2 up:514:0 ")
-      << "a double click also on another window";
+  EXPECT_EQ(noted(), "down:515:0 focus:8:0 focus:7:0 20:1>2 10:1>2 up:514:0 ");
   second.reset();
   ui::drain();
-  EXPECT_THAT(noted(), testing::HasSubstr("10:0>"));
+  EXPECT_EQ(noted(), "focus:7:0 20:0>1 10:0>1 ");
 }
 
 }  // namespace
