@@ -24,8 +24,7 @@ struct Launch {
   std::filesystem::path workingFolder{};   ///< empty: the test's own
 };
 
-/// A program that runs as a child of the test, its output read through pipes. It is killed with its
-/// object, and with the test.
+/// A program that runs as a child of the test. It is killed with its object, and with the test.
 class ChildProcess {
  public:
   explicit ChildProcess(const Launch& launch);
@@ -41,11 +40,10 @@ class ChildProcess {
   /// Ends the program by SIGKILL, if it still runs, and waits for its end.
   void kill();
 
-  /// Takes what the program wrote so far out of the pipes, without waiting.
-  void drain();
-  /// What the program wrote to standard output and to standard error, as far as drained.
-  const std::string& output() const { return streams[0].text; }
-  const std::string& errors() const { return streams[1].text; }
+  /// What the program wrote so far to standard output and to standard error.
+  std::string output() const { return written(0); }
+  std::string errors() const { return written(1); }
+  void drain() const {}
 
   /// Waits for the program's end and returns its exit status, 128 + n when signal n ended it.
   /// Fails the test when it still runs after `limit`.
@@ -55,20 +53,18 @@ class ChildProcess {
   void expectText(const std::string& text, Milliseconds limit = kAnswerTime,
                   SourceLine where = SourceLine::current());
 
-  /// Sleeps until the program writes, one of `others` is ready or `limit` passes, at most a short
-  /// while, since nothing wakes it when a child ends; then drains.
-  void waitABit(Milliseconds limit, std::vector<pollfd> others = {});
+  /// Sleeps until one of `others` is ready or `limit` passes, at most a short while, since nothing
+  /// wakes it when the program writes or ends.
+  static void waitABit(Milliseconds limit, std::vector<pollfd> others = {});
 
   /// Everything the program wrote, for the text of a failure.
   std::string report();
 
  private:
-  struct Stream {
-    UniqueDescriptor pipe;
-    std::string text;
-  };
+  std::string written(std::size_t stream) const;
 
   pid_t processId = -1;
-  std::array<Stream, 2> streams;
+  std::array<UniqueDescriptor, 2>
+      streams;  ///< files without a name, which never make a writer wait
   std::optional<int> status;
 };

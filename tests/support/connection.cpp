@@ -19,27 +19,21 @@ Connection::Connection(const std::string& path)
 int Connection::send(std::string_view& bytes) const {
   while (!bytes.empty()) {
     const ssize_t count = ::send(fd(), bytes.data(), bytes.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
-    if (count >= 0) {
-      bytes.remove_prefix(static_cast<std::size_t>(count));
-    } else if (errno != EINTR) {
+    if (count < 0) {
       return errno == EAGAIN ? 0 : errno;
     }
+    bytes.remove_prefix(static_cast<std::size_t>(count));
   }
   return 0;
 }
 
 void Connection::read() {
   std::array<char, 65536> chunk;
-  while (isOpen() && !ended) {
-    const ssize_t count = ::recv(fd(), chunk.data(), chunk.size(), MSG_DONTWAIT);
-    if (count > 0) {
-      received.append(chunk.data(), static_cast<std::size_t>(count));
-    } else if (count == 0 || errno == ECONNRESET) {
-      ended = true;
-    } else if (errno != EINTR) {
-      return;
-    }
+  ssize_t count = 0;
+  while ((count = ::recv(fd(), chunk.data(), chunk.size(), MSG_DONTWAIT)) > 0) {
+    received.append(chunk.data(), static_cast<std::size_t>(count));
   }
+  ended = ended || count == 0 || errno == ECONNRESET;
 }
 
 std::optional<std::string> Connection::take() {

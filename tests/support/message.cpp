@@ -3,10 +3,7 @@
 #include "tests/support/message.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 #include <cstring>
-#include <ostream>
 #include <stdexcept>
 
 namespace {
@@ -19,18 +16,13 @@ const MessageRow* findRow(int tag, MessageDirection preferred) {
 }
 
 std::string quoted(std::string_view text) {
+  constexpr std::string_view kNamed = "\n\t\"\\";
   std::string result = "\"";
   for (const char c : text) {
-    if (c == '\n' || c == '\t') {
-      result += c == '\n' ? "\\n" : "\\t";
-    } else if (c == '"' || c == '\\') {
-      result += {'\\', c};
-    } else if (static_cast<unsigned char>(c) < ' ') {
-      std::array<char, 5> escape = {};
-      std::snprintf(escape.data(), escape.size(), "\\x%02x", c);
-      result += escape.data();
+    if (const std::size_t at = kNamed.find(c); at != std::string_view::npos) {
+      result += {'\\', "nt\"\\"[at]};
     } else {
-      result += c;
+      result += static_cast<unsigned char>(c) < ' ' ? "\\" + std::to_string(c) : std::string(1, c);
     }
   }
   return result + '"';
@@ -76,23 +68,20 @@ class Reader {
 }  // namespace
 
 std::string Parameter::describe() const {
-  if (kind() != kListParameter) {
-    return kind() == kIntegerParameter ? std::to_string(number()) : quoted(text());
+  std::string result;
+  for (const std::string& text : texts) {
+    result += (result.empty() ? "" : ", ") + quoted(text);
   }
-  std::string result = "[";
-  for (const std::string& item : list()) {
-    result += (result.size() > 1 ? ", " : "") + quoted(item);
-  }
-  return result + "]";
+  return kind == kIntegerParameter ? std::to_string(number)
+         : kind == kListParameter  ? "[" + result + "]"
+                                   : result;
 }
 
 std::string Parameter::payload() const {
-  if (kind() != kListParameter) {
-    return kind() == kIntegerParameter ? wireWord(number()) : wireString(text());
-  }
-  std::string result = wireWord(static_cast<int>(list().size()));
-  for (const std::string& item : list()) {
-    result += wireString(item);
+  std::string result = kind == kIntegerParameter ? wireWord(number) : "";
+  result += kind == kListParameter ? wireWord(static_cast<int>(texts.size())) : "";
+  for (const std::string& text : texts) {
+    result += wireString(text);
   }
   return result;
 }
@@ -107,16 +96,12 @@ std::string describe(const Message& message) {
   return message.fault.empty() ? result : result + " (" + message.fault + ")";
 }
 
-std::ostream& operator<<(std::ostream& out, const Message& message) {
-  return out << describe(message);
-}
-
 std::string toWire(const Message& message, MessageDirection preferred) {
   const MessageRow* const row = findRow(message.tag, preferred);
   std::string shape;
   std::string payload;
   for (const Parameter& parameter : message.parameters) {
-    shape += parameter.kind();
+    shape += parameter.kind;
     payload += parameter.payload();
   }
   if (shape != (row != nullptr ? row->shape : "")) {

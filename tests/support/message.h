@@ -1,11 +1,9 @@
 #pragma once
 
 #include <cstdint>
-#include <iosfwd>
 #include <string>
 #include <string_view>
 #include <utility>
-#include <variant>
 #include <vector>
 
 #include "link/message_numbers.h"
@@ -13,36 +11,24 @@
 #include "link/wire.h"
 
 /// One parameter of a message, from a number, a text or a list of texts.
-class Parameter {
- public:
+struct Parameter {
   using List = std::vector<std::string>;
 
-  Parameter(int number) : value(number) {}
-  Parameter(std::string text) : value(std::move(text)) {}
-  Parameter(std::string_view text) : value(std::string(text)) {}
-  Parameter(const char* text) : value(std::string(text)) {}
-  Parameter(List list) : value(std::move(list)) {}
+  Parameter(int value) : kind('I'), number(value) {}
+  Parameter(std::string text) : kind('S'), texts{std::move(text)} {}
+  Parameter(std::string_view text) : Parameter(std::string(text)) {}
+  Parameter(const char* text) : Parameter(std::string(text)) {}
+  Parameter(List list) : kind('L'), texts(std::move(list)) {}
 
-  /// Empty or 0 when the parameter is of another kind.
-  std::string text() const { return get<std::string>(); }
-  int number() const { return get<int>(); }
-  List list() const { return get<List>(); }
-  /// I, S or L.
-  char kind() const { return "ISL"[value.index()]; }
   /// 7, "text" or ["one", "two"], with C escapes.
   std::string describe() const;
   std::string payload() const;
 
   bool operator==(const Parameter&) const = default;
 
- private:
-  template <class T>
-  T get() const {
-    const T* const held = std::get_if<T>(&value);
-    return held != nullptr ? *held : T();
-  }
-
-  std::variant<int, std::string, List> value;
+  char kind;       ///< I, S or L
+  int number = 0;  ///< of a number
+  List texts;      ///< of a text, that one
 };
 
 /// A message as it crossed the wire.
@@ -54,18 +40,13 @@ struct Message {
   std::vector<Parameter> parameters{};
   std::string fault{};  ///< why the payload could not be decoded; empty when it could
 
-  /// Parameter number `index`; an empty text when there is none.
-  Parameter parameter(std::size_t index) const {
-    return index < parameters.size() ? parameters[index] : Parameter("");
-  }
-  std::string text(std::size_t index = 0) const { return parameter(index).text(); }
-  int number(std::size_t index = 0) const { return parameter(index).number(); }
-  Parameter::List list(std::size_t index = 0) const { return parameter(index).list(); }
+  /// Of the first parameter; empty when there is none.
+  std::string text() const { return parameters.empty() ? "" : parameters[0].texts.at(0); }
+  int number() const { return parameters.at(0).number; }
 };
 
 /// 2000 MSG_T_TEXT "text", for logs and failures.
 std::string describe(const Message& message);
-std::ostream& operator<<(std::ostream& out, const Message& message);
 
 /// Wire form of a message, with its NUL. The parameters must be those of its row in `preferred`
 /// direction or, if there is none, in the other one; otherwise an exception says what is wrong.

@@ -1,6 +1,6 @@
-// One thread. All waiting happens in waitForNews, which polls the listening socket, the connection
-// and the tool's output together, so that a tool never blocks on a full pipe. Nothing here depends
-// on the tool's staying alive: a dead one shows as a closed connection.
+// One thread. All waiting happens in waitUntil, which polls the listening socket and the connection
+// together. Nothing here depends on the tool's staying alive: a dead one shows as a closed
+// connection.
 
 #include "tests/support/scripted_postmaster.h"
 
@@ -10,7 +10,6 @@
 
 #include <cstring>
 #include <iostream>
-#include <stdexcept>
 
 namespace {
 
@@ -43,21 +42,9 @@ ChildProcess& ScriptedPostmaster::begin(std::unique_ptr<ChildProcess> started) {
   return *child;
 }
 
-ChildProcess& ScriptedPostmaster::tool() {
-  if (child == nullptr) {
-    throw std::logic_error("no tool was started");
-  }
-  return *child;
-}
-
 int ScriptedPostmaster::exitStatus(Milliseconds limit, SourceLine where) {
-  for (const Deadline deadline(limit); tool().isRunning();) {
-    if (deadline.hasPassed()) {
-      fail("the end of the tool", "it still runs", where);
-    }
-    waitForNews(deadline.left(limit));
-  }
-  return tool().exitStatus(limit, where);
+  waitUntil([&] { return !tool().isRunning(); }, limit);
+  return tool().exitStatus(Milliseconds{0}, where);
 }
 
 bool ScriptedPostmaster::hasSocketName() const {
@@ -72,41 +59,32 @@ Message ScriptedPostmaster::expectConnect(SourceLine where) {
 
 Message ScriptedPostmaster::expectOne(bool isNext, const ScriptTag& tag,
                                       const std::vector<Parameter>& parameters) {
-  const std::string awaited = describe({kFrameDirected, tag.tag, 0, 0, parameters});
-  const auto isWrong = [&](const Message& message) {
-    return message.tag != tag.tag || !message.fault.empty() ||
-           (!parameters.empty() && message.parameters != parameters);
-  };
-  Message message = nextMessage(awaited, tag.where);
-  for (; isWrong(message); message = nextMessage(awaited, tag.where)) {
-    if (isNext) {
-      fail(awaited, describe(message), tag.where);
+  for (;;) {
+    const std::optional<Message> message = next(kAnswerTime);
+    if (message && message->tag == tag.tag && message->fault.empty() &&
+        (parameters.empty() || message->parameters == parameters)) {
+      return *message;
+    }
+    if (isNext || !message) {
+      fail(describe({kFrameDirected, tag.tag, 0, 0, parameters}), message, tag.where);
     }
   }
-  return message;
 }
 
 bool ScriptedPostmaster::hasMessage(Milliseconds time) {
-  for (const Deadline deadline(time); !connection.hasFrame() && !deadline.hasPassed();) {
-    waitForNews(deadline.left(time));
-  }
-  return connection.hasFrame();
+  return waitUntil([&] { return connection.hasFrame(); }, time);
 }
 
 void ScriptedPostmaster::expectSilence(Milliseconds time, SourceLine where) {
   if (hasMessage(time)) {
-    fail("silence", describe(nextMessage("silence", where)), where);
+    fail("silence", next(time), where);
   }
 }
 
 void ScriptedPostmaster::expectHangUp(SourceLine where) {
-  for (const Deadline deadline(kAnswerTime);
-       !connection.hasEnded() && !deadline.hasPassed() && !connection.hasFrame();) {
-    waitForNews(deadline.left(kAnswerTime));
-  }
-  if (connection.hasFrame() || !connection.hasEnded()) {
-    const std::string awaited = "the end of the connection";
-    fail(awaited, connection.hasFrame() ? describe(nextMessage(awaited, where)) : "nothing", where);
+  const std::optional<Message> message = next(kAnswerTime);
+  if (message || !connection.hasEnded()) {
+    fail("the end of the connection", message, where);
   }
 }
 
@@ -126,13 +104,8 @@ void ScriptedPostmaster::sendInPieces(std::size_t count, const ScriptTag& tag,
                                       std::vector<Parameter> parameters) {
   const std::string frame = makeFrame(tag, std::move(parameters));
   sendBytes(frame.substr(0, count), tag.where);
-  const Deadline deadline(kAnswerTime);
-  for (int unread = 1; ::ioctl(connection.fd(), SIOCOUTQ, &unread) != 0 || unread != 0;) {
-    if (deadline.hasPassed() || connection.hasEnded()) {
-      fail("that the tool reads", "it does not", tag.where);
-    }
-    waitForNews(Milliseconds{1});  // nothing wakes a poll when the other side reads
-  }
+  int unread = 1;
+  waitUntil([&] { return ::ioctl(connection.fd(), SIOCOUTQ, &unread) == 0 && unread == 0; });
   sendBytes(frame.substr(count), tag.where);
 }
 
@@ -157,51 +130,56 @@ std::string ScriptedPostmaster::makeFrame(const ScriptTag& tag, std::vector<Para
   return toWire(message, direction(toolType != NELKVUI ? NELKVUI : NELKV));
 }
 
-Message ScriptedPostmaster::nextMessage(const std::string& awaited, SourceLine where) {
-  const Deadline deadline(kAnswerTime);
-  std::optional<std::string> frame = connection.take();
-  for (; !frame; frame = connection.take()) {
-    const bool isOver = connection.hasEnded() || (!hasConnected && !tool().isRunning());
-    if (isOver || deadline.hasPassed()) {
-      fail(awaited,
-           !isOver        ? "nothing"
-           : hasConnected ? "the tool closed the connection"
-                          : "the tool ended without connecting",
-           where);
-    }
-    waitForNews(deadline.left(kAnswerTime));
+std::optional<Message> ScriptedPostmaster::next(Milliseconds limit) {
+  const auto isOver = [&] {
+    return connection.hasEnded() || (!hasConnected && !tool().isRunning());
+  };
+  waitUntil([&] { return connection.hasFrame() || isOver(); }, limit);
+  const std::optional<std::string> frame = connection.take();
+  if (!frame) {
+    return std::nullopt;
   }
   Message message = fromWire(*frame, direction(toolType));
   note("< " + describe(message));
   return message;
 }
 
-void ScriptedPostmaster::waitForNews(Milliseconds limit) {
-  // Once the tool has hung up the connection would wake every poll.
-  tool().waitABit(limit, {{hasConnected ? -1 : rendezvous.listener(), POLLIN, 0},
-                          {connection.hasEnded() ? -1 : connection.fd(), POLLIN, 0}});
-  if (!hasConnected) {
-    connection = Connection(rendezvous.accept());
-    hasConnected = connection.isOpen();
+bool ScriptedPostmaster::waitUntil(const std::function<bool()>& condition, Milliseconds limit) {
+  for (const Deadline deadline(limit); !condition();) {
+    if (deadline.hasPassed()) {
+      return false;
+    }
+    // Once the tool has hung up the connection would wake every poll.
+    ChildProcess::waitABit(limit, {{hasConnected ? -1 : rendezvous.listener(), POLLIN, 0},
+                                   {connection.hasEnded() ? -1 : connection.fd(), POLLIN, 0}});
+    if (!hasConnected) {
+      connection = Connection(rendezvous.accept());
+      hasConnected = connection.isOpen();
+    }
+    connection.read();
   }
-  connection.read();
+  return true;
 }
 
 void ScriptedPostmaster::sendBytes(std::string_view bytes, SourceLine where) {
-  const Deadline deadline(kAnswerTime);
-  while (!hasConnected && !deadline.hasPassed()) {
-    waitForNews(deadline.left(kAnswerTime));
-  }
-  int error = connection.send(bytes);
-  for (; !bytes.empty(); error = connection.send(bytes)) {
-    if (error != 0 || deadline.hasPassed()) {
-      fail("that the tool takes a message", std::strerror(error), where);
-    }
-    waitForNews(Milliseconds{1});
+  int error = 0;
+  const auto isSent = [&] {
+    error = hasConnected ? connection.send(bytes) : 0;
+    return (hasConnected && bytes.empty()) || error != 0;
+  };
+  if (!waitUntil(isSent, kAnswerTime) || error != 0) {
+    failScript(
+        "the tool takes no message: " + std::string(std::strerror(error)) + "\n" + transcript(),
+        where);
   }
 }
 
-void ScriptedPostmaster::fail(const std::string& awaited, const std::string& cameInstead,
+void ScriptedPostmaster::fail(const std::string& awaited, const std::optional<Message>& came,
                               SourceLine where) {
-  failScript("awaited: " + awaited + "\ncame: " + cameInstead + "\n" + transcript(), where);
+  failScript("awaited: " + awaited + "\ncame: " +
+                 (came                    ? describe(*came)
+                  : connection.hasEnded() ? "the end of the connection"
+                                          : "nothing") +
+                 "\n" + transcript(),
+             where);
 }

@@ -104,7 +104,7 @@ class ScriptedPostmaster {
 
   // The tool as a process.
 
-  ChildProcess& tool();
+  ChildProcess& tool() { return *child; }
   /// Waits for the tool's end: its exit status, or 128 + n after signal n.
   int exitStatus(Milliseconds limit = kAnswerTime, SourceLine where = SourceLine::current());
 
@@ -123,11 +123,13 @@ class ScriptedPostmaster {
   void sendInPieces(std::size_t count, const ScriptTag& tag, std::vector<Parameter> parameters);
 
   std::string makeFrame(const ScriptTag& tag, std::vector<Parameter> parameters);
-  Message nextMessage(const std::string& awaited, SourceLine where);
-  void waitForNews(Milliseconds limit);
+  /// The next message; nothing when none comes or can come.
+  std::optional<Message> next(Milliseconds limit);
+  /// Takes in what the tool sends until `condition` holds; false when it does not within `limit`.
+  bool waitUntil(const std::function<bool()>& condition, Milliseconds limit = kAnswerTime);
   void sendBytes(std::string_view bytes, SourceLine where);
   void note(const std::string& text) { log += "    " + text + "\n"; }
-  [[noreturn]] void fail(const std::string& awaited, const std::string& cameInstead,
+  [[noreturn]] void fail(const std::string& awaited, const std::optional<Message>& came,
                          SourceLine where);
 
   Rendezvous rendezvous;

@@ -1,11 +1,7 @@
 #include "tests/support/screen/screen.h"
 
 #include <algorithm>
-#include <array>
-#include <memory>
-#include <optional>
-#include <span>
-#include <stdexcept>
+#include <utility>
 
 #include <X11/extensions/XTest.h>
 #include <X11/keysym.h>
@@ -36,13 +32,6 @@ class Looking {
   XErrorHandler previous;
 };
 
-struct XDeleter {
-  void operator()(void* memory) const { XFree(memory); }
-};
-
-template <typename T>
-using XPointer = std::unique_ptr<T, XDeleter>;
-
 struct Family {
   Window parent = None;
   std::vector<Window> children;  ///< from the bottom of the stack up
@@ -54,8 +43,8 @@ Family familyOf(Display* display, Window window) {
   Window* children = nullptr;
   unsigned count = 0;
   if (XQueryTree(display, window, &root, &family.parent, &children, &count) != 0) {
-    const XPointer<Window> owned(children);
     family.children.assign(children, children + count);
+    XFree(children);
   }
   return family;
 }
@@ -74,9 +63,9 @@ bool isShown(Display* display, Window window) {
 
 std::string titleOf(Display* display, Window window) {
   char* name = nullptr;
-  const bool hasName = XFetchName(display, window, &name) != 0;
-  const XPointer<char> owned(name);
-  return hasName ? name : "";
+  std::string title = XFetchName(display, window, &name) != 0 ? name : "";
+  XFree(name);
+  return title;
 }
 
 /// Searches from the top of the stack down. Titles are on the root's children, on those of the
@@ -103,35 +92,6 @@ void collectInnermost(Display* display, Window window, std::vector<Window>& foun
   if (children.empty() && isShown(display, window)) {
     found.push_back(window);
   }
-}
-
-/// A key and whether Shift has to be down for the symbol wanted.
-struct Key {
-  KeyCode code = 0;
-  bool needsShift = false;
-};
-
-/// The first key with the symbol; with NoSymbol the last spare key.
-std::optional<Key> findKey(Display* display, KeySym symbol) {
-  int first = 0;
-  int last = 0;
-  XDisplayKeycodes(display, &first, &last);
-  std::optional<Key> spare;
-  for (const int level : {0, 1}) {
-    for (int code = first; code <= last; ++code) {
-      const auto key = static_cast<KeyCode>(code);
-      if (XkbKeycodeToKeysym(display, key, 0, level) == symbol) {
-        spare = Key{key, level == 1};
-        if (symbol != NoSymbol) {
-          return spare;
-        }
-      }
-    }
-    if (spare) {
-      return spare;
-    }
-  }
-  return std::nullopt;
 }
 
 }  // namespace
@@ -191,32 +151,31 @@ bool Screen::hasInputFocus(Window window) const {
 }
 
 void Screen::press(KeySymbol symbol, unsigned modifiers) {
-  std::optional<Key> key = findKey(connection, symbol);
-  if (!key) {
-    const std::optional<Key> spare = findKey(connection, NoSymbol);
-    if (!spare) {
-      throw std::runtime_error("the keyboard has no key left for a new symbol");
-    }
-    XChangeKeyboardMapping(connection, spare->code, 1, &symbol, 1);
-    while (!key) {
+  KeyCode key = XKeysymToKeycode(connection, symbol);
+  if (key == 0) {
+    int first = 0;
+    int last = 0;
+    XDisplayKeycodes(connection, &first, &last);
+    XChangeKeyboardMapping(connection, last - newSymbols++, 1, &symbol, 1);
+    for (; key == 0; key = XKeysymToKeycode(connection, symbol)) {
       settle();
-      key = findKey(connection, symbol);
     }
   }
-  const unsigned held = modifiers | (key->needsShift ? kShift : kNoModifier);
+  // A shifted symbol stands behind the plain one.
+  const bool isPlain = XkbKeycodeToKeysym(connection, key, 0, 0) == symbol;
+  const unsigned held = modifiers | (isPlain ? kNoModifier : kShift);
   const auto fakeModifiers = [&](Bool areDown) {
-    constexpr std::array<KeySym, 3> kKeys = {XK_Shift_L, XK_Control_L, XK_Alt_L};
-    for (unsigned bit = 0; bit < kKeys.size(); ++bit) {
-      if ((held & (1U << bit)) != 0) {
-        XTestFakeKeyEvent(connection, XKeysymToKeycode(connection, kKeys[bit]), areDown,
-                          CurrentTime);
+    for (const auto& [bit, modifier] :
+         {std::pair{kShift, XK_Shift_L}, {kControl, XK_Control_L}, {kAlt, XK_Alt_L}}) {
+      if ((held & bit) != 0) {
+        XTestFakeKeyEvent(connection, XKeysymToKeycode(connection, modifier), areDown, CurrentTime);
       }
     }
   };
   // The key goes up before its modifiers do: menus look at them on its release.
   fakeModifiers(True);
-  XTestFakeKeyEvent(connection, key->code, True, CurrentTime);
-  XTestFakeKeyEvent(connection, key->code, False, CurrentTime);
+  XTestFakeKeyEvent(connection, key, True, CurrentTime);
+  XTestFakeKeyEvent(connection, key, False, CurrentTime);
   fakeModifiers(False);
   settle();
 }

@@ -54,7 +54,7 @@ class Screen {
   bool hasInputFocus(Window window) const;
 
   /// Presses and releases a key; it goes where the focus is. A symbol that the keyboard does not
-  /// have is put on a spare key first. Shift is added where the symbol needs it.
+  /// have is put on one of its last keys first. Shift is added where the symbol needs it.
   void press(KeySymbol symbol, unsigned modifiers = kNoModifier);
   /// Types text, Latin-1, a key a character; a line feed is the Return key, a tab the Tab key.
   void type(std::string_view text);
@@ -70,6 +70,7 @@ class Screen {
 
  private:
   Display* connection;
+  int newSymbols = 0;
 };
 
 }  // namespace screen

@@ -21,10 +21,16 @@ class User : public Screen {
   /// Waits until a window with this title, other than `known`, is viewable and has the focus.
   Window awaitWindow(const std::string& title, Window known = 0,
                      SourceLine where = SourceLine::current());
-  void awaitGone(Window window, SourceLine where = SourceLine::current());
+  void awaitGone(Window window, SourceLine where = SourceLine::current()) {
+    waitFor([&] { return !isViewable(window); }, "a window to go", where);
+  }
   /// Waits until a menu is on the screen, or until none is.
-  void awaitMenu(SourceLine where = SourceLine::current());
-  void awaitNoMenu(SourceLine where = SourceLine::current());
+  void awaitMenu() {
+    waitFor([&] { return hasPopup(); }, "a menu");
+  }
+  void awaitNoMenu() {
+    waitFor([&] { return !hasPopup(); }, "the menu to go");
+  }
 
   /// What is waited for at present, the innermost last.
   const std::vector<std::string>& awaited() const { return waits; }
