@@ -7,20 +7,19 @@
 #include "button_file/button_file_reader.h"
 #include "tests/fuzz/fuzz_target.h"
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const std::string input(data, data + size);
+void fuzz(std::span<const std::uint8_t> data) {
+  const std::string input(data.begin(), data.end());
   bool isRemarked = false;
   const ButtonSet set = readButtonFile(std::string_view(input), [&](const ButtonFileNote& note) {
     isRemarked = true;
-    require(note.line > 0 && note.line <= size && note.text.size() <= size);
+    require(note.line > 0 && note.line <= input.size() && note.text.size() <= input.size());
   });
   require(readButtonFile(std::string_view(input)) == set);
 
   const std::string saved = formatButtonSet(set);
   constexpr std::size_t kMostWrittenForOneByte = 20;  // a separator or a header of one letter
-  require(saved.size() <= kMostWrittenForOneByte * size);
+  require(saved.size() <= kMostWrittenForOneByte * input.size());
   if (!isRemarked) {
     require(readButtonFile(std::string_view(saved)) == set);
   }
-  return 0;
 }

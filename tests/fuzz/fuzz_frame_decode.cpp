@@ -21,11 +21,10 @@ void splitText(const std::vector<char>& text) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const std::vector<char> bytes(data, data + size);
+void fuzz(std::span<const std::uint8_t> data) {
+  const std::vector<char> bytes(data.begin(), data.end());
   splitText(bytes);
-  std::vector<char> text(2 * size + 1);
-  NibbleEncode(bytes.data(), text.data(), static_cast<int>(size));
+  std::vector<char> text(2 * bytes.size() + 1);
+  NibbleEncode(bytes.data(), text.data(), static_cast<int>(bytes.size()));
   splitText(text);
-  return 0;
 }

@@ -21,8 +21,7 @@ void check(const ziMaskedPicture& image) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  check(decodeIcon({data, size}, {}));
-  check(decodeCursor({data, size}, {}));
-  return 0;
+void fuzz(std::span<const std::uint8_t> data) {
+  check(decodeIcon(data, {}));
+  check(decodeCursor(data, {}));
 }

@@ -2,29 +2,20 @@
 // to the same bytes again, but for a blank in place of each NUL in a text.
 
 #include <algorithm>
-#include <cstring>
 #include <vector>
 
 #include "link/message_codec.h"
 #include "tests/fuzz/fuzz_target.h"
 
-namespace {
-
-constexpr MessageRow kNoRow{-1, MessageDirection::kReceivedByUi, "", ""};
-
-const MessageRow& pickRow(std::uint8_t number) {
-  const auto rows = messageTable();
-  return number < rows.size() ? rows[number] : kNoRow;
-}
-
-}  // namespace
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  if (size == 0) {
-    return 0;
+void fuzz(std::span<const std::uint8_t> data) {
+  if (data.empty()) {
+    return;
   }
-  const MessageRow& row = pickRow(data[0]);
-  const std::vector<char> payload(data + 1, data + size);
+  const auto rows = messageTable();
+  const MessageRow row = data[0] < rows.size()
+                             ? rows[data[0]]
+                             : MessageRow{-1, MessageDirection::kReceivedByUi, "", ""};
+  const std::vector<char> payload(data.begin() + 1, data.end());
   const int length = static_cast<int>(payload.size());
   ToolMessage message;
   const int result = DecodeMessage(row.tag, payload.data(), length, &message, row.direction);
@@ -38,5 +29,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }));
   }
   FreeMessage(row.tag, &message, row.direction);
-  return 0;
 }

@@ -5,16 +5,15 @@
 #include "link/wire.h"
 #include "tests/fuzz/fuzz_target.h"
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const std::vector<char> text(data, data + size);
-  std::vector<char> bytes(size / 2);
-  const int count = NibbleDecode(text.data(), bytes.data(), static_cast<int>(size));
-  require(count == static_cast<int>(size / 2));
+void fuzz(std::span<const std::uint8_t> data) {
+  const std::vector<char> text(data.begin(), data.end());
+  std::vector<char> bytes(text.size() / 2);
+  const int count = NibbleDecode(text.data(), bytes.data(), static_cast<int>(text.size()));
+  require(count == static_cast<int>(bytes.size()));
 
   std::vector<char> wire(2 * bytes.size() + 1);
   require(NibbleEncode(bytes.data(), wire.data(), count) == 2 * count);
   std::vector<char> again(bytes.size());
   require(NibbleDecode(wire.data(), again.data(), 2 * count) == count);
   require(again == bytes);
-  return 0;
 }

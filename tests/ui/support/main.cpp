@@ -9,7 +9,6 @@
 #include <memory>
 
 #include "framework/core/application.h"
-#include "tests/ui/support/main.h"
 #include "tests/ui/support/ui_test.h"
 
 #include <X11/Xlib.h>
@@ -61,16 +60,11 @@ class Guard : public testing::EmptyTestEventListener {
 }  // namespace
 
 void ui::endHangingTest(const std::string& awaited) {
-  std::string text = "hangs in an event loop; awaited:\n" + awaited;
+  std::string text = "hangs in an event loop, so this program ends here; awaited:\n" + awaited;
   for (const std::string& what : user().awaited()) {
     text += "\n  " + what;
   }
   ADD_FAILURE() << text;
-  if (const auto* const test = testing::UnitTest::GetInstance()->current_test_info()) {
-    std::cout << "[  FAILED  ] " << test->test_suite_name() << "." << test->name()
-              << "\nThe loop cannot be left: this test program ends here.\n"
-              << std::flush;
-  }
   std::_Exit(EXIT_FAILURE);
 }
 

@@ -7,12 +7,10 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <exception>
 #include <span>
 #include <utility>
 
 #include "framework/core/application.h"
-#include "tests/ui/support/main.h"
 
 #include <X11/keysym.h>
 #include <X11/Xlib.h>
@@ -61,13 +59,13 @@ Boolean countRelease(XEvent* event) {
 /// Clicks where the pointer is, and handles events until the release has come, or for a short
 /// while: it may have hit a window of another program.
 void clickHere(MouseButton button) {
-  const XtEventDispatchProc previous = XtSetEventDispatcher(display(), ButtonRelease, countRelease);
-  usualDispatcher = previous != countRelease ? previous : usualDispatcher;
+  if (usualDispatcher == nullptr) {
+    usualDispatcher = XtSetEventDispatcher(display(), ButtonRelease, countRelease);
+  }
   const int before = releasesSeen;
   pressButton(button);
   releaseButton(button);
-  const Deadline deadline(kClickTime);
-  while (releasesSeen == before && !deadline.hasPassed()) {
+  for (const Deadline deadline(kClickTime); releasesSeen == before && !deadline.hasPassed();) {
     ::usleep(1000);
     drain();
   }
@@ -104,15 +102,10 @@ Window windowOf(Widget widget) {
 
 Place::Place(Widget widget) : Place(windowOf(widget)) {
   if (!XtIsWidget(widget)) {
-    Position left = 0;
-    Position top = 0;
-    Dimension wide = 0;
-    Dimension high = 0;
-    XtVaGetValues(widget, XmNx, &left, XmNy, &top, XmNwidth, &wide, XmNheight, &high, nullptr);
-    x += left;
-    y += top;
-    width = wide;
-    height = high;
+    x += static_cast<Position>(resource(widget, XmNx));
+    y += static_cast<Position>(resource(widget, XmNy));
+    width = resource(widget, XmNwidth);
+    height = resource(widget, XmNheight);
   }
 }
 
@@ -128,11 +121,8 @@ bool isViewable(Widget widget) {
 }
 
 bool focusIs(Widget widget) {
-  Widget shell = widget;
-  while (shell != nullptr && !XtIsShell(shell)) {
-    shell = XtParent(shell);
-  }
-  return shell != nullptr && XmGetFocusWidget(widget) == widget && hasInputFocus(windowOf(shell));
+  Widget holder = XtWindowToWidget(display(), user().inputFocus());
+  return holder != nullptr && XmGetFocusWidget(holder) == widget;
 }
 
 void waitForFocus(Widget widget, SourceLine where) {
@@ -223,14 +213,16 @@ ModalScript& ModalScript::when(Condition condition, const std::string& what, Act
 
 ModalScript::Running::Running(ModalScript& owner)
     : script(owner), ticker(kTick, [&owner] { owner.tick(); }) {
+  script.when([] { return false; }, "the end of the modal call", {});
   script.baseDepth = user().awaited().size();
   script.deadline.emplace(kWaitTime);
 }
 
 ModalScript::Running::~Running() {
-  if (script.next < script.steps.size() && !script.hasFailed) {
-    script.giveUp("the modal call returned before there was " + script.awaited());
+  if (script.next + 1 < script.steps.size() && !script.hasFailed) {
+    script.giveUp("the modal call returned before there was " + script.steps[script.next].what);
   }
+  script.steps.pop_back();
 }
 
 void ModalScript::tick() {
@@ -243,18 +235,16 @@ void ModalScript::tick() {
     }
     pressKey(XK_Escape);
     closeByWindowManager(user().inputFocus());
-  } else if (next < steps.size() && steps[next].condition()) {
+  } else if (steps[next].condition()) {
     deadline.emplace(kWaitTime);
     // No exception may cross the frames of Xt.
     try {
       steps[next++].action();
-    } catch (const testing::AssertionException&) {
-      hasFailed = true;
     } catch (const std::exception& error) {
-      giveUp(std::string("exception: ") + error.what());
+      giveUp(error.what());
     }
   } else if (deadline->hasPassed()) {
-    giveUp("awaited in vain in a modal call: " + awaited());
+    giveUp("awaited in vain in a modal call: " + steps[next].what);
   }
 }
 
@@ -262,13 +252,6 @@ void ModalScript::giveUp(const std::string& reason) {
   hasFailed = true;
   deadline.emplace(kWaitTime);
   ADD_FAILURE_AT(where.file, where.line) << reason;
-}
-
-std::string ModalScript::awaited() const {
-  if (next < steps.size()) {
-    return steps[next].what;
-  }
-  return "the call's end" + (steps.empty() ? "" : " after the step on " + steps.back().what);
 }
 
 }  // namespace ui

@@ -113,6 +113,9 @@ inline void closeByWindowManager(Window window) {
   user().close(window);
 }
 
+/// Fails the running test with `awaited` and ends the process: the loop that hangs cannot be left.
+[[noreturn]] void endHangingTest(const std::string& awaited);
+
 /// What the X server keeps for this process at present: how many of each kind, such as "PIXMAP".
 std::map<std::string, unsigned> serverResources();
 
@@ -182,7 +185,6 @@ class ModalScript {
 
   void tick();
   void giveUp(const std::string& reason);
-  std::string awaited() const;
 
   SourceLine where;
   std::vector<Step> steps;

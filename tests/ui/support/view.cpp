@@ -1,7 +1,6 @@
 #include "tests/ui/support/view.h"
 
 #include <algorithm>
-#include <map>
 
 #include "framework/core/xm_handles_xm.h"
 #include "tests/ui/support/ui_test.h"
@@ -28,8 +27,8 @@ std::string plain(XmString string) {
   }
   unsigned int length = 0;
   XtPointer value = nullptr;
-  for (XmStringComponentType type = XmStringGetNextTriple(context, &length, &value);
-       type != XmSTRING_COMPONENT_END; type = XmStringGetNextTriple(context, &length, &value)) {
+  XmStringComponentType type = 0;
+  while ((type = XmStringGetNextTriple(context, &length, &value)) != XmSTRING_COMPONENT_END) {
     if (type == XmSTRING_COMPONENT_TEXT || type == XmSTRING_COMPONENT_LOCALE_TEXT) {
       text.append(static_cast<const char*>(value), length);
     } else if (type == XmSTRING_COMPONENT_SEPARATOR) {
@@ -49,38 +48,24 @@ std::string takePlain(Widget widget, const char* name) {
   return text;
 }
 
+bool isA(Widget widget, WidgetClass one, WidgetClass other) {
+  return XtIsSubclass(widget, one) || XtIsSubclass(widget, other);
+}
+
 bool isText(Widget widget) {
-  return XmIsText(widget) || XmIsTextField(widget);
+  return isA(widget, xmTextWidgetClass, xmTextFieldWidgetClass);
 }
 
-bool isToggle(Widget widget) {
-  return XmIsToggleButton(widget) || XmIsToggleButtonGadget(widget);
-}
-
-bool isButton(Widget widget) {
-  return XmIsPushButton(widget) || XmIsPushButtonGadget(widget) || XmIsArrowButton(widget) ||
-         XmIsDrawnButton(widget);
-}
-
-bool isLabel(Widget widget) {
-  return XmIsLabel(widget) || XmIsLabelGadget(widget);
-}
-
-bool isSeparator(Widget widget) {
-  return XmIsSeparator(widget) || XmIsSeparatorGadget(widget);
+bool isPushButton(Widget widget) {
+  return isA(widget, xmPushButtonWidgetClass, xmPushButtonGadgetClass);
 }
 
 std::string picture(Widget label) {
+  // By the numbers of the kinds of message box.
+  constexpr const char* kNames[] = {"{}", "{error}",    "{information}",
+                                    "{}", "{question}", "{warning}"};
   Widget box = XtParent(label);
-  if (!XmIsMessageBox(box)) {
-    return "{picture}";
-  }
-  const std::map<int, std::string> names = {{XmDIALOG_ERROR, "{error}"},
-                                            {XmDIALOG_QUESTION, "{question}"},
-                                            {XmDIALOG_WARNING, "{warning}"},
-                                            {XmDIALOG_INFORMATION, "{information}"}};
-  const auto found = names.find(resource(box, XmNdialogType));
-  return found != names.end() ? found->second : "{}";
+  return XmIsMessageBox(box) ? kNames[resource(box, XmNdialogType)] : "{picture}";
 }
 
 std::string listInView(Widget list) {
@@ -97,32 +82,32 @@ std::string listInView(Widget list) {
 
 /// Empty for what is seen by its parts only.
 std::string bareLook(Widget widget) {
+  const auto number = [&](const char* name) { return std::to_string(resource(widget, name)); };
   if (isText(widget)) {
     return "<" + textOf(widget) + ">";
   }
-  if (isSeparator(widget)) {
+  if (isA(widget, xmSeparatorWidgetClass, xmSeparatorGadgetClass)) {
     return "---";
   }
-  if (isToggle(widget)) {
+  if (isA(widget, xmToggleButtonWidgetClass, xmToggleButtonGadgetClass)) {
     return (resource(widget, XmNset) != 0 ? "(x) " : "( ) ") + textOf(widget);
   }
   if (XmIsScrollBar(widget)) {
-    const auto number = [&](const char* name) { return std::to_string(resource(widget, name)); };
     return "bar " + number(XmNvalue) + " of " + number(XmNminimum) + " to " + number(XmNmaximum) +
            " by " + number(XmNsliderSize);
   }
-  if (isLabel(widget) && resource(widget, XmNlabelType) == XmPIXMAP) {
+  const bool isLabel = isA(widget, xmLabelWidgetClass, xmLabelGadgetClass);
+  if (isLabel && resource(widget, XmNlabelType) == XmPIXMAP) {
     return picture(widget);
   }
-  if (isButton(widget)) {
+  if (isPushButton(widget) || isA(widget, xmArrowButtonWidgetClass, xmDrawnButtonWidgetClass)) {
     return "[" + textOf(widget) + "]";
   }
-  return isLabel(widget) ? textOf(widget) : "";
+  return isLabel ? textOf(widget) : "";
 }
 
 std::string marks(Widget widget) {
-  const bool isDefault = (XmIsPushButton(widget) || XmIsPushButtonGadget(widget)) &&
-                         resource(widget, XmNshowAsDefault) != 0;
+  const bool isDefault = isPushButton(widget) && resource(widget, XmNshowAsDefault) != 0;
   return std::string(isDefault ? " default" : "") +
          (XmGetFocusWidget(widget) == widget ? " focus" : "") +
          (XtIsSensitive(widget) ? "" : " greyed");
@@ -160,19 +145,17 @@ std::vector<Widget> partsOf(Widget container) {
     // A gadget has no such resource.
     return XtIsManaged(child) && (!XtIsWidget(child) || resource(child, XmNmappedWhenManaged) != 0);
   });
+  const auto left = [](Widget part) { return static_cast<short>(resource(part, XmNx)); };
   const auto middle = [](Widget part) {
     return static_cast<short>(resource(part, XmNy)) + resource(part, XmNheight) / 2;
   };
-  std::stable_sort(parts.begin(), parts.end(),
-                   [&](Widget a, Widget b) { return middle(a) < middle(b); });
+  std::ranges::stable_sort(parts, {}, middle);
   // What has its middle at about the same height is one line.
   constexpr int kTolerance = 4;
   for (auto line = parts.begin(); line != parts.end();) {
-    const auto end = std::find_if(
-        line, parts.end(), [&](Widget part) { return middle(part) > middle(*line) + kTolerance; });
-    std::stable_sort(line, end, [](Widget a, Widget b) {
-      return static_cast<short>(resource(a, XmNx)) < static_cast<short>(resource(b, XmNx));
-    });
+    const int limit = middle(*line) + kTolerance;
+    const auto end = std::find_if(line, parts.end(), [&](Widget w) { return middle(w) > limit; });
+    std::ranges::stable_sort(line, end, {}, left);
     line = end;
   }
   return parts;

@@ -31,16 +31,6 @@ std::string asked(zSizer& sizer) {
   return (text << "by " << info.gravity << "; ").GetString();
 }
 
-/// Asks for whatever it is told to.
-class Asking : public zSizer {
- public:
-  Asking(zSizer* parent, const zLayoutInfo& wanted) : zSizer(parent), info(wanted) {}
-  void getInfo(zLayoutInfo& told) override { told = info; }
-
- private:
-  zLayoutInfo info;
-};
-
 /// A window that remembers where it was put.
 class FakeWindow : public ziSizerWindow {
  public:
@@ -93,26 +83,13 @@ TEST(NormalLayout, PlacesChildrenByGravityInListOrder) {
 }
 
 TEST(NormalLayout, AsksForWhatItsChildrenNeedTogether) {
-  const zLayoutInfo fixed{{10, 100}, {1, 1}, {20, 20}, {20, 20}, kGravityOwnPosition};
-  const std::pair<std::vector<zLayoutInfo>, const char*> rows[] = {
-      // Top strips stack, others raise to the largest.
-      {{{{}, {50, 10}, {51, 11}, {52, 12}, kTop},
-        {{}, {80, 15}, {70, 16}, {60, 17}, kTop},
-        {{}, {20, 21}, {22, 23}, {24, 30}, kBottom},
-        {{}, {30, 22}, {90, 22}, {31, 22}, kLeft}},
-       "80x25 90x27 60x30 by 6; "},
-      // Intended: the height is raised to the right edge of the fixed children. Larger ones stay.
-      {{{{}, {5, 5}, {50, 10}, {60, 15}, kLeft}, fixed}, "5x5 50x30 60x30 by 6; "},
-      {{{{}, {0, 0}, {10, 40}, {90, 80}, kFill}, fixed}, "0x0 30x40 90x80 by 6; "},
-  };
-  for (const auto& [children, expected] : rows) {
-    zSizer parent;
-    std::vector<std::unique_ptr<Asking>> sizers;
-    for (const zLayoutInfo& child : children) {
-      sizers.push_back(std::make_unique<Asking>(&parent, child));
-    }
-    EXPECT_EQ(asked(parent), expected);
-  }
+  zSizer parent;
+  const zGravSizer top(kTop, {50, 10}, &parent), second(kTop, {80, 15}, &parent);
+  const zGravSizer bottom(kBottom, {20, 26}, &parent), left(kLeft, {30, 22}, &parent);
+  EXPECT_EQ(asked(parent), "80x26 80x26 80x26 by 6; ") << "strips at the top stack";
+  // Intended: the height is raised to the right edge of the fixed children.
+  const zSizer fixed(10, 100, 20, 20, &parent), before(1, 2, 3, 4, &parent);
+  EXPECT_EQ(asked(parent), "80x26 80x30 80x30 by 6; ");
 }
 
 TEST(Layouts, KeepOwnPositionsAndLetUnsetSizesReachToTheEdges) {

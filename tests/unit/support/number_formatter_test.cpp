@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 
 namespace {
 
@@ -96,25 +97,16 @@ TEST(NumberFormatter, LetsEverythingPassUnderAPictureThatCannotBeRead) {
 }
 
 TEST(NumberPicture, ReadsThePrefixLetters) {
-  const auto shown = [](const char* text) {
-    const auto picture = zNumPicture::parse(text);
-    std::string letters;
-    if (picture) {
-      letters += picture->signAllowed ? "-" : "";
-      letters += picture->plusShown ? "+" : "";
-      letters += picture->isCurrency ? "$" : "";
-      letters += picture->hasForm ? "F" : "";
-      letters += std::string("L") + picture->leftFill + (picture->keepsFill ? "T" : "");
-      letters += "R" + std::to_string(picture->rounding) + "#" + std::to_string(picture->digits);
-    }
-    return letters;
-  };
-  EXPECT_EQ(shown("##"), "L R3#2");
-  EXPECT_EQ(shown("-#"), "-L R3#1");
-  EXPECT_EQ(shown("$R1#"), "-$L R1#1");
-  EXPECT_EQ(shown(" +L*T F R3###"), "-+FL*TR3#3");
+  const auto picture = zNumPicture::parse(" +L*T F R2###");
+  ASSERT_TRUE(picture);
+  EXPECT_TRUE(picture->signAllowed && picture->plusShown && !picture->isCurrency &&
+              picture->hasForm && picture->keepsFill);
+  EXPECT_EQ(std::tuple(picture->leftFill, picture->rounding, picture->digits),
+            std::tuple('*', 2, 3));
+  EXPECT_TRUE(zNumPicture::parse("$R1#")->isCurrency && zNumPicture::parse("$R3#")->signAllowed);
+  EXPECT_FALSE(zNumPicture::parse("##")->signAllowed);
   for (const char* wrong : {"", "-", "x##", "#,#", "R0#", "R4#", "R", "L"}) {
-    EXPECT_EQ(shown(wrong), "") << wrong;
+    EXPECT_FALSE(zNumPicture::parse(wrong)) << wrong;
   }
 }
 
