@@ -85,11 +85,12 @@ TEST(NormalLayout, PlacesChildrenByGravityInListOrder) {
 TEST(NormalLayout, AsksForWhatItsChildrenNeedTogether) {
   zSizer parent;
   const zGravSizer top(kTop, {50, 10}, &parent), second(kTop, {80, 15}, &parent);
-  const zGravSizer bottom(kBottom, {20, 26}, &parent), left(kLeft, {30, 22}, &parent);
-  EXPECT_EQ(asked(parent), "80x26 80x26 80x26 by 6; ") << "strips at the top stack";
+  const zGravSizer left(kLeft, {90, 22}, &parent);
+  EXPECT_EQ(asked(parent), "90x25 90x25 90x25 by 6; ") << "strips at the top stack";
+  const zGravSizer bottom(kBottom, {20, 26}, &parent);
   // Intended: the height is raised to the right edge of the fixed children.
   const zSizer fixed(10, 100, 20, 20, &parent), before(1, 2, 3, 4, &parent);
-  EXPECT_EQ(asked(parent), "80x26 80x30 80x30 by 6; ");
+  EXPECT_EQ(asked(parent), "90x26 90x30 90x30 by 6; ");
 }
 
 TEST(Layouts, KeepOwnPositionsAndLetUnsetSizesReachToTheEdges) {
