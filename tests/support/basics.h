@@ -1,6 +1,5 @@
 #pragma once
 
-#include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <string>
@@ -23,10 +22,6 @@ class Deadline {
   explicit Deadline(Milliseconds fromNow) : end(Clock::now() + fromNow) {}
 
   bool hasPassed() const { return Clock::now() >= end; }
-  /// What is left, at most `limit`, never negative: a timeout for poll.
-  Milliseconds left(Milliseconds limit) const {
-    return std::clamp(std::chrono::ceil<Milliseconds>(end - Clock::now()), Milliseconds{0}, limit);
-  }
 
  private:
   using Clock = std::chrono::steady_clock;

@@ -43,7 +43,6 @@ class ChildProcess {
   /// What the program wrote so far to standard output and to standard error.
   std::string output() const { return written(0); }
   std::string errors() const { return written(1); }
-  void drain() const {}
 
   /// Waits for the program's end and returns its exit status, 128 + n when signal n ended it.
   /// Fails the test when it still runs after `limit`.

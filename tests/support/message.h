@@ -42,7 +42,6 @@ struct Message {
 
   /// Of the first parameter; empty when there is none.
   std::string text() const { return parameters.empty() ? "" : parameters[0].texts.at(0); }
-  int number() const { return parameters.at(0).number; }
 };
 
 /// 2000 MSG_T_TEXT "text", for logs and failures.

@@ -5,8 +5,6 @@
 #include "tests/support/scripted_postmaster.h"
 
 #include <gtest/gtest.h>
-#include <linux/sockios.h>
-#include <sys/ioctl.h>
 
 #include <cstring>
 #include <iostream>
@@ -47,10 +45,6 @@ int ScriptedPostmaster::exitStatus(Milliseconds limit, SourceLine where) {
   return tool().exitStatus(Milliseconds{0}, where);
 }
 
-bool ScriptedPostmaster::hasSocketName() const {
-  return std::filesystem::exists(socketName());
-}
-
 Message ScriptedPostmaster::expectConnect(SourceLine where) {
   Message message = expectOne(true, {MSG_CONNECT, where}, {});
   toolType = message.sender;
@@ -60,7 +54,7 @@ Message ScriptedPostmaster::expectConnect(SourceLine where) {
 Message ScriptedPostmaster::expectOne(bool isNext, const ScriptTag& tag,
                                       const std::vector<Parameter>& parameters) {
   for (;;) {
-    const std::optional<Message> message = next(kAnswerTime);
+    const std::optional<Message> message = next();
     if (message && message->tag == tag.tag && message->fault.empty() &&
         (parameters.empty() || message->parameters == parameters)) {
       return *message;
@@ -71,52 +65,16 @@ Message ScriptedPostmaster::expectOne(bool isNext, const ScriptTag& tag,
   }
 }
 
-bool ScriptedPostmaster::hasMessage(Milliseconds time) {
-  return waitUntil([&] { return connection.hasFrame(); }, time);
-}
-
-void ScriptedPostmaster::expectSilence(Milliseconds time, SourceLine where) {
-  if (hasMessage(time)) {
-    fail("silence", next(time), where);
-  }
-}
-
 void ScriptedPostmaster::expectHangUp(SourceLine where) {
-  const std::optional<Message> message = next(kAnswerTime);
+  const std::optional<Message> message = next();
   if (message || !connection.hasEnded()) {
     fail("the end of the connection", message, where);
   }
 }
 
-void ScriptedPostmaster::accept(std::string_view identification) {
-  send(MSG_CONNECT_OK, 0, 0, 0, 0, identification);
-}
-
-void ScriptedPostmaster::deny() {
-  send(MSG_CONNECT_DENIED, 0, 0, 0, 0);
-}
-
-void ScriptedPostmaster::sendMessage(const ScriptTag& tag, std::vector<Parameter> parameters) {
-  sendBytes(makeFrame(tag, std::move(parameters)), tag.where);
-}
-
-void ScriptedPostmaster::sendInPieces(std::size_t count, const ScriptTag& tag,
-                                      std::vector<Parameter> parameters) {
-  const std::string frame = makeFrame(tag, std::move(parameters));
-  sendBytes(frame.substr(0, count), tag.where);
-  int unread = 1;
-  waitUntil([&] { return ::ioctl(connection.fd(), SIOCOUTQ, &unread) == 0 && unread == 0; });
-  sendBytes(frame.substr(count), tag.where);
-}
-
 void ScriptedPostmaster::sendRaw(std::string_view bytes, SourceLine where) {
   note("> " + std::to_string(bytes.size()) + " raw bytes");
   sendBytes(bytes, where);
-}
-
-void ScriptedPostmaster::hangUp() {
-  note("> hangs up");
-  connection.close();
 }
 
 std::string ScriptedPostmaster::transcript() {
@@ -130,11 +88,11 @@ std::string ScriptedPostmaster::makeFrame(const ScriptTag& tag, std::vector<Para
   return toWire(message, direction(toolType != NELKVUI ? NELKVUI : NELKV));
 }
 
-std::optional<Message> ScriptedPostmaster::next(Milliseconds limit) {
+std::optional<Message> ScriptedPostmaster::next() {
   const auto isOver = [&] {
     return connection.hasEnded() || (!hasConnected && !tool().isRunning());
   };
-  waitUntil([&] { return connection.hasFrame() || isOver(); }, limit);
+  waitUntil([&] { return connection.hasFrame() || isOver(); });
   const std::optional<std::string> frame = connection.take();
   if (!frame) {
     return std::nullopt;
@@ -167,7 +125,7 @@ void ScriptedPostmaster::sendBytes(std::string_view bytes, SourceLine where) {
     error = hasConnected ? connection.send(bytes) : 0;
     return (hasConnected && bytes.empty()) || error != 0;
   };
-  if (!waitUntil(isSent, kAnswerTime) || error != 0) {
+  if (!waitUntil(isSent) || error != 0) {
     failScript(
         "the tool takes no message: " + std::string(std::strerror(error)) + "\n" + transcript(),
         where);

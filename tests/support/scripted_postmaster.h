@@ -67,11 +67,9 @@ class ScriptedPostmaster {
   }
 
   /// Whether a message is there to be taken, or comes within `time`.
-  bool hasMessage(Milliseconds time);
-
-  /// No message comes within `time`. A last resort: better let the tool send something that can
-  /// only come afterwards.
-  void expectSilence(Milliseconds time, SourceLine where = SourceLine::current());
+  bool hasMessage(Milliseconds time) {
+    return waitUntil([&] { return connection.hasFrame(); }, time);
+  }
 
   /// The tool closes the connection without another message.
   void expectHangUp(SourceLine where = SourceLine::current());
@@ -79,28 +77,24 @@ class ScriptedPostmaster {
   // The Postmaster and the tools behind it speak.
 
   /// 8000; the text is what the tool stores as an identification.
-  void accept(std::string_view identification = "scripted Postmaster");
+  void accept(std::string_view identification = "scripted Postmaster") {
+    send(MSG_CONNECT_OK, 0, 0, 0, 0, identification);
+  }
   /// 8001.
-  void deny();
+  void deny() { send(MSG_CONNECT_DENIED, 0, 0, 0, 0); }
 
   /// Sends a message from the tool that usually sends it. The parameters must be those of the
   /// message table: a number for I, a text for S, a Parameter::List for L.
   template <typename... Values>
   void send(const ScriptTag& tag, Values&&... parameters) {
-    sendMessage(tag, {Parameter(std::forward<Values>(parameters))...});
-  }
-
-  /// The same in two pieces: the first `count` bytes, and once the tool has read them, the rest.
-  template <typename... Values>
-  void sendFrameCutAt(std::size_t count, const ScriptTag& tag, Values&&... parameters) {
-    sendInPieces(count, tag, {Parameter(std::forward<Values>(parameters))...});
+    sendBytes(makeFrame(tag, {Parameter(std::forward<Values>(parameters))...}), tag.where);
   }
 
   /// Bytes as they stand. A frame needs its NUL.
   void sendRaw(std::string_view bytes, SourceLine where = SourceLine::current());
 
   /// Closes the connection.
-  void hangUp();
+  void hangUp() { connection.close(); }
 
   // The tool as a process.
 
@@ -109,8 +103,7 @@ class ScriptedPostmaster {
   int exitStatus(Milliseconds limit = kAnswerTime, SourceLine where = SourceLine::current());
 
   /// Whether the name of the socket is still there; a tool that leaves removes it.
-  bool hasSocketName() const;
-  const std::string& socketName() const { return rendezvous.socketName(); }
+  bool hasSocketName() const { return std::filesystem::exists(rendezvous.socketName()); }
 
   /// All messages so far, one a line, ">" sent and "<" received, and what the tool printed.
   std::string transcript();
@@ -119,12 +112,10 @@ class ScriptedPostmaster {
   ChildProcess& begin(std::unique_ptr<ChildProcess> started);
   /// The next message, or a later one.
   Message expectOne(bool isNext, const ScriptTag& tag, const std::vector<Parameter>& parameters);
-  void sendMessage(const ScriptTag& tag, std::vector<Parameter> parameters);
-  void sendInPieces(std::size_t count, const ScriptTag& tag, std::vector<Parameter> parameters);
 
   std::string makeFrame(const ScriptTag& tag, std::vector<Parameter> parameters);
   /// The next message; nothing when none comes or can come.
-  std::optional<Message> next(Milliseconds limit);
+  std::optional<Message> next();
   /// Takes in what the tool sends until `condition` holds; false when it does not within `limit`.
   bool waitUntil(const std::function<bool()>& condition, Milliseconds limit = kAnswerTime);
   void sendBytes(std::string_view bytes, SourceLine where);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <utility>
+#include <vector>
 
 #include <X11/extensions/XTest.h>
 #include <X11/keysym.h>
@@ -84,16 +85,6 @@ Window findTitle(Display* display, Window parent, const std::string& title, int 
   return None;
 }
 
-void collectInnermost(Display* display, Window window, std::vector<Window>& found) {
-  const std::vector<Window> children = familyOf(display, window).children;
-  for (const Window child : children) {
-    collectInnermost(display, child, found);
-  }
-  if (children.empty() && isShown(display, window)) {
-    found.push_back(window);
-  }
-}
-
 }  // namespace
 
 ScreenArea Screen::areaOf(Window window) const {
@@ -113,13 +104,6 @@ bool Screen::isViewable(Window window) const {
 Window Screen::windowWithTitle(const std::string& title) const {
   const Looking looking(connection);
   return findTitle(connection, DefaultRootWindow(connection), title);
-}
-
-std::vector<Window> Screen::innermost(Window window) const {
-  const Looking looking(connection);
-  std::vector<Window> found;
-  collectInnermost(connection, window, found);
-  return found;
 }
 
 bool Screen::hasPopup() const {

@@ -2,7 +2,6 @@
 
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "framework/draw/xtfwd.h"
 
@@ -45,8 +44,6 @@ class Screen {
   bool isViewable(Window window) const;
   /// The topmost window with this title (WM_NAME) that is viewable; 0 when there is none.
   Window windowWithTitle(const std::string& title) const;
-  /// The windows inside of `window` that have none inside, as far as they are viewable.
-  std::vector<Window> innermost(Window window) const;
   /// Whether a popup, such as a menu, is on the screen: a window that no window manager frames.
   bool hasPopup() const;
   /// The window that has the keyboard focus, and whether it is at `window` or inside it.
