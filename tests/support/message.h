@@ -40,8 +40,10 @@ struct Message {
   std::vector<Parameter> parameters{};
   std::string fault{};  ///< why the payload could not be decoded; empty when it could
 
-  /// Of the first parameter; empty when there is none.
-  std::string text() const { return parameters.empty() ? "" : parameters[0].texts.at(0); }
+  /// Of the first parameter; empty when that is no text.
+  std::string text() const {
+    return parameters.empty() || parameters[0].texts.empty() ? "" : parameters[0].texts[0];
+  }
 };
 
 /// 2000 MSG_T_TEXT "text", for logs and failures.
