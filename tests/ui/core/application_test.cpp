@@ -103,19 +103,19 @@ TEST(ProcessDeathTest, RunsWithItsArgumentsUntilAnIdleHandlerInAnInnerLoopQuitsA
   expectEnd(
       [](zApp* app) {
         TestFrame frame;
-        static Owner quits([] {
+        static Recorder quits([] {
           auto* main = static_cast<TestFrame*>(zApp::instance()->mainWindow());
           main->handler.taken = quits.runs == 1 ? 1 : 0;
           main->closeAnswer = quits.runs == 2 ? 1 : 0;
           zApp::instance()->quit();
         });
-        Owner nests([] {
-          zApp::instance()->idleList()->add(&quits, &Owner::run);
+        Recorder nests([] {
+          zApp::instance()->idleList()->add(&quits, &Recorder::run);
           zApp::instance()->pumpWhile([] { return true; });
         });
-        const zTimer timer(&nests, &Owner::run, 1, zTimer::kOnce);
+        const zTimer timer(&nests, &Recorder::run, 1, zTimer::kOnce);
         app->go();
-        app->idleList()->remove(&quits, &Owner::run);
+        app->idleList()->remove(&quits, &Recorder::run);
         std::cerr << app->programPath() << "/" << app->commandLine() << "/"
                   << theScreen().defaultFontName << "/" << noted();
       },
@@ -128,13 +128,13 @@ TEST(ProcessDeathTest, RunsWithItsArgumentsUntilAnIdleHandlerInAnInnerLoopQuitsA
 TEST(ProcessDeathTest, AnErrorOfTheToolkitEndsTheProcessButNoWarningAndNoProtocolError) {
   expectEnd(
       [](zApp* app) {
-        Owner fails([] {
+        Recorder fails([] {
           XMapWindow(zApp::instance()->display(), 77);
           XSync(zApp::instance()->display(), False);
           XtAppWarning(zApp::instance()->context(), "odd");
           XtAppError(zApp::instance()->context(), "broken");
         });
-        const zTimer timer(&fails, &Owner::run, 1, zTimer::kOnce);
+        const zTimer timer(&fails, &Recorder::run, 1, zTimer::kOnce);
         app->go();
       },
       "^Error: broken\n$", EXIT_FAILURE);

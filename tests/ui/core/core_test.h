@@ -29,45 +29,36 @@ inline std::string asText(const zRect& rect) {
          std::to_string(rect.width()) + "x" + std::to_string(rect.height());
 }
 
-/// An owner of timers and idle handlers that does what it is told.
-struct Owner : zEvH {
-  explicit Owner(std::function<void()> does) : action(std::move(does)) {}
-
-  /// The handler to register with this owner.
-  static int run(zEvH* owner) {
-    auto* self = static_cast<Owner*>(owner);
-    ++self->runs;
-    self->action();
-    return self->answer;
-  }
-
-  std::function<void()> action;
-  int answer = 0;
-  int runs = 0;
-};
-
 /// Notes what `event` has reached.
 inline int reached(const std::string& target, const zEvent& event) {
   note(target + ":" + std::to_string(event.message) + ":" + std::to_string(event.wparam));
   return 0;
 }
 
-/// An event target with handlers to bind. `taken` is their answer.
+/// An event target with handlers to bind, and an owner of timers and idle handlers. It does what it
+/// is told and answers `taken`.
 struct Recorder : zEvH {
   explicit Recorder(std::string name) : ownName(std::move(name)) {}
+  explicit Recorder(std::function<void()> does) : action(std::move(does)) {}
+
+  /// The handler to register with an owner.
+  static int run(zEvH* owner) {
+    auto* self = static_cast<Recorder*>(owner);
+    ++self->runs;
+    self->action();
+    return self->taken;
+  }
   int first(zEvent* event) { return handled("1", *event); }
   int second(zEvent* event) { return handled("2", *event); }
   int handled(const char* handler, const zEvent& event) {
     reached(ownName + handler, event);
-    ++runs;
-    action();
-    return taken;
+    return run(this);
   }
 
   std::string ownName;
+  std::function<void()> action = [] {};
   int taken = 0;
   int runs = 0;
-  std::function<void()> action = [] {};
 };
 inline const zHandler kFirst = toHandler(&Recorder::first);
 inline const zHandler kSecond = toHandler(&Recorder::second);
@@ -93,9 +84,9 @@ struct RecordingPane : zPane {
 
 /// A main window that notes requests to close it.
 struct TestFrame : zAppFrame {
-  explicit TestFrame(zSizer* sizer = new zSizer(100, 100, 400, 300), const char* title = "Frame",
+  explicit TestFrame(zSizer* sizer = new zSizer(100, 100, 400, 300),
                      std::uint32_t style = kStyleMainWindow)
-      : zAppFrame(nullptr, sizer, style, title) {
+      : zAppFrame(nullptr, sizer, style, "Frame") {
     addPlainHandler(&handler, kFirst, kMsgClose);
   }
   int close(zEvent* event) override {

@@ -29,7 +29,7 @@ class Dialogs : public testing::Test {
   ~Dialogs() override {
     dialog.reset();
     frame.reset();
-    ui::waitForNoDialog("Parent");
+    ui::waitForNoDialog("Frame");
   }
 
   zFormDialog& make(std::uint32_t id) {
@@ -55,8 +55,7 @@ class Dialogs : public testing::Test {
   }
   bool isIcon() { return isIconic(frame->shell()); }
 
-  std::unique_ptr<TestFrame> frame =
-      std::make_unique<TestFrame>(new zSizer(200, 150, 400, 300), "Parent");
+  std::unique_ptr<TestFrame> frame = std::make_unique<TestFrame>();
   std::unique_ptr<zFormDialog> dialog;
 };
 

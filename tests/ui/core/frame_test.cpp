@@ -1,4 +1,4 @@
-// Frames on the screen: geometry, show states, activation, and what desktops are told of them.
+// Frames on the screen: geometry, activation, and what desktops are told of them.
 
 #include "framework/core/frame.h"
 
@@ -42,7 +42,7 @@ TEST(Frame, AsksForTheDecorationsAndFunctionsOfItsStyle) {
   for (const std::uint32_t style :
        {+0U, +kStyleTitleBar, +kStyleBorder, +kStyleSystemMenu, +kStyleMinimizeBox,
         +kStyleMaximizeBox, +kStyleResizeFrame, +kStyleMainWindow}) {
-    const TestFrame frame(new zSizer(nullptr), "Frame", style);
+    const TestFrame frame(new zSizer(nullptr), style);
     asked += std::to_string(ui::resource(frame.shell(), "mwmDecorations")) + " " +
              std::to_string(ui::resource(frame.shell(), "mwmFunctions")) + ", ";
   }

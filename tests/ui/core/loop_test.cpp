@@ -29,9 +29,9 @@ class Loop : public testing::Test {
   }
   /// Runs the real event loop until `condition` holds.
   static void runUntil(const std::function<bool()>& condition) {
-    Owner nobody([] {});
+    Recorder nobody([] {});
     // Idle passes alone do not make the loop look at its condition.
-    const zTimer tick(&nobody, &Owner::run, 5);
+    const zTimer tick(&nobody, &Recorder::run, 5);
     const Deadline deadline(kAnswerTime);
     zApp::instance()->pumpWhile([&] { return !condition() && !deadline.hasPassed(); });
     ASSERT_TRUE(condition());
@@ -47,24 +47,24 @@ class Loop : public testing::Test {
 };
 
 TEST_F(Loop, HandlesEventsBeforeTimersThatAreAlwaysDueButAFloodOfThemStarvesNone) {
-  Owner slow([] { keepBusyFor(Milliseconds(13)); });
+  Recorder slow([] { keepBusyFor(Milliseconds(13)); });
   int runsAtEvent = 0;
   pane.onPaint = [&] { runsAtEvent = slow.runs; };
-  auto timer = std::make_unique<zTimer>(&slow, &Owner::run, 10);
+  auto timer = std::make_unique<zTimer>(&slow, &Recorder::run, 10);
   runUntil([&] { return slow.runs == 2; });
   postEvent();
   runUntil([&] { return runsAtEvent > 0; });
   EXPECT_LE(runsAtEvent, 3);
   pane.onPaint = [&] { postEvent(); };
   postEvent();
-  Owner waiting([] {});
-  timer = std::make_unique<zTimer>(&waiting, &Owner::run, 1, zTimer::kOnce);
+  Recorder waiting([] {});
+  timer = std::make_unique<zTimer>(&waiting, &Recorder::run, 1, zTimer::kOnce);
   runUntil([&] { return waiting.runs == 1; });
 }
 
 TEST_F(Loop, FiresARepeatingTimerForPeriodsThatPassInItsHandlerAndInLoopsInsideThat) {
   constexpr Milliseconds kPeriod{20};
-  Owner slow([&] {
+  Recorder slow([&] {
     if (slow.runs == 1) {
       keepBusyFor(kPeriod + kPeriod / 4);
     } else if (slow.runs == 2) {
@@ -72,7 +72,7 @@ TEST_F(Loop, FiresARepeatingTimerForPeriodsThatPassInItsHandlerAndInLoopsInsideT
     }
   });
   const auto start = Clock::now();
-  const zTimer timer(&slow, &Owner::run, kPeriod.count());
+  const zTimer timer(&slow, &Recorder::run, kPeriod.count());
   runUntil([&] { return slow.runs == 1; });
   EXPECT_GE(Clock::now() - start, 2 * kPeriod);
   EXPECT_NE(XtAppPending(ui::context()) & XtIMAlternateInput, 0U) << "the next firing is due";
@@ -81,17 +81,17 @@ TEST_F(Loop, FiresARepeatingTimerForPeriodsThatPassInItsHandlerAndInLoopsInsideT
 
 TEST_F(Loop, FiresASingleTimerOnceAndAnyMayBeDeletedBeforeOrByItsHandler) {
   noted();
-  Owner late([] { note("late"); });
-  Owner early([] { note("early"); });
+  Recorder late([] { note("late"); });
+  Recorder early([] { note("early"); });
   std::unique_ptr<zTimer> ending;
-  Owner ends([&] {
+  Recorder ends([&] {
     note("ends");
     ending.reset();
   });
-  zTimer(&late, &Owner::run, 1, zTimer::kOnce);
-  const zTimer lateTimer(&late, &Owner::run, 40, zTimer::kOnce);
-  const zTimer earlyTimer(&early, &Owner::run, 1, zTimer::kOnce);
-  ending = std::make_unique<zTimer>(&ends, &Owner::run, 10);
+  zTimer(&late, &Recorder::run, 1, zTimer::kOnce);
+  const zTimer lateTimer(&late, &Recorder::run, 40, zTimer::kOnce);
+  const zTimer earlyTimer(&early, &Recorder::run, 1, zTimer::kOnce);
+  ending = std::make_unique<zTimer>(&ends, &Recorder::run, 10);
   EXPECT_TRUE(earlyTimer.isPending() && ending->isPending());
   runUntil([&] { return late.runs > 0; });
   EXPECT_EQ(noted(), "early ends late ");
@@ -110,7 +110,7 @@ TEST_F(Loop, FiresAWatchingTimerAfterTheEventsWhileThereIsWorkAndLetsItSleepUnti
   const UniqueDescriptor near(ends[0]);
   const UniqueDescriptor far(ends[1]);
   watched = {-1, near.get()};
-  Owner owner([&] {
+  Recorder owner([&] {
     EXPECT_EQ(pane.paints, owner.runs - 1) << "events go first";
     postEvent();
     pace = owner.runs < 3 ? zTimerPace::kAtOnce : zTimerPace::kAsleep;
@@ -118,9 +118,9 @@ TEST_F(Loop, FiresAWatchingTimerAfterTheEventsWhileThereIsWorkAndLetsItSleepUnti
     EXPECT_TRUE(owner.runs != 4 || read(near.get(), &byte, 1) == 1);
   });
   pace = zTimerPace::kAtOnce;
-  zTimer timer(&owner, &Owner::run, kHour, kWatch);
-  Owner other([] {});
-  const zTimer often(&other, &Owner::run, 1);
+  zTimer timer(&owner, &Recorder::run, kHour, kWatch);
+  Recorder other([] {});
+  const zTimer often(&other, &Recorder::run, 1);
   runUntil([&] { return owner.runs == 3 && other.runs > 3; });
   pace = zTimerPace::kAtOnce;
   const int before = other.runs;
@@ -138,23 +138,23 @@ TEST_F(Loop, FiresAWatchingTimerAfterTheEventsWhileThereIsWorkAndLetsItSleepUnti
 TEST_F(Loop, RunsIdleHandlersInTheirOrderAsLongAsTheyAreInTheList) {
   noted();
   zIdleList list;
-  Owner first([&] {
+  Recorder first([&] {
     note("first");
-    first.answer = first.runs == 3 ? 1 : 0;
+    first.taken = first.runs == 3 ? 1 : 0;
   });
-  Owner removed([] { note("removed"); });
-  Owner meddler([&] {
+  Recorder removed([] { note("removed"); });
+  Recorder meddler([&] {
     note("meddler");
-    list.remove(&removed, &Owner::run);
-    list.remove(&meddler, &Owner::run);
+    list.remove(&removed, &Recorder::run);
+    list.remove(&meddler, &Recorder::run);
     if (meddler.runs == 1) {
-      list.add(&meddler, &Owner::run);
+      list.add(&meddler, &Recorder::run);
     }
   });
   for (int i = 0; i < 2; ++i) {
     first.runs = meddler.runs = 0;
-    for (Owner* owner : {&first, &meddler, &removed}) {
-      list.add(owner, &Owner::run);
+    for (Recorder* owner : {&first, &meddler, &removed}) {
+      list.add(owner, &Recorder::run);
     }
     runUntil([&] { return list.isEmpty(); });
     EXPECT_EQ(noted(), "first meddler first meddler first ");
