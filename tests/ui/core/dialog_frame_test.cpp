@@ -239,6 +239,13 @@ TEST_F(Dialogs, StandInTheMiddleOfTheParentOrOfTheScreenAndAllOnIt) {
     zRect whole;
     runs(0, [&] {
       dialog->getExterior(whole);
+      dialog->moveResize(50, 60, 300, 200);
+      zRect moved;
+      const auto isThere = [&] {
+        dialog->getExterior(moved);
+        return asText(moved) == "50,60 300x200";
+      };
+      ui::waitFor(isThere, "the new place with its decoration");
       ui::pressKey(XK_Escape);
     });
     // The frame of a window that cannot be resized is a little narrower.

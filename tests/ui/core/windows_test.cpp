@@ -3,6 +3,7 @@
 
 #include "framework/core/pane.h"
 
+#include "framework/draw/measure.h"
 #include "framework/draw/screen.h"
 #include "tests/ui/core/core_test.h"
 
@@ -224,6 +225,25 @@ TEST_F(Windows, PaintWhatWaitsAtOnceButNotWhileLocked) {
   ui::drain();
 }
 
+TEST_F(Windows, HandTheirFontDownAndTurnPlacesIntoThoseOfOthers) {
+  NotingPane pane(&frame, new zSizer(30, 40, 100, 50));
+  NotingPane child(&pane, new zSizer(5, 6, 20, 20));
+  frame.bringUp();
+  zRect rect(1, 2, 4, 4);
+  child.mapRectToWindow(&frame, rect);
+  EXPECT_EQ(asText(rect), "36,48 3x2");
+  frame.mapRectToWindow(nullptr, rect);
+  EXPECT_EQ(rect.left, ui::areaOf(child.widget()).x + 1);
+  EXPECT_EQ(rect.top, ui::areaOf(child.widget()).y + 2);
+  pane.setFontSpec(zFontSpec("courier", zPrPoint(0, 180), kFontRegular), 0);
+  const NotingPane later(&pane);
+  EXPECT_EQ(child.fontObject(), pane.fontObject());
+  EXPECT_EQ(later.fontObject(), pane.fontObject());
+  pane.setBackground(zColor(0xC86432));
+  child.takeBackgroundOf(pane);
+  EXPECT_EQ(ui::resource(child.widget(), "background"), 0xC86432);
+}
+
 TEST_F(Windows, ShareTheirRectangleWithTheirScrollBars) {
   RecordingPane pane(&frame, frame.fill(), kStyleBothScrolls);
   frame.bringUp();
@@ -247,7 +267,10 @@ TEST_F(Windows, GoWithTheirParentAndTheirWidgetsThroughTheLoop) {
   new RecordingPane(parent);
   frame.bringUp();
   const Window window = ui::windowOf(parent->widget());
+  auto latest = std::make_unique<TestFrame>();
+  latest->bringUp();
   delete parent;
+  latest.reset();
   EXPECT_EQ(ui::resource(frame.widget(), "numChildren"), 1) << "this may be its own event";
   ui::waitFor([&] { return !ui::isViewable(window); }, "the pane to disappear");
   ui::drain();
