@@ -82,12 +82,8 @@ TEST_F(Buttons, AGroupBoxHoldsTogglesAtTheirOwnPlacesAndExchangesTheirData) {
   EXPECT_EQ(numbers(title, {"background"}), numbers(group->widget(), {"background"}));
   group->setText("");
   EXPECT_FALSE(ui::isViewable(title)) << "it would cut a gap into the edge";
-  std::string shadows;
-  for (const int relief : {0, 1, 2}) {
-    group->setRelief(static_cast<zGroupBox::Relief>(relief));
-    shadows += numbers(group->widget(), {"shadowType"});
-  }
-  EXPECT_EQ(shadows, "5 7 8 ") << "etched in, in, out";
+  group->setRelief(zGroupBox::Relief::sunken);
+  EXPECT_EQ(numbers(group->widget(), {"shadowType"}), "7 ");
 
   EXPECT_NE(numbers(check->widget(), {"indicatorType"}),
             numbers(radio->widget(), {"indicatorType"}));

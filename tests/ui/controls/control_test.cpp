@@ -20,9 +20,7 @@ namespace {
 /// A button that notes what reaches its own operations.
 class ProbeButton : public zPushButton {
  public:
-  explicit ProbeButton(ControlFrame* parent)
-      : zPushButton(parent, new zSizer(20, 20, 100, 30), kStyleControlStop, "Probe", 7),
-        journal(parent->journal) {}
+  using zPushButton::zPushButton;
 
   int handle(zEvent* event) override { return note("crossing" + std::to_string(event->message)); }
   int character(zEvent* /*event*/) override { return note("char"); }
@@ -35,27 +33,20 @@ class ProbeButton : public zPushButton {
 
  private:
   int note(const std::string& operation) {
-    journal += operation + " ";
+    static_cast<ControlFrame*>(parent())->journal += operation + " ";
     return taken;
   }
-  std::string& journal;
 };
 
 TEST_F(ControlTest, ItsHolderHasThePlaceAndTheWidgetFillsIt) {
-  const auto push = [&](zSizer* sizer) {
-    return new zPushButton(&frame, sizer, kStyleControl, "x", 1);
-  };
-  const zControl* alone = push(new zSizer());
-  const zControl* atBottom = push(new zGravSizer(kGravityBottom, 25, frame.sizer()));
-  zControl* moved = push(new zSizer(10, 20, 80, 30));
-  moved->moveResize(30, 40, 120, 50);
-  zControl* extreme = push(new zSizer(10, 20, 80, 30));
-  extreme->moveResize(-90000, 5, 0, 90000);
-  EXPECT_EQ(placesOf({alone->holder(), atBottom->holder(), moved->holder(), moved->widget(),
-                      extreme->holder()}),
-            "0,0 100x10; 0,275 400x25; 30,40 120x50; 30,40 120x50; -32768,5 1x32767; ")
-      << "alone, by a layout, moved, beyond what the server knows";
-  EXPECT_EQ(extreme->sizer()->rect(), zRect(zPoint{-90000, 5}, zDimension{1, 32767}));
+  const zPushButton alone(&frame, new zSizer(), kStyleControl, "", 1);
+  auto* atBottom = new zGravSizer(kGravityBottom, 25, frame.sizer());
+  const zPushButton laidOut(&frame, atBottom, kStyleControl, "", 1);
+  zPushButton moved(&frame, place(), kStyleControl, "", 1);
+  moved.moveResize(30, 40, 120, 50);
+  EXPECT_EQ(placesOf({alone.holder(), laidOut.holder(), moved.holder(), moved.widget()}),
+            "0,0 100x10; 0,275 400x25; 30,40 120x50; 30,40 120x50; ");
+  EXPECT_EQ(moved.sizer()->rect(), zRect(zPoint{30, 40}, zDimension{120, 50}));
 }
 
 TEST_F(ControlTest, ARecordSaysItsClassAndItsStyleHowItIsShown) {
@@ -116,8 +107,8 @@ TEST_F(ControlTest, ARecordSaysItsClassAndItsStyleHowItIsShown) {
 }
 
 TEST_F(ControlTest, InputGoesToHandlersThenAcceleratorsThenTheOperationThenTheWidget) {
-  auto* button = new ProbeButton(&frame);
-  zEditLine edit(&frame, new zSizer(20, 60, 80, 30), kStyleControlStop, "", 2);
+  auto* button = new ProbeButton(&frame, place(), kStyleControlStop, "Probe", 7);
+  zEditLine edit(&frame, place(60), kStyleControlStop, "", 2);
   for (const int message : {kMsgKeyDown, kMsgKeyUp, kMsgButtonDown, kMsgFocusIn, kMsgFocusOut}) {
     button->addHandler(&frame, kNoted, message);
   }
@@ -154,7 +145,7 @@ TEST_F(ControlTest, InputGoesToHandlersThenAcceleratorsThenTheOperationThenTheWi
   zApp::instance()->handlers().remove(zEvent::of(kMsgKeyDown), &frame, kNoted);
 
   // A notification goes to the handler of its code first.
-  zPushButton plain(&frame, new zSizer(20, 100, 90, 30), kStyleControl, "x", 5);
+  zPushButton plain(&frame, place(110), kStyleControl, "x", 5);
   const auto clickPlain = [&] { ui::click(plain.widget()); };
   plain.setNotify(&frame, kNoted, kNotifyClicked);
   plain.setNotify(&frame, kNoted, kNotifyClicked + 1);
