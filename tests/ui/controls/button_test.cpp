@@ -3,6 +3,7 @@
 #include "framework/controls/button.h"
 
 #include "framework/controls/edit.h"
+#include "framework/layout/sizers.h"
 #include "tests/ui/controls/control_fixture.h"
 
 namespace {
@@ -29,7 +30,7 @@ TEST_F(Buttons, ArePressedByReturnAndSpaceAndAClickMayLeaveTheFocusWhereItIs) {
 TEST_F(Buttons, LabelsShowMnemonicsAndTabsInTheToolkitsForm) {
   const std::unique_ptr<zControl> controls[] = {
       std::make_unique<zPushButton>(&frame, place(), kStyleControl, "&Old", 1),
-      std::make_unique<zRadioButton>(&frame, place(), kStyleControl, "&Old", 1),
+      std::make_unique<zCheckBox>(&frame, place(), kStyleControl, "&Old", 1),
       std::make_unique<zGroupBox>(&frame, place(), kStyleControl, "&Old", 1),
       std::make_unique<zStaticText>(&frame, place(), kStyleControl, "&Old")};
   for (const auto& control : controls) {
@@ -74,9 +75,11 @@ TEST_F(Buttons, AGroupBoxHoldsTogglesAtTheirOwnPlacesAndExchangesTheirData) {
   auto* group = new zGroupBox(&frame, new zSizer(20, 20, 300, 200), kStyleControl, "Name", 9);
   auto* check = new zCheckBox(group, new zSizer(15, 30, 100, 30), kStyleControlStop, "one", 1);
   auto* radio = new zRadioButton(group, new zSizer(130, 90, 80, 30), kStyleControlStop, "r", 2);
+  const auto* below = new zPushButton(&frame, new zGravSizer(kGravityBottom, 25, frame.sizer()),
+                                      kStyleControl, "", 3);
   group->moveResize(40, 10, 250, 150);
-  EXPECT_EQ(placesOf({group->widget(), check->holder(), radio->holder()}),
-            "40,10 250x150; 55,40 100x30; 170,100 80x30; ");
+  EXPECT_EQ(placesOf({group->widget(), check->holder(), radio->holder(), below->widget()}),
+            "40,10 250x150; 55,40 100x30; 170,100 80x30; 0,275 400x25; ");
   Widget title = ui::part(group->holder(), "Label");
   group->setBackground(zColor(0x8090A0));
   EXPECT_EQ(numbers(title, {"background"}), numbers(group->widget(), {"background"}));

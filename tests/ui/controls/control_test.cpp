@@ -1,4 +1,4 @@
-// What all controls share: the holder and its place, the road of events, notifications.
+// What all controls share: the widget and its look, the road of events, notifications.
 
 #include "framework/controls/control.h"
 
@@ -9,7 +9,6 @@
 #include "framework/controls/scroll_bar.h"
 #include "framework/core/application.h"
 #include "framework/core/interfaces.h"
-#include "framework/layout/sizers.h"
 #include "resources/dialogs.h"
 #include "tests/ui/controls/control_fixture.h"
 
@@ -37,17 +36,6 @@ class ProbeButton : public zPushButton {
     return taken;
   }
 };
-
-TEST_F(ControlTest, ItsHolderHasThePlaceAndTheWidgetFillsIt) {
-  const zPushButton alone(&frame, new zSizer(), kStyleControl, "", 1);
-  auto* atBottom = new zGravSizer(kGravityBottom, 25, frame.sizer());
-  const zPushButton laidOut(&frame, atBottom, kStyleControl, "", 1);
-  zPushButton moved(&frame, place(), kStyleControl, "", 1);
-  moved.moveResize(30, 40, 120, 50);
-  EXPECT_EQ(placesOf({alone.holder(), laidOut.holder(), moved.holder(), moved.widget()}),
-            "0,0 100x10; 0,275 400x25; 30,40 120x50; 30,40 120x50; ");
-  EXPECT_EQ(moved.sizer()->rect(), zRect(zPoint{30, 40}, zDimension{120, 50}));
-}
 
 TEST_F(ControlTest, ARecordSaysItsClassAndItsStyleHowItIsShown) {
   registerRecordControls();

@@ -2,12 +2,10 @@
 
 #include "framework/controls/scroll_bar.h"
 
-#include "framework/controls/edit.h"
 #include "framework/core/pane.h"
 #include "tests/ui/controls/control_fixture.h"
 
 #include <X11/keysym.h>
-#include <X11/Xlib.h>
 
 namespace {
 
@@ -132,14 +130,6 @@ TEST_F(ScrollBar, TakesTheWheelOfTheWindowsThatItScrolls) {
   EXPECT_EQ(turn(), "!v1@30 !v1@60 !v0@30 !h1@30 !h1@60 !h0@30 ");
   vertical->disable();
   EXPECT_EQ(turn(), "!h1@60 !h1@90 !h0@60 ");
-  XEvent press{};
-  press.xbutton.type = ButtonPress;
-  press.xbutton.button = 4;
-  press.xbutton.state = ShiftMask;
-  zEvent event = zEvent::of(kMsgButtonDown, 0, &pane);
-  event.xevent = &press;
-  zDispatch(event, &pane);
-  EXPECT_EQ(heard(), "!h0@30 ") << "with Shift";
 }
 
 TEST_F(ScrollBar, WithoutAScrollerAsksItsParentAndMayBeDestroyedByWhatItScrolls) {
