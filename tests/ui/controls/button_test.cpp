@@ -80,6 +80,10 @@ TEST_F(Buttons, AGroupBoxHoldsTogglesAtTheirOwnPlacesAndExchangesTheirData) {
   group->moveResize(40, 10, 250, 150);
   EXPECT_EQ(placesOf({group->widget(), check->holder(), radio->holder(), below->widget()}),
             "40,10 250x150; 55,40 100x30; 170,100 80x30; 0,275 400x25; ");
+  zRect exterior;
+  check->getExterior(exterior);
+  const ui::ScreenArea seen = ui::areaOf(check->holder());
+  EXPECT_EQ(exterior, zRect(zPoint{seen.x, seen.y}, zDimension{100, 30}));
   Widget title = ui::part(group->holder(), "Label");
   group->setBackground(zColor(0x8090A0));
   EXPECT_EQ(numbers(title, {"background"}), numbers(group->widget(), {"background"}));

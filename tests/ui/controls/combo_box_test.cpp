@@ -176,13 +176,13 @@ TEST_F(ComboBox, WhatTheUserTypesIsToldAndDeselectsTheRow) {
   ui::typeText("x");
   EXPECT_EQ(state(combo), "x^y -1: 1:6 1:5 1:6 1:5 ") << "the caret moves where no list does";
 
+  zEditBox source(&frame, place(240, 60), kStyleControl, "a\nb\n", 3);
+  source.setSelection(0, 4);
   combo.add("two\nlines\n");
   combo.setCurSel(0);
   RWCString row;
   EXPECT_EQ(combo.itemText(row, 0), 1);
   EXPECT_EQ(row, RWCString("two\nlines\n"));
-  zEditBox source(&frame, new zSizer(10, 240, 200, 60), kStyleControl, "a\nb\n", 3);
-  source.setSelection(0, 4);
   ui::click(combo.widget(), ui::kMiddleButton);
   ui::waitFor([&] { return combo.text() == RWCString("two linesa b"); }, "the pasted text");
 }

@@ -40,6 +40,9 @@ TEST_F(ListBox, SortsIfStyleAndClassSaySoAndTheSelectionFollowsItsRow) {
   sorted.addAll({"zz", "b", "Alp", "B"});
   EXPECT_EQ(rowsIn(sorted.widget()) + state(sorted),
             "a Alp Alpha alpha alpha B b beta Gamma z zz 3: alpha ");
+  focus(sorted);
+  ui::pressKey(XK_Down);
+  EXPECT_EQ(state(sorted), "4: alpha 1:1 ");
   sorted.clear();
   EXPECT_EQ(rowsIn(sorted.widget()) + state(sorted), "-1: ");
   EXPECT_EQ(sorted.count(), 0);
