@@ -66,9 +66,11 @@ TEST_F(Buttons, AndLinesThatAreLowGiveTheirEdgesUpBeforeTheirText) {
     }
     EXPECT_EQ(numbers(line.widget(), {"highlightThickness", "marginHeight"}), lineEdges);
   }
-  button.moveResize(10, 10, 90, text + 8);
-  button.setFontSpec(zFontSpec("courier", {0, 24}), 1);
-  EXPECT_EQ(numbers(button.widget(), {"highlightThickness"}), "0 ") << "the font has grown";
+  for (zControl* fitted : std::initializer_list<zControl*>{&button, &line}) {
+    fitted->moveResize(10, 10, 90, text + 8);
+    fitted->setFontSpec(zFontSpec("courier", {0, 24}), 1);
+    EXPECT_EQ(numbers(fitted->widget(), {"highlightThickness"}), "0 ") << "the font has grown";
+  }
 }
 
 TEST_F(Buttons, AGroupBoxHoldsTogglesAtTheirOwnPlacesAndExchangesTheirData) {
