@@ -47,6 +47,11 @@ TEST_F(EditTest, TheSelectionIsCutToTheTextAndTheProgramInsertsAnywhere) {
 }
 
 TEST_F(EditTest, ALineTakesWhatTheUserTypesInOneLineOfItsLengthAndTellsIt) {
+  EXPECT_EQ(line.storeData() + line.showData(), 0);
+  RWCString bound;
+  line.setBoundString(&bound);
+  line.storeData();
+  EXPECT_EQ(bound, RWCString("one\n"));
   line.setMaxLength(3);
   line.setFocus();
   ui::waitForFocus(line.widget());
@@ -59,9 +64,7 @@ TEST_F(EditTest, ALineTakesWhatTheUserTypesInOneLineOfItsLengthAndTellsIt) {
   ui::pressKey('a', ui::kAlt);
   ui::pressKey(XK_Clear);
   EXPECT_EQ(state(line), "longer text^ 1:512 1:768 1:256 ") << "no control characters";
-  EXPECT_EQ(line.storeData() + line.showData(), 0);
-  RWCString bound = "two\nlines\n";
-  line.setBoundString(&bound);
+  bound = "two\nlines\n";
   EXPECT_EQ(line.showData(), 1);
   bound = "";
   EXPECT_EQ(line.storeData(), 1);

@@ -84,6 +84,7 @@ TEST_F(ListBox, TellsWhatTheUserDoesAndNotWhatTheProgramDoes) {
   EXPECT_EQ(state(list), "3: 3 ");
   EXPECT_EQ(list.selectString("no such row"), -1);
   list.setCurSel(0);
+  EXPECT_EQ(state(list), "0: 0 ");
   ui::doubleClickRow(list.widget(), 3);
   EXPECT_EQ(state(list), "3: 3 1:1 1:2 ");
   ui::pressKey(XK_Return);
