@@ -1,4 +1,4 @@
-// What all controls share: the widget and its look, the road of events, notifications.
+// What all controls share: the look that a record gives them, the road of events, their end.
 
 #include "framework/controls/control.h"
 
@@ -131,15 +131,6 @@ TEST_F(ControlTest, InputGoesToHandlersThenAcceleratorsThenTheOperationThenTheWi
   EXPECT_EQ(act(1, 0, [] { ui::pressKey(XK_BackSpace); }), "256(8) ");
   EXPECT_EQ(textView(edit.widget()), "a\xe4^") << "the key was taken";
   zApp::instance()->handlers().remove(zEvent::of(kMsgKeyDown), &frame, kNoted);
-
-  // A notification goes to the handler of its code first.
-  zPushButton plain(&frame, place(110), kStyleControl, "x", 5);
-  const auto clickPlain = [&] { ui::click(plain.widget()); };
-  plain.setNotify(&frame, kNoted, kNotifyClicked);
-  plain.setNotify(&frame, kNoted, kNotifyClicked + 1);
-  EXPECT_EQ(act(1, 0, clickPlain), "273(5) ");
-  plain.removeNotify(&frame, kNoted, kNotifyClicked);
-  EXPECT_EQ(act(1, 0, clickPlain), "5:0 ");
 }
 
 TEST_F(ControlTest, MayBeDestroyedByAnyOfItsHandlers) {
