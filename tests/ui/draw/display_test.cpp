@@ -16,6 +16,8 @@ TEST_F(DrawTest, NothingIsDrawnBeforeTheFirstExposeButTextIsMeasured) {
   EXPECT_EQ(early.text(0, 0, "abc"), kNotReady);
   EXPECT_EQ(early.drawBitmap(1, {0, 0, 1, 1}, {}), kNotReady);
   EXPECT_EQ(early.copyIcon(1, 1, {1, 1}, {}), kNotReady);
+  early.polyline({{0, 0}, {9, 9}});
+  early.setPixel(0, 0, kRed);
   early.copyArea({0, 0, 1, 1}, {2, 2});
   early.textSize(size, "abc");
   EXPECT_NE(size.height, 15);

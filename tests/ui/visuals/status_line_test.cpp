@@ -2,6 +2,8 @@
 
 #include "framework/visuals/status_line.h"
 
+#include <algorithm>
+
 #include "framework/menus/menu.h"
 #include "tests/ui/visuals/visuals_test.h"
 
@@ -169,6 +171,15 @@ TEST_F(StatusLine, TheClockIsDrawnWhenAMinuteIsOverButNotWhileHelpShows) {
   EXPECT_EQ(itemAt(83)->text(), RWCString("")) << "the key counts, not the lock that it switched";
   delete itemAt(83);
   ziStatusKeyItem::tick();
+  // Two digits of an hour may be wider than one M.
+  const zFontSpec wide("helvetica", {0, 14}, kFontNormal);
+  zStatusLine other(&frame, new zGravSizer(kGravityBottom, 0, frame.sizer()), 0, -1, wide);
+  auto* strip = new zGravSizer(kGravityRight, 0);
+  new zStatusClock(other, strip, 1);
+  const zFont font(wide);
+  EXPECT_EQ(strip->extent().width - 8,
+            std::max({font.measure("M:MM MM", 7).width, font.measure("88:88 AM", 8).width,
+                      font.measure("88:88 PM", 8).width}));
   arm(kOpenId);
   const std::string during = drawn();
   EXPECT_EQ(textAt(9, 32), "9:32 AM");

@@ -11,6 +11,7 @@
 
 namespace {
 
+using testing::ElementsAre;
 using Bytes = std::vector<std::uint8_t>;
 
 /// Bytes from hexadecimal digits; blanks count for nothing.
@@ -22,8 +23,6 @@ Bytes fromHex(std::string digits) {
   }
   return bytes;
 }
-
-using testing::ElementsAre;
 
 /// What a reader made of a picture: its rows from the top, "/" between them, a letter from "a" on
 /// for each colour and "." for a blank pixel; then the messages, "|" before each.
