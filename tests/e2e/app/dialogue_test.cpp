@@ -128,10 +128,6 @@ TEST_F(AppTest, CarriesOutTheCommandsOfMenusAndKeys) {
   // The only place of the selection is where a search from the start does not look.
   answer(kMainTitle);
   awaitCommandLine();
-  user.press(XK_F3);
-  answer(kMainTitle);
-  answer(kMainTitle);  // on from the start
-  awaitCommandLine();
 }
 
 }  // namespace

@@ -123,24 +123,6 @@ TEST_P(TesterEnd, IsOrderlyAlsoInTheMiddleOfARun) {
   EXPECT_EQ(postmaster.exitStatus(), 0);
 }
 
-TEST_F(Tester, ConfirmsEveryCommandAsTypedAfterItsText) {
-  connectWithUi();
-  postmaster.send(MSG_UI_COMMAND, "  LIST-PR  controller ");
-  expectEnd("LIST-PR  controller", "Controller:1  start  queue 0\n");
-  // An empty command has text too: the user interface keeps waiting pieces until some came.
-  run("", "");
-  // Two that come together, the second one in pieces.
-  const auto frame = [](const char* command) {
-    return toWire({kFrameDirected, MSG_UI_COMMAND, NELKVUI, NELKV, {command}, {}},
-                  MessageDirection::kSentByUi);
-  };
-  const std::string second = frame("list-breakpoint");
-  postmaster.sendRaw(frame("now") + second.substr(0, 17));
-  expectEnd("now", "now = 0.000\n");
-  postmaster.sendRaw(second.substr(17));
-  expectEnd("list-breakpoint", "No breakpoint is set.\n");
-}
-
 /// What the user interface sends, what it hears then, and a part of the texts among that.
 struct Step {
   int sent;
@@ -149,12 +131,16 @@ struct Step {
   std::string told = {};
 };
 
-TEST_F(Tester, ReachesEveryMessageOfTheDialogue) {
+TEST_F(Tester, ConfirmsEachCommandAndReachesEveryMessageOfTheDialogue) {
   constexpr int kCommand = MSG_UI_COMMAND;
   const std::vector<int> kEnd{MSG_T_TEXT, MSG_T_PROMPT};
   const Step steps[] = {
+      // Every command is confirmed as typed after its text, and an empty one has text, too: the
+      // user interface keeps waiting pieces until some came.
+      {kCommand, {"  LIST-PR  controller "}, kEnd, "> LIST-PR  controller\nController:1  start"},
+      {kCommand, {""}, kEnd, "> \n"},
       {kCommand, {"set-breakpoint Button"}, kEnd},
-      {kCommand, {"set-page-length 10"}, kEnd},
+      {kCommand, {" set-page-length  10 "}, kEnd, "\nset-page-length  10\n"},
       {kCommand, {"list-signal"}, {MSG_T_TEXT, MSG_T_QUESTION}, "> list-signal\n"},
       {MSG_UI_OK, {}, kEnd, "Fault(Integer)\n"},
       {kCommand, {"list-signal"}, {MSG_T_TEXT, MSG_T_QUESTION}},
