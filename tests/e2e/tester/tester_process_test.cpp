@@ -76,14 +76,14 @@ TEST_F(Tester, FailsWhereItIsRefused) {
 TEST_F(Tester, GreetsEachUserInterfaceOnceAndForgetsWhatTheOneBeforeLeft) {
   connect(kAlone);
   comes(NELGATE);
-  comes(NELKVUI);
+  postmaster.send(MSG_UI_COMMAND, "set-trace 0");  // of one that nobody announced
   expectGreeting();
-  run("set-trace 0", "Trace level 0");
+  expectEnd("set-trace 0", "Trace level 0");
   postmaster.send(MSG_UI_COMMAND, "mask-trace");
   postmaster.expectLater(MSG_T_ASK_BITS);
   postmaster.send(MSG_UI_COMMAND, "set-breakpoint Button");  // waits for the answer
   leaves(NELKVUI);
-  postmaster.send(MSG_UI_COMMAND, "list-breakpoint");  // of one that nobody announced
+  postmaster.send(MSG_UI_COMMAND, "list-breakpoint");
   expectGreeting();
   expectEnd("list-breakpoint", "No breakpoint is set.\n");
   postmaster.send(MSG_UI_BITS, Parameter::List{"Button"});
