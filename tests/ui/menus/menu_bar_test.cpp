@@ -46,7 +46,7 @@ TEST_F(MenuTest, ShowsTextsMnemonicsAcceleratorsAndStatesAndTheirChanges) {
   viewMenu.appendSeparator();
   EXPECT_EQ(bar->enableItem(kCopy, 1) + bar->setGrayed(kNumbers, 1) + bar->checkItem(kNumbers, 0),
             3);
-  EXPECT_EQ(bar->setGrayed(9, 1) + bar->checkItem(9, 1), 0);
+  EXPECT_EQ(bar->setGrayed(9, 1) + bar->checkItem(kNoItemId, 1), 0);
   EXPECT_EQ(look(1),
             "( ) &Copy\n(x) &Add\tF5\n( ) &Line numbering greyed\n(x) &Before the bar greyed\n"
             "( ) Last greyed\n---\n");

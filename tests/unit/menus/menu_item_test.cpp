@@ -1,4 +1,4 @@
-// Texts, states and lists of menu items.
+// Texts and states of menu items.
 
 #include "framework/menus/menu_item.h"
 
@@ -48,26 +48,6 @@ TEST(MenuItem, GreyingKeepsTheCheckMarkAndCheckingAChangedItemGreysIt) {
     }
   }
   EXPECT_EQ(states, "1,16 0,0 1,17 0,1 17,17 16,1 17,17 16,1 ");
-}
-
-TEST(MenuItemList, FindsTheFirstItemOfAnIdAlsoInSubMenusButNoneWithoutAnId) {
-  ziMenuItemDList list(nullptr);
-  const auto add = [](ziMenuItemDList& to, int position, int id) {
-    return to.insert(position, std::make_shared<ziMenuItem>(id, "", 0U));
-  };
-  EXPECT_EQ(add(list, -1, 2) + add(list, 0, kNoItemId), 0);
-  EXPECT_EQ(add(list, 99, 5), 2);
-  EXPECT_EQ(add(list, 2, 8), 2);
-  const std::shared_ptr<ziMenuItem> subMenu = list.at(0)->shared_from_this();
-  subMenu->subItems = std::make_shared<ziMenuItemDList>(nullptr);
-  add(*subMenu->subItems, 0, 2);
-  EXPECT_EQ(list.find(2).list, subMenu->subItems.get());
-  EXPECT_EQ(list.find(8).index, 2);
-  EXPECT_FALSE(list.find(3) || list.find(kNoItemId));
-  EXPECT_TRUE(list.at(3) != nullptr && list.at(4) == nullptr && list.at(-1) == nullptr);
-  EXPECT_TRUE(list.remove(*subMenu));
-  EXPECT_FALSE(list.remove(*subMenu));
-  EXPECT_EQ(list.find(2).list, &list);
 }
 
 }  // namespace
