@@ -59,11 +59,12 @@ TEST_F(SideDialogs, AboutShowsItsTextsClosesByEachOfTheFourRoadsAndLeavesNothing
     for (const int road : {0, 1, 2, 3}) {
       DAbout box(frame.get());
       const auto leave = [&] {
+        const Widget ok = box.childById(kDialogOk)->widget();
+        ui::waitForFocus(ok);
         EXPECT_EQ(ui::look(DAbout::kTitle),
                   "Korvane\n" + std::string(kProductVersion) +
                       "  \nKorvane UI, the graphical front end of the tester.\n"
                       "Comes as it is, without warranty of any kind.\n[OK] focus\n");
-        const Widget ok = box.childById(kDialogOk)->widget();
         const ui::ScreenArea outer = ui::areaOf(ui::windowOf(box.shell()));
         EXPECT_NEAR(2 * ui::areaOf(ok).x + ui::areaOf(ok).width, 2 * outer.x + outer.width, 4);
         road == 0   ? ui::click(ok)
