@@ -22,7 +22,7 @@ std::string shown(const zRect& r) {
 
 /// The least, usual and largest size that a sizer asks for, and its gravity.
 std::string asked(zSizer& sizer) {
-  zLayoutInfo info;
+  zLayoutInfo info{{9, 9}, {99, 99}, {99, 99}, {99, 99}, kFill};  // told anew, whatever stood there
   sizer.getInfo(info);
   testing::Message text;
   for (const zDimension& size : {info.minSize, info.size, info.maxSize}) {

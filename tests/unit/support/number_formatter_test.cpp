@@ -59,7 +59,7 @@ TEST(NumberFormatter, TakesKeysThatLeaveASignAndTenDigits) {
   for (const char key : std::string_view("+a:/. \xE4")) {
     EXPECT_EQ(afterKey("[]5", key), "swallowed") << key;
   }
-  for (const long key : {kBackspace, kDelete, kLeftKey}) {
+  for (const long key : {0L, kBackspace, kDelete, kLeftKey}) {
     EXPECT_EQ(afterKey("[]5", key), "left") << key;
     EXPECT_EQ(afterKey("-[12]3", key, remove), "-|3");
   }
