@@ -1,13 +1,13 @@
-// What the Postmaster writes: complaints on standard error, and the trace.
+// What the Postmaster writes for people: complaints on standard error, and frames as lines.
 #include "postmaster/reports.h"
 
 #include "link/message_codec.h"
 #include "link/message_numbers.h"
 
 #include <array>
-#include <cerrno>
-#include <cstring>
+#include <cstdio>
 #include <ctime>
+#include <memory>
 #include <utility>
 
 namespace postmaster {
@@ -189,37 +189,6 @@ std::string formatTime(std::chrono::system_clock::time_point time) {
   const auto rest = static_cast<int>(duration_cast<milliseconds>(time - second).count());
   std::snprintf(text.data() + used, text.size() - used, ".%03d", rest);
   return text.data();
-}
-
-void TraceLog::Close::operator()(std::FILE* opened) const {
-  if (opened != stdout) {
-    std::fclose(opened);
-  }
-}
-
-std::string TraceLog::open(const std::string& fileName) {
-  if (fileName == "-") {
-    file.reset(stdout);
-    return {};
-  }
-  file.reset(std::fopen(fileName.c_str(), "we"));
-  return file ? std::string{} : fileName + ": " + std::strerror(errno);
-}
-
-void TraceLog::write(const Envelope& message, std::string_view refusal) {
-  if (!file) {
-    return;
-  }
-  std::string line = formatTime(std::chrono::system_clock::now()) + " " + describeMessage(message);
-  if (!refusal.empty()) {
-    line += " [refused: " + std::string(refusal) + "]";
-  }
-  line += '\n';
-  const bool written = std::fwrite(line.data(), 1, line.size(), file.get()) == line.size();
-  if (!written || std::fflush(file.get()) != 0) {
-    failed = true;
-    file.reset();
-  }
 }
 
 }  // namespace postmaster

@@ -72,8 +72,9 @@ bool Client::flush() {
   return true;
 }
 
-Switchboard::Switchboard(Identity identity, Complaints& complaintsOut, TraceLog& traceLog)
-    : router(std::move(identity)), complaints(complaintsOut), trace(traceLog) {}
+Switchboard::Switchboard(Identity identity, Complaints& complaintsOut,
+                         const Witnesses& witnessesOfAll)
+    : router(std::move(identity)), complaints(complaintsOut), witnesses(witnessesOfAll) {}
 
 void Switchboard::acceptAll(int listener) {
   while (true) {
@@ -170,7 +171,7 @@ void Switchboard::takeFrame(Client& client, std::string text) {
   }
   const std::string sender = nameOf(client);
   const Routing routing = router.frameCame(client.fd(), parsed.message);
-  traceMessage(*parsed.message, routing.refusal);
+  showToWitnesses(*parsed.message, routing.refusal);
   if (parsed.message->header.tag == MSG_SHUTDOWN_ACK && routing.refusal.empty()) {
     answeredProcesses.insert(client.pid());
   }
@@ -232,7 +233,7 @@ void Switchboard::deliver(const std::vector<Delivery>& deliveries) {
 
 void Switchboard::writeTo(Client& client, const Delivery& delivery) {
   if (delivery.message->header.sender == NELMPM) {
-    traceMessage(*delivery.message, {});
+    showToWitnesses(*delivery.message, {});
   }
   if (!client.send(delivery.message->text)) {
     complaints.say(nameOf(client) + " dropped: it does not read, and more than " +
@@ -302,10 +303,9 @@ bool Switchboard::takeDepartures() {
   return std::exchange(departures, false);
 }
 
-void Switchboard::traceMessage(const Envelope& message, std::string_view refusal) {
-  trace.write(message, refusal);
-  if (trace.hasFailed() && !std::exchange(traceFailureTold, true)) {
-    complaints.say("the trace cannot be written and ends here");
+void Switchboard::showToWitnesses(const Envelope& message, std::string_view refusal) {
+  for (const auto& witness : witnesses) {
+    witness->saw(message, refusal);
   }
 }
 

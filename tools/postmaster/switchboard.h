@@ -1,7 +1,7 @@
 #pragma once
 
-#include "postmaster/reports.h"
 #include "postmaster/router.h"
+#include "postmaster/witness.h"
 #include "support/descriptor.h"
 
 #include <poll.h>
@@ -74,11 +74,11 @@ class Client {
   bool dead = false;
 };
 
-/// All connections: reads their frames, has them routed, writes what follows, traces both. A
-/// client's fault costs one line and at most that client; the others go on.
+/// All connections: reads their frames, has them routed, writes what follows, shows both to the
+/// witnesses. A client's fault costs one line and at most that client; the others go on.
 class Switchboard {
  public:
-  Switchboard(Identity identity, Complaints& complaintsOut, TraceLog& traceLog);
+  Switchboard(Identity identity, Complaints& complaintsOut, const Witnesses& witnessesOfAll);
 
   /// Takes in all connections that wait at `listener`.
   void acceptAll(int listener);
@@ -125,17 +125,16 @@ class Switchboard {
   void hangUp(Client& client);
   void drop(Client& client, LeaveReason reason);
   void bury();
-  void traceMessage(const Envelope& message, std::string_view refusal);
+  void showToWitnesses(const Envelope& message, std::string_view refusal);
   std::string nameOf(const Client& client) const;
 
   Router router;
   Complaints& complaints;
-  TraceLog& trace;
+  const Witnesses& witnesses;
   std::map<ClientId, std::unique_ptr<Client>> clients;
   std::set<pid_t> answeredProcesses;
   bool departures = false;
   bool ending = false;
-  bool traceFailureTold = false;
 };
 
 }  // namespace postmaster
