@@ -62,6 +62,15 @@ Message ownMessage(int tag, int dest, const ToolMessage& parameters) {
   return message;
 }
 
+Message withPayload(const Envelope& original, std::string payload) {
+  auto message = std::make_shared<Envelope>(Envelope{original.header, std::move(payload), {}});
+  message->header.length = static_cast<int>(message->payload.size());
+  message->text.resize(kMaxSentFrameText);
+  const int used = encodeFrame(message->header, message->payload.data(), message->text);
+  message->text.resize(static_cast<std::size_t>(std::max(used, 0)));
+  return used < 0 ? nullptr : message;
+}
+
 void FrameSplitter::append(std::string_view bytes) {
   if (discarding) {
     const std::size_t end = bytes.find('\0');

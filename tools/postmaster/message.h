@@ -31,6 +31,10 @@ ParsedText parseText(std::string text);
 /// message table gives `tag`.
 Message ownMessage(int tag, int dest, const ToolMessage& parameters = {});
 
+/// The message that differs from `original` by its payload; null when it would be too long for a
+/// frame.
+Message withPayload(const Envelope& original, std::string payload);
+
 /// Cuts a byte stream into frames at their NULs. Holds at most one unfinished frame of
 /// kMaxFrameText bytes besides what was appended last: the rest of a longer one is thrown away up
 /// to its NUL, with which the stream is in step again.

@@ -1,5 +1,6 @@
 #include "postmaster/options.h"
 
+#include "postmaster/charset.h"
 #include "support/version.h"
 
 #include <CLI/CLI.hpp>
@@ -31,14 +32,35 @@ CommandLine usageError(const std::string& what) {
   return {std::nullopt, kExitUsage, "nelmpm: " + firstLine(what) + "; try nelmpm --help"};
 }
 
-CommandLine toOptions(const std::vector<std::string>& commands, std::string traceFile) {
-  Options options{{}, std::move(traceFile)};
+void addOptions(CLI::App& app, Options& options, std::vector<std::string>& commands) {
+  app.add_option("--tool", commands, "Start COMMAND as a tool; may be given several times")
+      ->type_name("COMMAND")
+      ->allow_extra_args(false);
+  app.add_option("--trace", options.traceFile,
+                 "Write each frame as one line to FILE, - for standard output")
+      ->type_name("FILE");
+  app.add_option("--charset", options.charset,
+                 "Character set of the tools; the window's is ISO-8859-1")
+      ->type_name("NAME");
+  app.add_flag("--join-text", options.joinsTexts,
+               "Send texts that wait for a busy window as one message");
+  app.add_flag("--keep-buttons", options.keepsButtons,
+               "Copy the button file of each opened system to nelkv.btn~");
+  app.add_flag("--restart-tester", options.restartsTester,
+               "Offer to start a tester again that has ended or does not answer");
+}
+
+/// The tools' commands cut into words, and the rest as far as it can be judged by itself.
+CommandLine checked(Options options, const std::vector<std::string>& commands) {
   for (const std::string& command : commands) {
     SplitCommand split = splitCommand(command);
     if (!split.fault.empty()) {
       return usageError("--tool '" + firstLine(command) + "' is no command: " + split.fault);
     }
     options.tools.push_back(std::move(split.words));
+  }
+  if (!options.charset.empty() && Charset::open(options.charset) == nullptr) {
+    return usageError("--charset '" + firstLine(options.charset) + "' is not known here");
   }
   return {std::move(options), kExitOrderly, {}};
 }
@@ -49,14 +71,9 @@ CommandLine parseCommandLine(int argc, const char* const* argv) {
   try {
     CLI::App app(kDescription, "nelmpm");
     app.footer(kFooter);
+    Options options;
     std::vector<std::string> commands;
-    std::string traceFile;
-    app.add_option("--tool", commands, "Start COMMAND as a tool; may be given several times")
-        ->type_name("COMMAND")
-        ->allow_extra_args(false);
-    app.add_option("--trace", traceFile,
-                   "Write each frame as one line to FILE, - for standard output")
-        ->type_name("FILE");
+    addOptions(app, options, commands);
     app.set_version_flag("--version", std::string("nelmpm ") + kProductVersion);
     try {
       app.parse(argc, argv);
@@ -65,7 +82,7 @@ CommandLine parseCommandLine(int argc, const char* const* argv) {
     } catch (const CLI::CallForVersion& version) {
       return {std::nullopt, kExitOrderly, std::string(version.what()) + "\n"};
     }
-    return toOptions(commands, std::move(traceFile));
+    return checked(std::move(options), commands);
   } catch (const CLI::Error& error) {
     return usageError(error.what());
   }

@@ -13,6 +13,10 @@ using ToolCommand = std::vector<std::string>;
 struct Options {
   std::vector<ToolCommand> tools;
   std::string traceFile;  ///< "-" for standard output, empty for no trace
+  std::string charset;    ///< of the tools but the window; empty when they write the window's
+  bool joinsTexts = false;
+  bool keepsButtons = false;
+  bool restartsTester = false;
 };
 
 enum ExitStatus : int { kExitOrderly = 0, kExitFailure = 1, kExitUsage = 2 };

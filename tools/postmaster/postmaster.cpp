@@ -83,10 +83,14 @@ bool Postmaster::prepare() {
   if (!openFiles()) {
     return false;
   }
+  Switchboard::WindowService service{nullptr, options.joinsTexts};
+  if (!options.charset.empty()) {
+    service.charset = Charset::open(options.charset);
+  }
   const std::string pid = std::to_string(getpid());
   const Identity identity{getpid(), rendezvous.port(),
                           std::string("NELMPM ") + kProductVersion + " (PID=" + pid + ")"};
-  switchboard = std::make_unique<Switchboard>(identity, complaints, witnesses);
+  switchboard = std::make_unique<Switchboard>(identity, complaints, witnesses, std::move(service));
   return true;
 }
 

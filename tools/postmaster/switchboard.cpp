@@ -7,7 +7,7 @@
 
 #include <sys/socket.h>
 
-#include <array>
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <utility>
@@ -17,64 +17,15 @@ namespace postmaster {
 namespace {
 
 constexpr std::size_t kMaxClients = 64;
-constexpr std::size_t kReadBytes = std::size_t{64} * 1024;
-
-bool wouldBlock() {
-  return errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR;
-}
-
-pid_t peerOf(int socket) {
-  ucred credentials{};
-  socklen_t size = sizeof credentials;
-  const int failed = getsockopt(socket, SOL_SOCKET, SO_PEERCRED, &credentials, &size);
-  return failed != 0 ? 0 : credentials.pid;
-}
 
 }  // namespace
 
-Client::Client(UniqueDescriptor connected)
-    : socket(std::move(connected)), peer(peerOf(socket.get())) {}
-
-Client::ReadResult Client::read() {
-  std::array<char, kReadBytes> bytes;
-  const ssize_t count = ::recv(socket.get(), bytes.data(), bytes.size(), MSG_DONTWAIT);
-  if (count > 0) {
-    splitter.append({bytes.data(), static_cast<std::size_t>(count)});
-    return ReadResult::kSome;
-  }
-  return count < 0 && wouldBlock() ? ReadResult::kNothing : ReadResult::kEnd;
-}
-
-bool Client::send(std::string_view text) {
-  if (queuedBytes() + text.size() > kMaxQueuedBytes) {
-    return false;
-  }
-  if (sent > queue.size() / 2) {
-    queue.erase(0, std::exchange(sent, 0));
-  }
-  queue += text;
-  // A broken connection shows in reading as well, after what the client sent last.
-  flush();
-  return true;
-}
-
-bool Client::flush() {
-  while (hasQueued()) {
-    const ssize_t count =
-        ::send(socket.get(), queue.data() + sent, queue.size() - sent, MSG_DONTWAIT | MSG_NOSIGNAL);
-    if (count < 0) {
-      return wouldBlock();
-    }
-    sent += static_cast<std::size_t>(count);
-  }
-  queue.clear();
-  sent = 0;
-  return true;
-}
-
 Switchboard::Switchboard(Identity identity, Complaints& complaintsOut,
-                         const Witnesses& witnessesOfAll)
-    : router(std::move(identity)), complaints(complaintsOut), witnesses(witnessesOfAll) {}
+                         const Witnesses& witnessesOfAll, WindowService windowService)
+    : router(std::move(identity)),
+      complaints(complaintsOut),
+      witnesses(witnessesOfAll),
+      window(std::move(windowService)) {}
 
 void Switchboard::acceptAll(int listener) {
   while (true) {
@@ -170,9 +121,11 @@ void Switchboard::takeFrame(Client& client, std::string text) {
     return;
   }
   const std::string sender = nameOf(client);
-  const Routing routing = router.frameCame(client.fd(), parsed.message);
-  showToWitnesses(*parsed.message, routing.refusal);
-  if (parsed.message->header.tag == MSG_SHUTDOWN_ACK && routing.refusal.empty()) {
+  const bool isConverted = window.charset && router.toolTypeOf(client.fd()) == NELKVUI;
+  const Message message = isConverted ? window.charset->fromWindow(parsed.message) : parsed.message;
+  const Routing routing = router.frameCame(client.fd(), message);
+  showToWitnesses(*message, routing.refusal);
+  if (message->header.tag == MSG_SHUTDOWN_ACK && routing.refusal.empty()) {
     answeredProcesses.insert(client.pid());
   }
   if (!routing.refusal.empty()) {
@@ -235,7 +188,8 @@ void Switchboard::writeTo(Client& client, const Delivery& delivery) {
   if (delivery.message->header.sender == NELMPM) {
     showToWitnesses(*delivery.message, {});
   }
-  if (!client.send(delivery.message->text)) {
+  const bool isWindow = router.toolTypeOf(client.fd()) == NELKVUI;
+  if (!(isWindow ? sendToWindow(client, delivery.message) : client.send(delivery.message))) {
     complaints.say(nameOf(client) + " dropped: it does not read, and more than " +
                    std::to_string(kMaxQueuedBytes) + " bytes wait for it");
     drop(client, LeaveReason::kDropped);
@@ -244,6 +198,14 @@ void Switchboard::writeTo(Client& client, const Delivery& delivery) {
   if (delivery.closeAfterwards) {
     client.closeAfterFlush();
   }
+}
+
+bool Switchboard::sendToWindow(Client& client, const Message& message) {
+  const std::vector<Message> messages =
+      window.charset ? window.charset->toWindow(message) : std::vector{message};
+  return std::all_of(messages.begin(), messages.end(), [&](const Message& one) {
+    return window.joinsTexts ? client.sendJoined(one) : client.send(one);
+  });
 }
 
 void Switchboard::drop(Client& client, LeaveReason reason) {
