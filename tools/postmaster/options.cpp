@@ -48,6 +48,11 @@ void addOptions(CLI::App& app, Options& options, std::vector<std::string>& comma
                "Copy the button file of each opened system to nelkv.btn~");
   app.add_flag("--restart-tester", options.restartsTester,
                "Offer to start a tester again that has ended or does not answer");
+  app.add_option("--patience", options.patienceSeconds,
+                 "Take a tester for hung after so many seconds without an answer, 0 for never")
+      ->type_name("SECONDS")
+      ->check(CLI::Range(0, 1'000'000))
+      ->capture_default_str();
 }
 
 /// The tools' commands cut into words, and the rest as far as it can be judged by itself.

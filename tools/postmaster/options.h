@@ -17,6 +17,7 @@ struct Options {
   bool joinsTexts = false;
   bool keepsButtons = false;
   bool restartsTester = false;
+  int patienceSeconds = 60;  ///< with a silent tester, if it may be restarted; 0 has no end
 };
 
 enum ExitStatus : int { kExitOrderly = 0, kExitFailure = 1, kExitUsage = 2 };

@@ -40,9 +40,8 @@ void offerResourceFile() {
   }
 }
 
-/// "nelkv (process 77)"
-std::string processText(const std::string& name, pid_t pid) {
-  return name + " (process " + std::to_string(pid) + ")";
+std::string endText(const Children::Ended& ended) {
+  return processText(ended.child.command.front(), ended.pid) + " " + describeEnd(ended.waitStatus);
 }
 
 ShutdownSequence::TimePoint now() {
@@ -91,10 +90,21 @@ bool Postmaster::prepare() {
   const Identity identity{getpid(), rendezvous.port(),
                           std::string("NELMPM ") + kProductVersion + " (PID=" + pid + ")"};
   switchboard = std::make_unique<Switchboard>(identity, complaints, witnesses, std::move(service));
+  if (watch != nullptr) {
+    care = std::make_unique<TesterCare>(children, *switchboard, *watch, complaints);
+  }
   return true;
 }
 
 bool Postmaster::openFiles() {
+  if (options.keepsButtons) {
+    witnesses.push_back(std::make_unique<ButtonKeeper>(complaints));
+  }
+  if (options.restartsTester) {
+    auto tester = std::make_unique<TesterWatch>(std::chrono::seconds(options.patienceSeconds));
+    watch = tester.get();
+    witnesses.push_back(std::move(tester));
+  }
   return addWitness<TraceLog>(options.traceFile);
 }
 
@@ -137,6 +147,9 @@ void Postmaster::loop() {
       switchboard->acceptAll(rendezvous.listener());
     }
     takeSignals();
+    if (care && !shutdown.isRunning()) {
+      care->look();
+    }
     noteThatNoUiCanCome();
     if (!shutdown.isRunning() && switchboard->state().uiHasLeft()) {
       end(ShutdownReason::kUiLeft);
@@ -164,7 +177,10 @@ void Postmaster::wait(std::vector<pollfd>& entries) const {
 
 // Rounded up, so that the loop does not turn while the last part of a millisecond passes.
 int Postmaster::millisecondsToWait() const {
-  const std::optional<ShutdownSequence::TimePoint> deadline = shutdown.deadline();
+  std::optional<ShutdownSequence::TimePoint> deadline = shutdown.deadline();
+  if (!deadline && care) {
+    deadline = care->deadline();
+  }
   if (!deadline) {
     return -1;
   }
@@ -186,31 +202,32 @@ void Postmaster::takeSignals() {
 
 void Postmaster::reapChildren() {
   for (const Children::Ended& child : children.reap()) {
-    const bool wasUi = switchboard->toolTypeOf(child.pid) == NELKVUI;
-    switchboard->processEnded(child.pid);
-    if (child.waitStatus != 0 && !forcing) {
-      tellOfEnd(child);
-    }
-    keepNameAlive();
-    if (shutdown.isRunning()) {
-      continue;
-    }
-    if (wasUi || switchboard->state().uiHasLeft()) {
-      end(ShutdownReason::kUiLeft);
-    } else if (!canUiStillCome()) {
-      complaints.say("no user interface came, and no tool is left that could be one");
-      status = kExitFailure;
-      end(ShutdownReason::kNoUiComing);
-    }
+    childEnded(child);
   }
 }
 
-/// To standard error and, unless it was the window or all is ending, in the window.
-void Postmaster::tellOfEnd(const Children::Ended& child) {
-  const std::string text = processText(child.name, child.pid) + " " + describeEnd(child.waitStatus);
-  complaints.say(text);
-  if (!shutdown.isRunning() && !switchboard->state().uiHasLeft()) {
-    switchboard->warnUser("Korvane - Tool ended", text + ".");
+void Postmaster::childEnded(const Children::Ended& ended) {
+  const int type = switchboard->toolTypeOf(ended.pid);
+  switchboard->processEnded(ended.pid);
+  keepNameAlive();
+  const bool isNews = ended.waitStatus != 0 && !forcing;
+  if (isNews) {
+    complaints.say(endText(ended));
+  }
+  if (care && !shutdown.isRunning() && care->isMissed(ended.pid)) {
+    care->ended(ended, endText(ended));
+  } else if (isNews && !shutdown.isRunning() && !switchboard->state().uiHasLeft()) {
+    switchboard->warnUser("Korvane - Tool ended", endText(ended) + ".");
+  }
+  if (shutdown.isRunning()) {
+    return;
+  }
+  if (type == NELKVUI || switchboard->state().uiHasLeft()) {
+    end(ShutdownReason::kUiLeft);
+  } else if (!canUiStillCome()) {
+    complaints.say("no user interface came, and no tool is left that could be one");
+    status = kExitFailure;
+    end(ShutdownReason::kNoUiComing);
   }
 }
 

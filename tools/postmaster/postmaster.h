@@ -5,6 +5,7 @@
 #include "postmaster/rendezvous.h"
 #include "postmaster/shutdown_sequence.h"
 #include "postmaster/switchboard.h"
+#include "postmaster/tester_care.h"
 
 #include <memory>
 #include <string>
@@ -32,7 +33,7 @@ class Postmaster {
   int millisecondsToWait() const;
   void takeSignals();
   void reapChildren();
-  void tellOfEnd(const Children::Ended& child);
+  void childEnded(const Children::Ended& ended);
   bool canUiStillCome() const;
   void noteThatNoUiCanCome();
   bool haveAllAnswered() const;
@@ -44,10 +45,12 @@ class Postmaster {
   Options options;
   Complaints& complaints;
   Witnesses witnesses;
+  TesterWatch* watch = nullptr;  ///< one of them, if there is a tester to care for
   SignalSource signals;
   Rendezvous rendezvous;
   Children children;
   std::unique_ptr<Switchboard> switchboard;
+  std::unique_ptr<TesterCare> care;  ///< null when the tester is not to be started again
   ShutdownSequence shutdown;
   std::vector<std::string> programs;  ///< paths of the tools, in their order
   int status = kExitOrderly;

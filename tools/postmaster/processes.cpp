@@ -77,35 +77,46 @@ std::string Children::start(const std::string& program, const ToolCommand& comma
   if (error != 0) {
     return std::strerror(error);
   }
-  names[pid] = command.front();
+  children[pid] = {program, command};
+  started = pid;
   return {};
 }
 
 std::vector<Children::Ended> Children::reap() {
   std::vector<Ended> ended;
-  for (auto it = names.begin(); it != names.end();) {
+  for (auto it = children.begin(); it != children.end();) {
     int status = 0;
     const pid_t result = waitpid(it->first, &status, WNOHANG);
     if (result == it->first) {
       ended.push_back({it->first, it->second, status});
     }
-    it = result != 0 ? names.erase(it) : std::next(it);
+    it = result != 0 ? children.erase(it) : std::next(it);
   }
   return ended;
 }
 
 void Children::signalAll(int signal) const {
-  for (const auto& [pid, name] : names) {
+  for (const auto& [pid, child] : children) {
     kill(-pid, signal);
+  }
+}
+
+void Children::killOne(pid_t pid) const {
+  if (children.contains(pid)) {
+    kill(-pid, SIGKILL);
   }
 }
 
 std::vector<pid_t> Children::living() const {
   std::vector<pid_t> pids;
-  for (const auto& [pid, name] : names) {
+  for (const auto& [pid, child] : children) {
     pids.push_back(pid);
   }
   return pids;
+}
+
+std::string processText(const std::string& name, pid_t pid) {
+  return name + " (process " + std::to_string(pid) + ")";
 }
 
 std::string describeEnd(int waitStatus) {

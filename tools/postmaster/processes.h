@@ -25,9 +25,14 @@ class Children {
   /// no signal blocked. Returns an empty text, or why it failed.
   std::string start(const std::string& program, const ToolCommand& command);
 
+  /// A child as it was started.
+  struct Child {
+    std::string program;
+    ToolCommand command;
+  };
   struct Ended {
     pid_t pid = 0;
-    std::string name;
+    Child child;
     int waitStatus = 0;  ///< as of waitpid
   };
   /// Reaps the children that have ended.
@@ -36,16 +41,26 @@ class Children {
   /// Sends `signal` to all that live, with their process groups.
   void signalAll(int signal) const;
 
+  /// Kills the child `pid`, if it lives, with its process group.
+  void killOne(pid_t pid) const;
+
   /// Name of the child `pid`, which lives.
-  const std::string& nameOf(pid_t pid) const { return names.at(pid); }
+  const std::string& nameOf(pid_t pid) const { return children.at(pid).command.front(); }
+
+  /// The child that was started last.
+  pid_t newest() const { return started; }
 
   /// Process ids of those that live.
   std::vector<pid_t> living() const;
-  bool isEmpty() const { return names.empty(); }
+  bool isEmpty() const { return children.empty(); }
 
  private:
-  std::map<pid_t, std::string> names;
+  std::map<pid_t, Child> children;
+  pid_t started = 0;
 };
+
+/// "nelkv (process 77)"
+std::string processText(const std::string& name, pid_t pid);
 
 /// "ended with status 3" or "was killed by signal 9".
 std::string describeEnd(int waitStatus);

@@ -1,10 +1,13 @@
 // The rules of routing. Every refusal is a text for people; the caller adds who sent the frame.
 #include "postmaster/router.h"
 
+#include "link/message_codec.h"
 #include "link/message_numbers.h"
+#include "postmaster/reports.h"
 
 #include <algorithm>
 #include <initializer_list>
+#include <memory>
 #include <utility>
 
 namespace postmaster {
@@ -32,6 +35,9 @@ bool isToPostmaster(const FrameHeader& header) {
 constexpr int kIdentificationIndex = 4;
 constexpr int kLeftNameIndex = 2;
 
+constexpr char kNoTester[] = " was not sent: there is no tester >\n";
+constexpr char kTesterLeft[] = " was not confirmed: the tester has left >\n";
+
 /// A message whose first parameters are these integers.
 ToolMessage numbers(std::initializer_list<int> values) {
   ToolMessage message;
@@ -57,8 +63,19 @@ Routing Router::frameCame(ClientId client, const Message& message) {
     }
     return refuse(messageLabel(header) + " before the connection request 7000");
   }
+  if (header.sender == tool->second.type && isOwnAnswer(header)) {
+    return {};
+  }
+  if (header.sender == kUi && tool->second.type == kUi && header.tag == MSG_UI_COMMAND &&
+      clientOf(NELKV) == nullptr) {
+    return commandWithoutTester(message);
+  }
   if (std::string why = reasonToRefuse(tool->second, header); !why.empty()) {
     return refuse(std::move(why));
+  }
+  noteCommands(message);
+  if (header.tag == MSG_T_QUESTION && header.dest == kUi) {
+    questions.push_back(false);
   }
   Routing routing =
       isToPostmaster(header) ? toPostmaster(client, header) : forward(client, message);
@@ -103,13 +120,20 @@ Routing Router::connect(ClientId client, const FrameHeader& header) {
     return deny(client, type, DenyReason::kAlreadyConnected);
   }
   tools[client] = {type};
-  ToolMessage answer = numbers({type, self.pid, self.port, static_cast<int>(tools.size())});
-  answer.setText(kIdentificationIndex, self.text.c_str());
-  return {{{client, ownMessage(MSG_CONNECT_OK, type, answer)}}, {}};
+  ToolMessage reply = numbers({type, self.pid, self.port, static_cast<int>(tools.size())});
+  reply.setText(kIdentificationIndex, self.text.c_str());
+  Routing routing{{{client, ownMessage(MSG_CONNECT_OK, type, reply)}}, {}};
+  if (type == NELKV) {
+    unconfirmedCommands = std::exchange(keptCommands, {});
+    for (const Message& command : unconfirmedCommands) {
+      routing.deliveries.push_back({client, command});
+    }
+  }
+  return routing;
 }
 
 Routing Router::deny(ClientId client, int toolType, DenyReason reason) const {
-  const ToolMessage answer = numbers({toolType, self.pid, self.port, static_cast<int>(reason)});
+  const ToolMessage reply = numbers({toolType, self.pid, self.port, static_cast<int>(reason)});
   std::string why = "connection of " + toolName(toolType) + " denied, ";
   switch (reason) {
     case DenyReason::kAlreadyConnected:
@@ -122,7 +146,7 @@ Routing Router::deny(ClientId client, int toolType, DenyReason reason) const {
       why += "the Postmaster is shutting down";
       break;
   }
-  return {{{client, ownMessage(MSG_CONNECT_DENIED, toolType, answer), true}}, std::move(why)};
+  return {{{client, ownMessage(MSG_CONNECT_DENIED, toolType, reply), true}}, std::move(why)};
 }
 
 Routing Router::toPostmaster(ClientId client, const FrameHeader& header) {
@@ -173,6 +197,11 @@ Routing Router::leave(ClientId client, LeaveReason reason) {
   for (const auto& [other, tool] : tools) {
     routing.deliveries.push_back({other, ownMessage(MSG_TOOL_LEFT, tool.type, news)});
   }
+  if (type == NELKV && !shuttingDown) {
+    for (const Message& command : std::exchange(unconfirmedCommands, {})) {
+      giveBack(command, kTesterLeft, routing);
+    }
+  }
   return routing;
 }
 
@@ -187,6 +216,82 @@ Routing Router::warnUser(const std::string& caption, const std::string& text) {
   }
   warnings.push_back(std::move(warning));
   return {};
+}
+
+Routing Router::askUser(const std::string& caption, const std::string& text) {
+  const ClientId* ui = clientOf(kUi);
+  if (ui == nullptr || !tools[*ui].ready) {
+    return {};
+  }
+  ToolMessage box;
+  box.setText(0, caption.c_str());
+  box.setText(1, text.c_str());
+  questions.push_back(true);
+  return {{{*ui, ownMessage(MSG_T_QUESTION, kUi, box)}}, {}};
+}
+
+/// Boxes lie one above the other, so the newest question is answered first.
+bool Router::isOwnAnswer(const FrameHeader& header) {
+  const bool isAnswer = header.tag == MSG_UI_OK || header.tag == MSG_UI_NOT_OK;
+  if (header.sender != kUi || !isAnswer || questions.empty()) {
+    return false;
+  }
+  const bool isOwn = questions.back();
+  questions.pop_back();
+  if (isOwn) {
+    answer = header.tag == MSG_UI_OK;
+  }
+  return isOwn;
+}
+
+Routing Router::commandWithoutTester(const Message& message) {
+  if (testerComes) {
+    keptCommands.push_back(message);
+    return {};
+  }
+  Routing routing = refuse(messageLabel(message->header) + " for " + toolName(NELKV) +
+                           ", which is not connected");
+  giveBack(message, kNoTester, routing);
+  return routing;
+}
+
+/// Keeps account of what the tester has been sent and has not confirmed.
+void Router::noteCommands(const Message& message) {
+  constexpr std::size_t kMaxNoted = 1000;
+  const FrameHeader& header = message->header;
+  if (header.sender == kUi && header.tag == MSG_UI_COMMAND && header.dest == NELKV) {
+    unconfirmedCommands.push_back(message);
+  }
+  const bool isConfirmed = header.sender == NELKV && header.tag == MSG_T_PROMPT;
+  if (!unconfirmedCommands.empty() && (isConfirmed || unconfirmedCommands.size() > kMaxNoted)) {
+    unconfirmedCommands.pop_front();
+  }
+}
+
+/// A command that came to nothing: the log tells `why`, and the list of commands has it.
+void Router::giveBack(const Message& command, const char* why, Routing& routing) const {
+  const ClientId* ui = clientOf(kUi);
+  char* text = nullptr;
+  if (ui == nullptr || DecodeCursor(command->payload).readString(text) != ReadResult::kRead) {
+    return;
+  }
+  const std::unique_ptr<char[]> owner(text);
+  const std::string notice = "< " + quoteText(text) + why;
+  for (const auto& [tag, content] :
+       {std::pair<int, const char*>{MSG_T_TEXT, notice.c_str()}, {MSG_T_PROMPT, text}}) {
+    routing.deliveries.push_back({*ui, ownMessage(tag, kUi, ToolMessage().setText(0, content))});
+  }
+}
+
+Routing Router::awaitTester(bool comes) {
+  testerComes = comes;
+  Routing routing;
+  if (!comes) {
+    for (const Message& command : std::exchange(keptCommands, {})) {
+      giveBack(command, kNoTester, routing);
+    }
+  }
+  return routing;
 }
 
 Routing Router::shutDown(ShutdownReason reason, int graceMilliseconds) {

@@ -2,8 +2,11 @@
 
 #include "postmaster/message.h"
 
+#include <deque>
 #include <map>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace postmaster {
@@ -65,6 +68,15 @@ class Router {
   /// 11006 to the user interface, as soon as it is ready.
   Routing warnUser(const std::string& caption, const std::string& text);
 
+  /// 2001 to the user interface in the tester's place; its user answers with OK or Cancel.
+  Routing askUser(const std::string& caption, const std::string& text);
+  /// The answer to askUser, once.
+  std::optional<bool> takeAnswer() { return std::exchange(answer, std::nullopt); }
+
+  /// Whether a tester is on its way: commands without one wait for it. Otherwise they go back to
+  /// the user, to the log and to the list of commands, from where he can send them again.
+  Routing awaitTester(bool comes);
+
   /// 13000 to every connected tool. From now on connection requests are denied.
   Routing shutDown(ShutdownReason reason, int graceMilliseconds);
 
@@ -92,6 +104,10 @@ class Router {
   static const int kUi;
 
   const ClientId* clientOf(int toolType) const;
+  bool isOwnAnswer(const FrameHeader& header);
+  Routing commandWithoutTester(const Message& message);
+  void giveBack(const Message& command, const char* why, Routing& routing) const;
+  void noteCommands(const Message& message);
   std::string reasonToRefuse(const Tool& tool, const FrameHeader& header) const;
   Routing connect(ClientId client, const FrameHeader& header);
   Routing deny(ClientId client, int toolType, DenyReason reason) const;
@@ -102,6 +118,11 @@ class Router {
   Identity self;
   std::map<ClientId, Tool> tools;
   std::vector<Message> warnings;  ///< for a user interface that is not ready yet
+  std::vector<bool> questions;    ///< 2001 that are open, newest last: whether it is our own
+  std::optional<bool> answer;
+  std::deque<Message> keptCommands;         ///< for the tester that comes
+  std::deque<Message> unconfirmedCommands;  ///< that the tester was sent
+  bool testerComes = false;
   bool uiGone = false;
   bool shuttingDown = false;
 };

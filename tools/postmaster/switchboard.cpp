@@ -247,6 +247,18 @@ void Switchboard::warnUser(const std::string& caption, const std::string& text) 
   bury();
 }
 
+bool Switchboard::askUser(const std::string& caption, const std::string& text) {
+  const Routing routing = router.askUser(caption, text);
+  deliver(routing.deliveries);
+  bury();
+  return !routing.deliveries.empty();
+}
+
+void Switchboard::awaitTester(bool comes) {
+  deliver(router.awaitTester(comes).deliveries);
+  bury();
+}
+
 void Switchboard::shutDown(ShutdownReason reason, int graceMilliseconds) {
   ending = true;
   releaseHeld();

@@ -12,6 +12,7 @@
 #include <cstddef>
 #include <map>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -51,6 +52,12 @@ class Switchboard {
 
   /// Tells the user by a warning box of his interface, at once or when it is ready for it.
   void warnUser(const std::string& caption, const std::string& text);
+
+  /// Asks the user by a question box of his interface; false when there is none that is ready.
+  bool askUser(const std::string& caption, const std::string& text);
+  std::optional<bool> takeAnswer() { return router.takeAnswer(); }
+  /// As Router::awaitTester.
+  void awaitTester(bool comes);
 
   /// Starts the end, with 13000 to all tools.
   void shutDown(ShutdownReason reason, int graceMilliseconds);
