@@ -213,6 +213,38 @@ TEST_F(PostmasterTest, StartsToolsWithNothingOfItsOwnAndEndsThemWithTheWindow) {
   })) << "it kills a tool that ignores everything";
 }
 
+TEST_F(PostmasterTest, BringsBackATesterThatWasKilledOrHangsAndLosesNoCommand) {
+  const std::string process = (scratch / "process").string();
+  start({"--restart-tester", "--patience", "1", "--charset", "UTF-8", "--tool",
+         "sh -c 'echo $$ > " + process + "; exec " + builtProgram("nelkv").string() + "'"});
+  Client ui = tool(NELKVUI);
+  const auto await = [&](const std::string& text) {
+    EXPECT_TRUE(waitUntil([&] { return ui.receive().find(text) != std::string::npos; })) << text;
+  };
+  const auto command = [&](const char* text) {
+    ui.send(NELKVUI, NELKV, MSG_UI_COMMAND, wireString(text));
+  };
+  const auto strike = [&](int signal) { kill(std::stoi(readFile(process)), signal); };
+  ui.send(NELKVUI, 0, MSG_TOOL_READY);
+  await("MSG_T_TITLE");
+  strike(SIGKILL);
+  await("was killed by signal 9.\\n\\nStart it again?\"");
+  command("kept \xe9");
+  ui.send(NELKVUI, NELKV, MSG_UI_OK);
+  await("MSG_T_PROMPT(2002) \"kept \\xe9\"");
+  strike(SIGSTOP);
+  command("stuck");
+  await("has not answered for 1 seconds.\\n\\nEnd it and start it again?\"");
+  ui.send(NELKVUI, NELKV, MSG_UI_OK);
+  await("\\\"stuck\\\" was not confirmed");
+  await("MSG_T_TITLE");
+  strike(SIGKILL);
+  await("Start it again?");
+  command("late");
+  ui.send(NELKVUI, NELKV, MSG_UI_NOT_OK);
+  await("\\\"late\\\" was not sent");
+}
+
 TEST_F(PostmasterTest, SaysWhyItCannotStartOrGoOn) {
   const std::string broken = scratch.write("broken", "no program").string();
   fs::permissions(broken, fs::perms::owner_all);
@@ -222,6 +254,7 @@ TEST_F(PostmasterTest, SaysWhyItCannotStartOrGoOn) {
       {{"--tool", "true"}, 1, "no user interface came"},
       {{"--trace", "/nowhere/trace"}, 1, "/nowhere/trace: No such file or directory\n"},
       {{"--frobnicate"}, 2, "--frobnicate"},
+      {{"--charset", "no-such-set"}, 2, "--charset 'no-such-set' is not known here"},
   };
   for (const auto& [arguments, status, text] : rows) {
     ChildProcess refused(Launch{NELMPM_PROGRAM, arguments});

@@ -1,7 +1,10 @@
 #include <gmock/gmock.h>
+#include <sys/socket.h>
+#include <unistd.h>
 
 #include "link/message_numbers.h"
 #include "postmaster/charset.h"
+#include "postmaster/client.h"
 #include "postmaster/router.h"
 #include "postmaster/tester_watch.h"
 #include "tests/support/basics.h"
@@ -102,6 +105,39 @@ TEST(Charsets, ShowTheWindowLatinAndTheToolsWhatTheySent) {
   EXPECT_EQ(told(Charset::open("ISO-8859-15")->fromWindow(fromUi(MSG_UI_COMMAND, {"\xc3\xa9"}))),
             "1002) \"\\xc3\\xa9\"\n")
       << "every byte is a character";
+}
+
+TEST(Joining, MakesOneMessageOfTextsThatWait) {
+  std::array<int, 2> ends{};
+  ASSERT_EQ(socketpair(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK, 0, ends.data()), 0);
+  Client client{UniqueDescriptor(ends[0])};
+  const UniqueDescriptor reader(ends[1]);
+  const postmaster::Message filler = fromTester(MSG_T_TITLE, {std::string(8000, 'x')});
+  while (!client.hasQueued()) {
+    client.send(filler);
+  }
+  client.sendJoined(fromTester(MSG_T_TEXT, {"a"}));
+  client.sendJoined(fromTester(MSG_T_TEXT, {"b"}));
+  client.sendJoined(frame(NELGATE, NELKVUI, MSG_T_TEXT, {"other"}));
+  client.sendJoined(fromTester(MSG_T_IDLE));
+  client.sendJoined(fromTester(MSG_T_TEXT, {std::string(kMaxSentText - 1, 'c')}));
+  client.sendJoined(fromTester(MSG_T_TEXT, {"d"}));
+  client.sendJoined(fromTester(MSG_T_TEXT, {"e"}));
+  FrameSplitter frames;
+  std::string journal;
+  std::array<char, 65536> bytes;
+  for (ssize_t count = 0; (count = read(reader.get(), bytes.data(), bytes.size())) > 0;) {
+    frames.append({bytes.data(), static_cast<std::size_t>(count)});
+    for (std::string text; frames.next(text) == FrameSplitter::Item::kFrame;) {
+      const postmaster::Message message = parseText(text).message;
+      journal += message->header.tag == MSG_T_TITLE
+                     ? ""
+                     : std::to_string(message->payload.size()) +
+                           message->payload.substr(message->payload.empty() ? 0 : 4, 2) + " ";
+    }
+    client.flush();
+  }
+  EXPECT_EQ(journal, "6ab 9ot 0 16372cc 5e ");
 }
 
 TEST(TesterWatch, IsImpatientWithATesterThatOwesAnAnswerAndIsNotBusy) {
