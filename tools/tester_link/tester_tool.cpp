@@ -1,10 +1,8 @@
 #include "tester_link/tester_tool.h"
 
 #include <poll.h>
-#include <sys/socket.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <iterator>
@@ -13,6 +11,7 @@
 #include "link/message_codec.h"
 #include "link/message_numbers.h"
 #include "link/tool_interface.h"
+#include "tester_link/hang_up.h"
 
 namespace tester_link {
 
@@ -34,13 +33,6 @@ constexpr int kAlone = 1;
 bool isSocketReady(short events) {
   pollfd entry{g_ToolSocket, events, 0};
   return poll(&entry, 1, 0) > 0 && (entry.revents & events) != 0;
-}
-
-/// The link's reader takes the end of the stream for silence, so it is looked for here.
-bool hasHungUp() {
-  char byte = 0;
-  const ssize_t count = recv(g_ToolSocket, &byte, sizeof byte, MSG_PEEK | MSG_DONTWAIT);
-  return count == 0 || (count < 0 && errno != EAGAIN && errno != EWOULDBLOCK && errno != EINTR);
 }
 
 /// Fills the record of a message to be sent, which refers to the message and to `list`.

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace help {
+
+/// A page of the installed documentation: a manual page, or a file among the documents.
+struct Page {
+  std::string_view topic;  ///< as the window asks for it
+  std::string_view manual;
+  std::string_view document;  ///< empty when the manual page tells all
+};
+
+/// The page for a topic; the window's own manual for one that is not known.
+const Page& pageOf(std::string_view topic);
+
+/// Where things are.
+struct Surroundings {
+  std::string documents;  ///< folder of the documents
+  std::function<std::optional<std::string>(const std::string& program)> find;
+  std::function<std::string(const char* name)> variable;  ///< of the environment, "" when unset
+};
+
+/// The command that shows a page in a terminal, with the user's pager, or in his browser: words
+/// with the program's path first. Empty when there is neither.
+std::vector<std::string> viewerOf(const Page& page, const Surroundings& surroundings);
+
+/// One line for the log about a page that cannot be shown.
+std::string whereIs(const Page& page, const Surroundings& surroundings);
+
+}  // namespace help
