@@ -42,8 +42,6 @@ void addOptions(CLI::App& app, Options& options) {
   app.add_option("--tester", options.tester, "Start COMMAND as the tester")
       ->type_name("COMMAND")
       ->capture_default_str();
-  app.add_flag("--restart-tester", options.restartsTester,
-               "Start a tester anew that has ended by itself, without asking");
   addFileOption(app, "--transcript", options.transcript, "What was seen and typed, for people");
   addFileOption(app, "--record", options.recording, "All messages of the session, for --replay");
   addFileOption(app, "--history", options.history, "Commands, for the next session");
@@ -127,15 +125,14 @@ std::vector<std::string> postmasterWords(const Options& options, const std::stri
   addOption(words, "--trace", options.trace);
   addOption(words, "--charset", options.charset == "none" ? "" : options.charset);
   words.insert(words.end(), {"--join-text", "--keep-buttons"});
-  if (options.restartsTester) {
-    words.push_back("--restart-tester");
-  }
   if (isReplay) {
     addOption(words, "--replay", options.replay);
     addOption(words, "--speed", options.speed);
   } else {
+    words.push_back("--restart-tester");
     addOption(words, "--tool", options.tester);
   }
+  addOption(words, "--tool", "nel-help");
   std::vector<std::string> window = {"nelkvui"};
   window.insert(window.end(), options.windowWords.begin(), options.windowWords.end());
   addOption(words, "--tool", quoteCommand(window));

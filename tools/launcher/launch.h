@@ -18,7 +18,6 @@ struct Options {
   std::string replay;  ///< a recording that is played instead of running a tester
   std::string speed;
   bool keepsNothing = false;  ///< of the files that are not named
-  bool restartsTester = false;
 };
 
 enum ExitStatus : int { kExitFailure = 1, kExitUsage = 2 };

@@ -1,0 +1,86 @@
+// Launcher and help tool, as far as no process is needed.
+
+#include <gmock/gmock.h>
+
+#include "help/pages.h"
+#include "launcher/launch.h"
+#include "postmaster/options.h"
+
+namespace {
+
+std::string joined(const std::vector<std::string>& words) {
+  std::string all;
+  for (const std::string& word : words) {
+    all += (all.empty() ? "" : " ") + word;
+  }
+  return all;
+}
+
+TEST(Launcher, MakesTheCommandLineOfThePostmaster) {
+  const std::pair<std::vector<const char*>, const char*> rows[] = {
+      {{},
+       "nelmpm --transcript /s/transcript.txt --record /s/recording.txt --history /s/history.txt "
+       "--charset UTF-8 --join-text --keep-buttons --restart-tester --tool nelkv --tool nel-help "
+       "--tool \"nelkvui\""},
+      {{"--tester", "t 'a b'", "--history", "h", "--keep-nothing", "--charset", "none", "--trace",
+        "-", "--", "-geometry", "9x9", "a \"\\"},
+       "nelmpm --history h --trace - --join-text --keep-buttons --restart-tester --tool t 'a b' "
+       "--tool nel-help --tool \"nelkvui\" \"-geometry\" \"9x9\" \"a \\\"\\\\\""},
+      {{"--replay", "r", "--speed", "2", "--transcript", "t"},
+       "nelmpm --transcript t --charset UTF-8 --join-text --keep-buttons --replay r --speed 2 "
+       "--tool nel-help --tool \"nelkvui\""},
+  };
+  for (auto [arguments, expected] : rows) {
+    arguments.insert(arguments.begin(), "korvane");
+    const auto line =
+        launcher::parseCommandLine(static_cast<int>(arguments.size()), arguments.data());
+    ASSERT_TRUE(line.options) << line.text;
+    EXPECT_EQ(joined(launcher::postmasterWords(*line.options, "/s")), expected);
+  }
+  EXPECT_THAT(launcher::postmasterWords({}, ""), testing::Not(testing::Contains("--record")));
+  const std::vector<std::string> odd = {"a b", "c\"\\'", ""};
+  EXPECT_EQ(postmaster::splitCommand(launcher::quoteCommand(odd)).words, odd);
+  for (const char* wrong : {"word", "--no-such", "--speed=2"}) {
+    const char* const arguments[] = {"korvane", wrong};
+    const auto line = launcher::parseCommandLine(2, arguments);
+    EXPECT_EQ(line.status, launcher::kExitUsage);
+    EXPECT_THAT(line.text, testing::MatchesRegex("korvane: [^\n]*; try korvane --help\n"));
+  }
+  EXPECT_EQ(launcher::stateFolderOf("/x", "/h"), "/x/korvane");
+  EXPECT_EQ(launcher::stateFolderOf("x", "/h"), "/h/.local/state/korvane");
+  EXPECT_EQ(launcher::stateFolderOf(nullptr, nullptr), "");
+}
+
+TEST(HelpPages, OpenInATerminalOrABrowserAsTheUserHasThem) {
+  const auto viewer = [](const char* topic, const char* programs, const char* variables) {
+    const auto find = [=](const std::string& name) {
+      const bool isThere =
+          (" " + std::string(programs) + " ").find(" " + name + " ") != std::string::npos;
+      return isThere ? std::optional("/bin/" + name) : std::nullopt;
+    };
+    const auto variable = [=](const std::string& name) {
+      const std::string all = variables;
+      const std::size_t at = all.find(name + "=");
+      return at == std::string::npos
+                 ? ""
+                 : all.substr(at + name.size() + 1, all.find(' ', at) - at - name.size() - 1);
+    };
+    return joined(help::viewerOf(help::pageOf(topic), {"/doc", find, variable}));
+  };
+  EXPECT_EQ(viewer("tessil-testerui", "xterm x-terminal-emulator", ""),
+            "/bin/x-terminal-emulator -e man nelkvui");
+  EXPECT_EQ(viewer("tessil-tester", "mine xterm", "PAGER=most TERMINAL=mine"),
+            "/bin/mine -e most /doc/first-ten-minutes.md");
+  EXPECT_EQ(viewer("tessil-generator", "xterm", "TERMINAL=gone"),
+            "/bin/xterm -e pager /doc/button-file.md");
+  EXPECT_EQ(viewer("tessil-tester", "fox xdg-open", "BROWSER=fox"),
+            "/bin/fox /doc/first-ten-minutes.md");
+  EXPECT_EQ(viewer("tessil-tester-commands", "xdg-open", ""), "")
+      << "no browser shows a manual page";
+  EXPECT_EQ(help::whereIs(help::pageOf("unknown"), {"/doc", nullptr, nullptr}),
+            "< Help: man nelkvui >\n");
+  EXPECT_EQ(help::whereIs(help::pageOf("tessil-generator"), {"/doc", nullptr, nullptr}),
+            "< Help: man nelkv.btn, or /doc/button-file.md >\n");
+}
+
+}  // namespace
