@@ -39,8 +39,8 @@ constexpr int kRuleHeight = 2;
 
 constexpr const char* kName = "Korvane";
 constexpr const char* kLegalNotice =
-    "Korvane UI, the graphical front end of the tester.\n"
-    "Comes as it is, without warranty of any kind.";
+    "Korvane UI, the graphical front end of the tester. MIT licence,\n"
+    "the Korvane UI authors. Comes as it is, without warranty of any kind.";
 
 zRCFont fontOf(int tenthsOfPoint, int weight) {
   return zRCFont(zFontSpec(kFace, zPrPoint(0, tenthsOfPoint), weight));
