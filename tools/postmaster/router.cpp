@@ -66,9 +66,9 @@ Routing Router::frameCame(ClientId client, const Message& message) {
   if (header.sender == tool->second.type && isOwnAnswer(header)) {
     return {};
   }
-  if (header.sender == kUi && tool->second.type == kUi && header.tag == MSG_UI_COMMAND &&
-      clientOf(NELKV) == nullptr) {
-    return commandWithoutTester(message);
+  const bool isCommand = header.sender == tool->second.type && header.tag == MSG_UI_COMMAND;
+  if (isCommand && header.dest == NELKV && clientOf(NELKV) == nullptr) {
+    return commandWithoutTester(client, message);
   }
   if (std::string why = reasonToRefuse(tool->second, header); !why.empty()) {
     return refuse(std::move(why));
@@ -79,6 +79,7 @@ Routing Router::frameCame(ClientId client, const Message& message) {
   }
   Routing routing =
       isToPostmaster(header) ? toPostmaster(client, header) : forward(client, message);
+  copyForVisitor(message, routing);
   if (header.tag == MSG_TOOL_READY) {
     routing.deliveries.push_back({client, ownMessage(MSG_START_POLL_TIMER, header.sender)});
     tools[client].ready = true;
@@ -244,22 +245,47 @@ bool Router::isOwnAnswer(const FrameHeader& header) {
   return isOwn;
 }
 
-Routing Router::commandWithoutTester(const Message& message) {
-  if (testerComes) {
+Routing Router::commandWithoutTester(ClientId client, const Message& message) {
+  if (testerComes && message->header.sender == kUi) {
     keptCommands.push_back(message);
     return {};
   }
   Routing routing = refuse(messageLabel(message->header) + " for " + toolName(NELKV) +
                            ", which is not connected");
-  giveBack(message, kNoTester, routing);
+  if (message->header.sender == kUi) {
+    giveBack(message, kNoTester, routing);
+  } else {
+    routing.deliveries.push_back(
+        {client, ownMessage(MSG_TOOL_LEFT, message->header.sender,
+                            numbers({NELKV, static_cast<int>(LeaveReason::kHungUp)}))});
+  }
   return routing;
+}
+
+/// An external tool that has sent the tester a command gets copies of what the tester tells the
+/// window, until it confirms the command.
+void Router::copyForVisitor(const Message& message, Routing& routing) {
+  const FrameHeader& header = message->header;
+  if (header.sender == EXTERNAL && header.tag == MSG_UI_COMMAND) {
+    visitorsCommand = message->payload;
+  }
+  const ClientId* visitor = clientOf(EXTERNAL);
+  const bool isNews = header.sender == NELKV && header.dest == kUi &&
+                      (header.tag == MSG_T_TEXT || header.tag == MSG_T_PROMPT);
+  if (visitorsCommand.empty() || visitor == nullptr || !isNews) {
+    return;
+  }
+  routing.deliveries.push_back({*visitor, message});
+  if (header.tag == MSG_T_PROMPT && message->payload == visitorsCommand) {
+    visitorsCommand.clear();
+  }
 }
 
 /// Keeps account of what the tester has been sent and has not confirmed.
 void Router::noteCommands(const Message& message) {
   constexpr std::size_t kMaxNoted = 1000;
   const FrameHeader& header = message->header;
-  if (header.sender == kUi && header.tag == MSG_UI_COMMAND && header.dest == NELKV) {
+  if (header.tag == MSG_UI_COMMAND && header.dest == NELKV) {
     unconfirmedCommands.push_back(message);
   }
   const bool isConfirmed = header.sender == NELKV && header.tag == MSG_T_PROMPT;

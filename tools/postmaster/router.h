@@ -105,9 +105,10 @@ class Router {
 
   const ClientId* clientOf(int toolType) const;
   bool isOwnAnswer(const FrameHeader& header);
-  Routing commandWithoutTester(const Message& message);
+  Routing commandWithoutTester(ClientId client, const Message& message);
   void giveBack(const Message& command, const char* why, Routing& routing) const;
   void noteCommands(const Message& message);
+  void copyForVisitor(const Message& message, Routing& routing);
   std::string reasonToRefuse(const Tool& tool, const FrameHeader& header) const;
   Routing connect(ClientId client, const FrameHeader& header);
   Routing deny(ClientId client, int toolType, DenyReason reason) const;
@@ -123,6 +124,7 @@ class Router {
   std::deque<Message> keptCommands;         ///< for the tester that comes
   std::deque<Message> unconfirmedCommands;  ///< that the tester was sent
   bool testerComes = false;
+  std::string visitorsCommand;  ///< payload of what EXTERNAL has sent and waits for; empty for none
   bool uiGone = false;
   bool shuttingDown = false;
 };

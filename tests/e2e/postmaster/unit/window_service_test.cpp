@@ -206,6 +206,34 @@ TEST(Router, LosesNoCommandAndAsksInItsOwnName) {
 2000) "< \"last\" was not confirmed: the tester has left >\n"
 2002) "last"
 )");
+  // A visitor hears what follows his command, and that there is nobody to take it.
+  constexpr ClientId kVisitor = 12;
+  const auto visit = [&](const char* text) {
+    return come(kVisitor, frame(EXTERNAL, NELKV, MSG_UI_COMMAND, {text}));
+  };
+  come(kVisitor, frame(EXTERNAL, NELMPM, MSG_CONNECT));
+  EXPECT_EQ(visit("v"), "12: 8002) 1 2 \"\"\n");
+  come(kKv, frame(NELKV, NELMPM, MSG_CONNECT));
+  visit("v");
+  std::string heard;
+  for (const auto& [tag, text] : {std::pair{MSG_T_PROMPT, "u"},
+                                  {MSG_T_TEXT, "t"},
+                                  {MSG_T_TITLE, "x"},
+                                  {MSG_T_PROMPT, "v"},
+                                  {MSG_T_TEXT, "late"}}) {
+    heard += come(kKv, fromTester(tag, {text}));
+  }
+  EXPECT_EQ(heard, R"(10: 2002) "u"
+12: 2002) "u"
+10: 2000) "t"
+12: 2000) "t"
+10: 2008) "x"
+10: 2002) "v"
+12: 2002) "v"
+10: 2000) "late"
+)");
+  router.connectionLost(kKv, LeaveReason::kHungUp);
+  router.awaitTester(true);
   come(kUi, fromUi(MSG_UI_COMMAND, {"given up"}));
   EXPECT_EQ(router.awaitTester(false).deliveries.size(), 2U);
 }
