@@ -14,11 +14,11 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <memory>
 #include <optional>
 #include <string_view>
 #include <system_error>
 #include <utility>
+#include <variant>
 
 namespace ctl {
 
@@ -44,13 +44,11 @@ std::optional<sockaddr_un> findSocket() {
   return std::nullopt;
 }
 
-std::string firstText(const postmaster::Envelope& message) {
-  char* text = nullptr;
-  if (DecodeCursor(message.payload).readString(text) != ReadResult::kRead) {
-    return {};
-  }
-  const std::unique_ptr<char[]> owner(text);
-  return text;
+bool hasTesterLeft(const frames::Envelope& news) {
+  const frames::Parameters parameters = frames::parametersOf(news);
+  const auto* tool =
+      parameters.values.empty() ? nullptr : std::get_if<std::int32_t>(&parameters.values.front());
+  return tool != nullptr && *tool == NELKV;
 }
 
 }  // namespace
@@ -63,7 +61,7 @@ std::string Session::open(TimePoint deadline) {
     return "no session is running";
   }
   send(NELMPM, MSG_CONNECT, {});
-  const postmaster::Message answer = receive(deadline);
+  const frames::Message answer = receive(deadline);
   if (!answer) {
     return "the Postmaster does not answer";
   }
@@ -74,24 +72,21 @@ int Session::run(const std::string& command, TimePoint deadline, std::ostream& o
   if (!send(NELKV, MSG_UI_COMMAND, ToolMessage().setText(0, command.c_str()))) {
     return fail(kExitFailure, "the command is too long");
   }
-  while (const postmaster::Message message = receive(deadline)) {
+  while (const frames::Message message = receive(deadline)) {
     switch (message->header.tag) {
       case MSG_T_TEXT:
-        output << firstText(*message) << std::flush;
+        output << frames::parametersOf(*message).text(0) << std::flush;
         break;
       case MSG_T_PROMPT:
-        if (firstText(*message) == command) {
+        if (frames::parametersOf(*message).text(0) == command) {
           return kExitConfirmed;
         }
         break;
-      case MSG_TOOL_LEFT: {
-        std::int32_t left = 0;
-        DecodeCursor(message->payload).readInteger(left);
-        if (left == NELKV) {
+      case MSG_TOOL_LEFT:
+        if (hasTesterLeft(*message)) {
           return fail(kExitFailure, "there is no tester");
         }
         break;
-      }
       case MSG_SHUTDOWN:
         return fail(kExitFailure, "the session ends");
       default:
@@ -116,11 +111,11 @@ bool Session::send(int dest, int tag, const ToolMessage& parameters) {
 }
 
 /// The next message; null at the end of the connection and at the deadline.
-postmaster::Message Session::receive(TimePoint deadline) {
+frames::Message Session::receive(TimePoint deadline) {
   while (true) {
     std::string text;
     while (frames.next(text) == postmaster::FrameSplitter::Item::kFrame) {
-      if (postmaster::Message message = postmaster::parseText(std::move(text)).message) {
+      if (frames::Message message = frames::parseText(std::move(text)).message) {
         return message;
       }
     }

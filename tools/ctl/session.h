@@ -32,7 +32,7 @@ class Session {
 
  private:
   bool send(int dest, int tag, const ToolMessage& parameters);
-  postmaster::Message receive(TimePoint deadline);
+  frames::Message receive(TimePoint deadline);
   int fail(int status, std::string text);
 
   UniqueDescriptor socket;

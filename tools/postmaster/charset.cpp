@@ -107,7 +107,7 @@ class PayloadCopy {
 /// The parameters of the message with each text that is no path rewritten; nothing when they are
 /// not what its row promises.
 std::optional<std::string> rewriteTexts(const Envelope& message, const Rewrite& rewrite) {
-  const MessageRow* row = rowOf(message.header);
+  const MessageRow* row = frames::rowOf(message.header);
   if (row == nullptr) {
     return std::nullopt;
   }

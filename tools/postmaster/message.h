@@ -1,31 +1,21 @@
 #pragma once
 
-#include "link/tool_message.h"
-#include "link/wire.h"
+#include "frames/description.h"
+#include "frames/message.h"
 
-#include <memory>
 #include <string>
 #include <string_view>
 
 namespace postmaster {
 
-/// One message as it travels, shared by all who are to get it. `header.length` always equals the
-/// payload's size.
-struct Envelope {
-  FrameHeader header;
-  std::string payload;
-  std::string text;  ///< wire form, with its NUL
-};
-using Message = std::shared_ptr<const Envelope>;
-
-/// A message, or the reason why a text is none.
-struct ParsedText {
-  Message message;
-  std::string_view fault;  ///< empty with a message
-};
-
-/// Reads one frame from its wire form, given with the final NUL. Any bytes are safe.
-ParsedText parseText(std::string text);
+using frames::describeMessage;
+using frames::Envelope;
+using frames::formatTime;
+using frames::Message;
+using frames::messageLabel;
+using frames::ParsedText;
+using frames::parseText;
+using frames::toolName;
 
 /// A directed message of the Postmaster to the tool type `dest`, with the parameters that the
 /// message table gives `tag`.
@@ -59,16 +49,5 @@ class FrameSplitter {
   FrameBuffer buffer;
   bool discarding = false;
 };
-
-/// Name of a tool type as the system writes it, such as "NELKV"; "tool type 6" for an unknown one.
-std::string toolName(int toolType);
-
-/// The row of the message table for a frame between these tools; null for an unknown number. What
-/// the user interface sends has the row of that direction, everything else the other, so far as
-/// the number has both.
-const MessageRow* rowOf(const FrameHeader& header);
-
-/// Name and number, such as "MSG_UI_COMMAND(1002)"; "unknown(77)" for a number not in the table.
-std::string messageLabel(const FrameHeader& header);
 
 }  // namespace postmaster

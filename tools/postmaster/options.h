@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -10,14 +11,27 @@ namespace postmaster {
 /// A tool's command: the program and its arguments; never empty.
 using ToolCommand = std::vector<std::string>;
 
+/// How a recording is replayed.
+struct ReplayOptions {
+  std::string file;  ///< empty for no replay
+  double speed = 1;  ///< 0 for as fast as possible
+  std::chrono::milliseconds patience{0};
+  bool closes = false;  ///< the window, at the end
+};
+
 struct Options {
   std::vector<ToolCommand> tools;
-  std::string traceFile;  ///< "-" for standard output, empty for no trace
-  std::string charset;    ///< of the tools but the window; empty when they write the window's
+  // Files to write: "-" for standard output, empty for none. No two are the same.
+  std::string traceFile;
+  std::string recordFile;
+  std::string transcriptFile;
+  std::string historyFile;  ///< never standard output
+  ReplayOptions replay;
+  std::string charset;  ///< of the tools but the window; empty when they write the window's
   bool joinsTexts = false;
   bool keepsButtons = false;
   bool restartsTester = false;
-  int patienceSeconds = 60;  ///< with a silent tester, if it may be restarted; 0 has no end
+  int testerPatienceSeconds = 60;  ///< with a silent tester, if it may be restarted; 0 has no end
 };
 
 enum ExitStatus : int { kExitOrderly = 0, kExitFailure = 1, kExitUsage = 2 };

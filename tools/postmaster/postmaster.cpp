@@ -1,6 +1,8 @@
 #include "postmaster/postmaster.h"
 
+#include "frames/recording_file.h"
 #include "link/message_numbers.h"
+#include "postmaster/transcript.h"
 #include "support/version.h"
 
 #include <sys/wait.h>
@@ -78,6 +80,11 @@ bool Postmaster::prepare() {
     complaints.say(why);
     return false;
   }
+  // The recording before the files that are written: one of them may be its other name.
+  std::set<int> played;
+  if (!options.replay.file.empty() && !openReplay(played)) {
+    return false;
+  }
   // Not before: the files may be those of another Postmaster, which is running.
   if (!openFiles()) {
     return false;
@@ -93,6 +100,27 @@ bool Postmaster::prepare() {
   if (watch != nullptr) {
     care = std::make_unique<TesterCare>(children, *switchboard, *watch, complaints);
   }
+  switchboard->playTools(std::move(played));
+  for (const Message& command : history != nullptr ? history->messages() : std::vector<Message>{}) {
+    switchboard->tellUser(command);
+  }
+  return true;
+}
+
+bool Postmaster::openReplay(std::set<int>& played) {
+  const frames::LoadedRecording recording = frames::loadRecording(options.replay.file);
+  if (!recording.fault.empty()) {
+    complaints.say("cannot replay " + options.replay.file + ": " + recording.fault);
+    return false;
+  }
+  if (!recording.damage.empty()) {
+    complaints.say(options.replay.file + ": " + recording.damage);
+  }
+  ReplayScript script = scriptOf(recording.frames);
+  played = script.tools;
+  auto witness = std::make_unique<Replay>(std::move(script), options.replay, complaints);
+  replay = witness.get();
+  witnesses.push_back(std::move(witness));
   return true;
 }
 
@@ -101,16 +129,19 @@ bool Postmaster::openFiles() {
     witnesses.push_back(std::make_unique<ButtonKeeper>(complaints));
   }
   if (options.restartsTester) {
-    auto tester = std::make_unique<TesterWatch>(std::chrono::seconds(options.patienceSeconds));
+    auto tester =
+        std::make_unique<TesterWatch>(std::chrono::seconds(options.testerPatienceSeconds));
     watch = tester.get();
     witnesses.push_back(std::move(tester));
   }
-  return addWitness<TraceLog>(options.traceFile);
+  return addWitness<TraceLog>(options.traceFile) && addWitness<Recorder>(options.recordFile) &&
+         addWitness<TranscriptLog>(options.transcriptFile) &&
+         addWitness<History>(options.historyFile, &history);
 }
 
 /// A witness that writes to `fileName`, unless that is empty. False when it cannot be written.
 template <class FileWitness>
-bool Postmaster::addWitness(const std::string& fileName) {
+bool Postmaster::addWitness(const std::string& fileName, FileWitness** added) {
   if (fileName.empty()) {
     return true;
   }
@@ -119,6 +150,9 @@ bool Postmaster::addWitness(const std::string& fileName) {
   if (!why.empty()) {
     complaints.say(why);
     return false;
+  }
+  if (added != nullptr) {
+    *added = witness.get();
   }
   witnesses.push_back(std::move(witness));
   return true;
@@ -146,6 +180,7 @@ void Postmaster::loop() {
     if (rendezvous.listener() >= 0) {
       switchboard->acceptAll(rendezvous.listener());
     }
+    playDue();
     takeSignals();
     if (care && !shutdown.isRunning()) {
       care->look();
@@ -158,6 +193,17 @@ void Postmaster::loop() {
       keepNameAlive();
     }
     advanceShutdown();
+  }
+}
+
+/// While the window takes what is due.
+void Postmaster::playDue() {
+  while (replay != nullptr && switchboard->canPlay()) {
+    const Message message = replay->next();
+    if (message == nullptr) {
+      return;
+    }
+    switchboard->play(message);
   }
 }
 
@@ -175,17 +221,25 @@ void Postmaster::wait(std::vector<pollfd>& entries) const {
   }
 }
 
+/// The next moment at which something is to be done though nothing comes.
+std::optional<ShutdownSequence::TimePoint> Postmaster::deadline() const {
+  const bool isPlaying = replay != nullptr && !shutdown.isRunning() && switchboard->canPlay();
+  if (isPlaying) {
+    return replay->deadline();
+  }
+  return care && !shutdown.isRunning() ? care->deadline() : shutdown.deadline();
+}
+
 // Rounded up, so that the loop does not turn while the last part of a millisecond passes.
 int Postmaster::millisecondsToWait() const {
-  std::optional<ShutdownSequence::TimePoint> deadline = shutdown.deadline();
-  if (!deadline && care) {
-    deadline = care->deadline();
-  }
-  if (!deadline) {
+  using std::chrono::milliseconds;
+  constexpr milliseconds kLongest = std::chrono::hours{1};
+  const std::optional<ShutdownSequence::TimePoint> next = deadline();
+  if (!next) {
     return -1;
   }
-  const auto left = std::chrono::ceil<std::chrono::milliseconds>(*deadline - now());
-  return std::max(0, static_cast<int>(left.count()));
+  const auto left = std::chrono::ceil<milliseconds>(*next - now());
+  return static_cast<int>(std::clamp(left, milliseconds{0}, kLongest).count());
 }
 
 void Postmaster::takeSignals() {
@@ -272,6 +326,9 @@ void Postmaster::keepNameAlive() {
 }
 
 void Postmaster::end(ShutdownReason reason) {
+  if (replay != nullptr && !replay->conclude()) {
+    status = kExitFailure;
+  }
   rendezvous.close();
   switchboard->shutDown(reason, static_cast<int>(ShutdownSequence::kAnswerTime.count()));
   shutdown.begin(now());

@@ -1,13 +1,17 @@
 #pragma once
 
+#include "postmaster/history.h"
 #include "postmaster/options.h"
 #include "postmaster/processes.h"
 #include "postmaster/rendezvous.h"
+#include "postmaster/replay.h"
 #include "postmaster/shutdown_sequence.h"
 #include "postmaster/switchboard.h"
 #include "postmaster/tester_care.h"
 
 #include <memory>
+#include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -25,12 +29,15 @@ class Postmaster {
  private:
   bool prepare();
   bool openFiles();
+  bool openReplay(std::set<int>& played);
   template <class FileWitness>
-  bool addWitness(const std::string& fileName);
+  bool addWitness(const std::string& fileName, FileWitness** added = nullptr);
   bool startTools();
   void loop();
   void wait(std::vector<pollfd>& entries) const;
+  std::optional<ShutdownSequence::TimePoint> deadline() const;
   int millisecondsToWait() const;
+  void playDue();
   void takeSignals();
   void reapChildren();
   void childEnded(const Children::Ended& ended);
@@ -45,7 +52,9 @@ class Postmaster {
   Options options;
   Complaints& complaints;
   Witnesses witnesses;
-  TesterWatch* watch = nullptr;  ///< one of them, if there is a tester to care for
+  History* history = nullptr;  ///< one of the witnesses, as the next two
+  Replay* replay = nullptr;
+  TesterWatch* watch = nullptr;  ///< if there is a tester to care for
   SignalSource signals;
   Rendezvous rendezvous;
   Children children;

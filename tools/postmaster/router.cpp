@@ -1,9 +1,7 @@
 // The rules of routing. Every refusal is a text for people; the caller adds who sent the frame.
 #include "postmaster/router.h"
 
-#include "link/message_codec.h"
 #include "link/message_numbers.h"
-#include "postmaster/reports.h"
 
 #include <algorithm>
 #include <initializer_list>
@@ -67,7 +65,7 @@ Routing Router::frameCame(ClientId client, const Message& message) {
     return {};
   }
   const bool isCommand = header.sender == tool->second.type && header.tag == MSG_UI_COMMAND;
-  if (isCommand && header.dest == NELKV && clientOf(NELKV) == nullptr) {
+  if (isCommand && header.dest == NELKV && !isThere(NELKV)) {
     return commandWithoutTester(client, message);
   }
   if (std::string why = reasonToRefuse(tool->second, header); !why.empty()) {
@@ -84,8 +82,8 @@ Routing Router::frameCame(ClientId client, const Message& message) {
     routing.deliveries.push_back({client, ownMessage(MSG_START_POLL_TIMER, header.sender)});
     tools[client].ready = true;
     if (header.sender == kUi) {
-      for (Message& warning : std::exchange(warnings, {})) {
-        routing.deliveries.push_back({client, std::move(warning)});
+      for (Message& item : std::exchange(forUser, {})) {
+        routing.deliveries.push_back({client, std::move(item)});
       }
     }
   }
@@ -103,7 +101,7 @@ std::string Router::reasonToRefuse(const Tool& tool, const FrameHeader& header) 
   if (isForPostmaster(header.tag) && !isToPostmaster(header)) {
     return label + " to others than the Postmaster";
   }
-  if (header.kind == kFrameDirected && header.dest != NELMPM && clientOf(header.dest) == nullptr) {
+  if (header.kind == kFrameDirected && header.dest != NELMPM && !isThere(header.dest)) {
     return label + " for " + toolName(header.dest) + ", which is not connected";
   }
   return {};
@@ -117,7 +115,7 @@ Routing Router::connect(ClientId client, const FrameHeader& header) {
   if (shuttingDown) {
     return deny(client, type, DenyReason::kShuttingDown);
   }
-  if (clientOf(type) != nullptr) {
+  if (isThere(type)) {
     return deny(client, type, DenyReason::kAlreadyConnected);
   }
   tools[client] = {type};
@@ -172,7 +170,9 @@ Routing Router::toPostmaster(ClientId client, const FrameHeader& header) {
 Routing Router::forward(ClientId client, const Message& message) const {
   Routing routing;
   if (message->header.kind == kFrameDirected) {
-    routing.deliveries.push_back({*clientOf(message->header.dest), message});
+    if (const ClientId* receiver = clientOf(message->header.dest); receiver != nullptr) {
+      routing.deliveries.push_back({*receiver, message});
+    }
     return routing;
   }
   for (const auto& [other, tool] : tools) {
@@ -206,17 +206,20 @@ Routing Router::leave(ClientId client, LeaveReason reason) {
   return routing;
 }
 
+Routing Router::tellUser(Message message) {
+  const ClientId* ui = clientOf(kUi);
+  if (ui != nullptr && tools[*ui].ready) {
+    return {{{*ui, std::move(message)}}, {}};
+  }
+  forUser.push_back(std::move(message));
+  return {};
+}
+
 Routing Router::warnUser(const std::string& caption, const std::string& text) {
   ToolMessage box;
   box.setText(0, caption.c_str());
   box.setText(1, text.c_str());
-  Message warning = ownMessage(MSG_LINK_WARNING_BOX, kUi, box);
-  const ClientId* ui = clientOf(kUi);
-  if (ui != nullptr && tools[*ui].ready) {
-    return {{{*ui, std::move(warning)}}, {}};
-  }
-  warnings.push_back(std::move(warning));
-  return {};
+  return tellUser(ownMessage(MSG_LINK_WARNING_BOX, kUi, box));
 }
 
 Routing Router::askUser(const std::string& caption, const std::string& text) {
@@ -297,15 +300,15 @@ void Router::noteCommands(const Message& message) {
 /// A command that came to nothing: the log tells `why`, and the list of commands has it.
 void Router::giveBack(const Message& command, const char* why, Routing& routing) const {
   const ClientId* ui = clientOf(kUi);
-  char* text = nullptr;
-  if (ui == nullptr || DecodeCursor(command->payload).readString(text) != ReadResult::kRead) {
+  if (ui == nullptr) {
     return;
   }
-  const std::unique_ptr<char[]> owner(text);
-  const std::string notice = "< " + quoteText(text) + why;
-  for (const auto& [tag, content] :
-       {std::pair<int, const char*>{MSG_T_TEXT, notice.c_str()}, {MSG_T_PROMPT, text}}) {
-    routing.deliveries.push_back({*ui, ownMessage(tag, kUi, ToolMessage().setText(0, content))});
+  constexpr std::size_t kMaxShown = 120;
+  const std::string text = frames::parametersOf(*command).text(0);
+  const std::string notice = "< \"" + text.substr(0, kMaxShown) + "\"" + why;
+  for (const auto& [tag, content] : {std::pair{MSG_T_TEXT, &notice}, {MSG_T_PROMPT, &text}}) {
+    const ToolMessage parameters = ToolMessage().setText(0, content->c_str());
+    routing.deliveries.push_back({*ui, ownMessage(tag, kUi, parameters)});
   }
 }
 
@@ -349,6 +352,10 @@ bool Router::allAnswered() const {
 int Router::toolTypeOf(ClientId client) const {
   const auto tool = tools.find(client);
   return tool != tools.end() ? tool->second.type : 0;
+}
+
+bool Router::isThere(int toolType) const {
+  return clientOf(toolType) != nullptr || played.contains(toolType);
 }
 
 const ClientId* Router::clientOf(int toolType) const {

@@ -5,6 +5,7 @@
 #include <deque>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -59,13 +60,18 @@ class Router {
  public:
   explicit Router(Identity identity) : self(std::move(identity)) {}
 
+  /// Somebody plays the tools of these types: they count as connected, but have no client.
+  void playTools(std::set<int> types) { played = std::move(types); }
+
   /// A well-formed frame came from `client`.
   Routing frameCame(ClientId client, const Message& message);
 
   /// The connection of `client` is gone; `reason` goes to the other tools if it was connected.
   Routing connectionLost(ClientId client, LeaveReason reason);
 
-  /// 11006 to the user interface, as soon as it is ready.
+  /// A message to the user interface, as soon as it is ready.
+  Routing tellUser(Message message);
+  /// The same for 11006.
   Routing warnUser(const std::string& caption, const std::string& text);
 
   /// 2001 to the user interface in the tester's place; its user answers with OK or Cancel.
@@ -109,6 +115,7 @@ class Router {
   void giveBack(const Message& command, const char* why, Routing& routing) const;
   void noteCommands(const Message& message);
   void copyForVisitor(const Message& message, Routing& routing);
+  bool isThere(int toolType) const;
   std::string reasonToRefuse(const Tool& tool, const FrameHeader& header) const;
   Routing connect(ClientId client, const FrameHeader& header);
   Routing deny(ClientId client, int toolType, DenyReason reason) const;
@@ -118,13 +125,14 @@ class Router {
 
   Identity self;
   std::map<ClientId, Tool> tools;
-  std::vector<Message> warnings;  ///< for a user interface that is not ready yet
-  std::vector<bool> questions;    ///< 2001 that are open, newest last: whether it is our own
+  std::vector<bool> questions;  ///< 2001 that are open, newest last: whether it is our own
   std::optional<bool> answer;
   std::deque<Message> keptCommands;         ///< for the tester that comes
   std::deque<Message> unconfirmedCommands;  ///< that the tester was sent
   bool testerComes = false;
   std::string visitorsCommand;  ///< payload of what EXTERNAL has sent and waits for; empty for none
+  std::set<int> played;
+  std::vector<Message> forUser;  ///< for a user interface that is not ready yet
   bool uiGone = false;
   bool shuttingDown = false;
 };

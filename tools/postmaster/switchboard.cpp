@@ -124,7 +124,7 @@ void Switchboard::takeFrame(Client& client, std::string text) {
   const bool isConverted = window.charset && router.toolTypeOf(client.fd()) == NELKVUI;
   const Message message = isConverted ? window.charset->fromWindow(parsed.message) : parsed.message;
   const Routing routing = router.frameCame(client.fd(), message);
-  showToWitnesses(*message, routing.refusal);
+  showToWitnesses(message, routing.refusal);
   if (message->header.tag == MSG_SHUTDOWN_ACK && routing.refusal.empty()) {
     answeredProcesses.insert(client.pid());
   }
@@ -186,7 +186,7 @@ void Switchboard::deliver(const std::vector<Delivery>& deliveries) {
 
 void Switchboard::writeTo(Client& client, const Delivery& delivery) {
   if (delivery.message->header.sender == NELMPM) {
-    showToWitnesses(*delivery.message, {});
+    showToWitnesses(delivery.message, {});
   }
   const bool isWindow = router.toolTypeOf(client.fd()) == NELKVUI;
   if (!(isWindow ? sendToWindow(client, delivery.message) : client.send(delivery.message))) {
@@ -242,6 +242,22 @@ int Switchboard::toolTypeOf(pid_t pid) const {
   return 0;
 }
 
+void Switchboard::tellUser(const Message& message) {
+  deliver(router.tellUser(message).deliveries);
+  bury();
+}
+
+void Switchboard::play(const Message& message) {
+  showToWitnesses(message, {});
+  tellUser(message);
+}
+
+bool Switchboard::canPlay() const {
+  return std::any_of(clients.begin(), clients.end(), [this](const auto& entry) {
+    return router.toolTypeOf(entry.first) == NELKVUI && entry.second->queuedBytes() <= kHoldBytes;
+  });
+}
+
 void Switchboard::warnUser(const std::string& caption, const std::string& text) {
   deliver(router.warnUser(caption, text).deliveries);
   bury();
@@ -277,7 +293,7 @@ bool Switchboard::takeDepartures() {
   return std::exchange(departures, false);
 }
 
-void Switchboard::showToWitnesses(const Envelope& message, std::string_view refusal) {
+void Switchboard::showToWitnesses(const Message& message, std::string_view refusal) {
   for (const auto& witness : witnesses) {
     witness->saw(message, refusal);
   }

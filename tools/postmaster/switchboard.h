@@ -16,6 +16,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace postmaster {
@@ -49,6 +50,16 @@ class Switchboard {
 
   /// Whether the process `pid` has acknowledged 13000.
   bool hasAnswered(pid_t pid) const { return answeredProcesses.contains(pid); }
+
+  /// Hands a message to the user interface, at once or when it is ready for it.
+  void tellUser(const Message& message);
+
+  /// From now on these tools are played by `play`.
+  void playTools(std::set<int> types) { router.playTools(std::move(types)); }
+  /// A message of theirs to the user interface.
+  void play(const Message& message);
+  /// Whether there is a user interface, and one that takes what it is sent.
+  bool canPlay() const;
 
   /// Tells the user by a warning box of his interface, at once or when it is ready for it.
   void warnUser(const std::string& caption, const std::string& text);
@@ -84,7 +95,7 @@ class Switchboard {
   void hangUp(Client& client);
   void drop(Client& client, LeaveReason reason);
   void bury();
-  void showToWitnesses(const Envelope& message, std::string_view refusal);
+  void showToWitnesses(const Message& message, std::string_view refusal);
   std::string nameOf(const Client& client) const;
 
   Router router;

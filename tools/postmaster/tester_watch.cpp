@@ -1,16 +1,14 @@
 #include "postmaster/tester_watch.h"
 
-#include "link/message_codec.h"
 #include "link/message_numbers.h"
 
 #include <filesystem>
-#include <memory>
 #include <system_error>
 
 namespace postmaster {
 
-void TesterWatch::saw(const Envelope& message, std::string_view refusal) {
-  const FrameHeader& header = message.header;
+void TesterWatch::saw(const Message& message, std::string_view refusal) {
+  const FrameHeader& header = message->header;
   if (header.sender == NELKVUI && header.tag == MSG_UI_COMMAND && refusal.empty() &&
       !waitingSince) {
     waitingSince = clock();
@@ -32,13 +30,11 @@ std::optional<TesterWatch::TimePoint> TesterWatch::deadline() const {
   return isWaiting ? std::optional(*waitingSince + patienceOfUser) : std::nullopt;
 }
 
-void ButtonKeeper::saw(const Envelope& message, std::string_view /*refusal*/) {
-  char* folder = nullptr;
-  if (message.header.tag != MSG_T_SYSTEM_OPENED ||
-      DecodeCursor(message.payload).readString(folder) != ReadResult::kRead) {
+void ButtonKeeper::saw(const Message& message, std::string_view /*refusal*/) {
+  if (message->header.tag != MSG_T_SYSTEM_OPENED) {
     return;
   }
-  const std::unique_ptr<char[]> owner(folder);
+  const std::string folder = frames::parametersOf(*message).text(0);
   namespace fs = std::filesystem;
   const fs::path file = fs::path(folder) / "nelkv.btn";
   std::error_code error;

@@ -23,7 +23,7 @@ class TesterWatch : public Witness {
                        Clock timeSource = std::chrono::steady_clock::now)
       : patienceOfUser(patienceTime), clock(std::move(timeSource)) {}
 
-  void saw(const Envelope& message, std::string_view refusal) override;
+  void saw(const Message& message, std::string_view refusal) override;
 
   /// When the patience ends, if nothing comes from the tester; nothing while it owes no answer.
   std::optional<TimePoint> deadline() const;
@@ -50,7 +50,7 @@ class ButtonKeeper : public Witness {
  public:
   explicit ButtonKeeper(Complaints& complaintsOut) : complaints(complaintsOut) {}
 
-  void saw(const Envelope& message, std::string_view refusal) override;
+  void saw(const Message& message, std::string_view refusal) override;
 
  private:
   Complaints& complaints;

@@ -3,6 +3,7 @@
 #include "postmaster/message.h"
 #include "postmaster/reports.h"
 
+#include <chrono>
 #include <cstdio>
 #include <memory>
 #include <string>
@@ -18,9 +19,12 @@ class Witness {
   virtual ~Witness() = default;
 
   /// `refusal`, when not empty, says why the message went no further.
-  virtual void saw(const Envelope& message, std::string_view refusal) = 0;
+  virtual void saw(const Message& message, std::string_view refusal) = 0;
 };
 using Witnesses = std::vector<std::unique_ptr<Witness>>;
+
+/// Whether `fileName` is a regular file that ends in the middle of a line.
+bool endsWithinLine(const std::string& fileName);
 
 /// A file that grows while the Postmaster runs: what is written is handed to the system at once, so
 /// that a reader can follow it and a crash loses nothing. The first write that fails is complained
@@ -57,10 +61,24 @@ class TraceLog : public Witness {
   std::string open(const std::string& fileName) {
     return file.open(fileName, GrowingFile::Start::kEmpty);
   }
-  void saw(const Envelope& message, std::string_view refusal) override;
+  void saw(const Message& message, std::string_view refusal) override;
 
  private:
   GrowingFile file;
+};
+
+/// Each frame that is passed on, with its time, for programs: the recording that docs/recording.md
+/// describes. Begins anew with each run.
+class Recorder : public Witness {
+ public:
+  explicit Recorder(Complaints& complaints) : file("recording", complaints) {}
+
+  std::string open(const std::string& fileName);
+  void saw(const Message& message, std::string_view refusal) override;
+
+ private:
+  GrowingFile file;
+  std::chrono::steady_clock::time_point start;
 };
 
 }  // namespace postmaster

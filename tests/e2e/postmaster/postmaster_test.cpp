@@ -6,6 +6,8 @@
 
 #include <csignal>
 
+#include "frames/description.h"
+#include "frames/message.h"
 #include "link/port_control.h"
 #include "postmaster/reports.h"
 #include "support/version.h"
@@ -51,8 +53,7 @@ struct Client {
       frame = connection.take();
       return frame || connection.hasEnded();
     });
-    return frame ? postmaster::describeMessage(*postmaster::parseText(*frame + '\0').message)
-                 : "the end";
+    return frame ? frames::describeMessage(*frames::parseText(*frame + '\0').message) : "the end";
   }
 
   Connection connection;
@@ -215,7 +216,7 @@ TEST_F(PostmasterTest, StartsToolsWithNothingOfItsOwnAndEndsThemWithTheWindow) {
 
 TEST_F(PostmasterTest, BringsBackATesterThatWasKilledOrHangsAndLosesNoCommand) {
   const std::string process = (scratch / "process").string();
-  start({"--restart-tester", "--patience", "1", "--charset", "UTF-8", "--tool",
+  start({"--restart-tester", "--tester-patience", "1", "--charset", "UTF-8", "--tool",
          "sh -c 'echo $$ > " + process + "; exec " + builtProgram("nelkv").string() + "'"});
   Client ui = tool(NELKVUI);
   const auto await = [&](const std::string& text) {

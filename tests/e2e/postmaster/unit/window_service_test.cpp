@@ -146,7 +146,7 @@ TEST(TesterWatch, IsImpatientWithATesterThatOwesAnAnswerAndIsNotBusy) {
   std::string journal;
   const auto saw = [&](const postmaster::Message& message, const char* refusal = "") {
     time += 1s;
-    watch.saw(*message, refusal);
+    watch.saw(message, refusal);
     const auto due = watch.deadline();
     journal += (due ? std::to_string((*due - TesterWatch::TimePoint{}) / 1s) : "-") + " ";
   };
@@ -164,7 +164,7 @@ TEST(TesterWatch, IsImpatientWithATesterThatOwesAnAnswerAndIsNotBusy) {
   saw(fromUi(MSG_UI_CANCEL));
   EXPECT_EQ(journal, "6 6 - - - - - - - 15 - ");
   EXPECT_FALSE(watch.hasEndedSession());
-  watch.saw(*fromTester(MSG_T_EXIT), "");
+  watch.saw(fromTester(MSG_T_EXIT), "");
   EXPECT_TRUE(watch.hasEndedSession());
 }
 
@@ -244,12 +244,12 @@ TEST(ButtonKeeper, CopiesTheSetOfEachOpenedSystemAsItWasAtFirst) {
   Complaints out(complaints);
   ButtonKeeper keeper(out);
   const auto opened = fromTester(MSG_T_SYSTEM_OPENED, {folder.path().string(), "s"});
-  keeper.saw(*opened, "");
+  keeper.saw(opened, "");
   folder.write("nelkv.btn", "first");
   ButtonKeeper other(out);
-  other.saw(*opened, "");
+  other.saw(opened, "");
   folder.write("nelkv.btn", "second");
-  other.saw(*opened, "");
+  other.saw(opened, "");
   EXPECT_EQ(readFile(folder / "nelkv.btn~"), "first");
   EXPECT_EQ(complaints.str(), "");
 }
