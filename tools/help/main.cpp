@@ -33,6 +33,8 @@ help::Surroundings surroundings() {
       std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
   const std::string path = variable("PATH");
   return {(own / NEL_DOCUMENTS_FROM_BIN).lexically_normal().string(),
+          (own / NEL_MANUALS_FROM_BIN).lexically_normal().string(),
+          [](const std::string& file) { return access(file.c_str(), R_OK) == 0; },
           [=](const std::string& program) {
             return postmaster::findProgram(program, own.string(),
                                            path.empty() ? "/usr/local/bin:/usr/bin:/bin" : path);

@@ -47,7 +47,7 @@ ToolMessage numbers(std::initializer_list<int> values) {
 }
 
 Routing refuse(std::string why) {
-  return {{}, std::move(why)};
+  return {{}, std::move(why), true};
 }
 
 }  // namespace
@@ -69,7 +69,9 @@ Routing Router::frameCame(ClientId client, const Message& message) {
     return commandWithoutTester(client, message);
   }
   if (std::string why = reasonToRefuse(tool->second, header); !why.empty()) {
-    return refuse(std::move(why));
+    Routing refused = refuse(std::move(why));
+    refused.isNews = header.dest != kUi || header.sender != NELKV || uiHasCome;
+    return refused;
   }
   noteCommands(message);
   if (header.tag == MSG_T_QUESTION && header.dest == kUi) {
@@ -119,6 +121,7 @@ Routing Router::connect(ClientId client, const FrameHeader& header) {
     return deny(client, type, DenyReason::kAlreadyConnected);
   }
   tools[client] = {type};
+  uiHasCome = uiHasCome || type == kUi;
   ToolMessage reply = numbers({type, self.pid, self.port, static_cast<int>(tools.size())});
   reply.setText(kIdentificationIndex, self.text.c_str());
   Routing routing{{{client, ownMessage(MSG_CONNECT_OK, type, reply)}}, {}};

@@ -43,6 +43,7 @@ struct Delivery {
 struct Routing {
   std::vector<Delivery> deliveries;
   std::string refusal;
+  bool isNews = true;  ///< the refusal, to the user; a greeting before the window is there is none
 };
 
 /// The Postmaster's rules, free of sockets: which tool is connected under which type, who gets a
@@ -133,6 +134,7 @@ class Router {
   std::string visitorsCommand;  ///< payload of what EXTERNAL has sent and waits for; empty for none
   std::set<int> played;
   std::vector<Message> forUser;  ///< for a user interface that is not ready yet
+  bool uiHasCome = false;
   bool uiGone = false;
   bool shuttingDown = false;
 };

@@ -128,7 +128,7 @@ void Switchboard::takeFrame(Client& client, std::string text) {
   if (message->header.tag == MSG_SHUTDOWN_ACK && routing.refusal.empty()) {
     answeredProcesses.insert(client.pid());
   }
-  if (!routing.refusal.empty()) {
+  if (!routing.refusal.empty() && routing.isNews) {
     complaints.say("frame from " + sender + " refused: " + routing.refusal);
   }
   deliver(routing.deliveries);

@@ -65,22 +65,29 @@ TEST(HelpPages, OpenInATerminalOrABrowserAsTheUserHasThem) {
                  ? ""
                  : all.substr(at + name.size() + 1, all.find(' ', at) - at - name.size() - 1);
     };
-    return joined(help::viewerOf(help::pageOf(topic), {"/doc", find, variable}));
+    const auto exists = [](const std::string& file) {
+      return file == "/man/man1/nelkvui.1" || file == "/man/man1/nelkv.1.gz" ||
+             (file.starts_with("/doc/") && !file.ends_with(".gz"));
+    };
+    return joined(help::viewerOf(help::pageOf(topic), {"/doc", "/man", exists, find, variable}));
   };
   EXPECT_EQ(viewer("tessil-testerui", "xterm x-terminal-emulator", ""),
-            "/bin/x-terminal-emulator -e man nelkvui");
+            "/bin/x-terminal-emulator -e man /man/man1/nelkvui.1");
   EXPECT_EQ(viewer("tessil-tester", "mine xterm", "PAGER=most TERMINAL=mine"),
             "/bin/mine -e most /doc/first-ten-minutes.md");
   EXPECT_EQ(viewer("tessil-generator", "xterm", "TERMINAL=gone"),
             "/bin/xterm -e pager /doc/button-file.md");
   EXPECT_EQ(viewer("tessil-tester", "fox xdg-open", "BROWSER=fox"),
             "/bin/fox /doc/first-ten-minutes.md");
+  EXPECT_EQ(viewer("tessil-tester-commands", "xterm", ""),
+            "/bin/xterm -e man /man/man1/nelkv.1.gz");
   EXPECT_EQ(viewer("tessil-tester-commands", "xdg-open", ""), "")
       << "no browser shows a manual page";
-  EXPECT_EQ(help::whereIs(help::pageOf("unknown"), {"/doc", nullptr, nullptr}),
+  EXPECT_EQ(help::whereIs(help::pageOf("unknown"), {"/doc", "", nullptr, nullptr, nullptr}),
             "< Help: man nelkvui >\n");
-  EXPECT_EQ(help::whereIs(help::pageOf("tessil-generator"), {"/doc", nullptr, nullptr}),
-            "< Help: man nelkv.btn, or /doc/button-file.md >\n");
+  EXPECT_EQ(
+      help::whereIs(help::pageOf("tessil-generator"), {"/doc", "", nullptr, nullptr, nullptr}),
+      "< Help: man nelkv.btn, or /doc/button-file.md >\n");
 }
 
 }  // namespace
