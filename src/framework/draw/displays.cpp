@@ -117,7 +117,6 @@ void zWinDisplay::requestPaint(const zRect& area) {
   clearArea(area);
   XEvent event{};
   event.xexpose.type = Expose;
-  event.xexpose.display = xDisplay;
   event.xexpose.window = xWindow;
   event.xexpose.x = toXCoord(area.left);
   event.xexpose.y = toXCoord(area.top);
