@@ -68,3 +68,30 @@ wait_until() {
     sleep 0.05
   done
 }
+
+# with_progress LOG COMMAND...: runs a command with its output in a file. On a terminal a line that
+# moves shows how far it is; its status is the command's.
+with_progress() {
+  local log=$1 watcher='' status=0
+  shift
+  : >"$log"
+  if [[ -t 1 ]]; then
+    show_last_line "$log" &
+    watcher=$!
+  fi
+  "$@" >"$log" 2>&1 </dev/null || status=$?
+  if [[ -n $watcher ]]; then
+    kill "$watcher" 2>/dev/null || true
+    wait "$watcher" 2>/dev/null || true
+    printf '\r%*s\r' "${COLUMNS:-80}" ''
+  fi
+  return "$status"
+}
+
+show_last_line() {
+  local width=$((${COLUMNS:-80} - 1)) line
+  while sleep 0.5; do
+    line=$(tail -n 1 -- "$1" | tr -cd '[:print:]')
+    printf '\r%-*.*s' "$width" "$width" "  $line"
+  done
+}
