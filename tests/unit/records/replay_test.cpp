@@ -153,4 +153,22 @@ TEST(Replay, TakesTheWindowsEndForThatOfTheRecordingOnlyWhenItWasToldSo) {
   }
 }
 
+TEST(Replay, AsksForAFileThatNothingElseWrites) {
+  const auto statusOf = [](std::vector<const char*> words) {
+    words.insert(words.begin(), "nelmpm");
+    return postmaster::parseCommandLine(static_cast<int>(words.size()), words.data()).text;
+  };
+  using Words = std::vector<const char*>;
+  EXPECT_EQ(statusOf({"--replay", "r", "--speed", "0.5", "--patience", "2", "--record", "s"}), "");
+  for (const Words& words : {Words{"--replay", "r", "--record", "./r"},
+                             {"--trace", "-", "--record", "-"},
+                             {"--history", "-"},
+                             {"--replay", "r", "--history", "h"},
+                             {"--close"},
+                             {"--replay", "r", "--speed", "nan"},
+                             {"--replay", "r", "--speed", "-1"}}) {
+    EXPECT_THAT(statusOf(words), testing::EndsWith("; try nelmpm --help")) << words.back();
+  }
+}
+
 }  // namespace
