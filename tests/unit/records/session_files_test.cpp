@@ -21,7 +21,7 @@ TEST(Transcript, TellsTextsCommandsQuestionsAndAnswersApart) {
   };
   saw(toWindow(MSG_T_TEXT, {"one\n\n\xE4\x1b[m\ttw"}));
   saw(toWindow(MSG_T_TEXT, {std::string("o\0o\r\nthree", 10)}));
-  saw(ofWindow(MSG_UI_COMMAND, {"go"}));
+  saw(ofWindow(MSG_UI_COMMAND, {"go\non\n"}));
   saw(toWindow(MSG_T_TEXT, {""}));
   saw(toWindow(MSG_T_TEXT, {"\n"}));
   saw(frameOf(NELLINK, 0, MSG_T_TEXT, {"to all"}));
@@ -39,7 +39,7 @@ TEST(Transcript, TellsTextsCommandsQuestionsAndAnswersApart) {
   saw(frames::parseText(wireText({kFrameDirected, MSG_T_TEXT, NELKV, NELKVUI, 3}, "abc")).message);
   EXPECT_EQ(told,
             "T | one\nT | \nT | \xE4\x1b[m\ttwo o\r\nT | three\n"
-            "T > go\n"
+            "T > go\nT > on\nT > \n"
             "T + \nT | to all\n"
             "T ? choice \"t\" \"a \\\"b\\\"\\n\\\\\xE4\" 1 [\"x\", \"y\"]\n"
             "T + !\n"
@@ -104,7 +104,8 @@ TEST(History, IsCutWhenOpenedAndAppendedTo) {
   const fs::perms before = fs::status(real).permissions();
   const std::string file = folder / "link";
   fs::create_symlink(real, file);
-  for (const char* const start : {"old\n", "old\nnew\nold\nlast\n"}) {
+  for (const auto& [start, added] : {std::pair<std::string, std::string>{"old\n", "new\nold\n"},
+                                     {"old\nnew\nold\nlast\n", "old\nnew\nold\n"}}) {
     postmaster::History history(complaints);
     EXPECT_EQ(history.open(file), "");
     EXPECT_EQ(readFile(real), start);
@@ -116,9 +117,9 @@ TEST(History, IsCutWhenOpenedAndAppendedTo) {
     history.saw(toWindow(MSG_T_PROMPT, {"refused"}), "why");
     history.saw(frameOf(NELMPM, NELKVUI, MSG_T_PROMPT, {"handed out"}), {});
     history.saw(ofWindow(MSG_UI_COMMAND, {"not confirmed"}), {});
-    folder.write("real", readFile(real) + "last");  // by another run, which died
+    EXPECT_EQ(readFile(real), start + added);
+    folder.write("real", start + added + "last");  // by another run, which died
   }
-  EXPECT_EQ(readFile(real), "old\nnew\nold\nlast\nold\nnew\nold\nlast");
   EXPECT_EQ(fs::status(real).permissions(), before);
   EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), fs::directory_iterator()), 2)
       << "nothing stays beside";
@@ -128,6 +129,11 @@ TEST(History, IsCutWhenOpenedAndAppendedTo) {
   EXPECT_EQ(readFile(folder / "new"), "first\n");
   EXPECT_THAT(missing.open(folder.path()), testing::HasSubstr("Is a directory"));
   EXPECT_EQ(errors.str(), "");
+  fs::remove(folder / "new");
+  fs::create_directory(folder / "new");
+  missing.saw(toWindow(MSG_T_PROMPT, {"second"}), {});
+  missing.saw(toWindow(MSG_T_PROMPT, {"third"}), {});
+  EXPECT_EQ(errors.str(), "nelmpm: the history cannot be written and ends here: Is a directory\n");
 }
 
 }  // namespace
