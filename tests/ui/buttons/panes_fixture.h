@@ -1,6 +1,6 @@
 #pragma once
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include <memory>
 #include <string>
@@ -38,7 +38,6 @@ class PanesFrame : public zAppFrame, public ziButtonHost {
     }
     pulldowns[2].appendItem(kCommandSaveButtons, "&Save", 0);
     bar->create();
-    bar->addHandler(this, toHandler(&PanesFrame::onMenuSelect), kMsgMenuSelect);
     area = std::make_unique<zGravSizer>(kGravityLeft, zDialogUnit(160, 0).width(), sizer());
     pane = new ControlPane(this, new zGravSizer(kGravityFill, 0, area.get()), *this);
     pane->show();
@@ -58,18 +57,12 @@ class PanesFrame : public zAppFrame, public ziButtonHost {
       help += std::to_string(row.id) + " " + row.text + "|";
     }
   }
-  int onMenuSelect(zEvent* event) {
-    const bool isClosed = event->lparam == kMenuClosed;
-    journal += isClosed ? "menu closed;" : "menu " + std::to_string(event->wparam) + ";";
-    return 0;
-  }
-
   zMenu pulldowns[3];
   zMenu* bar = nullptr;
   std::unique_ptr<zGravSizer> area;
   ControlPane* pane = nullptr;
   std::unique_ptr<MyPane> textArea;
-  std::string journal;  ///< commands, texts of the status line, entries of menus
+  std::string journal;  ///< commands, texts of the status line
   std::string help;
 };
 
@@ -120,11 +113,6 @@ class ButtonPanes : public testing::Test {
   /// 0 the vertical, 1 the horizontal one.
   zScrollBarCtrl& bar(int number) const { return childOf<zScrollBarCtrl>(*frame->pane, number); }
 
-  static std::string placeOf(zWindow& window) {
-    const zRect at = window.sizer()->rect();
-    return std::to_string(at.left) + "," + std::to_string(at.top) + " " +
-           std::to_string(at.width()) + "x" + std::to_string(at.height()) + "; ";
-  }
   void scroll(int number, int position) const {
     bar(number).scrollPos()->setPosition(position);
     set().scrolled(bar(number));

@@ -133,12 +133,6 @@ TEST(DecodeMessage, neverReadsMoreThanAPayloadBufferWhateverTheLength) {
   refused(MSG_T_TEXT, nullptr, 8);
 }
 
-TEST(ToolMessage, endsTheProcessForAWordThatItDoesNotHave) {
-  ToolMessage message;
-  EXPECT_DEATH(message.word(-1), "");
-  EXPECT_DEATH(message.word(5), "");
-}
-
 TEST(RendezvousPrefix, liesInTmpUnlessAFolderIsNamed) {
   EXPECT_EQ(rendezvousPrefix(nullptr), "/tmp/.nel.tessil.");
   EXPECT_EQ(rendezvousPrefix(""), "/tmp/.nel.tessil.");
