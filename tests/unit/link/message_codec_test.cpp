@@ -127,7 +127,6 @@ TEST(DecodeMessage, neverReadsMoreThanAPayloadBufferWhateverTheLength) {
   };
   for (const int length : {-1, -kHuge, kHuge, kPayloadBufferBytes + 1}) {
     refused(MSG_T_EXIT, buffer.data(), length);
-    refused(MSG_T_FIND, buffer.data(), length);
     refused(MSG_T_TEXT, buffer.data(), length);
   }
   refused(MSG_T_TEXT, nullptr, 8);
