@@ -1,6 +1,5 @@
 #pragma once
 
-#include "frames/description.h"
 #include "frames/message.h"
 
 #include <string>
@@ -8,9 +7,7 @@
 
 namespace postmaster {
 
-using frames::describeMessage;
 using frames::Envelope;
-using frames::formatTime;
 using frames::Message;
 using frames::messageLabel;
 using frames::ParsedText;

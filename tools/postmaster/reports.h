@@ -1,5 +1,8 @@
 #pragma once
 
+#include "frames/description.h"
+#include "postmaster/message.h"
+
 #include <chrono>
 #include <functional>
 #include <map>
@@ -8,6 +11,9 @@
 #include <string_view>
 
 namespace postmaster {
+
+using frames::describeMessage;
+using frames::formatTime;
 
 /// Writes what went wrong, one line each, "nelmpm: " before it. The same line comes at most once a
 /// second: repetitions are counted, and the count goes with the line's next appearance or, at the
