@@ -35,8 +35,8 @@ class AppTest : public testing::Test {
   }
 
   /// Waits until what the user types reaches the command line.
-  void awaitCommandLine() {
-    mainWindow = user.awaitWindow(kMainTitle);
+  void awaitCommandLine(const std::string& title = kMainTitle) {
+    mainWindow = user.awaitWindow(title);
     const auto isHeard = [&] {
       user.press(XK_Return);
       return postmaster.hasMessage(Milliseconds{50});

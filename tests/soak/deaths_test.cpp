@@ -1,0 +1,167 @@
+// The Postmaster's end at any moment, by any cause: the window ends in its stated way.
+
+#include <sys/prctl.h>
+#include <sys/wait.h>
+
+#include <chrono>
+#include <csignal>
+
+#include "tests/e2e/app/app_fixture.h"
+#include "tests/soak/soak.h"
+
+namespace {
+
+constexpr int kDeaths = 1000;
+
+enum Moment { kIdle, kFlood, kDialog, kFileForm, kMenu, kDropDown, kHalfFrame, kMoments };
+enum Cause { kHangUp, kShutdown, kShutdownNow, kKill, kCauses };
+
+/// A Postmaster with its window, up to the moment of its death.
+class Scene : public AppTest {
+ public:
+  /// With `isSeen` it has come about what the moment is named for; otherwise it is about to.
+  void reach(Moment moment, bool isSeen);
+  /// Dies of anything but a signal.
+  void die(Cause cause);
+
+  ScriptedPostmaster& conversation() { return postmaster; }
+
+ private:
+  void TestBody() override {}
+};
+
+void Scene::reach(Moment moment, bool isSeen) {
+  // Unlike other children, it outlives its parent.
+  postmaster.start([] {
+    ::prctl(PR_SET_PDEATHSIG, 0);
+    return ::execl(builtProgram("nelkvui").c_str(), "nelkvui", "-xrm", "nelkvui.promptKeyDelay:0",
+                   nullptr);
+  });
+  shakeHands();
+  user.awaitWindow(kMainTitle);
+  postmaster.send(MSG_T_PROMPT, "known");
+  expectAnswer();
+  switch (moment) {
+    case kFlood:
+      for (int i = 0; i < 500; ++i) {
+        tell("text\n");
+      }
+      break;
+    case kDialog:
+      postmaster.send(MSG_T_ASK_STRING, "t", "Name?");
+      break;
+    case kFileForm:
+      postmaster.send(MSG_T_ASK_FILE, "File", "/", "log", "Logs");
+      break;
+    case kMenu:
+      user.press(XK_f, screen::kAlt);
+      break;
+    case kDropDown:
+      user.press(XK_Down, screen::kAlt);
+      break;
+    case kHalfFrame:
+      postmaster.sendRaw("00000000");
+      break;
+    default:
+      break;
+  }
+  if (isSeen && (moment == kDialog || moment == kFileForm)) {
+    user.awaitWindow(moment == kDialog ? kPromptTitle : "File");
+  } else if (isSeen && (moment == kMenu || moment == kDropDown)) {
+    user.awaitMenu();
+  }
+}
+
+void Scene::die(Cause cause) {
+  if (cause == kHangUp) {
+    postmaster.hangUp();
+  } else if (cause == kShutdownNow) {
+    postmaster.send(MSG_SHUTDOWN_NOW);
+  } else {
+    postmaster.send(MSG_SHUTDOWN, 0, 0, 0, 0);
+    postmaster.expectLater(MSG_SHUTDOWN_ACK);
+  }
+}
+
+/// Whether a name of a Postmaster's socket is anywhere in the folder.
+bool hasSocket(const std::filesystem::path& folder) {
+  return std::ranges::any_of(std::filesystem::recursive_directory_iterator(folder),
+                             [](const auto& entry) { return entry.is_socket(); });
+}
+
+class Deaths : public testing::Test {
+ protected:
+  void dieOnce(Moment moment, Cause cause, bool isSeen);
+  /// Waits for the window's end; its user wants to go on and presses keys, unless it ends by
+  /// itself.
+  void awaitEnd(Cause cause, const std::function<bool()>& hasEnded);
+
+  User user;
+  long longest = 0;  ///< milliseconds
+};
+
+void Deaths::awaitEnd(Cause cause, const std::function<bool()>& hasEnded) {
+  const auto began = std::chrono::steady_clock::now();
+  const auto pressOn = [&] {
+    for (const screen::KeySymbol key : {XK_Escape, XK_Return}) {
+      if (cause != kShutdownNow && !hasEnded()) {
+        user.press(key);
+      }
+    }
+    return hasEnded();
+  };
+  user.waitFor(pressOn, "the end of the program");
+  const auto spent = std::chrono::steady_clock::now() - began;
+  longest = std::max(longest, std::chrono::duration_cast<std::chrono::milliseconds>(spent).count());
+}
+
+void Deaths::dieOnce(Moment moment, Cause cause, bool isSeen) {
+  // What a killed one leaves goes with this folder.
+  const TemporaryFolder folder;
+  ::setenv("TMPDIR", folder.path().c_str(), 1);
+  if (cause == kKill) {
+    ChildProcess player([&]() -> int {
+      Scene scene;
+      scene.reach(moment, isSeen);
+      return ::raise(SIGKILL);
+    });
+    ASSERT_EQ(player.exitStatus(), 128 + SIGKILL) << player.report();
+    int status = -1;  // of the orphan
+    awaitEnd(cause, [&] { return ::waitpid(-1, &status, WNOHANG) != 0; });
+    EXPECT_EQ(status, 0);
+    EXPECT_FALSE(hasSocket(folder.path()));
+  } else {
+    Scene scene;
+    scene.reach(moment, isSeen);
+    scene.die(cause);
+    ChildProcess& window = scene.conversation().tool();
+    awaitEnd(cause, [&] { return !window.isRunning(); });
+    EXPECT_EQ(window.exitStatus(), cause == kShutdownNow ? 154 : 0) << window.report();
+    // Who asks for an immediate end cleans up himself.
+    EXPECT_EQ(hasSocket(folder.path()), cause == kShutdownNow);
+  }
+  ::unsetenv("TMPDIR");
+}
+
+TEST_F(Deaths, EndTheWindowInTheStatedWay) {
+  ::prctl(PR_SET_CHILD_SUBREAPER, 1);
+  const auto began = std::chrono::steady_clock::now();
+  for (int i = 0; i < theSoak.share(kDeaths) && !HasFailure(); ++i) {
+    const auto moment = static_cast<Moment>(theSoak.random(kMoments));
+    auto cause = static_cast<Cause>(theSoak.random(kCauses));
+    if (moment == kHalfFrame && (cause == kShutdown || cause == kShutdownNow)) {
+      cause = kHangUp;  // it cannot be told in the middle of another word
+    }
+    const bool isSeen = theSoak.random(3) != 0;
+    SCOPED_TRACE(testing::Message() << "death " << i << " at moment " << moment << " by cause "
+                                    << cause << " seen " << isSeen);
+    dieOnce(moment, cause, isSeen);
+  }
+  const auto spent = std::chrono::steady_clock::now() - began;
+  theSoak.figure("deaths of the Postmaster", theSoak.share(kDeaths));
+  theSoak.figure("seconds for them",
+                 std::chrono::duration_cast<std::chrono::seconds>(spent).count());
+  theSoak.figure("milliseconds from a death to the window's end, the longest", longest);
+}
+
+}  // namespace
