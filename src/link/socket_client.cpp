@@ -243,5 +243,5 @@ int SocketControlClient::SockWait(int fd, int wait) {
 }
 
 void SocketControlClient::unlinkSocketFile() const {
-  unlink(socketFileName(port, getppid()).c_str());
+  unlink(socketFileName(port, postmaster).c_str());
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <unistd.h>
+
 #include "link/wire.h"
 
 /// Values with which the link ends the process; the shell sees them modulo 256.
@@ -103,4 +105,5 @@ class SocketControlClient {
   int port = 0;
   int socket = -1;
   int connectResult = -1;
+  int postmaster = getppid();  // a later parent is nobody's Postmaster
 };
