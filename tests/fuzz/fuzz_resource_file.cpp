@@ -13,10 +13,8 @@ void fuzz(std::span<const std::uint8_t> data) {
   std::string input("zSig448822\0\0\1", 13);
   input.resize(99);
   input += 95;
-  if (data.empty() || data[0] % 2 == 0) {
-    input.clear();
-  }
-  input.append(data.begin(), data.end());
+  const bool isWithHeader = !data.empty() && data[0] % 2 != 0;
+  input.erase(isWithHeader ? input.size() : 0).append(data.begin(), data.end());
   ResourceFile file(std::make_unique<std::istringstream>(input));
   for (std::uint32_t type = 0; type < 12; ++type) {
     const auto found = file.find(type, type);

@@ -20,21 +20,9 @@ inline FoundPlaces foundPlaces(bool isFound, int groups) {
   return places;
 }
 
-/// Whether the filter may pass lines that the pattern does not match.
-inline bool isFilteredRoughly(const std::vector<regexp::Element>& elements) {
-  std::size_t places = 0;
-  for (const regexp::Element& element : elements) {
-    if (element.kind == regexp::Element::Kind::kReference) {
-      return true;
-    }
-    places += element.high > regexp::kMaxRange ? element.low + 1 : element.high;
-  }
-  return places > regexp::LineFilter::kMaxPlaces;
-}
-
 /// Whether all that looks for the last compiled pattern in a subject finds what the backtracking
-/// matcher finds: the linear matcher the same match, the filter the first line with one. Nothing
-/// when backtracking gave up.
+/// matcher finds: the linear matcher the same match; the filter, which may pass too much, leaves
+/// out no line with one. Nothing when backtracking gave up.
 inline std::optional<bool> matchersAgree(const std::string& subject, const char* form) {
   using regexp::Start;
   constexpr std::int64_t kLimit = 1 << 20;
@@ -56,16 +44,13 @@ inline std::optional<bool> matchersAgree(const std::string& subject, const char*
     return false;
   }
   const std::size_t passed = regexp::LineFilter(form, subject).nextLine(0, unending);
-  for (std::size_t from = 0; from <= subject.size();) {
+  for (std::size_t from = 0; from < std::min(passed, subject.size() + 1);) {
     const std::size_t end = std::min(subject.find('\n', from), subject.size());
     const std::optional<bool> line = backtrack(subject.substr(from, end - from));
-    if (!line) {
-      return std::nullopt;
-    }
-    if (passed <= from || *line) {
-      return passed == from && (*line || isFilteredRoughly(*elements));
+    if (!line || *line) {
+      return line ? std::optional(false) : std::nullopt;
     }
     from = end + 1;
   }
-  return passed == regexp::LineFilter::kNoLine;
+  return true;
 }
