@@ -10,13 +10,11 @@
 #include <csignal>
 #include <cstdio>
 #include <cstring>
-#include <system_error>
 
 namespace {
 
 constexpr int kCannotStart = 127;
 constexpr int kSignalBase = 128;
-constexpr Milliseconds kChildPollTime{5};
 
 /// The child's side of the fork.
 int runProgram(const Launch& launch) {
@@ -61,9 +59,6 @@ ChildProcess::ChildProcess(const std::function<int()>& body) {
     std::fflush(nullptr);
     ::_exit(result);
   }
-  if (processId < 0) {
-    throw std::system_error(errno, std::generic_category(), "fork");
-  }
 }
 
 bool ChildProcess::isRunning() {
@@ -90,13 +85,13 @@ std::string ChildProcess::written(std::size_t stream) const {
   return readFile("/proc/self/fd/" + std::to_string(streams.at(stream).get()));
 }
 
-void ChildProcess::waitABit(Milliseconds limit, std::vector<pollfd> others) {
-  const Milliseconds timeout = std::min(limit, kChildPollTime);
-  ::poll(others.data(), others.size(), static_cast<int>(timeout.count()));
+void ChildProcess::waitABit(std::vector<pollfd> others) {
+  constexpr int kShortWhile = 5;
+  ::poll(others.data(), others.size(), kShortWhile);
 }
 
-int ChildProcess::exitStatus(Milliseconds limit, SourceLine where) {
-  for (const Deadline deadline(limit); isRunning(); waitABit(limit)) {
+int ChildProcess::exitStatus(SourceLine where) {
+  for (const Deadline deadline(kAnswerTime); isRunning(); waitABit()) {
     if (deadline.hasPassed()) {
       failScript("the program still runs, its end was awaited\n" + report(), where);
     }
@@ -104,14 +99,12 @@ int ChildProcess::exitStatus(Milliseconds limit, SourceLine where) {
   return *status;
 }
 
-void ChildProcess::expectText(const std::string& text, Milliseconds limit, SourceLine where) {
-  const Deadline deadline(limit);
-  for (bool isLast = false; (output() + '\0' + errors()).find(text) == std::string::npos;) {
-    if (isLast) {
+void ChildProcess::expectText(const std::string& text, SourceLine where) {
+  const Deadline deadline(kAnswerTime);
+  for (; (output() + '\0' + errors()).find(text) == std::string::npos; waitABit()) {
+    if (deadline.hasPassed()) {
       failScript("the program did not write \"" + text + "\"\n" + report(), where);
     }
-    isLast = !isRunning() || deadline.hasPassed();
-    waitABit(limit);
   }
 }
 

@@ -45,16 +45,15 @@ class ChildProcess {
   std::string errors() const { return written(1); }
 
   /// Waits for the program's end and returns its exit status, 128 + n when signal n ended it.
-  /// Fails the test when it still runs after `limit`.
-  int exitStatus(Milliseconds limit = kAnswerTime, SourceLine where = SourceLine::current());
+  /// Fails the test when it goes on running.
+  int exitStatus(SourceLine where = SourceLine::current());
 
-  /// Waits until standard output or standard error holds `text`; fails the test after `limit`.
-  void expectText(const std::string& text, Milliseconds limit = kAnswerTime,
-                  SourceLine where = SourceLine::current());
+  /// Waits until standard output or standard error holds `text`; fails the test when they do not.
+  void expectText(const std::string& text, SourceLine where = SourceLine::current());
 
-  /// Sleeps until one of `others` is ready or `limit` passes, at most a short while, since nothing
-  /// wakes it when the program writes or ends.
-  static void waitABit(Milliseconds limit, std::vector<pollfd> others = {});
+  /// Sleeps until one of `others` is ready, at most a short while, since nothing wakes it when the
+  /// program writes or ends.
+  static void waitABit(std::vector<pollfd> others = {});
 
   /// Everything the program wrote, for the text of a failure.
   std::string report();

@@ -1,10 +1,10 @@
-// Reads and writes payloads by itself: a fault of the codec under test shows as a wrong message.
-
 #include "tests/support/message.h"
 
-#include <algorithm>
-#include <cstring>
+#include <gtest/gtest.h>
+
 #include <stdexcept>
+
+#include "link/message_codec.h"
 
 namespace {
 
@@ -15,62 +15,26 @@ const MessageRow* findRow(int tag, MessageDirection preferred) {
                         : findMessage(tag, preferred == kSentByUi ? kReceivedByUi : kSentByUi);
 }
 
-std::string quoted(std::string_view text) {
-  constexpr std::string_view kNamed = "\n\t\"\\";
-  std::string result = "\"";
-  for (const char c : text) {
-    if (const std::size_t at = kNamed.find(c); at != std::string_view::npos) {
-      result += {'\\', "nt\"\\"[at]};
-    } else {
-      result += static_cast<unsigned char>(c) < ' ' ? "\\" + std::to_string(c) : std::string(1, c);
-    }
+Parameter parameterOf(const ToolMessage& message, int index, char kind) {
+  if (kind == kIntegerParameter) {
+    return message.number(index);
   }
-  return result + '"';
+  if (kind == kStringParameter) {
+    return message.text(index);
+  }
+  Parameter::List list;
+  for (const StringListNode* node = message.list(index); node != nullptr; node = node->next) {
+    list.emplace_back(node->text);
+  }
+  return list;
 }
-
-/// Takes parameters out of a payload.
-class Reader {
- public:
-  explicit Reader(std::string_view payload) : rest(payload) {}
-
-  Parameter parameter(char kind) {
-    if (kind != kListParameter) {
-      return kind == kIntegerParameter ? Parameter(word()) : Parameter(text());
-    }
-    Parameter::List list;
-    for (int count = word(); count > 0 && isSound; --count) {
-      list.emplace_back(text());
-    }
-    return list;
-  }
-  /// Whether all was there and nothing is left.
-  bool isAtEnd() const { return isSound && rest.empty(); }
-
- private:
-  std::string_view take(std::size_t count) {
-    isSound = isSound && count <= rest.size();
-    const std::string_view taken = isSound ? rest.substr(0, count) : std::string_view();
-    rest.remove_prefix(taken.size());
-    return taken;
-  }
-  int word() {
-    std::int32_t value = 0;
-    take(sizeof value).copy(reinterpret_cast<char*>(&value), sizeof value);
-    return value;
-  }
-  // A negative count is one that is much too large.
-  std::string_view text() { return take(static_cast<std::size_t>(word())); }
-
-  std::string_view rest;
-  bool isSound = true;
-};
 
 }  // namespace
 
 std::string Parameter::describe() const {
   std::string result;
   for (const std::string& text : texts) {
-    result += (result.empty() ? "" : ", ") + quoted(text);
+    result += (result.empty() ? "" : ", ") + testing::PrintToString(text);
   }
   return kind == kIntegerParameter ? std::to_string(number)
          : kind == kListParameter  ? "[" + result + "]"
@@ -93,7 +57,7 @@ std::string describe(const Message& message) {
   for (const Parameter& parameter : message.parameters) {
     result += " " + parameter.describe();
   }
-  return message.fault.empty() ? result : result + " (" + message.fault + ")";
+  return result;
 }
 
 std::string toWire(const Message& message, MessageDirection preferred) {
@@ -112,20 +76,21 @@ std::string toWire(const Message& message, MessageDirection preferred) {
 }
 
 Message fromWire(std::string_view frame, MessageDirection preferred) {
-  std::string binary(std::max<std::size_t>(frame.size() / 2, sizeof(FrameHeader)), '\0');
-  NibbleDecode(frame.data(), binary.data(), static_cast<int>(frame.size()));
-  FrameHeader header;
-  std::memcpy(&header, binary.data(), sizeof header);
-  const std::string_view payload = std::string_view(binary).substr(sizeof header);
+  std::vector<char> payload(frame.size());
+  const auto [header, carried, bytes] =
+      decodeFrame(frame.data(), static_cast<int>(frame.size()), payload);
   Message message{header.kind, header.tag, header.sender, header.dest};
-  Reader reader(payload);
   const MessageRow* const row = findRow(message.tag, preferred);
-  for (const char kind : row != nullptr ? row->shape : std::string_view()) {
-    message.parameters.push_back(reader.parameter(kind));
+  const MessageDirection direction = row != nullptr ? row->direction : preferred;
+  ToolMessage decoded;
+  if (header.length != bytes - kFrameHeaderBytes ||
+      DecodeMessage(message.tag, payload.data(), header.length, &decoded, direction) != kDecodeOk) {
+    throw std::invalid_argument("wrong payload: " + describe(message));
   }
-  if (!reader.isAtEnd() || payload.size() != static_cast<std::size_t>(header.length)) {
-    message.fault = "length word " + std::to_string(header.length) + ", payload " + quoted(payload);
+  for (int i = 0; row != nullptr && i < std::ssize(row->shape); ++i) {
+    message.parameters.push_back(parameterOf(decoded, i, row->shape[static_cast<std::size_t>(i)]));
   }
+  FreeMessage(message.tag, &decoded, direction);
   return message;
 }
 

@@ -38,7 +38,6 @@ struct Message {
   int sender = 0;
   int dest = 0;
   std::vector<Parameter> parameters{};
-  std::string fault{};  ///< why the payload could not be decoded; empty when it could
 
   /// Of the first parameter; empty when that is no text.
   std::string text() const {
@@ -53,7 +52,7 @@ std::string describe(const Message& message);
 /// direction or, if there is none, in the other one; otherwise an exception says what is wrong.
 std::string toWire(const Message& message, MessageDirection preferred);
 
-/// Takes a wire form (with or without its NUL) apart, likewise.
+/// Takes a wire form (with or without its NUL) apart; an exception says what is wrong with it.
 Message fromWire(std::string_view frame, MessageDirection preferred);
 
 // Payloads and frames as they stand on the wire, right or wrong.

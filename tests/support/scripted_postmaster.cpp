@@ -6,7 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <iostream>
 
 namespace {
@@ -29,7 +28,7 @@ MessageDirection direction(int sender) {
 
 ScriptedPostmaster::~ScriptedPostmaster() {
   if (testing::Test::HasFailure()) {
-    std::cout << transcript() << std::flush;
+    std::cout << log << (child != nullptr ? child->report() : "no tool\n") << std::flush;
   }
 }
 
@@ -38,11 +37,6 @@ ChildProcess& ScriptedPostmaster::begin(std::unique_ptr<ChildProcess> started) {
   connection = {};
   hasConnected = false;
   return *child;
-}
-
-int ScriptedPostmaster::exitStatus(Milliseconds limit, SourceLine where) {
-  waitUntil([&] { return !tool().isRunning(); }, limit);
-  return tool().exitStatus(Milliseconds{0}, where);
 }
 
 Message ScriptedPostmaster::expectConnect(SourceLine where) {
@@ -55,36 +49,26 @@ Message ScriptedPostmaster::expectOne(bool isNext, const ScriptTag& tag,
                                       const std::vector<Parameter>& parameters) {
   for (;;) {
     const std::optional<Message> message = next();
-    if (message && message->tag == tag.tag && message->fault.empty() &&
+    if (message && message->tag == tag.tag &&
         (parameters.empty() || message->parameters == parameters)) {
       return *message;
     }
     if (isNext || !message) {
-      fail(describe({kFrameDirected, tag.tag, 0, 0, parameters}), message, tag.where);
+      failScript("awaited: " + describe({0, tag.tag, 0, 0, parameters}), tag.where);
     }
   }
 }
 
 void ScriptedPostmaster::expectHangUp(SourceLine where) {
-  const std::optional<Message> message = next();
-  if (message || !connection.hasEnded()) {
-    fail("the end of the connection", message, where);
+  if (next() || !connection.hasEnded()) {
+    failScript("the tool does not hang up", where);
   }
-}
-
-void ScriptedPostmaster::sendRaw(std::string_view bytes, SourceLine where) {
-  note("> " + std::to_string(bytes.size()) + " raw bytes");
-  sendBytes(bytes, where);
-}
-
-std::string ScriptedPostmaster::transcript() {
-  return "  conversation:\n" + log + (child != nullptr ? child->report() : "  no tool\n");
 }
 
 std::string ScriptedPostmaster::makeFrame(const ScriptTag& tag, std::vector<Parameter> parameters) {
   const Message message{kFrameDirected, tag.tag, usualSender(tag.tag), toolType,
                         std::move(parameters)};
-  note("> " + describe(message));
+  log += "> " + describe(message) + "\n";
   return toWire(message, direction(toolType != NELKVUI ? NELKVUI : NELKV));
 }
 
@@ -95,10 +79,11 @@ std::optional<Message> ScriptedPostmaster::next() {
   waitUntil([&] { return connection.hasFrame() || isOver(); });
   const std::optional<std::string> frame = connection.take();
   if (!frame) {
+    log += "< nothing\n";
     return std::nullopt;
   }
   Message message = fromWire(*frame, direction(toolType));
-  note("< " + describe(message));
+  log += "< " + describe(message) + "\n";
   return message;
 }
 
@@ -108,8 +93,8 @@ bool ScriptedPostmaster::waitUntil(const std::function<bool()>& condition, Milli
       return false;
     }
     // Once the tool has hung up the connection would wake every poll.
-    ChildProcess::waitABit(limit, {{hasConnected ? -1 : rendezvous.listener(), POLLIN, 0},
-                                   {connection.hasEnded() ? -1 : connection.fd(), POLLIN, 0}});
+    ChildProcess::waitABit({{hasConnected ? -1 : rendezvous.listener(), POLLIN, 0},
+                            {connection.hasEnded() ? -1 : connection.fd(), POLLIN, 0}});
     if (!hasConnected) {
       connection = Connection(rendezvous.accept());
       hasConnected = connection.isOpen();
@@ -119,25 +104,11 @@ bool ScriptedPostmaster::waitUntil(const std::function<bool()>& condition, Milli
   return true;
 }
 
-void ScriptedPostmaster::sendBytes(std::string_view bytes, SourceLine where) {
-  int error = 0;
+void ScriptedPostmaster::sendRaw(std::string_view bytes, SourceLine where) {
   const auto isSent = [&] {
-    error = hasConnected ? connection.send(bytes) : 0;
-    return (hasConnected && bytes.empty()) || error != 0;
+    return hasConnected && (connection.send(bytes) != 0 || bytes.empty());
   };
-  if (!waitUntil(isSent) || error != 0) {
-    failScript(
-        "the tool takes no message: " + std::string(std::strerror(error)) + "\n" + transcript(),
-        where);
+  if (!waitUntil(isSent) || !bytes.empty()) {
+    failScript("the tool takes no message", where);
   }
-}
-
-void ScriptedPostmaster::fail(const std::string& awaited, const std::optional<Message>& came,
-                              SourceLine where) {
-  failScript("awaited: " + awaited + "\ncame: " +
-                 (came                    ? describe(*came)
-                  : connection.hasEnded() ? "the end of the connection"
-                                          : "nothing") +
-                 "\n" + transcript(),
-             where);
 }

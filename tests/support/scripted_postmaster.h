@@ -32,8 +32,8 @@ struct ScriptTag {
 ///   EXPECT_EQ(postmaster.exitStatus(), 0);
 ///
 /// The conversation is strict: expect() takes the next message, and fails the test and ends it when
-/// that is another one or none comes. The failure names what was awaited, all messages so far and
-/// what the tool printed. The object's end kills the tool.
+/// that is another one or none comes. The failure names what was awaited; the object's end shows
+/// all messages and what the tool printed, and kills the tool.
 class ScriptedPostmaster {
  public:
   ScriptedPostmaster() = default;
@@ -87,7 +87,7 @@ class ScriptedPostmaster {
   /// message table: a number for I, a text for S, a Parameter::List for L.
   template <typename... Values>
   void send(const ScriptTag& tag, Values&&... parameters) {
-    sendBytes(makeFrame(tag, {Parameter(std::forward<Values>(parameters))...}), tag.where);
+    sendRaw(makeFrame(tag, {Parameter(std::forward<Values>(parameters))...}), tag.where);
   }
 
   /// Bytes as they stand. A frame needs its NUL.
@@ -100,13 +100,10 @@ class ScriptedPostmaster {
 
   ChildProcess& tool() { return *child; }
   /// Waits for the tool's end: its exit status, or 128 + n after signal n.
-  int exitStatus(Milliseconds limit = kAnswerTime, SourceLine where = SourceLine::current());
+  int exitStatus(SourceLine where = SourceLine::current()) { return tool().exitStatus(where); }
 
   /// Whether the name of the socket is still there; a tool that leaves removes it.
   bool hasSocketName() const { return std::filesystem::exists(rendezvous.socketName()); }
-
-  /// All messages so far, one a line, ">" sent and "<" received, and what the tool printed.
-  std::string transcript();
 
  private:
   ChildProcess& begin(std::unique_ptr<ChildProcess> started);
@@ -118,15 +115,11 @@ class ScriptedPostmaster {
   std::optional<Message> next();
   /// Takes in what the tool sends until `condition` holds; false when it does not within `limit`.
   bool waitUntil(const std::function<bool()>& condition, Milliseconds limit = kAnswerTime);
-  void sendBytes(std::string_view bytes, SourceLine where);
-  void note(const std::string& text) { log += "    " + text + "\n"; }
-  [[noreturn]] void fail(const std::string& awaited, const std::optional<Message>& came,
-                         SourceLine where);
 
   Rendezvous rendezvous;
   Connection connection;
   std::unique_ptr<ChildProcess> child;
   int toolType = NELKVUI;
   bool hasConnected = false;
-  std::string log;
+  std::string log;  ///< all messages so far, one a line, ">" sent and "<" received
 };

@@ -72,17 +72,14 @@ std::string titleOf(Display* display, Window window) {
 /// Searches from the top of the stack down. Titles are on the root's children, on those of the
 /// window manager's frames and of frames within frames.
 Window findTitle(Display* display, Window parent, const std::string& title, int depth = 4) {
+  Window found = None;
   std::vector<Window> children = familyOf(display, parent).children;
-  std::reverse(children.begin(), children.end());
-  for (const Window child : depth == 0 ? std::vector<Window>() : children) {
-    if (titleOf(display, child) == title && isShown(display, child)) {
-      return child;
-    }
-    if (const Window found = findTitle(display, child, title, depth - 1)) {
-      return found;
-    }
+  for (; depth != 0 && found == None && !children.empty(); children.pop_back()) {
+    const Window child = children.back();
+    const bool isIt = titleOf(display, child) == title && isShown(display, child);
+    found = isIt ? child : findTitle(display, child, title, depth - 1);
   }
-  return None;
+  return found;
 }
 
 }  // namespace
@@ -113,8 +110,7 @@ bool Screen::hasPopup() const {
   return std::any_of(all.begin(), all.end(), [this](Window window) {
     const XWindowAttributes look = attributesOf(connection, window);
     return look.override_redirect != False && look.map_state == IsViewable &&
-           look.height >= kSmallestExtent && look.width >= kSmallestExtent && look.x >= 0 &&
-           look.y >= 0;
+           std::min(look.height, look.width) >= kSmallestExtent && look.x >= 0;
   });
 }
 
@@ -137,10 +133,8 @@ bool Screen::hasInputFocus(Window window) const {
 void Screen::press(KeySymbol symbol, unsigned modifiers) {
   KeyCode key = XKeysymToKeycode(connection, symbol);
   if (key == 0) {
-    int first = 0;
-    int last = 0;
-    XDisplayKeycodes(connection, &first, &last);
-    XChangeKeyboardMapping(connection, last - newSymbols++, 1, &symbol, 1);
+    constexpr int kLastKey = 255;
+    XChangeKeyboardMapping(connection, kLastKey - newSymbols++, 1, &symbol, 1);
     for (; key == 0; key = XKeysymToKeycode(connection, symbol)) {
       settle();
     }

@@ -12,11 +12,7 @@ void User::waitFor(const std::function<bool()>& condition, std::string what, Sou
   const Deadline deadline(patience);
   for (settle(); !condition(); settle()) {
     if (deadline.hasPassed()) {
-      std::string text = "awaited in vain:";
-      for (const std::string& awaited : waits) {
-        text += "\n  " + awaited;
-      }
-      failScript(text, where);
+      failScript("awaited in vain: " + waits.back(), where);
     }
     pause();
   }

@@ -59,8 +59,9 @@ TEST_F(SideDialogs, AboutShowsItsTextsAndClosesByEachOfTheFourRoads) {
       ui::waitForFocus(ok);
       EXPECT_EQ(ui::look(DAbout::kTitle),
                 "Korvane\n" + std::string(kProductVersion) +
-                    "  \nKorvane UI, the graphical front end of the tester.\n"
-                    "Comes as it is, without warranty of any kind.\n[OK] focus\n");
+                    "  \nKorvane UI, the graphical front end of the tester. MIT licence,\n"
+                    "the Korvane UI authors. Comes as it is, without warranty of any kind.\n[OK] "
+                    "focus\n");
       road == 0   ? ui::click(ok)
       : road == 1 ? ui::pressKey(XK_Return)
       : road == 2 ? ui::pressKey(XK_Escape)

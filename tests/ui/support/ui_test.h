@@ -1,7 +1,7 @@
 #pragma once
 
 #include <functional>
-#include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -116,8 +116,8 @@ inline void closeByWindowManager(Window window) {
 /// Fails the running test with `awaited` and ends the process: the loop that hangs cannot be left.
 [[noreturn]] void endHangingTest(const std::string& awaited);
 
-/// What the X server keeps for this process at present: how many of each kind, such as "PIXMAP".
-std::map<std::string, unsigned> serverResources();
+/// How many pixmaps, fonts and the like the X server keeps for this process at present.
+unsigned serverResources();
 
 /// Calls a function again and again from whatever event loop runs. The function may run an event
 /// loop itself, in which the ticking goes on; it must not delete the ticker.
@@ -144,14 +144,12 @@ class Ticker {
 ///   EXPECT_EQ(script.run([&] { return dialog.runModal(); }), 1);
 ///
 /// Each step waits for its condition; a step that opens another modal loop is followed by the next
-/// one in there. A step that waits in vain, steps that are left and a call that does not return
-/// after the last one fail the test, and the script then tries to get out of the dialog.
+/// one in there. Steps that are left fail the test. A step that waits in vain and a call that does
+/// not return after the last one end the process, since nothing leads out of their loop.
 class ModalScript {
  public:
   using Condition = std::function<bool()>;
   using Action = std::function<void()>;
-
-  explicit ModalScript(SourceLine line = SourceLine::current()) : where(line) {}
 
   /// Waits until a window with this title is viewable and has the focus, then acts.
   ModalScript& onDialog(const std::string& title, Action action);
@@ -163,7 +161,8 @@ class ModalScript {
   /// Calls `call` and returns its result; the steps run meanwhile.
   template <typename Call>
   auto run(Call&& call) {
-    const Running running(*this);
+    begin();
+    const std::shared_ptr<void> end(nullptr, [this](void* /*none*/) { finish(); });
     return call();
   }
 
@@ -173,25 +172,17 @@ class ModalScript {
     std::string what;
     Action action;
   };
-  struct Running {
-    explicit Running(ModalScript& owner);
-    Running(const Running&) = delete;
-    Running& operator=(const Running&) = delete;
-    ~Running();
 
-    ModalScript& script;
-    Ticker ticker;
-  };
+  void begin();
+  void finish();
+  // No exception may cross the frames of Xt: that of a failed step ends the process.
+  void tick() noexcept;
 
-  void tick();
-  void giveUp(const std::string& reason);
-
-  SourceLine where;
   std::vector<Step> steps;
   std::size_t next = 0;
   std::optional<Deadline> deadline;
+  std::optional<Ticker> ticker;
   std::size_t baseDepth = 0;
-  bool hasFailed = false;
 };
 
 }  // namespace ui

@@ -20,24 +20,7 @@ long rawResource(Widget widget, const char* name) {
 
 /// All lines of a compound string.
 std::string plain(XmString string) {
-  std::string text;
-  XmStringContext context = nullptr;
-  if (string == nullptr || !XmStringInitContext(&context, string)) {
-    return text;
-  }
-  unsigned int length = 0;
-  XtPointer value = nullptr;
-  XmStringComponentType type = 0;
-  while ((type = XmStringGetNextTriple(context, &length, &value)) != XmSTRING_COMPONENT_END) {
-    if (type == XmSTRING_COMPONENT_TEXT || type == XmSTRING_COMPONENT_LOCALE_TEXT) {
-      text.append(static_cast<const char*>(value), length);
-    } else if (type == XmSTRING_COMPONENT_SEPARATOR) {
-      text += '\n';
-    }
-    XtFree(static_cast<char*>(value));
-  }
-  XmStringFreeContext(context);
-  return text;
+  return takeXtText(string != nullptr ? XmCvtXmStringToCT(string) : nullptr);
 }
 
 /// The text of a resource that the widget hands out a copy of.
@@ -64,8 +47,7 @@ std::string picture(Widget label) {
   // By the numbers of the kinds of message box.
   constexpr const char* kNames[] = {"{}", "{error}",    "{information}",
                                     "{}", "{question}", "{warning}"};
-  Widget box = XtParent(label);
-  return XmIsMessageBox(box) ? kNames[resource(box, XmNdialogType)] : "{picture}";
+  return kNames[resource(XtParent(label), XmNdialogType)];
 }
 
 std::string listInView(Widget list) {
@@ -149,15 +131,12 @@ std::vector<Widget> partsOf(Widget container) {
   const auto middle = [](Widget part) {
     return static_cast<short>(resource(part, XmNy)) + resource(part, XmNheight) / 2;
   };
-  std::ranges::stable_sort(parts, {}, middle);
-  // What has its middle at about the same height is one line.
-  constexpr int kTolerance = 4;
-  for (auto line = parts.begin(); line != parts.end();) {
-    const int limit = middle(*line) + kTolerance;
-    const auto end = std::find_if(line, parts.end(), [&](Widget w) { return middle(w) > limit; });
-    std::ranges::stable_sort(line, end, {}, left);
-    line = end;
-  }
+  // What has its middle at about the same height is one line; lines stand further apart.
+  std::ranges::stable_sort(parts, [&](Widget one, Widget other) {
+    constexpr int kTolerance = 4;
+    const int below = middle(one) - middle(other);
+    return std::abs(below) > kTolerance ? below < 0 : left(one) < left(other);
+  });
   return parts;
 }
 

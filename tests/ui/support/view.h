@@ -27,7 +27,7 @@ std::vector<std::string> rowsOf(Widget list);
 ///   text          of a label          [text]    button           <text>   text field
 ///   (x) text      a set toggle button ( ) text  one that is not  ---      separator
 ///   | row         of a list, as far as in view  |*row            a selected one
-///   {icon}        picture of a message box ("error", "question", ...), {picture} another one
+///   {icon}        picture of a message box ("error", "question", ...), {} another one
 ///   bar 2 of 0 to 9 by 4              scroll bar: value, limits, size of its slider
 ///
 /// Behind that: " default", " focus" (keyboard) and " greyed".

@@ -2,28 +2,31 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 namespace tester_link {
 namespace {
 
 /// "a,b"
-std::string itemText(const Items& items) {
+std::string textOf(const Items& items) {
   std::string text;
   for (const std::string& item : items) {
-    text += (&item == &items.front() ? "" : ",") + item;
+    text += (text.empty() ? "" : ",") + item;
   }
   return text;
+}
+std::string textOf(const std::string& text) {
+  return text;
+}
+std::string textOf(std::int32_t number) {
+  return std::to_string(number);
 }
 
 /// "2005|caption|text|0|a,b"
 std::string messageText(const OutgoingMessage& message) {
-  struct Describe {
-    std::string operator()(const std::string& text) const { return text; }
-    std::string operator()(std::int32_t number) const { return std::to_string(number); }
-    std::string operator()(const Items& items) const { return itemText(items); }
-  };
   std::string text = std::to_string(message.tag);
   for (const OutgoingParameter& parameter : message.parameters) {
-    text += '|' + std::visit(Describe{}, parameter);
+    text += '|' + std::visit([](const auto& value) { return textOf(value); }, parameter);
   }
   return text;
 }
@@ -35,12 +38,8 @@ class UserLinkTest : public testing::Test {
     std::string sent;
     now += later;
     user.pump(now, [&](const OutgoingMessage& message) {
-      if (!linkTakes) {
-        return UserLink::SendResult::kLater;
-      }
-      if (message.tag == refusedTag) {
-        refusedTag = 0;
-        return UserLink::SendResult::kRefused;
+      if (result != UserLink::SendResult::kSent) {
+        return std::exchange(result, UserLink::SendResult::kSent);
       }
       sent += messageText(message) + ";";
       return UserLink::SendResult::kSent;
@@ -51,7 +50,7 @@ class UserLinkTest : public testing::Test {
   AnswerHandler keep() {
     return [this](const Answer& answer) {
       answers += std::to_string(static_cast<int>(answer.kind)) + ' ' + answer.text +
-                 itemText(answer.items) + ' ' + std::to_string(answer.index) + ';';
+                 textOf(answer.items) + ' ' + std::to_string(answer.index) + ';';
     };
   }
   static std::string kept(AnswerKind kind, const std::string& text, int index = 0) {
@@ -61,8 +60,7 @@ class UserLinkTest : public testing::Test {
   UserLink user;
   UserLink::Clock::time_point now{std::chrono::hours(1)};
   std::string answers;
-  bool linkTakes = true;
-  int refusedTag = 0;  ///< of the next message that the link refuses
+  UserLink::SendResult result = UserLink::SendResult::kSent;  ///< of the next message
 };
 
 TEST_F(UserLinkTest, SendsTextInWholeLinesAtABoundedRateWhileItIsBusy) {
@@ -89,22 +87,28 @@ TEST_F(UserLinkTest, SendsTextInWholeLinesAtABoundedRateWhileItIsBusy) {
 }
 
 TEST_F(UserLinkTest, TellsInOrderWhatTheLinkDidNotTakeAtOnce) {
-  linkTakes = false;
   user.showTitle("t");
   user.showTitle("t");
   user.print("one\n");
   user.showWarning("c", "w");
   user.askToLeave(UserLink::Leave::kAfterSaving);
   user.confirm("exit");
+  result = UserLink::SendResult::kLater;
   EXPECT_EQ(pump(), "");
   EXPECT_TRUE(user.isBlocked() && user.isLeaving());
   user.confirm("now");
   EXPECT_FALSE(user.isLeaving()) << "the user stayed";
   user.askToLeave(UserLink::Leave::kAtOnce);
   user.confirm("quit");
-  linkTakes = true;
   EXPECT_EQ(pump(), "2008|t;2000|one\n;2016|c|w;2002|exit;2006;2002|now;2002|quit;2007;");
   EXPECT_FALSE(user.isBlocked());
+  user.askText("t", keep());
+  user.setUserPresent(false);
+  user.print("lost\n");
+  user.setUserPresent(true);
+  user.showTitle("t");
+  user.takeAnswer({});
+  EXPECT_EQ(pump() + answers, "2008|t;") << "nothing is left of the user before";
 }
 
 /// A question, its message, what the user interface answers and what the asker gets.
@@ -152,52 +156,21 @@ TEST_F(UserLinkTest, TakesOneAnswerOfTheRightKindAndChecksIt) {
   }
 }
 
-TEST_F(UserLinkTest, SendsALongListOverSeveralMessagesOrEndsTheQuestionThatTheLinkRefuses) {
-  Items items(250);
-  for (std::size_t i = 0; i < items.size(); ++i) {
-    items[i] = std::to_string(i) + std::string(i < 150 ? 0 : 200, 'x');
-  }
-  const auto part = [&items](int isMore, int from, int to) {
-    return "2005|Korvane Select|t|" + std::to_string(isMore) + '|' +
-           itemText({items.begin() + from, items.begin() + to}) + ';';
-  };
+TEST_F(UserLinkTest, SendsALongListInPartsOrEndsTheQuestionThatTheLinkRefuses) {
+  Items items(150, "x");
+  items.resize(190, std::string(200, 'y'));
   user.askChoice("t", items, keep());
+  const std::string head = "2005|Korvane Select|t|";
+  const auto part = [&](int from, int to) {
+    return textOf(Items(items.begin() + from, items.begin() + to)) + ';';
+  };
   // Cut by number at first, by size then.
-  EXPECT_EQ(pump(), part(1, 0, 100) + part(1, 100, 188) + part(1, 188, 227) + part(0, 227, 250));
-  refusedTag = 2005;
+  EXPECT_EQ(pump(), head + "1|" + part(0, 100) + head + "1|" + part(100, 189) + head + "0|" +
+                        part(189, 190));
+  result = UserLink::SendResult::kRefused;
   user.askChoice("t", items, keep());
   EXPECT_EQ(pump(), "2000|What there is to ask or to tell is too long for a message.\n;");
   EXPECT_EQ(answers, kept(AnswerKind::kTooLong, ""));
-  refusedTag = 2008;
-  user.showTitle("t");
-  EXPECT_EQ(pump(), "") << "nobody waits for a title";
-}
-
-TEST_F(UserLinkTest, OffersASearchAfterTheOpenQuestionAndForgetsAllWithItsUser) {
-  const Answer cancelled;
-  user.askText("t", keep());
-  user.offerSearch({{"p", "q"}, {}, {"t"}});
-  EXPECT_EQ(pump(), "2003|Korvane Select|t;");
-  user.takeAnswer(cancelled);
-  EXPECT_EQ(pump(), "2017|1|1|p,q;2017|1|2|;2017|0|3|t;");
-  user.takeAnswer(cancelled);
-  user.takeAnswer(cancelled);
-  EXPECT_EQ(pump(), "2000|Search cancelled.\n;");
-  answers.clear();
-  user.print("old\n");
-  user.showTitle("t");
-  user.askText("t", keep());
-  user.offerSearch({});
-  user.setUserPresent(false);
-  user.print("lost\n");
-  user.confirm("lost");
-  user.askText("lost", keep());
-  EXPECT_FALSE(user.isAsking());
-  EXPECT_EQ(pump(), "");
-  user.setUserPresent(true);
-  user.showTitle("t");
-  user.takeAnswer({});
-  EXPECT_EQ(pump() + answers, "2008|t;");
 }
 
 }  // namespace
