@@ -85,6 +85,7 @@ Frame decodeFrame(const char* text, int textLength, std::span<char> payload) {
   const int carried = std::min({frame.header.length, frame.binaryBytes - kFrameHeaderBytes, room});
   if (carried > 0) {
     NibbleDecode(text + kHeaderCharacters, payload.data(), 2 * carried);
+    frame.carried = static_cast<std::size_t>(carried);
   }
   return frame;
 }

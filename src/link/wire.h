@@ -47,8 +47,9 @@ int encodeFrame(const FrameHeader& header, const void* payload, std::span<char> 
 
 /// A frame taken apart.
 struct Frame {
-  FrameHeader header;   ///< words that the text is too short for are made of zero bytes
-  int binaryBytes = 0;  ///< bytes of the binary form, header included
+  FrameHeader header;       ///< words that the text is too short for are made of zero bytes
+  std::size_t carried = 0;  ///< bytes of payload that were stored
+  int binaryBytes = 0;      ///< bytes of the binary form, header included
 };
 
 /// Takes apart the wire form at `text`, which ends at its NUL or after `textLength` characters.

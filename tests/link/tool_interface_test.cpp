@@ -218,6 +218,8 @@ TEST_F(ToolInterface, leavesOrEndsTheProcessByItsState) {
   for (const auto& row : rows) {
     std::ofstream(name) << "socket";
     const auto call = [&] {
+      g_SocketClient =
+          std::make_unique<SocketControlClient>(own.get());  // of a process that we started
       g_ToolState = row.state;
       const int result =
           row.systemMessage != 0 ? ToolSystemMessage(row.systemMessage) : ToolExit(NELKVUI);
