@@ -1,5 +1,7 @@
 #include "tests/support/basics.h"
 
+#include <cstdlib>
+
 #include <stdlib.h>
 
 #include <fstream>
@@ -33,5 +35,8 @@ std::string readFile(const fs::path& path) {
 }
 
 fs::path builtProgram(std::string_view name) {
-  return fs::read_symlink("/proc/self/exe").parent_path() / name;
+  const char* installed = std::getenv("NEL_PROGRAMS");
+  return (installed != nullptr ? fs::path(installed)
+                               : fs::read_symlink("/proc/self/exe").parent_path()) /
+         name;
 }

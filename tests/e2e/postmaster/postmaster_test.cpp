@@ -67,7 +67,7 @@ class PostmasterTest : public testing::Test {
   /// Starts the Postmaster and waits until it listens.
   void start(std::vector<std::string> arguments = {}) {
     mpm.reset();
-    mpm = std::make_unique<ChildProcess>(Launch{NELMPM_PROGRAM, std::move(arguments)});
+    mpm = std::make_unique<ChildProcess>(Launch{builtProgram("nelmpm"), std::move(arguments)});
     EXPECT_TRUE(waitUntil([this] { return fs::exists(socketPath()); })) << mpm->report();
   }
   std::string socketPath() const { return socketFileName(port(), mpm->id()); }
@@ -110,7 +110,7 @@ TEST_F(PostmasterTest, PublishesItsNumberForItsOwnUserAndEndsInOrderOnEachSignal
 TEST_F(PostmasterTest, LeavesALivingOneAloneAndReplacesADeadOne) {
   start();
   unlink(socketPath().c_str());  // as a tool that leaves does
-  ChildProcess second(Launch{NELMPM_PROGRAM});
+  ChildProcess second(Launch{builtProgram("nelmpm")});
   EXPECT_EQ(second.exitStatus(), 1);
   EXPECT_THAT(second.errors(),
               HasSubstr("another Postmaster is running, port " + std::to_string(port())));
@@ -258,7 +258,7 @@ TEST_F(PostmasterTest, SaysWhyItCannotStartOrGoOn) {
       {{"--charset", "no-such-set"}, 2, "--charset 'no-such-set' is not known here"},
   };
   for (const auto& [arguments, status, text] : rows) {
-    ChildProcess refused(Launch{NELMPM_PROGRAM, arguments});
+    ChildProcess refused(Launch{builtProgram("nelmpm"), arguments});
     EXPECT_EQ(refused.exitStatus(), status);
     EXPECT_THAT(refused.errors(), HasSubstr(text));
     EXPECT_FALSE(fs::exists(portFileName()));
