@@ -1,4 +1,4 @@
-// The application's loop: timers, idle handlers, and who goes first.
+// The application's loop: timers, and who goes first.
 
 #include <unistd.h>
 
@@ -62,40 +62,24 @@ TEST_F(Loop, HandlesEventsBeforeTimersThatAreAlwaysDueButAFloodOfThemStarvesNone
   runUntil([&] { return waiting.runs == 1; });
 }
 
-TEST_F(Loop, FiresARepeatingTimerForPeriodsThatPassInItsHandlerAndInLoopsInsideThat) {
+TEST_F(Loop, FiresARepeatingTimerForPeriodsThatPassInItsHandlerOrALoopInsideUntilItDeletesIt) {
   constexpr Milliseconds kPeriod{20};
+  std::unique_ptr<zTimer> timer;
   Recorder slow([&] {
     if (slow.runs == 1) {
       keepBusyFor(kPeriod + kPeriod / 4);
     } else if (slow.runs == 2) {
       runUntil([&] { return slow.runs >= 4; });
+    } else if (slow.runs == 6) {
+      timer.reset();
     }
   });
   const auto start = Clock::now();
-  const zTimer timer(&slow, &Recorder::run, kPeriod.count());
+  timer = std::make_unique<zTimer>(&slow, &Recorder::run, kPeriod.count());
   runUntil([&] { return slow.runs == 1; });
   EXPECT_GE(Clock::now() - start, 2 * kPeriod);
   EXPECT_NE(XtAppPending(ui::context()) & XtIMAlternateInput, 0U) << "the next firing is due";
-  runUntil([&] { return slow.runs >= 6; });
-}
-
-TEST_F(Loop, FiresASingleTimerOnceAndAnyMayBeDeletedBeforeOrByItsHandler) {
-  noted();
-  Recorder late([] { note("late"); });
-  Recorder early([] { note("early"); });
-  std::unique_ptr<zTimer> ending;
-  Recorder ends([&] {
-    note("ends");
-    ending.reset();
-  });
-  zTimer(&late, &Recorder::run, 1, zTimer::kOnce);
-  const zTimer lateTimer(&late, &Recorder::run, 40, zTimer::kOnce);
-  const zTimer earlyTimer(&early, &Recorder::run, 1, zTimer::kOnce);
-  ending = std::make_unique<zTimer>(&ends, &Recorder::run, 10);
-  EXPECT_TRUE(earlyTimer.isPending() && ending->isPending());
-  runUntil([&] { return late.runs > 0; });
-  EXPECT_EQ(noted(), "early ends late ");
-  EXPECT_FALSE(earlyTimer.isPending());
+  runUntil([&] { return timer == nullptr; });
 }
 
 /// What a timer that watches the pipe is to do.
@@ -132,33 +116,6 @@ TEST_F(Loop, FiresAWatchingTimerAfterTheEventsWhileThereIsWorkAndLetsItSleepUnti
   timer.lookAgain();
   runUntil([&] { return pane.paints == 5; });
   EXPECT_EQ(owner.runs, 5) << "and then in an hour";
-}
-
-// A handler answers non-zero to leave the list, and may add and remove any in the middle of a run.
-TEST_F(Loop, RunsIdleHandlersInTheirOrderAsLongAsTheyAreInTheList) {
-  noted();
-  zIdleList list;
-  Recorder first([&] {
-    note("first");
-    first.taken = first.runs == 3 ? 1 : 0;
-  });
-  Recorder removed([] { note("removed"); });
-  Recorder meddler([&] {
-    note("meddler");
-    list.remove(&removed, &Recorder::run);
-    list.remove(&meddler, &Recorder::run);
-    if (meddler.runs == 1) {
-      list.add(&meddler, &Recorder::run);
-    }
-  });
-  for (int i = 0; i < 2; ++i) {
-    first.runs = meddler.runs = 0;
-    for (Recorder* owner : {&first, &meddler, &removed}) {
-      list.add(owner, &Recorder::run);
-    }
-    runUntil([&] { return list.isEmpty(); });
-    EXPECT_EQ(noted(), "first meddler first meddler first ");
-  }
 }
 
 }  // namespace
