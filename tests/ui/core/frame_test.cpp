@@ -3,12 +3,10 @@
 #include "framework/core/frame.h"
 
 #include "framework/core/desktop_properties.h"
-#include "framework/core/dialog_frame.h"
 #include "framework/draw/screen.h"
 #include "tests/ui/core/core_test.h"
 
 #include <X11/Intrinsic.h>
-#include <X11/Xutil.h>
 
 namespace {
 
@@ -50,12 +48,8 @@ TEST(Frame, AsksForTheDecorationsAndFunctionsOfItsStyle) {
 }
 
 TEST(Frame, TheOuterRectangleHasTheDecorationAndIsWhatMovingTakes) {
-  TestFrame frame(new zSizer(-5, -6, 90, 80));
-  EXPECT_EQ(asText(frame.exterior()), "0,0 90x80") << "it will be on the screen";
-  frame.moveResize(1280, 1024, 90, 80);
-  EXPECT_EQ(asText(frame.exterior()), "1190,944 90x80");
+  TestFrame frame;
   frame.moveResize(320, 240, 450, 350);
-  EXPECT_EQ(asText(frame.exterior()), "320,240 450x350");
   frame.bringUp();
   EXPECT_EQ(ui::areaOf(frame.shell()).width, 450) << "asked for before there was a decoration";
   EXPECT_EQ(frame.exterior().pos(), (zPoint{320, 240}));
@@ -63,16 +57,6 @@ TEST(Frame, TheOuterRectangleHasTheDecorationAndIsWhatMovingTakes) {
   ui::waitFor([&] { return asText(frame.exterior()) == "200,150 500x400"; }, "the place");
   const ui::ScreenArea client = ui::areaOf(frame.shell());
   EXPECT_TRUE(client.x > 200 && client.y > 160 && client.width < 500 && client.height < 390);
-  const unsigned long before = XNextRequest(ui::display());
-  frame.exterior();
-  EXPECT_EQ(XNextRequest(ui::display()), before) << "what is known is not asked again";
-  frame.setMinSize({300, 200});
-  XSizeHints hints{};
-  long supplied = 0;
-  XGetWMNormalHints(ui::display(), ui::windowOf(frame.shell()), &hints, &supplied);
-  EXPECT_EQ(asText({{hints.base_width, hints.base_height}, {hints.min_width, hints.min_height}}),
-            "0,0 300x200")
-      << "sizes that the user types count from nothing";
 }
 
 TEST(Frame, TellsWhenTheWindowManagerActivatesItAndAsksToCloseIt) {
@@ -111,36 +95,6 @@ TEST(DesktopProperties, ATitleIsLatin1UnlessItIsWellFormedUtf8) {
   for (const auto& [title, expected] : cases) {
     EXPECT_EQ(titleInUtf8(title), expected) << title;
   }
-}
-
-/// Expects what desktops are told of a window.
-void expectAnnounced(Window window, const char* kind, const std::string& title) {
-  const auto read = [window](const char* name) {
-    XTextProperty property;
-    XGetTextProperty(ui::display(), window, &property, XInternAtom(ui::display(), name, False));
-    const std::unique_ptr<unsigned char, int (*)(void*)> owner(property.value, XFree);
-    return std::string(reinterpret_cast<char*>(property.value),
-                       property.format == 8 ? property.nitems : sizeof(Atom));
-  };
-  const Atom atom = XInternAtom(ui::display(), kind, False);
-  EXPECT_EQ(read("_NET_WM_WINDOW_TYPE"),
-            std::string(reinterpret_cast<const char*>(&atom), sizeof atom));
-  EXPECT_EQ(read("_NET_WM_NAME"), title);
-}
-
-TEST(DesktopProperties, TellTypeAndPresentTitleOfEachWindow) {
-  TestFrame frame;
-  frame.bringUp();
-  expectAnnounced(ui::windowOf(frame.shell()), "_NET_WM_WINDOW_TYPE_NORMAL", "Frame");
-  for (const bool isWanted : {true, false}) {
-    demandAttention(frame.shell(), isWanted);
-    const std::unique_ptr<XWMHints, int (*)(void*)> hints(
-        XGetWMHints(ui::display(), ui::windowOf(frame.shell())), XFree);
-    EXPECT_EQ((hints->flags & XUrgencyHint) != 0, isWanted);
-  }
-  zDialogFrame dialog(&frame, new zSizer(0, 0, 100, 50), 0);
-  dialog.setCaption("Gr\xFC\xDF");
-  expectAnnounced(ui::windowOf(dialog.shell()), "_NET_WM_WINDOW_TYPE_DIALOG", "Gr\xC3\xBC\xC3\x9F");
 }
 
 }  // namespace
