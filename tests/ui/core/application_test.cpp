@@ -70,20 +70,6 @@ TEST(Settings, AreReadAnewButForTheDebugLevelAndTheChildWindowSwitch) {
   setDebugLevel(levelBefore);
 }
 
-TEST(Settings, OfFontsInPointsFollowTheScreen) {
-  // 96 dots an inch.
-  for (const auto& [asked, pixels] : {std::pair("-*-helvetica-bold-r-normal--*-110-*", "--14-"),
-                                      {"-*-helvetica-bold-r-*--11-*", "--11-*"},
-                                      {"-*-helvetica-bold-r-*--*-1x-*", "--*-1x-*"},
-                                      {"-*-helvetica-bold-r-*--*-0-*", "--*-0-*"}}) {
-    setResource("points*fontList", asked);
-    resolveFontPoints(ui::display());
-    EXPECT_THAT(
-        readXResource(ui::display(), "points.list.fontList", "P.L.F").value_or(""),
-        testing::AllOf(testing::HasSubstr("-helvetica-bold-r-"), testing::HasSubstr(pixels)));
-  }
-}
-
 [[noreturn]] void runAlone(void (*appMain)(zApp* app)) {
   constexpr unsigned kSeconds = 10;
   alarm(kSeconds);
