@@ -1,8 +1,6 @@
 #include "framework/core/message_box.h"
 
 #include <algorithm>
-#include <cstdlib>
-#include <iostream>
 #include <memory>
 
 #include "tests/ui/core/core_test.h"
@@ -105,18 +103,6 @@ TEST_F(MessageBox, EndsWithoutAnAnswerWithTheBoxOverItOrWithItsParent) {
   answer(kBoxOkCancel, [&] { main.reset(); });
   EXPECT_EQ(noted(), "ok 0 0 0 ");
   EXPECT_EQ(zMessage(nullptr, "Text", kTitle, kBoxOk).result, kAnswerNone) << "no main window";
-}
-
-TEST_F(MessageBox, EndsWhenTheApplicationStopsAndWaitsForItsAnswerAfterThat) {
-  GTEST_FLAG_SET(death_test_style, "threadsafe");
-  EXPECT_EXIT(
-      {
-        answer(kBoxOkCancel, [] { zApp::instance()->stop(); });
-        answer(kBoxOkCancel, [] { ui::pressKey(XK_Return); });
-        std::cerr << noted();
-        std::_Exit(EXIT_SUCCESS);
-      },
-      testing::ExitedWithCode(EXIT_SUCCESS), "^0 1 $");
 }
 
 }  // namespace
