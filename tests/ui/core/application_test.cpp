@@ -1,14 +1,13 @@
-// The application object: its start and its end, accelerators, settings.
+// The application object: its start and its end, accelerators.
+
+#include <unistd.h>
 
 #include <cstdlib>
 #include <iostream>
 
 #include "framework/core/process_entry.h"
-#include "framework/core/x_settings.h"
 #include "framework/draw/screen.h"
 #include "tests/ui/core/core_test.h"
-
-#include "framework/core/toolkit_xm.h"
 
 namespace {
 
@@ -42,34 +41,6 @@ TEST(Accelerator, IsTheFirstRowBeforeTheEndWhoseKeyItIsAndWhoseModifiersAreAmong
   EXPECT_EQ(keysyms, "65470 65481 65535 65379 65362 0 0 ");
 }
 
-void setResource(const std::string& name, const std::string& value) {
-  XrmDatabase database = XtDatabase(ui::display());
-  XrmPutStringResource(&database, name.c_str(), value.c_str());
-}
-
-TEST(Settings, AreReadAnewButForTheDebugLevelAndTheChildWindowSwitch) {
-  const zXSettings before = std::exchange(g_XSettings, {});
-  const int levelBefore = debugLevel();
-  setDebugLevel(-1);
-  for (const char* key : {"useChildMDI", "debugOn", "positionIsFrameWorkaround",
-                          "incFontInDialogBy", "promptKeyDelay", "startSize"}) {
-    setResource(std::string("set.") + key, "40x30");
-  }
-  setResource("other.incFontInDialogBy", "True");
-  setResource("other.startSize", "50x60+0+0");
-  std::string read;
-  for (const char* application : {"set", "other"}) {
-    readXSettings(ui::display(), application);
-    const zXSettings& now = g_XSettings;
-    read += testing::PrintToString(
-        std::vector<int>{now.useChildMdi, debugLevel(), now.positionIsFrameWorkaround,
-                         now.incFontInDialogBy, now.promptKeyDelay, now.startSize.width});
-  }
-  EXPECT_EQ(read, "{ 40, 40, 1, 40, 40, 40 }{ 40, 40, 0, 1, 300, 0 }");
-  g_XSettings = before;
-  setDebugLevel(levelBefore);
-}
-
 [[noreturn]] void runAlone(void (*appMain)(zApp* app)) {
   constexpr unsigned kSeconds = 10;
   alarm(kSeconds);
@@ -78,52 +49,29 @@ TEST(Settings, AreReadAnewButForTheDebugLevelAndTheChildWindowSwitch) {
   std::exit(runProcess(4, arguments, appMain));
 }
 
-/// Expects a process of its own to end, which may open displays. What it is to say goes to standard
-/// error.
-void expectEnd(void (*appMain)(zApp* app), const std::string& said, int status) {
-  GTEST_FLAG_SET(death_test_style, "threadsafe");
-  EXPECT_EXIT(runAlone(appMain), testing::ExitedWithCode(status), said);
-}
-
 TEST(ProcessDeathTest, RunsWithItsArgumentsUntilAnIdleHandlerInAnInnerLoopQuitsAndNobodyRefuses) {
-  expectEnd(
-      [](zApp* app) {
-        TestFrame frame;
-        static Recorder quits([] {
-          auto* main = static_cast<TestFrame*>(zApp::instance()->mainWindow());
-          main->handler.taken = quits.runs == 1 ? 1 : 0;
-          main->closeAnswer = quits.runs == 2 ? 1 : 0;
-          zApp::instance()->quit();
-        });
-        Recorder nests([] {
-          zApp::instance()->idleList()->add(&quits, &Recorder::run);
-          zApp::instance()->pumpWhile([] { return true; });
-        });
-        const zTimer timer(&nests, &Recorder::run, 1, zTimer::kOnce);
-        app->go();
-        app->idleList()->remove(&quits, &Recorder::run);
-        std::cerr << app->programPath() << "/" << app->commandLine() << "/"
-                  << theScreen().defaultFontName << "/" << noted();
-      },
-      "^nelkvui/nelkvui  -xrm .MainWindow.fontList: 6x13/6x13/handler1:16:0 handler1:16:0 "
-      "close:16:0 handler1:16:0 close:16:0 $",
-      EXIT_SUCCESS);
-}
-
-// Xt crashes when an error handler returns.
-TEST(ProcessDeathTest, AnErrorOfTheToolkitEndsTheProcessButNoWarningAndNoProtocolError) {
-  expectEnd(
-      [](zApp* app) {
-        Recorder fails([] {
-          XMapWindow(zApp::instance()->display(), 77);
-          XSync(zApp::instance()->display(), False);
-          XtAppWarning(zApp::instance()->context(), "odd");
-          XtAppError(zApp::instance()->context(), "broken");
-        });
-        const zTimer timer(&fails, &Recorder::run, 1, zTimer::kOnce);
-        app->go();
-      },
-      "^Error: broken\n$", EXIT_FAILURE);
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  const auto quitsInside = [](zApp* app) {
+    TestFrame frame;
+    static Recorder quits([] {
+      auto* main = static_cast<TestFrame*>(zApp::instance()->mainWindow());
+      main->handler.taken = quits.runs == 1 ? 1 : 0;
+      main->closeAnswer = quits.runs == 2 ? 1 : 0;
+      zApp::instance()->quit();
+    });
+    Recorder nests([] {
+      zApp::instance()->idleList()->add(&quits, &Recorder::run);
+      zApp::instance()->pumpWhile([] { return true; });
+    });
+    const zTimer timer(&nests, &Recorder::run, 1, zTimer::kOnce);
+    app->go();
+    app->idleList()->remove(&quits, &Recorder::run);
+    std::cerr << app->programPath() << "/" << app->commandLine() << "/"
+              << theScreen().defaultFontName << "/" << noted();
+  };
+  EXPECT_EXIT(runAlone(quitsInside), testing::ExitedWithCode(EXIT_SUCCESS),
+              "^nelkvui/nelkvui  -xrm .MainWindow.fontList: 6x13/6x13/handler1:16:0 handler1:16:0 "
+              "close:16:0 handler1:16:0 close:16:0 $");
 }
 
 }  // namespace
