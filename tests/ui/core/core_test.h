@@ -84,9 +84,8 @@ struct RecordingPane : zPane {
 
 /// A main window that notes requests to close it.
 struct TestFrame : zAppFrame {
-  explicit TestFrame(zSizer* sizer = new zSizer(100, 100, 400, 300),
-                     std::uint32_t style = kStyleMainWindow)
-      : zAppFrame(nullptr, sizer, style, "Frame") {
+  explicit TestFrame(zSizer* sizer = new zSizer(100, 100, 400, 300))
+      : zAppFrame(nullptr, sizer, kStyleMainWindow, "Frame") {
     addPlainHandler(&handler, kFirst, kMsgClose);
   }
   int close(zEvent* event) override {

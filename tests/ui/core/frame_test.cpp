@@ -15,7 +15,6 @@ TEST(Frame, StartsWhereAndAsLargeAsItIsToldOrAsTheScreenAndTheSettingSuggest) {
   ziScreen& screen = theScreen();
   const std::tuple<const char*, int, zSizer*, zDimension> rows[] = {
       {"", 96, new zSizer(nullptr), {640, 341}},
-      {"500x300", 75, new zSizer(nullptr), {500, 300}},
       {"500x300", 192, new zSizer(nullptr), {1000, 600}},
       {"5000x5000", 96, new zSizer(nullptr), {1264, 984}},
       {"500x300", 96, new zSizer(70, 60, 90, 80), {90, 80}},
@@ -33,18 +32,6 @@ TEST(Frame, StartsWhereAndAsLargeAsItIsToldOrAsTheScreenAndTheSettingSuggest) {
     EXPECT_TRUE(at.y >= 0 && at.y <= std::min(512, 984 - size.height)) << at.y;
   }
   screen.dotsPerInchX = screen.dotsPerInchY = 96;
-}
-
-TEST(Frame, AsksForTheDecorationsAndFunctionsOfItsStyle) {
-  std::string asked;
-  for (const std::uint32_t style :
-       {+0U, +kStyleTitleBar, +kStyleBorder, +kStyleSystemMenu, +kStyleMinimizeBox,
-        +kStyleMaximizeBox, +kStyleResizeFrame, +kStyleMainWindow}) {
-    const TestFrame frame(new zSizer(nullptr), style);
-    asked += std::to_string(ui::resource(frame.shell(), "mwmDecorations")) + " " +
-             std::to_string(ui::resource(frame.shell(), "mwmFunctions")) + ", ";
-  }
-  EXPECT_EQ(asked, "2 36, 10 36, 2 36, 18 36, 34 44, 66 52, 6 38, 126 62, ");
 }
 
 TEST(Frame, TheOuterRectangleHasTheDecorationAndIsWhatMovingTakes) {
@@ -69,10 +56,6 @@ TEST(Frame, TellsWhenTheWindowManagerActivatesItAndAsksToCloseIt) {
   first.addHandler(&recorder, kFirst, kMsgActivate);
   first.bringUp();
   waitForNotes("r1:6:1 ");
-  XGrabKeyboard(ui::display(), ui::windowOf(first.shell()), False, GrabModeAsync, GrabModeAsync,
-                CurrentTime);
-  ui::drain();
-  XUngrabKeyboard(ui::display(), CurrentTime);
   TestFrame second;
   second.bringUp();
   waitForNotes("r1:6:1 r1:6:0 ");
