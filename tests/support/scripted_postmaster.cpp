@@ -32,8 +32,8 @@ ScriptedPostmaster::~ScriptedPostmaster() {
   }
 }
 
-ChildProcess& ScriptedPostmaster::start(const Launch& launch) {
-  child = std::make_unique<ChildProcess>(launch);
+ChildProcess& ScriptedPostmaster::begin(std::unique_ptr<ChildProcess> started) {
+  child = std::move(started);
   connection = {};
   hasConnected = false;
   return *child;

@@ -41,8 +41,13 @@ class ScriptedPostmaster {
   ScriptedPostmaster& operator=(const ScriptedPostmaster&) = delete;
   ~ScriptedPostmaster();
 
-  /// Starts the tool. One at a time.
-  ChildProcess& start(const Launch& launch);
+  /// Starts the tool: a program, or a function that a copy of this process runs. One at a time.
+  ChildProcess& start(const Launch& launch) {
+    return begin(std::make_unique<ChildProcess>(launch));
+  }
+  ChildProcess& start(const std::function<int()>& body) {
+    return begin(std::make_unique<ChildProcess>(body));
+  }
 
   // The tool speaks.
 
@@ -101,6 +106,7 @@ class ScriptedPostmaster {
   bool hasSocketName() const { return std::filesystem::exists(rendezvous.socketName()); }
 
  private:
+  ChildProcess& begin(std::unique_ptr<ChildProcess> started);
   /// The next message, or a later one.
   Message expectOne(bool isNext, const ScriptTag& tag, const std::vector<Parameter>& parameters);
 
