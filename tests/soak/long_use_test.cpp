@@ -191,7 +191,9 @@ TEST_F(LongUse, LeavesTheProgramAsItWas) {
   for (const auto& [name, value] : measure()) {
     theSoak.figure(name, value, ", after the first round " + std::to_string(first[name]));
 #ifndef __SANITIZE_ADDRESS__  // which keeps what was freed
-    EXPECT_LE(value, first[name] + first[name] / 20) << name;
+    // The toolkit keeps a drawing context of each window that it writes text into.
+    const long kept = name.starts_with("memory") ? dialogs : 0;
+    EXPECT_LE(value, first[name] + first[name] / 20 + kept) << name;
 #endif
   }
   postmaster.send(MSG_T_EXIT);

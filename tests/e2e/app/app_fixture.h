@@ -19,10 +19,12 @@ inline constexpr screen::KeySymbol kClose = 0;  ///< no key, but the window mana
 /// The real program as the child of a scripted Postmaster, and its user.
 class AppTest : public testing::Test {
  public:
-  /// Questions take keys at once.
+  /// In the test's folder; questions take keys at once.
   void start() {
-    postmaster.start(
-        {builtProgram("nelkvui"), {"-post", "-t/a/b", "-xrm", "nelkvui.promptKeyDelay:0"}});
+    postmaster.start({builtProgram("nelkvui"),
+                      {"-post", "-t/a/b", "-xrm", "nelkvui.promptKeyDelay:0"},
+                      {},
+                      folder.path()});
   }
 
   /// The handshake. The start of the poll timer goes out with the acceptance: a program that hears
@@ -74,11 +76,8 @@ class AppTest : public testing::Test {
   void expectInLog(const std::string& line, SourceLine where = SourceLine::current()) {
     expectAnswer(where);
     user.awaitWindow(kMainTitle);
-    awaitSleep();
     const screen::ScreenArea area = user.areaOf(mainWindow);
-    user.moveTo(area.x + area.width / 2, area.y + area.height / 2);
-    user.button(screen::kLeftButton, true);
-    user.button(screen::kLeftButton, false);
+    click(area.width / 2, area.height / 2);
     for (const screen::KeySymbol key : {XK_slash, XK_c, XK_v}) {
       user.press(key, screen::kControl);
     }
@@ -97,6 +96,18 @@ class AppTest : public testing::Test {
       return asleep == kLooks;
     };
     user.waitFor(sleepsOn, "a sleeping program");
+  }
+
+  /// Clicks at a place of the main window, pixels, and waits until it has been heard: keys may
+  /// overtake a click that the window manager looks at.
+  void click(int x, int y, int times = 1) {
+    awaitSleep();
+    const screen::ScreenArea area = user.areaOf(mainWindow);
+    user.moveTo(area.x + x, area.y + y);
+    for (int i = 0; i < 2 * times; ++i) {
+      user.button(screen::kLeftButton, i % 2 == 0);
+    }
+    awaitSleep();
   }
 
   /// Opens a pulldown by its mnemonic and chooses an item by its own.

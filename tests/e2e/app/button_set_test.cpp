@@ -1,4 +1,4 @@
-// The life of a button set: loaded, used, changed, and saved or not.
+// The end of a button set that was changed and not saved.
 
 #include "tests/e2e/app/app_fixture.h"
 
@@ -24,26 +24,6 @@ class ButtonSetTest : public AppTest {
   }
   std::string savedSet() const { return readFile(folder / "nelkv.btn"); }
 };
-
-TEST_F(ButtonSetTest, KeepsTheProgramUntilItIsSaved) {
-  startAndChangeTheSet();
-  // Asked once however often the window is closed.
-  for (int i = 0; i < 3; ++i) {
-    user.close(mainWindow);
-  }
-  user.awaitWindow(kExitTitle);
-  expectAnswer();
-  answer(kExitTitle, "", XK_Escape);
-  awaitCommandLine();
-  user.close(mainWindow);
-  answer(kExitTitle);
-  answer(kSaveTitle);
-  answer(kErrorTitle);  // asks whether to overwrite
-  postmaster.expect(MSG_UI_EXIT);
-  postmaster.expect(MSG_DISCONNECT);
-  expectEnd();
-  EXPECT_EQ(savedSet(), ":Mine\nOne\ndo One\n:Second\n:MENU &More\n&First\nsend;as one\n");
-}
 
 TEST_F(ButtonSetTest, IsAskedForBeforeAnyOtherEndAndNotWrittenWithoutAnAnswer) {
   startAndChangeTheSet();

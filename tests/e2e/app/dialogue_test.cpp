@@ -1,4 +1,4 @@
-// The dialogue with the tester and the user: commands, texts, boxes, menus.
+// The dialogue with the tester and the user: commands, texts, boxes.
 
 #include "tests/e2e/app/app_fixture.h"
 
@@ -88,45 +88,6 @@ TEST_F(AppTest, TakesKeysAsSoonAsTheWindowHasTheFocusAndLosesNoneInAFloodOfText)
     user.press(XK_Return);
     hear({line});
   }
-  awaitCommandLine();
-}
-
-TEST_F(AppTest, CarriesOutTheCommandsOfMenusAndKeys) {
-  connect();
-  const auto expectSent = [&](int tag, const std::string& text, int dest) {
-    const Message sent = postmaster.expect(tag);
-    EXPECT_EQ(std::pair(sent.text(), sent.dest), std::pair(text, dest));
-    awaitCommandLine();  // the keyboard is back there after each command
-  };
-  choose(XK_f, XK_d);
-  expectSent(MSG_UI_COMMAND, "Change-Directory", NELKV);
-  choose(XK_v, XK_f);
-  expectSent(MSG_UI_FIND, "", NELKV);
-  user.press(XK_F1);
-  expectSent(MSG_HELP_REQUEST, "tessil-generator", NELLINK);
-  choose(XK_h, XK_a);
-  answer("About Korvane");
-  awaitCommandLine();
-  folder.write("my system.sym", "symbols\n");
-  folder.write("nelkv.btn", "");
-  openSystem();
-  user.press(XK_o, screen::kControl);
-  answer("Open Symbol File", "my system.sym");
-  expectSent(MSG_UI_COMMAND, "system " + (folder / "my system.sym").string(), NELKV);
-
-  tell("\n");
-  choose(XK_v, XK_l);
-  tell("numbered");
-  expectInLog("");
-  tell("more");
-  postmaster.send(MSG_T_PROMPT, "");
-  hear({"     1: numbered"});
-  choose(XK_v, XK_l);
-  choose(XK_v, XK_t);
-  expectInLog("------------- Text Log Cleared --------------");
-  choose(XK_v, XK_s);
-  // The only place of the selection is where a search from the start does not look.
-  answer(kMainTitle);
   awaitCommandLine();
 }
 

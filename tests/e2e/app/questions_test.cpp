@@ -1,5 +1,5 @@
-// The tester's questions: every one by the keyboard, answered and cancelled, and what happens when
-// something else happens while one is open.
+// The tester's questions: lists in several messages, and what happens when something else happens
+// while one is open. One after the other a day of work has them.
 
 #include "tests/e2e/app/app_fixture.h"
 
@@ -9,32 +9,6 @@ using List = Parameter::List;
 
 const List kItems{"beta", "alpha", "gamma"};
 
-struct QuestionRow {
-  int question;
-  std::vector<Parameter> parameters;
-  const char* typed;  ///< before Return; "\t" and " " walk through the controls
-  std::string answer;
-  const char* title = kPromptTitle;
-  int cancel = MSG_UI_CANCEL;
-};
-
-const QuestionRow kQuestions[] = {
-    {MSG_T_QUESTION, {"Box", "Go on?"}, "", "1000 MSG_UI_OK", "Box", MSG_UI_NOT_OK},
-    {MSG_T_ASK_STRING, {"t", "Name?"}, "a b", "1004 MSG_UI_STRING \"a b\""},
-    // Of the fixed answers only the text fits.
-    {MSG_T_ASK_INTEGER, {"Other", "Instance number (0)"}, "x17", "1005 MSG_UI_VALUE \"17\""},
-    {MSG_T_ASK_RANGE, {"t", "Which?", -1, 5}, "\t ", "1005 MSG_UI_VALUE \"*\""},
-    {MSG_T_ASK_LIST, {"t", "One\nof", 0, kItems}, "", "1006 MSG_UI_LIST_CHOICE \"alpha\""},
-    {MSG_T_ASK_BITS, {"t", "Any of", kItems}, " ", "1009 MSG_UI_BITS [\"beta\"]"},
-    {MSG_T_ASK_BITS, {"t", "Any of", kItems}, "", "1009 MSG_UI_BITS []"},
-    {MSG_T_ASK_SIGNAL_PARAM, {"t", "Of", 0, kItems}, "1, a", "1013 MSG_UI_SIGNAL_PARAM \"1, a\""},
-    {MSG_T_ASK_FILE,
-     {"F", "/", "log", "Logs"},
-     "no such.log",
-     "1008 MSG_UI_FILE \"/no such.log\"",
-     "F"},
-};
-
 class QuestionTest : public AppTest {
  protected:
   /// A list of items, or of signal parameters, or a part of one.
@@ -43,23 +17,6 @@ class QuestionTest : public AppTest {
     postmaster.send(question, "t", text, isToBeContinued, items);
   }
 };
-
-TEST_F(QuestionTest, AreAnsweredByReturnAndCancelledByEscapeAndClose) {
-  connect();
-  screen::KeySymbol cancel = XK_Escape;
-  for (const QuestionRow& row : kQuestions) {
-    const Message question{kFrameDirected, row.question, NELKV, NELKVUI, row.parameters};
-    SCOPED_TRACE(describe(question));
-    postmaster.sendRaw(toWire(question, MessageDirection::kReceivedByUi));
-    answer(row.title, row.typed);
-    EXPECT_EQ(describe(postmaster.expect(std::stoi(row.answer))), row.answer);
-    postmaster.sendRaw(toWire(question, MessageDirection::kReceivedByUi));
-    answer(row.title, "", cancel);
-    postmaster.expect(row.cancel);
-    cancel = cancel == kClose ? XK_Escape : kClose;
-  }
-  awaitCommandLine();
-}
 
 TEST_F(QuestionTest, CollectListsFromSeveralMessagesOrAreCancelledWithoutAnyItem) {
   connect();
