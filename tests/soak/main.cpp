@@ -22,7 +22,7 @@ int main(int argc, char** argv) {
   std::cout << "1/" << theSoak.part << " of the whole, --seed " << seed << std::endl;
   const int result = RUN_ALL_TESTS();
   for (const auto& [name, value] : theSoak.figures) {
-    std::cout << std::left << std::setw(44) << name << value << "\n";
+    std::cout << std::left << std::setw(46) << name << value << "\n";
   }
   return result;
 }
