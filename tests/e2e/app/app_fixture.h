@@ -12,6 +12,7 @@
 #include <X11/keysym.h>
 
 inline constexpr const char* kMainTitle = "Korvane UI";
+inline constexpr const char* kExitTitle = "Korvane UI Exit";
 inline constexpr const char* kLostTitle = "Korvane UI: NELMPM Error";
 inline constexpr const char* kPromptTitle = "Korvane Select";
 inline constexpr screen::KeySymbol kClose = 0;  ///< no key, but the window manager
@@ -127,6 +128,13 @@ class AppTest : public testing::Test {
     user.type(text);
     key != kClose ? user.press(key) : user.close(dialog);
     user.awaitGone(dialog, where);
+  }
+
+  /// Changes the button set.
+  void addGroup(const std::string& name) {
+    choose(XK_b, XK_g);
+    answer("Korvane UI Add Group", name);
+    awaitCommandLine();
   }
 
   /// The program ends regularly without another word.

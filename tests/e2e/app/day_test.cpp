@@ -40,8 +40,6 @@ constexpr const char* kSet = ":Mine\nOne\ndo One;and more\n:MENU &More\n&First\n
 constexpr const char* kChangedSet =
     ":Mine\nOne\ndo One;and more\nTwo\ndo Two\n:Second\n:Third\n:MENU &More\n&First\nsend;as one\n";
 
-constexpr const char* kExitTitle = "Korvane UI Exit";
-
 class DayTest : public AppTest {
  protected:
   void opensASystem();
@@ -56,11 +54,6 @@ class DayTest : public AppTest {
                   SourceLine where = SourceLine::current()) {
     const Message sent = postmaster.expect({tag, where});
     EXPECT_EQ(std::pair(sent.text(), sent.dest), std::pair(text, dest));
-    awaitCommandLine();
-  }
-  void addGroup(const std::string& name) {
-    choose(XK_b, XK_g);
-    answer("Korvane UI Add Group", name);
     awaitCommandLine();
   }
   /// Sends what is selected in the log.
