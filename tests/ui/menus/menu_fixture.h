@@ -22,7 +22,7 @@ enum TestItem : int { kOpen = 1001, kExit = 1003, kCopy = 1104, kNumbers = 1106,
 /// A frame on the screen with a pane in it, and a bar of two menus: File (Open, a separator, Exit)
 /// and View (Copy, greyed, and Line numbering). All handlers write into one journal: who they are,
 /// and "shown", "select ID/FLAGS", "closed" or the ID of a command.
-class MenuTest : public testing::Test, public zEvH {
+class MenuTest : public zEvH, public testing::Test {
  protected:
   static constexpr const char* kTitle = "Menus";
 
