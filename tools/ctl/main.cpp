@@ -6,6 +6,8 @@
 #include <CLI/CLI.hpp>
 
 #include <chrono>
+#include <cstdio>
+#include <exception>
 #include <iostream>
 #include <limits>
 #include <string>
@@ -38,9 +40,7 @@ int runCommand(const std::string& command, double seconds) {
                            : complain(ctl::kExitFailure, "cannot write what the tester says");
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int run(int argc, char** argv) {
   CLI::App app("Has the tester of a running session carry out a command and prints what it says.",
                "nel-ctl");
   app.footer(
@@ -71,4 +71,15 @@ int main(int argc, char** argv) {
     command += (command.empty() ? "" : " ") + word;
   }
   return runCommand(command, seconds);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return run(argc, argv);
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "nel-ctl: %s\n", error.what());
+    return ctl::kExitFailure;
+  }
 }

@@ -50,6 +50,7 @@ void runDetached(const std::vector<std::string>& words) {
   usual.sa_handler = SIG_DFL;
   sigaction(SIGCHLD, &usual, &ofLink);
   std::vector<char*> arguments;
+  arguments.reserve(words.size() + 1);
   for (const std::string& word : words) {
     arguments.push_back(const_cast<char*>(word.c_str()));
   }

@@ -105,6 +105,7 @@ int becomePostmaster(const std::vector<std::string>& words) {
     return fail("cannot find the Postmaster " + words.front());
   }
   std::vector<char*> arguments;
+  arguments.reserve(words.size() + 1);
   for (const std::string& word : words) {
     arguments.push_back(const_cast<char*>(word.c_str()));
   }

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cerrno>
 #include <cstdint>
 #include <cstring>
@@ -140,7 +141,7 @@ std::string wireString(std::string_view text) {
 
 std::unique_ptr<Converter> Converter::open(const std::string& to, const std::string& from) {
   const iconv_t opened = iconv_open((to + "//TRANSLIT").c_str(), from.c_str());
-  if (opened == reinterpret_cast<iconv_t>(-1)) {
+  if (std::bit_cast<std::intptr_t>(opened) == -1) {
     return nullptr;
   }
   return std::unique_ptr<Converter>(new Converter(Handle(opened)));
