@@ -24,9 +24,9 @@ void read(const frames::Line& line) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const std::string_view bytes(reinterpret_cast<const char*>(data), size);
-  const std::size_t cut = size > 0 ? std::min<std::size_t>(data[0], size) : 0;
+void fuzz(std::span<const std::uint8_t> data) {
+  const std::string_view bytes(reinterpret_cast<const char*>(data.data()), data.size());
+  const std::size_t cut = data.empty() ? 0 : std::min<std::size_t>(data[0], data.size());
   frames::LineSplitter lines;
   frames::Line line;
   for (const std::string_view piece : {bytes.substr(0, cut), bytes.substr(cut)}) {
@@ -38,5 +38,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   if (lines.rest(line)) {
     read(line);
   }
-  return 0;
 }
