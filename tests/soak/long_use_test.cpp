@@ -166,7 +166,7 @@ TEST_F(LongUse, LeavesTheProgramAsItWas) {
   // Without menus, which each opening adds anew.
   folder.write("nelkv.btn", ":Mine\nOne\ndo One\n:COLLAPSED Second\nTwo\ndo Two\n");
   connect();
-  const int rounds = std::clamp(kMostRounds / theSoak.part, kLeastRounds, kMostRounds);
+  const int rounds = std::clamp(kMostRounds / theSoak.divisor, kLeastRounds, kMostRounds);
   const auto began = std::chrono::steady_clock::now();
   Figures first;
   for (int round = 0; round < rounds; ++round) {

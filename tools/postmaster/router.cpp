@@ -194,6 +194,9 @@ Routing Router::leave(ClientId client, LeaveReason reason) {
   const int type = tools.at(client).type;
   tools.erase(client);
   uiGone = uiGone || type == kUi;
+  if (type == EXTERNAL) {
+    visitorsCommand.clear();
+  }
   Routing routing;
   const std::string name = toolName(type);
   ToolMessage news = numbers({type, static_cast<int>(reason)});

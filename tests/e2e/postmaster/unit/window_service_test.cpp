@@ -232,6 +232,11 @@ TEST(Router, LosesNoCommandAndAsksInItsOwnName) {
 12: 2002) "v"
 10: 2000) "late"
 )");
+  // What he did not wait for is not told to the next one.
+  visit("w");
+  router.connectionLost(kVisitor, LeaveReason::kHungUp);
+  come(kVisitor, frame(EXTERNAL, NELMPM, MSG_CONNECT));
+  EXPECT_EQ(come(kKv, fromTester(MSG_T_TEXT, {"t"})), "10: 2000) \"t\"\n");
   router.connectionLost(kKv, LeaveReason::kHungUp);
   router.awaitTester(true);
   come(kUi, fromUi(MSG_UI_COMMAND, {"given up"}));
