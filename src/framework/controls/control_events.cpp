@@ -53,6 +53,9 @@ bool zControl::onWidgetEvent(XEvent& xevent) {
 }
 
 bool zControl::takeKey(zEvent& event) {
+  // Who gets a key has the focus. Taking it later once more would bring the user back from where
+  // this key leads him.
+  cancelFocusTimer();
   XKeyEvent& press = event.xevent->xkey;
   const zKeyLookup key = lookUpKey(press);
   event.message = kMsgKeyDown;

@@ -70,11 +70,14 @@ TEST_F(Dialogs, WalkByTabInTheOrderOfCreationAndStoreWhatWasTypedWhenAllThatAreE
   windowCast<zEditBase>(&control(kDialogFirstEdit))->setBoundString(&label);
   windowCast<zEditBase>(&control(kDialogSecondEdit))->setBoundString(&definition);
   Picky picky(dialog.get(), new zSizer(0, 0, 5, 5), kStyleTabStop);
+  Recorder back("back");
   const zPushButton behind(frame.get(), new zSizer(0, 0, 60, 30), kStyleControlStop, "Behind", 9);
   runs(1, [&] {
     EXPECT_EQ(zApp::instance()->modalDepth(), 1);
     ui::click(behind.widget());
+    control(kDialogFirstEdit).setFocus();
     ui::typeText("Go\tnext 1");
+    control(kDialogFirstEdit).addHandler(&back, kFirst, kMsgFocusIn);
     for (const int id : {kDialogOk, kDialogApply, kDialogCancel}) {
       ui::pressKey(XK_Tab);
       EXPECT_TRUE(ui::focusIs(control(id).widget())) << id;
@@ -82,6 +85,7 @@ TEST_F(Dialogs, WalkByTabInTheOrderOfCreationAndStoreWhatWasTypedWhenAllThatAreE
     control(kDialogSecondEdit).disable();
     ui::click(control(kDialogOk).widget());
     ui::waitForFocus(picky.widget());
+    EXPECT_EQ(back.runs, 0) << "where the user came from";
     EXPECT_EQ(label, "old");
     picky.disable();
     ui::click(control(kDialogOk).widget());
@@ -150,10 +154,10 @@ TEST_F(Dialogs, ReturnAndEscapePressTheButtonThatIsMeantUnlessTheControlHasUseFo
   };
   ui::ModalScript script;
   script.onDialog(kTitle, [&] {
-    ui::pressKey(XK_Return);
-    EXPECT_EQ(noted(), "53 ") << "the first focus";
     keys.childById(kLine)->takeFocus();
     ui::waitForFocus(other.widget());  // for the time that the window manager takes
+    ui::pressKey(XK_Return);
+    EXPECT_EQ(noted(), "53 ") << "the first focus";
     EXPECT_EQ(pressed({kLine, kFixedBox, kBox, kOther}, XK_Return), "1 / 1 / / 53 / ");
     EXPECT_EQ(pressed({kLine, kFixedBox, kBox}, XK_Escape), "2 / 2 / 2 / ");
     zDefPushButton byDefault(&keys, place(), kStyleControlStop | kButtonDefault, "D", kDefault);
