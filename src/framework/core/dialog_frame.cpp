@@ -10,6 +10,7 @@
 
 #include "framework/core/application.h"
 #include "framework/core/interfaces.h"
+#include "framework/core/resource_values.h"
 #include "framework/core/x_settings.h"
 #include "framework/draw/font.h"
 #include "framework/draw/measure.h"
@@ -68,7 +69,7 @@ zSizer* zDialogFrame::sizerAt(const zDialogPlace& place) const {
 }
 
 void zDialogFrame::chooseFont(const DialogResource& resource) {
-  const int points = static_cast<int>(resource.fontSize) + g_XSettings.incFontInDialogBy;
+  const int points = dialogFontPoints(resource.fontSize, g_XSettings.incFontInDialogBy);
   const zPrPoint size(0, points * kPointTenths);
   setFont(zRCFont(zFontSpec(resource.fontName, size, kFontRegular)), 0);
 }

@@ -4,6 +4,7 @@
 #include "framework/core/frame.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 #include <utility>
 
@@ -53,16 +54,17 @@ int functionsFor(std::uint32_t style) {
 
 // The size that a frame starts with when nobody gave one.
 zDimension startSize(const ziScreen& screen) {
-  zDimension wanted = g_XSettings.startSize;
+  const zDimension wanted = g_XSettings.startSize;
   if (wanted.width <= 0 || wanted.height <= 0) {
     return {screen.screenWidth / 2, screen.screenHeight / 3};
   }
   // Letters grow with the resolution of a dense screen, so the window does.
-  wanted.width = wanted.width * std::max(screen.dotsPerInchX, kPlainResolution) / kPlainResolution;
-  wanted.height =
-      wanted.height * std::max(screen.dotsPerInchY, kPlainResolution) / kPlainResolution;
-  return {std::min(wanted.width, screen.screenWidth - kDecoration.width),
-          std::min(wanted.height, screen.screenHeight - kDecoration.height)};
+  const auto grown = [](int length, int dotsPerInch, int room) {
+    const std::int64_t dots = std::max(dotsPerInch, kPlainResolution);
+    return static_cast<int>(std::min<std::int64_t>(length * dots / kPlainResolution, room));
+  };
+  return {grown(wanted.width, screen.dotsPerInchX, screen.screenWidth - kDecoration.width),
+          grown(wanted.height, screen.dotsPerInchY, screen.screenHeight - kDecoration.height)};
 }
 
 // Somewhere in the upper left quarter, but all of it on the screen.

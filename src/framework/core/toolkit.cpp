@@ -3,7 +3,6 @@
 #include "framework/core/toolkit_xm.h"
 
 #include <array>
-#include <charconv>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -12,10 +11,10 @@
 #include <string_view>
 #include <vector>
 
+#include "framework/core/resource_values.h"
 #include "framework/core/x_settings.h"
 #include "framework/draw/color.h"
 #include "framework/draw/font_dict.h"
-#include "framework/draw/measure.h"
 #include "framework/draw/screen.h"
 
 #include <X11/Intrinsic.h>
@@ -49,19 +48,6 @@ void reportXtError(char* message) {
 // and asking for some early pushes those out that each dialog needs.
 
 namespace {
-
-// "#rrggbb", the form of all colours in the resource file that comes with the program.
-std::optional<zColor> hexColour(std::string_view text) {
-  constexpr std::size_t kLength = 7;
-  constexpr int kHex = 16;
-  std::uint32_t rgb = 0;
-  if (text.size() != kLength || text.front() != '#') {
-    return std::nullopt;
-  }
-  const char* end = text.data() + text.size();
-  const auto [stopped, error] = std::from_chars(text.data() + 1, end, rgb, kHex);
-  return error == std::errc() && stopped == end ? std::optional(zColor(rgb)) : std::nullopt;
-}
 
 Boolean convertColour(Display* display, XrmValue* arguments, Cardinal* count, XrmValue* from,
                       XrmValue* to, XtPointer* data) {
@@ -179,8 +165,6 @@ void dropOldConfigureEvents(Display* display) {
 
 namespace {
 
-constexpr std::size_t kPixelField = 7;
-constexpr std::size_t kPointField = 8;
 // The deepest path of names that a resource is looked for with.
 constexpr std::size_t kLongestPath = 100;
 
@@ -190,31 +174,6 @@ struct FontEntry {
   std::vector<XrmQuark> names;
   zFontSpec font;
 };
-
-std::string_view fieldOf(std::string_view name, std::size_t wanted) {
-  for (std::size_t field = 0; field < wanted; ++field) {
-    const std::size_t dash = name.find('-');
-    name = dash == std::string_view::npos ? std::string_view() : name.substr(dash + 1);
-  }
-  return name.substr(0, name.find('-'));
-}
-
-// What a name asks for that gives a point size and leaves the pixel size open.
-std::optional<zFontSpec> askedInPoints(std::string_view name) {
-  const std::string_view points = fieldOf(name, kPointField);
-  int tenths = 0;
-  const auto [end, error] = std::from_chars(points.data(), points.data() + points.size(), tenths);
-  if (!name.starts_with('-') || fieldOf(name, kPixelField) != "*" || error != std::errc() ||
-      end != points.data() + points.size() || tenths <= 0) {
-    return std::nullopt;
-  }
-  const std::optional<ziFontDictEntry> fields = parseXlfd(name);
-  if (!fields) {
-    return std::nullopt;
-  }
-  return zFontSpec(fields->family, zPrPoint(0, tenths), fields->weight,
-                   static_cast<zFontPitch>(fields->pitch), fields->italic != 0);
-}
 
 Bool collect(XrmDatabase* /*database*/, XrmBindingList bindings, XrmQuarkList names,
              XrmRepresentation* /*type*/, XrmValue* value, XPointer entries) {

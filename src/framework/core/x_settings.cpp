@@ -2,10 +2,11 @@
 
 #include <cstdarg>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <string>
 #include <vector>
+
+#include "framework/core/resource_values.h"
 
 #include <X11/Intrinsic.h>
 
@@ -14,27 +15,6 @@ namespace {
 constexpr int kUnread = -1;
 constexpr int kUseChildMdiByDefault = 1;
 constexpr int kDebugLevelByDefault = 0;
-
-int asNumber(const std::string& text) {
-  const int number = std::atoi(text.c_str());
-  if (number == 0 && (text == "True" || text == "true")) {
-    return 1;
-  }
-  return number;
-}
-
-// The form of a geometry string without a place; anything else is no size.
-zDimension asSize(const std::string& text) {
-  int x = 0;
-  int y = 0;
-  unsigned width = 0;
-  unsigned height = 0;
-  constexpr int kSizeOnly = WidthValue | HeightValue;
-  if (XParseGeometry(text.c_str(), &x, &y, &width, &height) != kSizeOnly) {
-    return {};
-  }
-  return {static_cast<int>(width), static_cast<int>(height)};
-}
 
 }  // namespace
 

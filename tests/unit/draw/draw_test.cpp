@@ -5,6 +5,7 @@
 #include <climits>
 #include <sstream>
 
+#include "framework/core/resource_values.h"
 #include "framework/draw/color.h"
 #include "framework/draw/font_dict.h"
 #include "framework/draw/measure.h"
@@ -122,6 +123,24 @@ TEST(Xlfd, IsReadFieldByFieldWhateverItHolds) {
 std::string fontName(const std::string& family, const std::string& sizes,
                      const std::string& foundry = "adobe") {
   return "-" + foundry + "-" + family + "-normal--" + sizes + "-iso8859-1";
+}
+
+// Users write them.
+TEST(ResourceValues, HaveLimitsWhateverIsWritten) {
+  for (const auto& [text, number] : {std::pair("99999999999999999999", INT_MAX),
+                                     {"-3e9", -3},
+                                     {"-2147483649", INT_MIN},
+                                     {"True", 1},
+                                     {"7x", 7},
+                                     {"", 0}}) {
+    EXPECT_EQ(asNumber(text), number) << text;
+  }
+  EXPECT_EQ(dialogFontPoints(11, 5), 16);
+  EXPECT_EQ(dialogFontPoints(11, INT_MIN), 5);
+  EXPECT_EQ(dialogFontPoints(UINT_MAX, INT_MAX), 72);
+  const std::string name = "-*-helvetica-bold-r-normal--*-110-*";
+  EXPECT_EQ(askedInPoints(name).value_or(zFontSpec()).log().faceName.view(), "helvetica");
+  EXPECT_FALSE(askedInPoints(name + "," + name)) << "one of a list is not all of it";
 }
 
 TEST(FontPenalty, IsTheSumOfTheDifferences) {
