@@ -119,9 +119,9 @@ std::vector<std::string> postmasterWords(const Options& options, const std::stri
     return isKept ? stateFolder + "/" + usual : std::string();
   };
   std::vector<std::string> words = {"nelmpm"};
-  addOption(words, "--transcript", fileOf(options.transcript, "transcript.txt"));
-  addOption(words, "--record", fileOf(options.recording, "recording.txt"));
-  addOption(words, "--history", fileOf(options.history, "history.txt"));
+  addOption(words, "--transcript", fileOf(options.transcript, kTranscript));
+  addOption(words, "--record", fileOf(options.recording, kRecording));
+  addOption(words, "--history", fileOf(options.history, kHistory));
   addOption(words, "--trace", options.trace);
   addOption(words, "--charset", options.charset == "none" ? "" : options.charset);
   words.insert(words.end(), {"--join-text", "--keep-buttons"});

@@ -31,6 +31,11 @@ struct CommandLine {
 };
 CommandLine parseCommandLine(int argc, const char* const* argv);
 
+/// The files in the folder that is kept.
+inline constexpr const char* kTranscript = "transcript.txt";
+inline constexpr const char* kRecording = "recording.txt";
+inline constexpr const char* kHistory = "history.txt";
+
 /// The arguments of nelmpm, its name first. `stateFolder` is where the files stand that were not
 /// named; without one they are not kept.
 std::vector<std::string> postmasterWords(const Options& options, const std::string& stateFolder);

@@ -61,14 +61,24 @@ void offerResources() {
   }
 }
 
-// Nobody else is to read what a user types. An empty text when the folder is there.
+std::string writeFault(const std::string& path) {
+  const bool isUsable = access(path.c_str(), W_OK) == 0 || errno == ENOENT;
+  return isUsable ? "" : "cannot write to " + path + ": " + std::strerror(errno);
+}
+
+// Nobody else is to read what a user types. An empty text when the folder is there and may be
+// written, and what stands in it: another user may have made it, as root does for one who tries.
 std::string folderFault(const std::string& folder) {
   std::error_code error;
   fs::create_directories(fs::path(folder).parent_path(), error);
   if (!error && fs::create_directory(folder, error)) {
     fs::permissions(folder, fs::perms::owner_all, error);
   }
-  return error ? "cannot make the folder " + folder + ": " + error.message() : "";
+  std::string why = error ? "cannot make the folder " + folder + ": " + error.message() : "";
+  for (const char* name : {"", launcher::kTranscript, launcher::kRecording, launcher::kHistory}) {
+    why = why.empty() ? writeFault(folder + "/" + name) : why;
+  }
+  return why;
 }
 
 std::string testerFault(const std::string& command) {
@@ -81,12 +91,13 @@ std::string testerFault(const std::string& command) {
 
 // Where the session's files go; an empty text when they are not kept.
 std::string stateFolder(const launcher::Options& options) {
-  const std::string folder =
-      launcher::stateFolderOf(std::getenv("XDG_STATE_HOME"), std::getenv("HOME"));
-  if (options.keepsNothing || folder.empty()) {
+  if (options.keepsNothing || !options.replay.empty()) {
     return {};
   }
-  const std::string why = folderFault(folder);
+  const std::string folder =
+      launcher::stateFolderOf(std::getenv("XDG_STATE_HOME"), std::getenv("HOME"));
+  const std::string why =
+      folder.empty() ? "neither XDG_STATE_HOME nor HOME names a folder" : folderFault(folder);
   if (!why.empty()) {
     fail(why + "; transcript, recording and history are not kept");
   }
