@@ -102,3 +102,11 @@ function(nel_test name)
     endif()
   endif()
 endfunction()
+
+# nel_test_runs(test program...): the programs that a test starts; none where it is to start those
+# that are installed, in the folder NEL_PROGRAMS.
+function(nel_test_runs test)
+  if(NOT DEFINED ENV{NEL_PROGRAMS})
+    add_dependencies(${test} ${ARGN})
+  endif()
+endfunction()
