@@ -109,9 +109,10 @@ std::string stateFolderOf(const char* stateHome, const char* home) {
   return home != nullptr && home[0] == '/' ? std::string(home) + "/.local/state/korvane" : "";
 }
 
-std::vector<std::string> postmasterWords(const Options& options, const std::string& stateFolder) {
+std::vector<std::string> postmasterWords(const Options& options, const std::string& stateFolder,
+                                         const std::string& recording) {
   const bool isReplay = !options.replay.empty();
-  const auto fileOf = [&](const std::optional<std::string>& named, const char* usual) {
+  const auto fileOf = [&](const std::optional<std::string>& named, const std::string& usual) {
     if (named) {
       return *named;
     }
@@ -120,7 +121,7 @@ std::vector<std::string> postmasterWords(const Options& options, const std::stri
   };
   std::vector<std::string> words = {"nelmpm"};
   addOption(words, "--transcript", fileOf(options.transcript, kTranscript));
-  addOption(words, "--record", fileOf(options.recording, kRecording));
+  addOption(words, "--record", fileOf(options.recording, recording));
   addOption(words, "--history", fileOf(options.history, kHistory));
   addOption(words, "--trace", options.trace);
   addOption(words, "--charset", options.charset == "none" ? "" : options.charset);

@@ -38,7 +38,8 @@ inline constexpr const char* kHistory = "history.txt";
 
 /// The arguments of nelmpm, its name first. `stateFolder` is where the files stand that were not
 /// named; without one they are not kept.
-std::vector<std::string> postmasterWords(const Options& options, const std::string& stateFolder);
+std::vector<std::string> postmasterWords(const Options& options, const std::string& stateFolder,
+                                         const std::string& recording = kRecording);
 
 /// The folder for files of this kind: "korvane" below XDG_STATE_HOME (`stateHome`), or below
 /// ".local/state" in `home` when that is no absolute path. Empty without either.

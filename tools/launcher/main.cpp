@@ -4,7 +4,10 @@
 #include "launcher/launch.h"
 #include "postmaster/options.h"
 #include "postmaster/processes.h"
+#include "support/descriptor.h"
 
+#include <fcntl.h>
+#include <sys/file.h>
 #include <unistd.h>
 #include <X11/Xlib.h>
 
@@ -104,6 +107,20 @@ std::string stateFolder(const launcher::Options& options) {
   return why.empty() ? folder : std::string();
 }
 
+bool isWritten(const std::string& path) {
+  const UniqueDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+  return file.isOpen() && ::flock(file.get(), LOCK_SH | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+}
+
+// That of a session beside which no other one runs has the plain name.
+std::string freeRecording(const std::string& folder) {
+  std::string name = launcher::kRecording;
+  for (int number = 2; isWritten(folder + "/" + name); ++number) {
+    name = "recording-" + std::to_string(number) + ".txt";
+  }
+  return name;
+}
+
 // An empty text when all that can be looked at before the start is there.
 std::string faultOf(const launcher::Options& options) {
   const std::string why = options.replay.empty() ? testerFault(options.tester) : "";
@@ -137,5 +154,6 @@ int main(int argc, char** argv) {
     return fail(why);
   }
   offerResources();
-  return becomePostmaster(launcher::postmasterWords(*line.options, stateFolder(*line.options)));
+  const std::string folder = stateFolder(*line.options);
+  return becomePostmaster(launcher::postmasterWords(*line.options, folder, freeRecording(folder)));
 }

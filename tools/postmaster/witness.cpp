@@ -3,12 +3,39 @@
 #include "frames/recording.h"
 #include "support/descriptor.h"
 
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+
 #include <cerrno>
 #include <chrono>
 #include <cstring>
 #include <filesystem>
 
 namespace postmaster {
+
+namespace {
+
+// Two sessions that begin the same file anew would write over each other, so the first one keeps
+// it. What is no regular file is for everybody. Null, and errno, when it cannot be had.
+std::FILE* openEmpty(const std::string& fileName) {
+  constexpr mode_t kForAll = 0666;
+  UniqueDescriptor opened(::open(fileName.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, kForAll));
+  struct stat status = {};
+  if (!opened.isOpen() || ::fstat(opened.get(), &status) != 0) {
+    return nullptr;
+  }
+  if (S_ISREG(status.st_mode)) {
+    // Some file systems know no locks.
+    const bool isOthers = ::flock(opened.get(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+    if (isOthers || ::ftruncate(opened.get(), 0) != 0) {
+      return nullptr;
+    }
+  }
+  return ::fdopen(opened.release(), "w");
+}
+
+}  // namespace
 
 bool endsWithinLine(const std::string& fileName) {
   std::error_code error;
@@ -34,9 +61,12 @@ std::string GrowingFile::open(const std::string& fileName, Start start) {
     file.reset(stdout);
     return {};
   }
-  file.reset(std::fopen(fileName.c_str(), start == Start::kEmpty ? "we" : "ae"));
-  return file ? std::string{}
-              : "cannot write the " + name + " to " + fileName + ": " + std::strerror(errno);
+  file.reset(start == Start::kEmpty ? openEmpty(fileName) : std::fopen(fileName.c_str(), "ae"));
+  if (file) {
+    return {};
+  }
+  const char* why = errno == EWOULDBLOCK ? "another session writes it" : std::strerror(errno);
+  return "cannot write the " + name + " to " + fileName + ": " + why;
 }
 
 void GrowingFile::write(std::string_view text) {

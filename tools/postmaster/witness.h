@@ -38,7 +38,7 @@ class GrowingFile {
       : name(std::move(what)), complaints(complaintsOut) {}
 
   /// Opens `fileName`, "-" being standard output. Returns an empty text or a line that says why it
-  /// failed.
+  /// failed; a file that begins anew is this one's until its end.
   std::string open(const std::string& fileName, Start start);
 
   void write(std::string_view text);

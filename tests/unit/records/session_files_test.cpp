@@ -50,6 +50,23 @@ TEST(Transcript, TellsTextsCommandsQuestionsAndAnswersApart) {
             "T # malformed: MSG_T_TEXT(2000)\n");
 }
 
+// Of two sessions at the same time, the later one wrote over the other's.
+TEST(Recording, BelongsToTheSessionThatBeganIt) {
+  const TemporaryFolder folder;
+  const std::string file = folder.write("r", "an older session\n");
+  std::ostringstream errors;
+  postmaster::Complaints complaints(errors);
+  auto first = std::make_unique<postmaster::Recorder>(complaints);
+  postmaster::Recorder second(complaints);
+  EXPECT_EQ(first->open(file), "");
+  const std::string kept = readFile(file);
+  EXPECT_EQ(kept.find("older"), std::string::npos);
+  EXPECT_THAT(second.open(file), testing::EndsWith("/r: another session writes it"));
+  EXPECT_EQ(readFile(file), kept);
+  first.reset();
+  EXPECT_EQ(second.open(file), "");
+}
+
 TEST(Transcript, GoesOnBehindWhatARunThatDiedHasLeft) {
   const TemporaryFolder folder;
   const std::string file = folder.write("t", "T | torn");
