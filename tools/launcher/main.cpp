@@ -79,7 +79,7 @@ std::string folderFault(const std::string& folder) {
   }
   std::string why = error ? "cannot make the folder " + folder + ": " + error.message() : "";
   for (const char* name : {"", launcher::kTranscript, launcher::kRecording, launcher::kHistory}) {
-    why = why.empty() ? writeFault(folder + "/" + name) : why;
+    why = why.empty() ? writeFault((fs::path(folder) / name).string()) : why;
   }
   return why;
 }
@@ -107,7 +107,7 @@ std::string stateFolder(const launcher::Options& options) {
   return why.empty() ? folder : std::string();
 }
 
-bool isWritten(const std::string& path) {
+bool isWritten(const fs::path& path) {
   const UniqueDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
   return file.isOpen() && ::flock(file.get(), LOCK_SH | LOCK_NB) != 0 && errno == EWOULDBLOCK;
 }
@@ -115,7 +115,7 @@ bool isWritten(const std::string& path) {
 // That of a session beside which no other one runs has the plain name.
 std::string freeRecording(const std::string& folder) {
   std::string name = launcher::kRecording;
-  for (int number = 2; isWritten(folder + "/" + name); ++number) {
+  for (int number = 2; isWritten(fs::path(folder) / name); ++number) {
     name = "recording-" + std::to_string(number) + ".txt";
   }
   return name;
