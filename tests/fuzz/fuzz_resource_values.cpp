@@ -20,7 +20,9 @@ void fuzz(std::span<const std::uint8_t> data) {
   require(!colour || (text.size() == 7 && text.find_first_of("+- ") == std::string::npos));
 
   const auto font = askedInPoints(text);
-  require(!font || (font->log().height >= 0 && text.find(',') == std::string::npos));
+  require(!font || font->log().height >= 0);
+  const auto list = resolvedPoints(text, [](const zFontSpec&) { return std::string(); });
+  require(!list || list->size() < text.size());
   const auto fields = parseXlfd(text);
   require(!fields || fontPenalty(*fields, font.value_or(zFontSpec()), {}) >= 0);
   const std::string name = scaledFontName(text, number);

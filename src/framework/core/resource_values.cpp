@@ -15,8 +15,7 @@ namespace {
 
 constexpr std::size_t kPixelField = 7;
 constexpr std::size_t kPointField = 8;
-// What parts the names of a list, and what stands behind one that names a set or has a tag.
-constexpr std::string_view kListMarks = ",;:=";
+constexpr int kMostTenths = 720;
 
 std::string_view fieldOf(std::string_view name, std::size_t wanted) {
   for (std::size_t field = 0; field < wanted; ++field) {
@@ -68,20 +67,39 @@ std::optional<zFontSpec> askedInPoints(std::string_view name) {
   int tenths = 0;
   const auto [end, error] = std::from_chars(points.data(), points.data() + points.size(), tenths);
   if (!name.starts_with('-') || fieldOf(name, kPixelField) != "*" || error != std::errc() ||
-      end != points.data() + points.size() || tenths <= 0 ||
-      name.find_first_of(kListMarks) != std::string_view::npos) {
+      end != points.data() + points.size() || tenths <= 0) {
     return std::nullopt;
   }
   const std::optional<ziFontDictEntry> fields = parseXlfd(name);
   if (!fields) {
     return std::nullopt;
   }
-  return zFontSpec(fields->family, zPrPoint(0, tenths), fields->weight,
+  return zFontSpec(fields->family, zPrPoint(0, std::min(tenths, kMostTenths)), fields->weight,
                    static_cast<zFontPitch>(fields->pitch), fields->italic != 0);
+}
+
+std::optional<std::string> resolvedPoints(
+    std::string_view list, const std::function<std::string(const zFontSpec&)>& nameOf) {
+  std::string resolved;
+  bool isAny = false;
+  while (!list.empty()) {
+    const std::string_view entry = list.substr(0, std::min(list.find(','), list.size() - 1) + 1);
+    list.remove_prefix(entry.size());
+    // Behind a name: its tag, the next name, or the others of its set.
+    const std::size_t start = std::min(entry.find_first_not_of(" \t\n"), entry.size());
+    const std::size_t end = std::min(entry.find_first_of("=,;:"), entry.size());
+    const bool isSet = end < entry.size() && (entry[end] == ';' || entry[end] == ':');
+    const auto font =
+        isSet || start > end ? std::nullopt : askedInPoints(entry.substr(start, end - start));
+    resolved += entry.substr(0, start);
+    resolved += font ? nameOf(*font) + std::string(entry.substr(end)) : entry.substr(start);
+    isAny = isAny || font;
+  }
+  return isAny ? std::optional(resolved) : std::nullopt;
 }
 
 int dialogFontPoints(unsigned points, int added) {
   constexpr std::int64_t kFewest = 5;
-  constexpr std::int64_t kMost = 72;
+  constexpr std::int64_t kMost = 24;
   return static_cast<int>(std::clamp(std::int64_t{points} + added, kFewest, kMost));
 }

@@ -172,19 +172,22 @@ constexpr std::size_t kLongestPath = 100;
 struct FontEntry {
   std::vector<XrmBinding> bindings;
   std::vector<XrmQuark> names;
-  zFontSpec font;
+  std::string list;
 };
 
 Bool collect(XrmDatabase* /*database*/, XrmBindingList bindings, XrmQuarkList names,
              XrmRepresentation* /*type*/, XrmValue* value, XPointer entries) {
   const std::string_view text(value->addr, value->size > 0 ? value->size - 1 : 0);
-  if (const std::optional<zFontSpec> font = askedInPoints(text)) {
+  const auto nameOf = [](const zFontSpec& font) {
+    return ziDrawCache::instance().fonts()->realize(font)->fullName.str();
+  };
+  if (const auto list = resolvedPoints(text, nameOf)) {
     std::size_t length = 0;
     while (names[length] != NULLQUARK) {
       ++length;
     }
     reinterpret_cast<std::vector<FontEntry>*>(entries)->push_back(
-        {{bindings, bindings + length}, {names, names + length + 1}, *font});
+        {{bindings, bindings + length}, {names, names + length + 1}, *list});
   }
   return False;  // goes on
 }
@@ -198,8 +201,6 @@ void resolveFontPoints(Display* display) {
   XrmEnumerateDatabase(database, anyPath.data(), anyPath.data(), XrmEnumAllLevels, collect,
                        reinterpret_cast<XPointer>(&entries));
   for (FontEntry& entry : entries) {
-    const ziFontCacheEntry* font = ziDrawCache::instance().fonts()->realize(entry.font);
-    XrmQPutStringResource(&database, entry.bindings.data(), entry.names.data(),
-                          font->fullName.c_str());
+    XrmQPutStringResource(&database, entry.bindings.data(), entry.names.data(), entry.list.c_str());
   }
 }

@@ -137,10 +137,14 @@ TEST(ResourceValues, HaveLimitsWhateverIsWritten) {
   }
   EXPECT_EQ(dialogFontPoints(11, 5), 16);
   EXPECT_EQ(dialogFontPoints(11, INT_MIN), 5);
-  EXPECT_EQ(dialogFontPoints(UINT_MAX, INT_MAX), 72);
+  EXPECT_EQ(dialogFontPoints(UINT_MAX, INT_MAX), 24);
   const std::string name = "-*-helvetica-bold-r-normal--*-110-*";
-  EXPECT_EQ(askedInPoints(name).value_or(zFontSpec()).log().faceName.view(), "helvetica");
-  EXPECT_FALSE(askedInPoints(name + "," + name)) << "one of a list is not all of it";
+  const auto nameOf = [](const zFontSpec& font) { return font.log().faceName.str(); };
+  EXPECT_EQ(resolvedPoints("6x13,\n " + name + "=t," + name + ";6x13:," + name, nameOf),
+            "6x13,\n helvetica=t," + name + ";6x13:,helvetica");
+  EXPECT_FALSE(resolvedPoints("6x13 , ", nameOf));
+  theScreen().dotsPerInchY = 72;
+  EXPECT_EQ(askedInPoints("-a-b-bold-r-n--*-2147483647-*").value_or(zFontSpec()).log().height, 72);
 }
 
 TEST(FontPenalty, IsTheSumOfTheDifferences) {
