@@ -12,8 +12,6 @@ void fuzz(std::span<const std::uint8_t> data) {
   const std::string text(data.begin(), data.end());
   const int number = asNumber(text);
   require(asNumber(std::to_string(number)) == number);
-  const int points = dialogFontPoints(static_cast<unsigned>(number), number);
-  require(points > 0 && points < 100);
   const zDimension size = asSize(text);
   require(size.width >= 0 && size.height >= 0);
   const auto colour = hexColour(text);

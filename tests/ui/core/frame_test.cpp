@@ -18,7 +18,6 @@ TEST(Frame, StartsWhereAndAsLargeAsItIsToldOrAsTheScreenAndTheSettingSuggest) {
       {"500x300", 192, new zSizer(nullptr), {1000, 600}},
       {"5000x5000", 96, new zSizer(nullptr), {1264, 984}},
       {"2147483647x3000000", 960, new zSizer(nullptr), {1264, 984}},
-      {"3000000000x100", 96, new zSizer(nullptr), {640, 341}},
       {"500x300", 96, new zSizer(70, 60, 90, 80), {90, 80}},
   };
   for (const auto& [setting, density, sizer, size] : rows) {

@@ -142,7 +142,6 @@ TEST(ResourceValues, HaveLimitsWhateverIsWritten) {
   const auto nameOf = [](const zFontSpec& font) { return font.log().faceName.str(); };
   EXPECT_EQ(resolvedPoints("6x13,\n " + name + "=t," + name + ";6x13:," + name, nameOf),
             "6x13,\n helvetica=t," + name + ";6x13:,helvetica");
-  EXPECT_FALSE(resolvedPoints("6x13 , ", nameOf));
   theScreen().dotsPerInchY = 72;
   EXPECT_EQ(askedInPoints("-a-b-bold-r-n--*-2147483647-*").value_or(zFontSpec()).log().height, 72);
 }

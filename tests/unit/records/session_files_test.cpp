@@ -56,15 +56,13 @@ TEST(Recording, BelongsToTheSessionThatBeganIt) {
   const std::string file = folder.write("r", "an older session\n");
   std::ostringstream errors;
   postmaster::Complaints complaints(errors);
-  auto first = std::make_unique<postmaster::Recorder>(complaints);
+  postmaster::Recorder first(complaints);
   postmaster::Recorder second(complaints);
-  EXPECT_EQ(first->open(file), "");
+  EXPECT_EQ(first.open(file), "");
   const std::string kept = readFile(file);
   EXPECT_EQ(kept.find("older"), std::string::npos);
   EXPECT_THAT(second.open(file), testing::EndsWith("/r: another session writes it"));
   EXPECT_EQ(readFile(file), kept);
-  first.reset();
-  EXPECT_EQ(second.open(file), "");
 }
 
 TEST(Transcript, GoesOnBehindWhatARunThatDiedHasLeft) {
