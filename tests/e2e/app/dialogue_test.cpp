@@ -34,19 +34,6 @@ TEST_F(AppTest, SendsWhatIsTypedPieceByPieceAndBringsBackWhatTheTesterConfirmed)
   hear({"a"});
 }
 
-// Intended: the end of an inner box ends the wait of the outer one, too.
-TEST_F(AppTest, AcknowledgesBoxesThatStandOverEachOther) {
-  connect();
-  postmaster.send(MSG_T_ERROR_BOX, "Outer", "text");
-  const Window outer = user.awaitWindow("Outer");
-  postmaster.send(MSG_T_ERROR_BOX, "Inner", "text");
-  answer("Inner");
-  postmaster.expect(MSG_UI_ACK);
-  postmaster.expect(MSG_UI_ACK);
-  user.awaitGone(outer);
-  awaitCommandLine();
-}
-
 TEST_F(AppTest, FollowsTheTestersTitleAndDirectory) {
   const auto expectToWorkIn = [this](const std::filesystem::path& expected) {
     expectAnswer();
