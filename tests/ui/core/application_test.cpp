@@ -6,8 +6,11 @@
 #include <iostream>
 
 #include "framework/core/process_entry.h"
+#include "framework/core/x_settings.h"
 #include "framework/draw/screen.h"
 #include "tests/ui/core/core_test.h"
+
+#include "framework/core/toolkit_xm.h"  // needs X behind it
 
 namespace {
 
@@ -39,6 +42,29 @@ TEST(Accelerator, IsTheFirstRowBeforeTheEndWhoseKeyItIsAndWhoseModifiersAreAmong
     keysyms += std::to_string(virtualKeysym(name).value_or(0)) + " ";
   }
   EXPECT_EQ(keysyms, "65470 65481 65535 65379 65362 0 0 ");
+}
+
+TEST(Resources, ThatAskForAFontInPointsNameOneOfThePixelsThatThisScreenTakesForThem) {
+  const std::pair<const char*, const char*> rows[] = {
+      {"-*-courier-bold-o-*-*-*-120-*-*-*-*-*-*", "-adobe-courier-bold-o-normal--17-"},
+      {"-*-helvetica-medium-r-*-*-*-100-*-*-p-*-*-*", "-adobe-helvetica-medium-r-normal--14-"},
+      {"-*-courier-bold-o-*-*-14-120-*-*-*-*-*-*", nullptr},
+      {"-*-courier-bold-o-*-*-*-*-*-*-*-*-*-*", nullptr},
+      {"-*-courier-bold-o-*-*-*-12x-*-*-*-*-*-*", nullptr},
+      {"-*-courier-bold-o-*-*-*-0-*-*-*-*-*-*", nullptr},
+      {"*-*-courier-bold-o-*-*-*-120-*-*-*-*-*-*", nullptr}};
+  XrmDatabase database = XtDatabase(ui::display());
+  const int usual = std::exchange(theScreen().dotsPerInchY, 100);
+  const auto keyOf = [](const char* asked) { return "points.a" + std::to_string(std::hash<std::string>()(asked)); };
+  for (const auto& [asked, named] : rows) {
+    XrmPutStringResource(&database, keyOf(asked).c_str(), asked);
+  }
+  resolveFontPoints(ui::display());
+  for (const auto& [asked, named] : rows) {
+    EXPECT_THAT(readXResource(ui::display(), keyOf(asked).c_str(), "A.B").value(),
+                testing::StartsWith(named == nullptr ? asked : named));
+  }
+  theScreen().dotsPerInchY = usual;
 }
 
 [[noreturn]] void runAlone(void (*appMain)(zApp* app)) {
