@@ -55,7 +55,9 @@ TEST(Resources, ThatAskForAFontInPointsNameOneOfThePixelsThatThisScreenTakesForT
       {"*-*-courier-bold-o-*-*-*-120-*-*-*-*-*-*", nullptr}};
   XrmDatabase database = XtDatabase(ui::display());
   const int usual = std::exchange(theScreen().dotsPerInchY, 100);
-  const auto keyOf = [](const char* asked) { return "points.a" + std::to_string(std::hash<std::string>()(asked)); };
+  const auto keyOf = [](const char* asked) {
+    return "points.a" + std::to_string(std::hash<std::string>()(asked));
+  };
   for (const auto& [asked, named] : rows) {
     XrmPutStringResource(&database, keyOf(asked).c_str(), asked);
   }

@@ -115,13 +115,19 @@ class DirectorySelection : public SideDialogs {
 TEST_F(DirectorySelection, GoesToWhatIsTypedAndToRowsUntilItIsConfirmed) {
   const auto walk = [&] {
     ui::waitForFocus(edit().widget());
+    EXPECT_NE(ui::look(list().innerWidget()).find("|*"), std::string::npos) << "in view";
+    list().setCurSel(0);
+    zEvent again = zEvent::of(kMsgActivate, 1);
+    static_cast<zFrameWin*>(dialog)->activate(&again);
+    EXPECT_EQ(list().selection(), 0);
     ui::typeText("a\n");
     EXPECT_EQ(path(), at("a/"));
     EXPECT_EQ(open("b"), at("a/b/"));
     RWCString line;
     list().itemText(line, list().count() - 3);
     EXPECT_EQ(open(line.c_str()), at(""));
-    EXPECT_EQ(open(" [odd]"), at(" [odd]/"));
+    ui::doubleClickRow(list().innerWidget(), list().selectString(" [odd]"));
+    EXPECT_EQ(path(), at(" [odd]/"));
     EXPECT_EQ(open("[root]"), "/");
     EXPECT_EQ(enter(at("none")), "-- Invalid path --");
     EXPECT_EQ(enter(at("a")), at("a/"));
