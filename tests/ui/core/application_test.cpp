@@ -45,28 +45,25 @@ TEST(Accelerator, IsTheFirstRowBeforeTheEndWhoseKeyItIsAndWhoseModifiersAreAmong
 }
 
 TEST(Resources, ThatAskForAFontInPointsNameOneOfThePixelsThatThisScreenTakesForThem) {
-  const std::pair<const char*, const char*> rows[] = {
+  // What is asked for, and how the name begins that it becomes.
+  const std::pair<std::string, std::string> rows[] = {
       {"-*-courier-bold-o-*-*-*-120-*-*-*-*-*-*", "-adobe-courier-bold-o-normal--17-"},
       {"-*-helvetica-medium-r-*-*-*-100-*-*-p-*-*-*", "-adobe-helvetica-medium-r-normal--14-"},
-      {"-*-courier-bold-o-*-*-14-120-*-*-*-*-*-*", nullptr},
-      {"-*-courier-bold-o-*-*-*-*-*-*-*-*-*-*", nullptr},
-      {"-*-courier-bold-o-*-*-*-12x-*-*-*-*-*-*", nullptr},
-      {"-*-courier-bold-o-*-*-*-0-*-*-*-*-*-*", nullptr},
-      {"*-*-courier-bold-o-*-*-*-120-*-*-*-*-*-*", nullptr}};
+      {"-*-courier-bold-o-*-*-14-120-*-*-*-*-*-*", "-*-"},
+      {"-*-courier-bold-o-*-*-*-12x-*-*-*-*-*-*", "-*-"},
+      {"-*-courier-bold-o-*-*-*-0-*-*-*-*-*-*", "-*-"},
+      {"*-*-courier-bold-o-*-*-*-120-*-*-*-*-*-*", "*-*-"}};
   XrmDatabase database = XtDatabase(ui::display());
+  for (const auto& [asked, begin] : rows) {
+    XrmPutStringResource(&database, ("points.a" + asked).c_str(), asked.c_str());
+  }
   const int usual = std::exchange(theScreen().dotsPerInchY, 100);
-  const auto keyOf = [](const char* asked) {
-    return "points.a" + std::to_string(std::hash<std::string>()(asked));
-  };
-  for (const auto& [asked, named] : rows) {
-    XrmPutStringResource(&database, keyOf(asked).c_str(), asked);
-  }
   resolveFontPoints(ui::display());
-  for (const auto& [asked, named] : rows) {
-    EXPECT_THAT(readXResource(ui::display(), keyOf(asked).c_str(), "A.B").value(),
-                testing::StartsWith(named == nullptr ? asked : named));
-  }
   theScreen().dotsPerInchY = usual;
+  for (const auto& [asked, begin] : rows) {
+    EXPECT_THAT(readXResource(ui::display(), ("points.a" + asked).c_str(), "A.B").value(),
+                testing::StartsWith(begin));
+  }
 }
 
 [[noreturn]] void runAlone(void (*appMain)(zApp* app)) {

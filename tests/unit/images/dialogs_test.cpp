@@ -5,38 +5,29 @@
 #include <gtest/gtest.h>
 
 #include <span>
+#include <sstream>
 
 namespace {
 
 TEST(DialogResource, HasItsControlsInTheAgreedPlaces) {
-  std::string places = "\n";
+  std::ostringstream places;
   for (std::uint32_t id = 0; id < 3000; ++id) {
-    const DialogResource* dialog = findDialogResource(id);
-    if (dialog == nullptr) {
-      continue;
-    }
-    const auto tell = [&places](std::initializer_list<std::uint32_t> numbers, char end) {
-      for (const std::uint32_t number : numbers) {
-        places += std::to_string(number) + ' ';
+    if (const DialogResource* dialog = findDialogResource(id)) {
+      places << '\n' << id << ' ' << dialog->cx << 'x' << dialog->cy << ':';
+      for (const ControlRecord& item : std::span(dialog->items, dialog->itemCount)) {
+        places << ' ' << item.x << ',' << item.y << ' ' << item.cx << 'x' << item.cy;
       }
-      places.back() = end;
-    };
-    tell({id, dialog->cx, dialog->cy, dialog->fontSize}, ':');
-    for (const ControlRecord& item : std::span(dialog->items, dialog->itemCount)) {
-      tell({item.x, item.y, item.cx, item.cy}, ';');
     }
-    places.back() = '\n';
   }
-  EXPECT_EQ(places, R"(
-503 152 166 11:17 143 50 15;84 143 50 15;17 9 81 8;17 25 115 100
-504 202 82 11:51 9 137 12;51 28 137 12;40 59 50 15;112 59 50 15;11 9 26 12;11 29 35 10
-505 204 81 11:51 9 138 12;51 28 138 12;12 59 50 15;75 59 50 15;139 59 50 15;11 9 26 12;11 29 35 10
-506 178 63 11:59 10 104 12;24 41 50 15;100 41 50 15;10 11 47 12
-507 218 65 11:59 10 143 12;17 41 50 15;81 41 50 15;145 41 50 15;10 11 47 12
-517 153 164 11:17 140 50 15;82 140 50 15;17 9 91 8;17 25 115 100
-519 205 65 11:14 41 51 15;78 41 50 15;140 41 50 15;44 9 117 8
-2304 200 64 11:40 41 50 15;110 41 50 15;90 10 98 12;10 11 78 12
-)");
+  EXPECT_EQ(places.str(), R"(
+503 152x166: 17,143 50x15 84,143 50x15 17,9 81x8 17,25 115x100
+504 202x82: 51,9 137x12 51,28 137x12 40,59 50x15 112,59 50x15 11,9 26x12 11,29 35x10
+505 204x81: 51,9 138x12 51,28 138x12 12,59 50x15 75,59 50x15 139,59 50x15 11,9 26x12 11,29 35x10
+506 178x63: 59,10 104x12 24,41 50x15 100,41 50x15 10,11 47x12
+507 218x65: 59,10 143x12 17,41 50x15 81,41 50x15 145,41 50x15 10,11 47x12
+517 153x164: 17,140 50x15 82,140 50x15 17,9 91x8 17,25 115x100
+519 205x65: 14,41 51x15 78,41 50x15 140,41 50x15 44,9 117x8
+2304 200x64: 40,41 50x15 110,41 50x15 90,10 98x12 10,11 78x12)");
 }
 
 }  // namespace
