@@ -123,8 +123,7 @@ TEST_F(AppTest, GoesOnAfterFramesAndMessagesThatAreNone) {
   const auto send = [this](int tag, std::string_view payload, int announced) {
     postmaster.sendRaw(wireText({kFrameDirected, tag, NELKV, NELKVUI, announced}, payload));
   };
-  constexpr int kUnknownTag = 4711;
-  send(kUnknownTag, wireWord(-1) + "text", 1 << 30);
+  send(4711, wireWord(-1) + "text", 1 << 30);
   answer(kMainTitle);
   postmaster.sendRaw(std::string("\0", 1) + "00000000?" + '\0');
   // Messages of other tools that nothing is done on.

@@ -35,11 +35,10 @@ TEST_F(MainWindow, HasItsPartsInTheirStripsWhichMakeRoomWhenTheyAreHidden) {
 }
 
 TEST_F(MainWindow, HasItsIconAndALeastSizeAndPastesIntoAHistoryThatHasSomethingOrGetsIt) {
-  const zDialogUnit least(260, 90);
   EXPECT_NE(ui::resource(window->shell(), "iconPixmap"), 0);
   EXPECT_EQ((zDimension{ui::resource(window->shell(), "minWidth"),
                         ui::resource(window->shell(), "minHeight")}),
-            least.size());
+            zDialogUnit(260, 90).size());
   std::string rows;
   for (const char* buffer : {"", "a", ""}) {
     theSession.copyBuffer = buffer;
