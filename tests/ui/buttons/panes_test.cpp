@@ -198,6 +198,11 @@ TEST_F(ButtonPanes, KeepTheButtonOfAWideGroupInSight) {
     const int gap = rightEdge(*set().parent()) - rightEdge(childOf<zPushButton>(pane(0)));
     EXPECT_TRUE(gap >= 0 && gap <= 30) << position;
   }
+  document().renameGroup(group(0), std::string(40, 'N'));
+  document().setExpanded(group(0), false);
+  EXPECT_EQ(rightEdge(childOf<zCheckBox>(pane(0))),
+            ui::areaOf(childOf<zPushButton>(pane(0)).widget()).x)
+      << "a name is whole";
 }
 
 TEST_F(ButtonPanes, ReachTheLastButtonOfMoreThanAWindowCanHold) {
