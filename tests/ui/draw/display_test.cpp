@@ -120,7 +120,7 @@ TEST_F(DrawTest, TheToolkitTakesAByteWithoutAGlyphForAsWideAsWhatTheServerDrawsF
     XFontStruct* fromServer = XLoadQueryFont(ui::display(), name);
     for (int byte = 0; byte < 256; ++byte) {
       const char letter = static_cast<char>(byte);
-      EXPECT_EQ(loaded->get()->per_char[byte].width, XTextWidth(fromServer, &letter, 1)) << name;
+      EXPECT_EQ(loaded->get()->per_char[byte].width, XTextWidth(fromServer, &letter, 1)) << byte;
     }
     XFreeFont(ui::display(), fromServer);
   }
