@@ -1,6 +1,8 @@
 // How a tool finds its Postmaster and is taken in. Each tool is a process of its own; it plays its
 // Postmaster, too, while it waits.
 
+#include <sys/resource.h>
+
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -28,6 +30,8 @@ class Handshake : public testing::Test {
     setMessageHandler([](int, int tag, int, const char*) {
       if (tag == MSG_TOOL_STARTED) {
         ToolReceive(kReceivePoll);  // as a dialog that the message opened would
+      } else if (tag == MSG_T_TEXT) {
+        std::raise(SIGALRM);  // when the poll has looked at its flags
       }
     });
     const int result = ToolInit(type);
@@ -76,27 +80,38 @@ TEST_F(Handshake, takesASilentPostmasterForABrokenConnection) {
   EXPECT_EXIT(initialise(NELKVUI, alarmComes), ExitedWithCode(0),
               says("alarm in 20 s\nNELKVUI:**ERR:Broken MPM connection.\n"
                    "-1 in state 3, flags 8, alarm 0\n"));
+  postmaster.accept();
+  EXPECT_EXIT(initialise(NELKVUI, [&] { return answer(frame(MSG_T_TEXT)); }), ExitedWithCode(145),
+              says("PROCESS(PID=~):**ERR Connection timeout. Exiting.\n"));
 }
 
 // Intended: each step goes on after a failure, and at last the name that the parent meant to use
 // is removed.
-TEST_F(Handshake, tellsEachStepThatFails) {
-  const std::string missing =
+TEST_F(Handshake, tellsEachStepThatFailsAndIsMadeOnce) {
+  const std::string noPort =
       "PROCESS(PID=~):**ERR:Cannot connect to Tessil Postmaster due to missing port. File " +
-      portFileName() +
-      "\n**ERR: PortControlClient::GetPortNumberClient:Clients portnumber not found!!\n"
+      portFileName() + "\n";
+  const std::string noSocket =
+      "PROCESS(~):**ERR: When trying initialization of connection - no connection to Tessil "
+      "Postmaster !!\n-1 -1\n";
+  const std::string refused =
+      "**ERR: PortControlClient::GetPortNumberClient:Clients portnumber not found!!\n"
       "PROCESS(~):**ERR: Cannot connect with Tessil Postmaster (no free port available).\n"
       "PROCESS(PID=~):**ERR: When trying to connect to Tessil Postmaster (SockOpenCl)-Errno=111 "
       "Connection refused\n"
       "PROCESS(~):**ERR: When trying to open connection - no connection to server !!\n-1 -1\n";
-  const auto connect = [] {
+  const auto connect = [](bool hasDescriptors) {
+    const rlimit limit{hasDescriptors ? 100U : 0U, 100U};
+    setrlimit(RLIMIT_NOFILE, &limit);
     const SocketControlClient client;
     std::fprintf(stderr, "%d %d\n", client.descriptor(), client.connectionResult());
-    _exit(0);
+    const SocketControlClient second;
   };
+  const std::string fatal = "PROCESS(PID=~): INTERNAL FATAL ERROR:#101. Exit !\n";
+  EXPECT_EXIT(connect(false), ExitedWithCode(156), says(noPort + noSocket + fatal));
   std::ofstream(socketFileName(0, getpid())) << "no socket";
   fs::remove(portFileName());
-  EXPECT_EXIT(connect(), ExitedWithCode(0), says(missing));
+  EXPECT_EXIT(connect(true), ExitedWithCode(156), says(noPort + refused + fatal));
   EXPECT_FALSE(fs::exists(socketFileName(0, getpid())));
 }
 

@@ -165,6 +165,8 @@ TEST_F(ToolInterface, saysWhatTheNextPollWouldFindAndWhatEndsTheSilence) {
   far.close();
   takes(0);
   EXPECT_TRUE(isSilent()) << "the end of the stream can be read for ever";
+  g_SocketClient.reset();
+  EXPECT_EQ(ToolReceive(kReceivePoll), 0) << "there is no link yet";
 }
 
 // Intended: any flag counts as a broken connection, once a run and only when no frame is there.

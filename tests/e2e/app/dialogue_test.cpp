@@ -4,7 +4,7 @@
 
 namespace {
 
-TEST_F(AppTest, SendsWhatIsTypedPieceByPieceAndBringsBackWhatTheTesterConfirmed) {
+TEST_F(AppTest, SendsWhatIsTypedPieceByPieceAsTheTesterConfirmsIt) {
   connect();
   user.type("list-process \"a;b\" \xE4\n");
   const Message typed = postmaster.expect(MSG_UI_COMMAND, "list-process \"a;b\" \xE4");
@@ -23,28 +23,6 @@ TEST_F(AppTest, SendsWhatIsTypedPieceByPieceAndBringsBackWhatTheTesterConfirmed)
   tell("more text");
   postmaster.send(MSG_T_PROMPT, "new");
   hear({"x"});
-  user.type("never confirmed\n");
-  hear({"never confirmed"});
-  user.press(XK_Down);
-  user.press(XK_Return);
-  hear({"new"});
-  for (const screen::KeySymbol key : {XK_Down, XK_Down, XK_Return}) {
-    user.press(key);
-  }
-  hear({"a"});
-}
-
-// Intended: the end of an inner box ends the wait of the outer one, too.
-TEST_F(AppTest, AcknowledgesBoxesThatStandOverEachOther) {
-  connect();
-  postmaster.send(MSG_T_ERROR_BOX, "Outer", "text");
-  const Window outer = user.awaitWindow("Outer");
-  postmaster.send(MSG_T_ERROR_BOX, "Inner", "text");
-  answer("Inner");
-  postmaster.expect(MSG_UI_ACK);
-  postmaster.expect(MSG_UI_ACK);
-  user.awaitGone(outer);
-  awaitCommandLine();
 }
 
 TEST_F(AppTest, FollowsTheTestersTitleAndDirectory) {

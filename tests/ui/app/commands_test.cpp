@@ -34,6 +34,20 @@ TEST_F(MainWindow, HasItsPartsInTheirStripsWhichMakeRoomWhenTheyAreHidden) {
   }
 }
 
+TEST_F(MainWindow, HasItsIconAndALeastSizeAndPastesIntoAHistoryThatHasSomethingOrGetsIt) {
+  EXPECT_NE(ui::resource(window->shell(), "iconPixmap"), 0);
+  EXPECT_EQ((zDimension{ui::resource(window->shell(), "minWidth"),
+                        ui::resource(window->shell(), "minHeight")}),
+            zDialogUnit(260, 90).size());
+  std::string rows;
+  for (const char* buffer : {"", "a", ""}) {
+    theSession.copyBuffer = buffer;
+    choose(kCommandPaste);
+    rows += std::to_string(theCommandLine->count());
+  }
+  EXPECT_EQ(rows, "012");
+}
+
 constexpr const char* kLog = "word word word word\n";
 
 /// With something in the log, a button and a history.
@@ -194,6 +208,10 @@ TEST_F(Commands, WorkByTheirKeysWhereverTheFocusIsButInADialog) {
   theTextPane->setSelection(10, 14);
   choose(kCommandFindSelection);
   EXPECT_EQ(outcome(), "") << "the one that prepare() found";
+  theTextPane->appendText("Find find\n");
+  theTextPane->setSelection(25, 29);
+  choose(kCommandFindSelection);
+  EXPECT_EQ(outcome(), "found at 25\n");
   for (const int command : {kCommandCollapseGroups, kCommandExpandGroups}) {
     choose(command);
     EXPECT_EQ(theGroupPane->groups().at(0)->group().expanded, command == kCommandExpandGroups);

@@ -53,6 +53,7 @@ TEST_F(MainWindow, ShowsTextsTogetherButBeforeWhatComesBehindThem) {
   ASSERT_EQ(write(peer.fd(), "0", 1), 1);
   EXPECT_EQ(shownAfter(MSG_T_TEXT, "a"), "") << "more is to follow";
   EXPECT_EQ(shownAfter(MSG_T_PROMPT, "go"), "");
+  EXPECT_EQ(theCommandLine->selectString("go"), 0) << "what the tester confirms is history";
   EXPECT_EQ(shownAfter(MSG_T_TITLE, "system"), "a");
   ui::waitForDialog("Korvane UI - system");
   EXPECT_EQ(shownAfter(MSG_T_TEXT, "b"), "a");

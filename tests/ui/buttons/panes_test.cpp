@@ -131,10 +131,18 @@ TEST_F(ButtonPanes, ExecuteACommandOnAReleaseInsideTheButton) {
   awaitJournal("status Execute Command: ;??;status ;");
   EXPECT_EQ(group(0).buttons.back().definition, "??");
   awaitCommandLine();
-  // A press lets go when its button goes.
-  ui::moveTo(button(0, 0).widget(), 5, 5);
-  ui::pressButton();
-  awaitJournal("status Execute Command: b1;");
+  // A press lets go when its release is lost and when its button goes.
+  const auto press = [&] {
+    ui::moveTo(button(0, 0).widget(), 5, 5);
+    ui::pressButton();
+    awaitJournal("status Execute Command: b1;");
+  };
+  press();
+  releasePointer(button(0, 0));
+  ui::moveTo(theTextPane->widget(), 5, 5);
+  ui::releaseButton();
+  awaitJournal("status ;");
+  press();
   document().removeGroup(group(0));
   ui::releaseButton();
   EXPECT_EQ(frame->journal, "status ;");
@@ -173,7 +181,7 @@ TEST_F(ButtonPanes, ScrollAsFarAsThereIsSomething) {
   EXPECT_EQ(canvasTop(), 2);
 }
 
-TEST_F(ButtonPanes, KeepTheButtonOfAWideGroupInSight) {
+TEST_F(ButtonPanes, KeepTheButtonOfAWideGroupInSightAndALongNameWholeBesideIt) {
   addGroup("Narrow", 1);
   document().addButton(group(0), {std::string(60, 'W'), "w"});
   EXPECT_TRUE(bar(1).isEnabled() && !bar(0).isEnabled());
@@ -190,6 +198,10 @@ TEST_F(ButtonPanes, KeepTheButtonOfAWideGroupInSight) {
     const int gap = rightEdge(*set().parent()) - rightEdge(childOf<zPushButton>(pane(0)));
     EXPECT_TRUE(gap >= 0 && gap <= 30) << position;
   }
+  document().renameGroup(group(0), std::string(40, 'N'));
+  document().setExpanded(group(0), false);
+  EXPECT_EQ(rightEdge(childOf<zCheckBox>(pane(0))),
+            ui::areaOf(childOf<zPushButton>(pane(0)).widget()).x);
 }
 
 TEST_F(ButtonPanes, ReachTheLastButtonOfMoreThanAWindowCanHold) {

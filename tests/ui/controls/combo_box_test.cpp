@@ -76,6 +76,9 @@ TEST_F(ComboBox, WhatTheProgramChangesShowsAndIsToldNobody) {
   EXPECT_EQ(after(combo.remove(6)), "0 end^ 5: end ");
   clear(combo);
   EXPECT_EQ(after(combo.count()), "0 ^ -1: ");
+  combo.add("row");
+  combo.setText("kept");
+  EXPECT_EQ(after(combo.remove(0)), "1 kept^ -1: ");
   RWCString text = "untouched";
   EXPECT_EQ(combo.itemText(text, 0), 0);
   EXPECT_EQ(text, RWCString(""));

@@ -6,8 +6,11 @@
 #include <iostream>
 
 #include "framework/core/process_entry.h"
+#include "framework/core/x_settings.h"
 #include "framework/draw/screen.h"
 #include "tests/ui/core/core_test.h"
+
+#include "framework/core/toolkit_xm.h"  // needs X behind it
 
 namespace {
 
@@ -39,6 +42,28 @@ TEST(Accelerator, IsTheFirstRowBeforeTheEndWhoseKeyItIsAndWhoseModifiersAreAmong
     keysyms += std::to_string(virtualKeysym(name).value_or(0)) + " ";
   }
   EXPECT_EQ(keysyms, "65470 65481 65535 65379 65362 0 0 ");
+}
+
+TEST(Resources, ThatAskForAFontInPointsNameOneOfThePixelsThatThisScreenTakesForThem) {
+  // What is asked for, and how the name begins that it becomes.
+  const std::pair<std::string, std::string> rows[] = {
+      {"-*-courier-bold-o-*-*-*-120-*-*-*-*-*-*", "-adobe-courier-bold-o-normal--17-"},
+      {"-*-helvetica-medium-r-*-*-*-100-*-*-p-*-*-*", "-adobe-helvetica-medium-r-normal--14-"},
+      {"-*-courier-bold-o-*-*-14-120-*-*-*-*-*-*", "-*-"},
+      {"-*-courier-bold-o-*-*-*-12x-*-*-*-*-*-*", "-*-"},
+      {"-*-courier-bold-o-*-*-*-0-*-*-*-*-*-*", "-*-"},
+      {"*-*-courier-bold-o-*-*-*-120-*-*-*-*-*-*", "*-*-"}};
+  XrmDatabase database = XtDatabase(ui::display());
+  for (const auto& [asked, begin] : rows) {
+    XrmPutStringResource(&database, ("points.a" + asked).c_str(), asked.c_str());
+  }
+  const int usual = std::exchange(theScreen().dotsPerInchY, 100);
+  resolveFontPoints(ui::display());
+  theScreen().dotsPerInchY = usual;
+  for (const auto& [asked, begin] : rows) {
+    EXPECT_THAT(readXResource(ui::display(), ("points.a" + asked).c_str(), "A.B").value(),
+                testing::StartsWith(begin));
+  }
 }
 
 [[noreturn]] void runAlone(void (*appMain)(zApp* app)) {

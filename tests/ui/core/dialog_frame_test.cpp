@@ -74,6 +74,10 @@ TEST_F(Dialogs, WalkByTabInTheOrderOfCreationAndStoreWhatWasTypedWhenAllThatAreE
   const zPushButton behind(frame.get(), new zSizer(0, 0, 60, 30), kStyleControlStop, "Behind", 9);
   runs(1, [&] {
     EXPECT_EQ(zApp::instance()->modalDepth(), 1);
+    for (const char* name : {"mwmInputMode", "mwmDecorations", "mwmFunctions"}) {
+      note(std::to_string(ui::resource(dialog->shell(), name)));
+    }
+    EXPECT_EQ(noted(), "1 26 36 ");
     ui::click(behind.widget());
     control(kDialogFirstEdit).setFocus();
     ui::typeText("Go\tnext 1");

@@ -3,7 +3,10 @@
 #include "framework/core/frame.h"
 
 #include "framework/core/desktop_properties.h"
+#include "framework/core/x_settings.h"
+#include "framework/draw/pictures.h"
 #include "framework/draw/screen.h"
+#include "resources/resource_ids.h"
 #include "tests/ui/core/core_test.h"
 
 #include <X11/Intrinsic.h>
@@ -35,9 +38,71 @@ TEST(Frame, StartsWhereAndAsLargeAsItIsToldOrAsTheScreenAndTheSettingSuggest) {
   screen.dotsPerInchX = screen.dotsPerInchY = 96;
 }
 
+TEST(Settings, AreReadOfTheApplicationAndThoseOfAWholeRunOnce) {
+  const zXSettings usual = g_XSettings;
+  g_XSettings.useChildMdi = -1;
+  XrmDatabase database = XtDatabase(ui::display());
+  std::string told;
+  for (const char* lines : {"a.other: 1", "b.useChildMDI: 0\nb.startSize: 500x300",
+                            "c.positionIsFrameWorkaround: yes\nc.incFontInDialogBy: -3",
+                            "d.positionIsFrameWorkaround: 2\nd.incFontInDialogBy: True\n"
+                            "d.startSize: 500x300+1+1\nd.promptKeyDelay: 20"}) {
+    XrmMergeDatabases(XrmGetStringDatabase(lines), &database);
+    readXSettings(ui::display(), {*lines});
+    const zXSettings& read = g_XSettings;
+    for (const int value : {read.useChildMdi, int{read.positionIsFrameWorkaround},
+                            read.incFontInDialogBy, read.startSize.width, read.promptKeyDelay}) {
+      told += std::to_string(value) + ' ';
+    }
+  }
+  EXPECT_EQ(told, "1 0 0 0 300 1 0 0 500 300 1 0 -3 0 300 1 1 1 0 20 ");
+  g_XSettings = usual;
+}
+
+/// A property of the window, as Xlib hands it out: 32 bits as a long.
+std::string property(const TestFrame& frame, const char* name) {
+  Atom type = None;
+  int format = 0;
+  unsigned long count = 0;
+  unsigned long left = 0;
+  unsigned char* data = nullptr;
+  XGetWindowProperty(ui::display(), ui::windowOf(frame.shell()),
+                     XInternAtom(ui::display(), name, False), 0, 9999, False, AnyPropertyType,
+                     &type, &format, &count, &left, &data);
+  const std::unique_ptr<unsigned char, int (*)(void*)> owned(data, XFree);
+  return {reinterpret_cast<char*>(data), count * (format == 8 ? 1 : sizeof(long))};
+}
+
+TEST(Frame, TellsTheWindowManagerAndTheDesktopWhatItIs) {
+  std::string told;
+  const auto tell = [&told](const zAppFrame& frame, std::initializer_list<const char*> names) {
+    for (const char* name : names) {
+      told += std::to_string(ui::resource(frame.shell(), name)) + ' ';
+    }
+  };
+  for (const std::uint32_t style : {0U, kStyleTitleBar, kStyleSystemMenu, kStyleMinimizeBox,
+                                    kStyleMaximizeBox, kStyleResizeFrame, kStyleMainWindow}) {
+    tell(zAppFrame(nullptr, new zSizer(0, 0, 9, 9), style, ""), {"mwmDecorations", "mwmFunctions"});
+  }
+  EXPECT_EQ(std::exchange(told, ""), "2 36 10 36 18 36 34 44 66 52 6 38 126 62 ");
+  TestFrame frame;
+  frame.setIcon(zResId(kIconMain));
+  frame.bringUp();
+  frame.setCaption("caf\xE9");
+  EXPECT_EQ(property(frame, "_NET_WM_NAME"), "caf\xC3\xA9");
+  EXPECT_EQ(property(frame, "_NET_WM_ICON").size(), (2 + 32 * 32) * sizeof(long));
+  frame.setIcon(nullptr);
+  EXPECT_EQ(property(frame, "_NET_WM_ICON"), "");
+  frame.setMinSize({90, 80});
+  tell(frame, {"iconPixmap", "minWidth", "minHeight", "baseWidth", "baseHeight"});
+  EXPECT_EQ(told, "0 90 80 0 0 ");
+}
+
 TEST(Frame, TheOuterRectangleHasTheDecorationAndIsWhatMovingTakes) {
   TestFrame frame;
   frame.moveResize(320, 240, 450, 350);
+  frame.show();
+  EXPECT_EQ(asText(frame.exterior()), "320,240 450x350");
   frame.bringUp();
   EXPECT_EQ(ui::areaOf(frame.shell()).width, 450) << "asked for before there was a decoration";
   EXPECT_EQ(frame.exterior().pos(), (zPoint{320, 240}));

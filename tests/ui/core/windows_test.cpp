@@ -152,6 +152,7 @@ TEST_F(Windows, OfferKeysToHandlersThenToAcceleratorsThenToTheCharacterOperation
   // Control itself, too, goes down and up.
   EXPECT_EQ(pressed(XK_q, ui::kControl),
             "r1:256:65507 r1:256:17 o2:273:1003 r2:257:17 r2:257:65507 ");
+  EXPECT_THAT(pressed(XK_1, ui::kControl | ui::kShift), testing::HasSubstr(":33 o2:273:"));
   const std::string asCharacter = "r1:256:65507 r1:256:17 character:258:17 r2:257:17 r2:257:65507 ";
   {
     const zApp::ModalScope modal;
@@ -205,8 +206,8 @@ TEST_F(Windows, PaintWhatWaitsAtOnceButNotWhileLocked) {
   const zRect everything({}, theScreen().size());
   const zRect part(50, 60, 150, 160);
   const std::tuple<int, int, zRect, const char*> scrolls[] = {
-      {0, -30, everything, "0,270 300x30"}, {0, 30, everything, "0,0 300x30"},
-      {20, 0, everything, "0,0 20x300"},    {-20, 0, everything, "280,0 20x300"},
+      {0, -30, everything, "0,270 300x30"}, {0, 1, everything, "0,0 300x1"},
+      {1, 0, everything, "0,0 1x300"},      {-20, 0, everything, "280,0 20x300"},
       {0, -10, part, "50,150 100x10"},      {500, 0, part, "50,60 100x100"}};
   for (const auto& [dx, dy, area, strip] : scrolls) {
     pane->scrollRect(dx, dy, area);

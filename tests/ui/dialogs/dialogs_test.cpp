@@ -10,6 +10,7 @@
 #include "framework/core/frame.h"
 #include "resources/dialogs.h"
 #include "support/version.h"
+#include "tests/ui/draw/picture.h"
 #include "tests/ui/support/ui_test.h"
 
 #include <X11/keysym.h>
@@ -62,6 +63,8 @@ TEST_F(SideDialogs, AboutShowsItsTextsAndClosesByEachOfTheFourRoads) {
                     "  \nKorvane UI, the graphical front end of the tester. MIT licence,\n"
                     "the Korvane UI authors. Comes as it is, without warranty of any kind.\n[OK] "
                     "focus\n");
+      const Window icon = ui::windowOf(ui::part(DAbout::kTitle, "DrawingArea"));
+      EXPECT_THAT(pictureOf(ui::display(), icon, {0, 0, 32, 32}), testing::HasSubstr("wwwwww"));
       road == 0   ? ui::click(ok)
       : road == 1 ? ui::pressKey(XK_Return)
       : road == 2 ? ui::pressKey(XK_Escape)
@@ -115,13 +118,20 @@ class DirectorySelection : public SideDialogs {
 TEST_F(DirectorySelection, GoesToWhatIsTypedAndToRowsUntilItIsConfirmed) {
   const auto walk = [&] {
     ui::waitForFocus(edit().widget());
+    EXPECT_NE(ui::look(list().innerWidget()).find("|*"), std::string::npos) << "in view";
+    EXPECT_EQ(list().selection(), list().count() - 3) << "before what is in it";
+    list().setCurSel(0);
+    zEvent again = zEvent::of(kMsgActivate, 1);
+    static_cast<zFrameWin*>(dialog)->activate(&again);
+    EXPECT_EQ(list().selection(), 0);
     ui::typeText("a\n");
     EXPECT_EQ(path(), at("a/"));
     EXPECT_EQ(open("b"), at("a/b/"));
     RWCString line;
     list().itemText(line, list().count() - 3);
     EXPECT_EQ(open(line.c_str()), at(""));
-    EXPECT_EQ(open(" [odd]"), at(" [odd]/"));
+    ui::doubleClickRow(list().innerWidget(), list().selectString(" [odd]"));
+    EXPECT_EQ(path(), at(" [odd]/"));
     EXPECT_EQ(open("[root]"), "/");
     EXPECT_EQ(enter(at("none")), "-- Invalid path --");
     EXPECT_EQ(enter(at("a")), at("a/"));

@@ -1,6 +1,7 @@
 #include "draw_test.h"
 #include "framework/draw/measure.h"
 #include "framework/draw/pictures.h"
+#include "framework/draw/x_font_xm.h"
 #include "resources/resource_ids.h"
 
 namespace {
@@ -108,6 +109,21 @@ yyyyyyyyyyyyyyyyyyyyyyyy *2
   EXPECT_EQ(size, (zDimension{12, 13}));
   display.textSize(size, nullptr);
   EXPECT_EQ(size, (zDimension{0, kFallbackCharSize}));
+  EXPECT_EQ(zDialogUnit(4, 8, *font.font()).size(),
+            (zDimension{dialogUnitsX(4, 52 * 6), dialogUnitsY(8, 13)}));
+}
+
+TEST_F(DrawTest, TheToolkitTakesAByteWithoutAGlyphForAsWideAsWhatTheServerDrawsForIt) {
+  for (const char* name :
+       {kFixed, "-adobe-symbol-medium-r-normal--12-120-75-75-p-74-adobe-fontspecific", "cursor"}) {
+    const auto loaded = ziXFont::load(ui::display(), name);
+    XFontStruct* fromServer = XLoadQueryFont(ui::display(), name);
+    for (int byte = 0; byte < 256; ++byte) {
+      const char letter = static_cast<char>(byte);
+      EXPECT_EQ(loaded->get()->per_char[byte].width, XTextWidth(fromServer, &letter, 1)) << byte;
+    }
+    XFreeFont(ui::display(), fromServer);
+  }
 }
 
 TEST_F(DrawTest, TheMainIconLeavesTheGroundWhereItsMaskDoes) {

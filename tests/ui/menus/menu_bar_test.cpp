@@ -51,8 +51,10 @@ TEST_F(MenuTest, ShowsTextsMnemonicsAcceleratorsAndStatesAndTheirChanges) {
 
 TEST_F(MenuTest, IsOperatedByTheKeyboard) {
   listenTo(*bar);
-  bar->appendItem(kRun, "&Go", 0);
+  bar->appendItem(kRun, "&Go", kItemHelp);
   show();
+  bar->appendItem(8, "Before the help", kItemHelp);
+  EXPECT_EQ(look(), "&File\n&View\nBefore the help\n&Go\n");
   open(0, [] { ui::pressKey(XK_f, ui::kAlt); });
   EXPECT_EQ(close(0, [] { ui::pressKey(XK_Escape); }), "l closed;");
   ui::waitForFocus(pane->widget());
@@ -88,6 +90,41 @@ TEST_F(MenuTest, SubMenusComeAndGoInABuiltBar) {
   EXPECT_EQ(choose(2, kRun), "r 1200;o 1200;");
   EXPECT_EQ(look() + look(2), "&File\n&View\n&New tools\n( ) Now\n");
   EXPECT_EQ(choose(2, 8), "o 8;");
+}
+
+TEST_F(MenuTest, SubMenusNestAndTheirLinesOutliveTheirMenuObject) {
+  zMenu deep;
+  auto recent = std::make_unique<zMenu>();
+  recent->appendItem(kRun, "&Run", 0);
+  recent->addSubMenu(&deep, "&Deeper\tF4", 1);
+  EXPECT_EQ(deep.addSubMenu(recent.get(), "", 0) + deep.addSubMenu(&deep, "", 0) +
+                deep.addSubMenu(nullptr, "", 0) + deep.addSubMenu(bar, "", 0) +
+                fileMenu.addSubMenu(&deep, "", 0) + recent->create(),
+            0);
+  fileMenu.addSubMenu(recent.get(), "&Recent", 1);
+  show();
+  EXPECT_EQ(deep.appendItem(9, "&Late", kItemChecked), 1);
+  const auto below = [](Widget menu, std::size_t line) {
+    return ui::widgetResource(ui::partsOf(menu).at(line), "subMenuId");
+  };
+  Widget const second = below(pulldown(0), 1);
+  EXPECT_EQ(look(0) + ui::look(second) + ui::look(below(second, 1)),
+            "( ) &Open...\tCtrl+O\n&Recent\n---\n( ) E&xit\tCtrl+Q\n"
+            "( ) &Run\n&Deeper\n(x) &Late\n");
+  recent->setCommand(this, handler<'r'>(), 9);
+  recent->addMenuInitHandler(this, handler<'i'>());
+  deep.setCommand(this, handler<'d'>(), 9);
+  fileMenu.setCommand(this, handler<'f'>(), 9);
+  const auto chooseLate = [&] {
+    open(0);
+    return close(0, [] { ui::typeText("rdl"); });
+  };
+  EXPECT_EQ(chooseLate(), "i shown;i shown;d 9;r 9;f 9;o 9;");
+  recent.reset();
+  EXPECT_EQ(chooseLate(), "d 9;f 9;o 9;");
+  EXPECT_EQ(bar->setGrayed(9, 1) + fileMenu.deleteSubMenuAt(1) + bar->setGrayed(9, 1), 2);
+  EXPECT_EQ(look(0), kFileLook);
+  EXPECT_EQ(deep.parentMenu(), nullptr);
 }
 
 TEST_F(MenuTest, AMenuThatIsOpenMayBeRemoved) {

@@ -50,6 +50,14 @@ TEST_F(PopupTest, ShowsAtAPlaceInItsOwnerWhatItsItemsAreAndTellsOfThem) {
   popup->checkItem(kRename, 1);
   listenTo(*popup);
   const ui::ScreenArea owner = ui::areaOf(frame->widget());
+  more.appendItem(kNumbers, "&Numbers", 0);
+  EXPECT_EQ(post({[] {
+              ui::typeText("m");
+              ui::pressKey(XK_Left);
+              ui::typeText("mn");
+            }}),
+            "l shown;l shown;l select 1106/0;l closed;l shown;l select 1106/0;l closed;l closed;"
+            "l select 1106/32768;l closed;l 1106;o 1106;");
   const std::string events = post({[&] {
     const ui::ScreenArea at = ui::areaOf(popup->widget());
     EXPECT_EQ((zPoint{at.x - owner.x, at.y - owner.y}), kPlace);

@@ -187,6 +187,8 @@ TEST_F(Prompt, ForItemsOrATextAnswersTheChosenOnesOrWhatFitsAFrame) {
   };
   EXPECT_EQ(run(dialog, chooseTwo), 1);
   EXPECT_THAT(promptItems(dialog.answer()), testing::ElementsAre("c", "a"));
+  EXPECT_EQ(run(dialog, [&] { ui::doubleClickRow(find<zMultiList>(dialog)->widget(), 2); }), 1);
+  EXPECT_THAT(promptItems(dialog.answer()), testing::ElementsAre("b"));
   UIPopUpStringDlg text(&frame, "Name:");
   find<zEditLine>(text)->setText(std::string(kMaxSentText - 1, 'a').c_str());
   EXPECT_EQ(run(text, "bc\n"), 1);

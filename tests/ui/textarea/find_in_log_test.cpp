@@ -33,13 +33,18 @@ TEST_F(FindInLog, TellsWhatItCannotFindAndOffersToSearchFromTheStart) {
   const std::string offer = "'\nnot found.\nSearch from the start?\n" + ok + "[Cancel]\n";
   const std::string plain = "{warning}\nSearch string\n'";
   const std::string pattern = "{warning}\nRegular expression\n'";
+  const std::string hard = "^\\(.*\\)\\(.*\\)\\(.*\\)b\\1\\2\\3c$";
   const std::tuple<std::string, bool, bool, std::string, ui::KeySymbol, int> rows[] = {
+      {hard, false, true,
+       pattern + hard + "'\nis too complex for this text. The search gave up.\n" + ok, XK_Return,
+       6},
       {"x*y", false, true, pattern + "x*y'\nnot found.\n" + ok, XK_Return, 6},
       {"Abc", true, false, plain + "Abc" + offer, XK_Escape, 6},
       {".abc", true, true, pattern + ".abc" + offer, XK_Return, 5},
       {"\\(a", false, true, "{error}\nError in regular expression\n" + ok, XK_Return, 6},
   };
-  theTextPane->appendText(".abc\n.abc\n");
+  const std::string hardLine = std::string(3000, 'a') + "b" + std::string(2000, 'a') + "c\n";
+  theTextPane->appendText((".abc\n.abc\n" + hardLine).c_str());
   for (const auto& [wanted, goOn, isRegexp, look, key, from] : rows) {
     theTextPane->findText("abc", false, true, false);
     EXPECT_EQ(theTextPane->selectionRange(), (zTextRange{6, 9}));

@@ -157,7 +157,7 @@ Bytes directoryOf(std::uint32_t type, const std::vector<Image>& images) {
   add(directory, 2, {0, type, images.size()});
   for (const Image& image : images) {
     add(directory, 1, {image.width, image.height, image.colours, 0});
-    add(directory, 2, {1, 99});
+    add(directory, 2, {99, 99});
     add(directory, 4, {0, 6 + 16 * images.size() + data.size()});
     image.dib.addTo(data);
   }
@@ -213,6 +213,9 @@ TEST(Ico, HasAMaskBehindThePictureAndItsWordsForWindowManagers) {
   EXPECT_THAT(windowManagerIcon(icon),
               ElementsAre(3, 2, 0xFF060402, 0xFF030201, 0, 0xFF030201, 0xFF030201, 0xFF030201));
   EXPECT_THAT(opaqueBits(icon).bits, ElementsAre(0x3, 0x7));
+  const ziMaskedPicture cursor = decodeCursor(directoryOf(kCursors, {kSixteen, kTwo}), "none");
+  EXPECT_EQ(told(cursor.picture), "abb/bbb");
+  EXPECT_EQ(cursor.hotSpot, (zPoint{2, 1}));
 }
 
 /// The data of the records of type 10, from 1 to 4, as letters; "-" for one that is not found.

@@ -2,8 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include <algorithm>
-#include <random>
 #include <string>
 #include <vector>
 
@@ -32,20 +30,6 @@ TEST(SortPosition, OrdersByUpperCaseAndThenByBytes) {
   EXPECT_EQ(sortedPosition("b", {"a", "b", "b", "c"}, ziRowOrder::kUnknown), 3);
   EXPECT_EQ(sortedPosition("n", {"m", "z", "a", "b"}, ziRowOrder::kUnknown), 1)
       << "before the first greater one even in a list out of order";
-}
-
-TEST(SortPosition, HalvingGivesWhatTheWalkGivesForEveryListThatWasKeptInOrder) {
-  std::mt19937 random(4711);
-  for (int round = 0; round < 200; ++round) {
-    Texts texts(random() % 20);
-    for (RWCString& text : texts) {
-      std::string made;
-      std::generate_n(std::back_inserter(made), random() % 4,
-                      [&] { return "aAbB_"[random() % 5]; });
-      text = made;
-    }
-    ASSERT_EQ(sorted(texts, ziRowOrder::kSorted), sorted(texts, ziRowOrder::kUnknown)) << round;
-  }
 }
 
 TEST(DropDownPlace, StaysOnTheScreen) {

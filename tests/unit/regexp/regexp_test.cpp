@@ -206,26 +206,4 @@ TEST(RegexpStep, AllWaysToLookForAPatternFindTheSame) {
   EXPECT_GT(compared, 1000);
 }
 
-// A question for each million units of work: a character read is one, a state made a thousand.
-TEST(RegexpFilter, AsksWhetherItMayGoOnWhileItReadsAndWhileItMakesStates) {
-  std::mt19937 random(1);
-  std::string mixed = "c";
-  while (mixed.size() < 60000) {
-    mixed += (random() & 1) != 0 ? 'a' : 'b';
-  }
-  std::string lines;
-  while (lines.size() < 5'000'000) {
-    lines += ".........\n";
-  }
-  for (const auto& [pattern, text, least, most] :
-       {std::tuple{"[ab][bc]", lines, 4, 4}, {"c[ab]*a[ab]\\{15\\}d$", mixed + 'd', 50, 60}}) {
-    compile(pattern);
-    int asked = 0;
-    LongWork work([&asked] { return ++asked > 0; });
-    regexp::LineFilter(form.data(), text).nextLine(0, work);
-    EXPECT_GE(asked, least) << pattern;
-    EXPECT_LE(asked, most) << pattern;
-  }
-}
-
 }  // namespace

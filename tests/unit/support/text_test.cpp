@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "support/lists.h"
 #include "support/rwc_string.h"
 #include "support/text.h"
 
@@ -23,19 +22,6 @@ TEST(RWCString, SharesCharactersUntilOneSideChanges) {
   fromNull += "x";
   EXPECT_TRUE(RWCString().isEmpty()) << "all empty strings share their characters, too";
   EXPECT_LT(RWCString("z"), RWCString("\xE4")) << "in the order of unsigned bytes";
-}
-
-TEST(SinglyList, IsAStack) {
-  int items[2] = {};
-  zTypedSlist<int> stack;
-  stack.push(&items[0]);
-  stack.push(&items[1]);
-  EXPECT_EQ(stack.top(), &items[1]);
-  EXPECT_EQ(stack.pop(), &items[1]);
-  EXPECT_EQ(stack.pop(), &items[0]);
-  EXPECT_EQ(stack.top(), nullptr);
-  EXPECT_EQ(stack.pop(), nullptr);
-  EXPECT_TRUE(stack.isEmpty());
 }
 
 TEST(SingleLine, DropsLineEndsAtTheEndAndHasBlanksForTheOthersAndForControlCharacters) {
