@@ -92,11 +92,12 @@ void Session::endInput() {
 
 void Session::restartDebugger() {
   afterStart = lines.bind([this] { finish(); });
-  isRestarting = true;
   if (!debugger.isAlive()) {
+    isRestarting = true;
     startDebugger();
     return;
   }
+  isReplacing = true;
   debugger.quit();
   answerSince = Clock::now();
   patience = std::chrono::seconds(2);

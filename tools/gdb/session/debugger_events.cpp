@@ -61,6 +61,14 @@ void Session::startDebugger() {
   print(why);
   link.showError(kCaption, why, [](const Answer&) {});
   showTarget();
+  endStart();
+}
+
+/// Goes on with what waited for a GDB that takes commands, also when it will never come.
+void Session::endStart() {
+  if (const auto next = std::exchange(afterStart, {})) {
+    next();
+  }
 }
 
 void Session::onReady() {
@@ -97,9 +105,7 @@ void Session::beginScript() {
   const auto end = [this] {
     settled = true;
     finish();
-    if (const auto next = std::exchange(afterStart, {})) {
-      next();
-    }
+    endStart();
   };
   lines.open("", false, [&] { runScript({script.begin(), script.end()}, end); });
   showTarget();
@@ -125,17 +131,40 @@ void Session::onRecord(const mi::Record& record) {
     case mi::Record::Kind::kNotify:
       watch.take(record);
       update();
+      if (!isConsoleBusy()) {
+        noteBesidePrompt();
+      }
       break;
     case mi::Record::Kind::kTarget:
       // GDB shows what its target says nowhere else.
       output.addConsole(record.text, false);
+      break;
+    case mi::Record::Kind::kGarbage:
+      tellGarbage(record.text);
       break;
     default:
       break;
   }
 }
 
+/// The target has done something on its own, behind the prompt, which no prompt will tell.
+void Session::noteBesidePrompt() {
+  showTarget();
+  if (!isTargetRunning()) {
+    ladder.end();
+    goOnAfterInterrupt();
+  }
+}
+
+void Session::tellGarbage(const std::string& text) {
+  constexpr std::size_t kMostShown = 80;
+  if (!text.empty() && !std::exchange(garbageTold, true)) {
+    print("GDB reports what cannot be read: " + text.substr(0, kMostShown));
+  }
+}
+
 void Session::onDebuggerEnd(int waitStatus) {
+  const bool isReplaced = std::exchange(isReplacing, false);
   const std::string end = "GDB " + postmaster::describeEnd(waitStatus) + '.';
   isEnding = false;
   answerSince.reset();
@@ -143,7 +172,7 @@ void Session::onDebuggerEnd(int waitStatus) {
   dialogues.close();
   watch.forgetProcess();
   output.endCommand();
-  if (!isRestarting) {
+  if (!isReplaced) {
     print(end);
   }
   // Whatever waited for GDB ends with it.
@@ -152,7 +181,6 @@ void Session::onDebuggerEnd(int waitStatus) {
     cut.push_front(std::move(*present));
     present.reset();
   }
-  afterInterrupt.clear();
   for (const ConsoleCommand& each : cut) {
     if (each.line != nullptr && each.line->isOpen) {
       lines.close(each.line);
@@ -161,11 +189,14 @@ void Session::onDebuggerEnd(int waitStatus) {
       }
     }
   }
+  goOnAfterInterrupt();
   showTarget();
   update();
-  if (isRestarting) {
+  if (isReplaced) {
+    isRestarting = true;
     startDebugger();
   } else {
+    endStart();
     offerStart(end);
   }
 }
@@ -217,7 +248,7 @@ void Session::watchAnswers(Clock::time_point now) {
   if (!answerSince || now < *answerSince + patience) {
     return;
   }
-  if (isRestarting && debugger.isReady()) {
+  if (isReplacing) {
     debugger.kill();
     answerSince.reset();
     return;

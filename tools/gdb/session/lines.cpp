@@ -69,6 +69,7 @@ void Session::giveNext() {
   present = std::move(commands.front());
   commands.pop_front();
   output.beginCommand();
+  garbageTold = false;
   debugger.command(present->text);
   answerSince = Clock::now();
 }
@@ -128,10 +129,14 @@ void Session::endCommand() {
     present.reset();
     ended.then();
   }
+  goOnAfterInterrupt();
+  giveNext();
+}
+
+void Session::goOnAfterInterrupt() {
   for (const auto& next : std::exchange(afterInterrupt, {})) {
     next();
   }
-  giveNext();
 }
 
 /// Carries out commands for the present line, one after the other.

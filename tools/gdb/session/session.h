@@ -89,15 +89,19 @@ class Session : public tester_link::Tester, public Control, private DebuggerList
   void giveNext();
   void askForState();
   void endCommand();
+  void goOnAfterInterrupt();
   void runScript(std::deque<std::string> script, std::function<void()> then);
 
   // GDB.
   void startDebugger();
   void applySettings();
   void beginScript();
+  void endStart();
   void offerStart(const std::string& why);
   void offerKill();
   void climb(Clock::time_point now);
+  void noteBesidePrompt();
+  void tellGarbage(const std::string& text);
   void watchAnswers(Clock::time_point now);
 
   bool isConsoleBusy() const { return debugger.isBusy() || isEnding; }
@@ -127,7 +131,9 @@ class Session : public tester_link::Tester, public Control, private DebuggerList
   bool greeted = false;
   bool settled = false;   ///< GDB has its settings and knows what to debug
   bool isEnding = false;  ///< the present command's prompt is back, its end not told
-  bool isRestarting = false;
+  bool isReplacing = false;   ///< GDB was told to end, for the next one
+  bool isRestarting = false;  ///< the present GDB gets what the one before it had
+  bool garbageTold = false;  ///< since the last command began
   bool busyShown = false;
   std::optional<Clock::time_point> busySince;
   std::optional<Clock::time_point> answerSince;  ///< GDB owes an answer that costs no time
