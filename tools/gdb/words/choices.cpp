@@ -20,9 +20,13 @@ Choice makeChoice(const std::string& item, const std::string& value) {
 
 /// What a breakpoint stands for.
 std::string breakpointText(const Value& point) {
-  std::string text =
-      point.has("what") ? point["type"].string() + ' ' + point["what"].string() : placeText(point);
-  for (const char* source : {"at", "pending", "original-location"}) {
+  std::string text;
+  if (point.has("what")) {
+    text = point["type"].string() + ' ' + point["what"].string();
+  } else if (point.has("func")) {
+    text = placeText(point);
+  }
+  for (const char* source : {"pending", "original-location", "at", "addr"}) {
     if (text.empty()) {
       text = point[source].string();
     }
