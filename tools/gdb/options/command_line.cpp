@@ -50,8 +50,9 @@ void addOptions(CLI::App& app, Options& options, std::string& directory) {
   app.add_option("--gdb", options.debugger,
                  "Use this GDB instead of gdb, or gdb-multiarch for another machine's program")
       ->type_name("PROGRAM");
-  app.add_option("--buttons", options.buttons, "Load the buttons in DIR instead of those beside "
-                                               "the program")
+  app.add_option("--buttons", options.buttons,
+                 "Load the buttons in DIR instead of those beside "
+                 "the program")
       ->type_name("DIR");
   app.add_flag("--init", options.readsInitFiles, "Have GDB read its init files, as ~/.gdbinit");
 }
@@ -60,6 +61,27 @@ void makeAbsolute(std::string& file) {
   if (!file.empty()) {
     file = fs::absolute(file).lexically_normal().string();
   }
+}
+
+CommandLine complete(Options options, std::vector<std::string> words,
+                     const std::string& directory) {
+  if (!words.empty()) {
+    options.program = words.front();
+    options.arguments.assign(words.begin() + 1, words.end());
+  }
+  for (std::string* file : {&options.program, &options.core, &options.buttons}) {
+    makeAbsolute(*file);
+  }
+  for (std::string& file : options.commandFiles) {
+    makeAbsolute(file);
+  }
+  if (options.debugger.find('/') != std::string::npos) {
+    makeAbsolute(options.debugger);
+  }
+  if (!directory.empty() && chdir(directory.c_str()) != 0) {
+    return fault(kFailure, "cannot enter " + directory + ": " + std::strerror(errno));
+  }
+  return {std::move(options), 0, {}};
 }
 
 }  // namespace
@@ -73,10 +95,9 @@ CommandLine parseCommandLine(int argc, const char* const* argv) {
     app.footer(kFooter);
     app.set_version_flag("--version", std::string("nelgdb ") + kProductVersion);
     addOptions(app, options, directory);
-    app.add_option("PROGRAM", words, "What to debug, with its arguments");
-    app.positionals_at_end();
     app.prefix_command();
     app.parse(argc, argv);
+    words = app.remaining();
   } catch (const CLI::CallForHelp&) {
     return {std::nullopt, 0, app.help()};
   } catch (const CLI::CallForVersion& version) {
@@ -85,7 +106,12 @@ CommandLine parseCommandLine(int argc, const char* const* argv) {
     const std::string what = error.what();
     return fault(kUsageError, what.substr(0, what.find('\n')) + "; try nelgdb --help");
   }
-  return {options, 0, {}};
+  if (!words.empty() && words.front() == "--") {
+    words.erase(words.begin());
+  } else if (!words.empty() && words.front().starts_with('-')) {
+    return fault(kUsageError, "there is no option " + words.front() + "; try nelgdb --help");
+  }
+  return complete(std::move(options), std::move(words), directory);
 }
 
 }  // namespace gdb

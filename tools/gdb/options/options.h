@@ -11,12 +11,12 @@ struct Options {
   std::vector<std::string> arguments = {};  ///< of the program
   std::string core = {};
   std::string pid = {};
-  std::string remote = {};                    ///< "HOST:PORT" or what else GDB connects to
-  std::string serial = {};                    ///< "DEVICE" or "DEVICE:BAUD"
+  std::string remote = {};                     ///< "HOST:PORT" or what else GDB connects to
+  std::string serial = {};                     ///< "DEVICE" or "DEVICE:BAUD"
   std::vector<std::string> commandFiles = {};  ///< carried out at the start
-  std::string debugger = {};                  ///< a program; empty for the one that fits
-  std::string buttons = {};                   ///< a folder with a button set, before all others
-  bool readsInitFiles = false;                ///< GDB's own
+  std::string debugger = {};                   ///< a program; empty for the one that fits
+  std::string buttons = {};                    ///< a folder with a button set, before all others
+  bool readsInitFiles = false;                 ///< GDB's own
 };
 
 }  // namespace gdb

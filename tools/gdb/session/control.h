@@ -77,7 +77,7 @@ class Control {
   /// Whether the log marks lines that the program wrote.
   virtual void markOutput(bool isMarked) = 0;
   /// After so many lines of one command's output the user is asked whether to go on; 0 never.
-  virtual void setPageLength(std::size_t lines) = 0;
+  virtual void setPageLength(std::size_t length) = 0;
   /// Ends GDB and starts it anew, with its breakpoints and its program when it still answers.
   virtual void restartDebugger() = 0;
 };

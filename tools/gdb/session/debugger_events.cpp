@@ -101,9 +101,7 @@ void Session::beginScript() {
       next();
     }
   };
-  lines.open("", false, [&] {
-    runScript({script.begin(), script.end()}, end);
-  });
+  lines.open("", false, [&] { runScript({script.begin(), script.end()}, end); });
   showTarget();
 }
 

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "gdb/session/session.h"
+#include "gdb/words/texts.h"
 #include "gdb/words/words.h"
 #include "support/text.h"
 
@@ -90,7 +91,8 @@ void Session::askForState() {
   if (watch.takeBreakpointChange()) {
     breakpoints.save(queries);
   }
-  queries.ask("-list-thread-groups", [this](const mi::Record& result) { watch.takeGroups(result); });
+  queries.ask("-list-thread-groups",
+              [this](const mi::Record& result) { watch.takeGroups(result); });
   queries.ask("info connections", [this](const mi::Record& result) {
     watch.takeConnections(result);
     const auto end = [this](const mi::Record& frame) {
@@ -140,7 +142,8 @@ void Session::runScript(std::deque<std::string> script, std::function<void()> th
   }
   const std::string first = std::move(script.front());
   script.pop_front();
-  command(first, [this, rest = std::move(script), then = std::move(then)] { runScript(rest, then); });
+  command(first,
+          [this, rest = std::move(script), then = std::move(then)] { runScript(rest, then); });
 }
 
 }  // namespace gdb

@@ -9,8 +9,8 @@ namespace gdb {
 
 /// A line of the user's that is being carried out.
 struct Line {
-  std::string text;          ///< as he typed it
-  bool isConfirmed = true;   ///< its end is told
+  std::string text;         ///< as he typed it
+  bool isConfirmed = true;  ///< its end is told
   bool isOpen = true;
 };
 

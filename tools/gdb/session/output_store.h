@@ -44,7 +44,7 @@ class OutputStore {
 
   void setMark(bool isMarked) { marksProgram = isMarked; }
   /// 0: never asks.
-  void setPageLength(std::size_t lines) { pageLength = lines; }
+  void setPageLength(std::size_t length) { pageLength = length; }
   /// The user has gone, and the question with him.
   void forgetUser();
 
@@ -64,10 +64,10 @@ class OutputStore {
   bool marksProgram = true;
   std::size_t pageLength = kUsualPage;
   Paging state = Paging::kCounting;
-  std::size_t lines = 0;     ///< of the present command, so far
-  std::size_t dropped = 0;   ///< lines for which there was no room
-  std::string keptBack;      ///< of GDB and its program, while the user is asked
-  std::string keptLines;     ///< nelgdb's own, while the user is asked
+  std::size_t lines = 0;    ///< of the present command, so far
+  std::size_t dropped = 0;  ///< lines for which there was no room
+  std::string keptBack;     ///< of GDB and its program, while the user is asked
+  std::string keptLines;    ///< nelgdb's own, while the user is asked
   Source lastSource = Source::kOwn;
   bool isAtLineStart = true;
   bool endsForced = false;  ///< a line's end was put where its source had none

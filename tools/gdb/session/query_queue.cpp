@@ -36,10 +36,10 @@ void QueryQueue::next() {
   isUnderWay = true;
   text.clear();
   const bool isConsoleCommand = !present.line.starts_with('-');
-  writer(std::to_string(++token) +
-         (isConsoleCommand ? "-interpreter-exec console " + mi::quoted(present.line)
-                           : present.line) +
-         '\n');
+  writer(
+      std::to_string(++token) +
+      (isConsoleCommand ? "-interpreter-exec console " + mi::quoted(present.line) : present.line) +
+      '\n');
 }
 
 bool QueryQueue::take(const mi::Record& record) {

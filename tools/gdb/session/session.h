@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "gdb/options/options.h"
 #include "gdb/process/child.h"
 #include "gdb/process/wake_up.h"
 #include "gdb/session/breakpoint_file.h"
@@ -15,7 +16,6 @@
 #include "gdb/session/dialogues.h"
 #include "gdb/session/interrupt_ladder.h"
 #include "gdb/session/open_lines.h"
-#include "gdb/options/options.h"
 #include "gdb/session/output_store.h"
 #include "gdb/session/target_watch.h"
 #include "tester_link/tester_tool.h"
@@ -62,7 +62,7 @@ class Session : public tester_link::Tester, public Control, private DebuggerList
   void input(const std::string& bytes) override { debugger.input(bytes); }
   void endInput() override;
   void markOutput(bool isMarked) override { output.setMark(isMarked); }
-  void setPageLength(std::size_t lines) override { output.setPageLength(lines); }
+  void setPageLength(std::size_t length) override { output.setPageLength(length); }
   void restartDebugger() override;
 
  private:
@@ -118,15 +118,15 @@ class Session : public tester_link::Tester, public Control, private DebuggerList
   OpenLines lines;
   WordMemory wordMemory;
   tester_link::SearchLists lastSearch;
-  std::deque<std::string> waiting;                 ///< lines that have not begun
-  std::deque<ConsoleCommand> commands;             ///< that have not begun
-  std::optional<ConsoleCommand> present;           ///< the one that GDB carries out
+  std::deque<std::string> waiting;        ///< lines that have not begun
+  std::deque<ConsoleCommand> commands;    ///< that have not begun
+  std::optional<ConsoleCommand> present;  ///< the one that GDB carries out
   std::vector<std::function<void()>> afterInterrupt;
   std::function<void()> afterStart;  ///< what goes on when a new GDB is ready
   std::string shownProgram;          ///< the one that the user interface was told of
   bool greeted = false;
-  bool settled = false;     ///< GDB has its settings and knows what to debug
-  bool isEnding = false;    ///< the present command's prompt is back, its end not told
+  bool settled = false;   ///< GDB has its settings and knows what to debug
+  bool isEnding = false;  ///< the present command's prompt is back, its end not told
   bool isRestarting = false;
   bool busyShown = false;
   std::optional<Clock::time_point> busySince;

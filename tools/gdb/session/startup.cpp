@@ -73,19 +73,13 @@ void addSerial(std::vector<std::string>& commands, const std::string& serial) {
 }  // namespace
 
 std::vector<std::string> settingsFor(const std::string& programTerminal) {
-  return {"-gdb-set width 0",
-          "-gdb-set height 0",
-          "-gdb-set pagination off",
-          "-gdb-set editing off",
-          "-gdb-set style enabled off",
+  return {"-gdb-set width 0", "-gdb-set height 0", "-gdb-set pagination off",
+          "-gdb-set editing off", "-gdb-set style enabled off",
           "-gdb-set print frame-info source-and-location",
           // A port where nobody listens would hold GDB up for many seconds.
-          "-gdb-set tcp auto-retry off",
-          "-inferior-tty-set " + programTerminal,
+          "-gdb-set tcp auto-retry off", "-inferior-tty-set " + programTerminal,
           // What GDB adds for its console, and what was changed for GDB alone.
-          "unset environment LINES",
-          "unset environment COLUMNS",
-          variableSetting("LC_ALL"),
+          "unset environment LINES", "unset environment COLUMNS", variableSetting("LC_ALL"),
           variableSetting("LANGUAGE")};
 }
 

@@ -146,9 +146,9 @@ void TargetWatch::takeFrame(const mi::Record& record) {
 }
 
 std::string TargetWatch::title() const {
-  const std::string program =
-      present.program.empty() ? present.remote
-                              : std::filesystem::path(present.program).filename().string();
+  const std::string program = present.program.empty()
+                                  ? present.remote
+                                  : std::filesystem::path(present.program).filename().string();
   std::string text = program.empty() ? "no program" : program;
   switch (present.state) {
     case Target::State::kNone:
