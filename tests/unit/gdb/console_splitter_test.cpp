@@ -125,6 +125,7 @@ TEST(ConsoleSplitter, TakesNothingElseForAPromptOrAQuestionAndKeepsQuestionsShor
       {"a\036\036\036999999999\037", "a\036\036<999999999>"},
       {"\0361234567890\037.", "\0361234567890\037."},
       {"\0361a\0362\037", "\0361a<2>"},
+      {"\036\037\03602\037\0360\037", "\036\037\03602\037<0>"},
       {"a\03612", "a"},
       {"(y or n) \036", "(y or n) ", Dialogue::kYesNo, "(y or n) "},
       {"(y or n) \n", "(y or n) \n"},

@@ -51,12 +51,10 @@ Beginning beginningOf(std::string_view text) {
   if (text.size() < length) {
     return {.kind = Beginning::Kind::kUnfinished, .length = text.size()};
   }
-  if (count == 0 || text[length - 1] != kClosing) {
-    return {};
-  }
   Beginning prompt{.kind = Beginning::Kind::kPrompt, .length = length};
   std::from_chars(digits.data(), digits.data() + count, prompt.number);
-  return prompt;
+  const bool isPrompt = count > 0 && text.starts_with(ConsoleSplitter::promptOf(prompt.number));
+  return isPrompt ? prompt : Beginning{};
 }
 
 std::string_view lastLine(std::string_view text) {
