@@ -36,7 +36,8 @@ void Debugger::start(const std::string& program, bool readsInitFiles) {
 void Debugger::command(const std::string& text) {
   line = text + '\n';
   phase = Phase::kSettingPrompt;
-  queue.ask("-gdb-set prompt " + ConsoleSplitter::promptOf(++number),
+  ++number;
+  queue.ask("-gdb-set prompt " + ConsoleSplitter::promptOf(number),
             [this, present = number](const mi::Record& result) {
               // An answer that came too late is one to a GDB that has gone.
               if (present == number && phase == Phase::kSettingPrompt && result.name == "done") {

@@ -68,7 +68,7 @@ Choices processesIn(const fs::path& folder, pid_t self, pid_t parent) {
   Choices choices;
   for (const auto& [pid, command] : found) {
     const std::string number = std::to_string(pid);
-    choices.push_back({shownItem(number + "  " + command), number});
+    choices.push_back({shownItem((number + "  ").append(command)), number});
   }
   return choices;
 }
