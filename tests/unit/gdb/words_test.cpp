@@ -147,6 +147,7 @@ const Answers kStoppedProgram = {
      "~\"  Id   Target Id                               Frame \\n\"\n"
      "~\"* 1.1  Thread 0x7ffff7dcd740 (LWP 19629) \\\"thr\\\" puts (str=0x5556 \\\"a\\\\n\\\") at "
      "ioputs.c:35\\n\"\n"
+     "~\"35\\tin ./libio/ioputs.c\\n\"\n"
      "~\"  2.1  Thread 0x7ffff7dcd740 (LWP 19651) \\\"thr\\\" 0x7ff in pause () at p.c:29\\n\"\n"
      "^done\n"},
     {"-stack-info-depth 10000", "^done,depth=\"12\"\n"},
@@ -249,7 +250,7 @@ TEST(Words, MakeACommandOfWhatStandsInTheLineOrIsAskedFor) {
            "(gdb) disable 1 3\nend\n"},
           {"set-signals",
            {bits({"SIGSEGV  stops  Segmentation fault", "SIGALRM  passes  Alarm clock"})},
-           "? 2010 Signals that are to stop the program; the others pass:"
+           "? 2010 Signals that are to stop the program;\nthe others pass:"
            "[SIGSEGV  stops  Segmentation fault][SIGUSR1  passes  User defined signal 1]"
            "[SIGALRM  passes  Alarm clock]\n(gdb) handle SIGALRM stop print pass\nend\n"},
           {"set-variable",
@@ -285,8 +286,8 @@ TEST(Words, MakeACommandOfWhatStandsInTheLineOrIsAskedFor) {
 TEST(Words, RememberWhatWasConnectedToAndTakeNoAnswerForTheLast) {
   ScriptedControl control;
   const std::string question =
-      "? 2003 Address of the debugging server: HOST:PORT, a device or a socket\n"
-      "(as a rule localhost:3333 for OpenOCD, localhost:1234 for QEMU):";
+      "? 2003 Address, as localhost:3333 for OpenOCD,\n"
+      "localhost:1234 for QEMU, a device, a socket:";
   EXPECT_EQ(control.take("connect", {text("")}), question + "\nend: No address was given.\n");
   EXPECT_EQ(control.take("connect board:3333"), "(gdb) target remote board:3333\nend\n");
   EXPECT_EQ(control.take("connect", {text("")}),
@@ -458,7 +459,7 @@ TEST(Words, AreAllListedAndExplained) {
   EXPECT_TRUE(names.contains("stop") && names.contains("set-signals"));
 }
 
-TEST(Words, OfferTheUsersOtherProcessesTheYoungestFirst) {
+TEST(Words, OfferTheUsersOtherProcessesInTheirOrder) {
   char pattern[] = "/tmp/processes.XXXXXX";
   const std::filesystem::path folder = mkdtemp(pattern);
   const auto add = [&folder](int pid, int parent, const std::string& command) {
@@ -480,10 +481,10 @@ TEST(Words, OfferTheUsersOtherProcessesTheYoungestFirst) {
   const Choices choices = processesIn(folder, 40, 30);
   std::filesystem::remove_all(folder);
   ASSERT_EQ(choices.size(), 3U);
-  EXPECT_THAT(choices[0].item, testing::MatchesRegex("60  /debugged/x+\\.\\.\\.x+/end"));
-  EXPECT_LT(choices[0].item.size(), 250U);
+  EXPECT_THAT(choices[2].item, testing::MatchesRegex("60  /debugged/x+\\.\\.\\.x+/end"));
+  EXPECT_LT(choices[2].item.size(), 250U);
   EXPECT_EQ(choices[1].item, "10  evil?[2J? two  words");
-  EXPECT_EQ(choices[2].item + '|' + choices[2].value, "9  /bin/early -x|9");
+  EXPECT_EQ(choices[0].item + '|' + choices[0].value, " 9  /bin/early -x|9");
   EXPECT_THAT(processesIn("/no such folder", 1, 2), IsEmpty());
 }
 
