@@ -27,10 +27,11 @@ void Session::beginWaiting() {
 void Session::begin(const std::string& text) {
   output.stopKeeping();
   lines.open(text, true, [this, &text] {
-    const std::string line = trimmed(singleLine(text));
-    print("(gdb) " + line);
+    // The program may care for the blanks of what it is given to read.
+    const std::string line = singleLine(text);
+    print("(gdb) " + trimmed(line));
     if (!takeWord(*this, line)) {
-      carryOut(line);
+      carryOut(trimmed(line));
     }
   });
   update();
