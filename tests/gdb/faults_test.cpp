@@ -134,13 +134,13 @@ TEST_F(GdbFaults, StopsAndPromptsComeInAnyOrder) {
         stopsAt(1) + "expect console early\n" + kRuns + stopsAt(2) + "send console two\\n%P\n" +
         "expect console twice\n" + kRuns +
         R"(send mi *stopped\n*running,thread-id=\"all\"\n*stopped,frame={func=\"f\"}\n)" + "\n" +
-        "send console three%P\n" + "expect console drip\n" + kRuns + stopsAt(4, "drip") +
+        "send console three\\n%P\n" + "expect console drip\n" + kRuns + stopsAt(4, "drip") +
         "drip console four\\n%P\n" + "expect console kill\n" + kRuns +
         "answer -list-thread-groups ^done,groups=[{id=\"i1\",executable=\"/x/prog\"}]\n" +
         R"(send mi =thread-group-exited,id=\"i1\",exit-code=\"0106\"\n)" + "\nsend console %P\n");
   play({{kCommand, {"late"}, MSG_T_PROMPT, "(gdb) late\n|one\n|prog: stopped in main at m.c:1"},
         {kCommand, {"early"}, MSG_T_PROMPT, "(gdb) early\n|two\n|prog: stopped in main at m.c:2"},
-        {kCommand, {" twice "}, MSG_T_PROMPT, "three|prog: stopped in f"},
+        {kCommand, {" twice "}, MSG_T_PROMPT, "three\n|prog: stopped in f"},
         {kCommand, {"drip"}, MSG_T_PROMPT, "\nfour\n|prog: stopped in main at m.c:4"},
         {kCommand, {"kill"}, MSG_T_PROMPT, "status 70.\n|\"prog\""},
         {kCommand, {""}, MSG_T_PROMPT, "(gdb) \n"}});
@@ -262,7 +262,7 @@ send console Quit\n%P
        {kCommand, {"delete"}, MSG_T_QUESTION, "\"Delete? \""}});
   userLeaves();
   userComes();
-  hearText("Tester on GDB");
+  hear(MSG_T_TITLE);
   play({{kCommand, {"next"}, MSG_T_PROMPT, "Did next.\n"}});
 }
 
