@@ -305,7 +305,8 @@ TEST_F(GdbFaults, AGdbThatIsNoneIsNamed) {
   start("", folder / "no such");
   play({{0, {}, MSG_T_ERROR_BOX, "no such is no program that can"},
         {MSG_UI_ACK, {}, 0},
-        {kCommand, {"next"}, MSG_T_PROMPT, "GDB is not running.\n|Start it anew?"},
+        {kCommand, {"next"}, MSG_T_PROMPT, "GDB is not running.\n"},
+        {0, {}, MSG_T_QUESTION, "Start it anew?"},
         {MSG_UI_OK, {}, MSG_T_ERROR_BOX, "no such is no program that can"}});
   start("old\n");
   play({{0, {}, MSG_T_ERROR_BOX, "too old"}, {MSG_UI_ACK, {}, MSG_T_QUESTION, "Start it anew?"}});

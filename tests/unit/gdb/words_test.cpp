@@ -324,7 +324,7 @@ TEST(Words, LeaveARunAloneUnlessTheyNeedItsEnd) {
     return control.take(line);
   };
   EXPECT_EQ(takeRunning("stop"), "interrupt\nend\n");
-  EXPECT_EQ(control.take("Stop"), "interrupt\n> No program is running.\nend\n");
+  EXPECT_EQ(control.take("Stop"), "interrupt\n> Nothing is running.\nend\n");
   EXPECT_EQ(takeRunning("choose-frame 1"), "interrupt\n(gdb) frame 1\nend\n");
   EXPECT_EQ(takeRunning("restart"), "interrupt\n(gdb) server run\nend\n");
   EXPECT_EQ(takeRunning("input  two  words "), "input [ two  words \n]\nend\n");

@@ -11,7 +11,6 @@
 
 #include "gdb/session/session.h"
 #include "gdb/session/startup.h"
-#include "gdb/words/texts.h"
 #include "postmaster/processes.h"
 
 namespace gdb {
@@ -27,8 +26,8 @@ constexpr char kCaption[] = "Korvane - GDB";
 /// after twice the time.
 constexpr std::chrono::seconds kFirstPatience{5};
 
-/// What GDB says to its machine interface.
-constexpr char kInterfaceText[] = "New UI allocated";
+/// What GDB says at its start, before or after it takes commands.
+constexpr std::string_view kInterfaceText = "New UI allocated\n";
 /// How GDB answers when it knows no second user interface.
 constexpr char kTooOldText[] = "Undefined command: \"new-ui\"";
 
@@ -115,10 +114,9 @@ void Session::beginScript() {
 }
 
 void Session::onConsoleText(const std::string& text) {
-  if (!debugger.isReady() && trimmed(text) == kInterfaceText) {
-    return;
-  }
-  output.addConsole(text, debugger.isBusy() && !isTargetRunning());
+  const bool isGreeting = !settled && text.starts_with(kInterfaceText);
+  output.addConsole(text.substr(isGreeting ? kInterfaceText.size() : 0),
+                    debugger.isBusy() && !isTargetRunning());
   dialogues.noteText(Clock::now());
   if (!debugger.isReady() && text.find(kTooOldText) != std::string::npos) {
     const std::string why = "This GDB is too old: version 7.12 or a later one is needed.";
@@ -171,7 +169,7 @@ void Session::tellGarbage(const std::string& text) {
 
 void Session::onDebuggerEnd(int waitStatus) {
   const bool isReplaced = std::exchange(isReplacing, false);
-  const std::string end = "GDB " + postmaster::describeEnd(waitStatus) + '.';
+  const std::string told = "GDB " + postmaster::describeEnd(waitStatus) + '.';
   isEnding = false;
   answerSince.reset();
   ladder.end();
@@ -179,7 +177,7 @@ void Session::onDebuggerEnd(int waitStatus) {
   watch.forgetProcess();
   output.endCommand();
   if (!isReplaced) {
-    print(end);
+    print(told);
   }
   // Whatever waited for GDB ends with it.
   std::deque<ConsoleCommand> cut = std::exchange(commands, {});
@@ -188,12 +186,7 @@ void Session::onDebuggerEnd(int waitStatus) {
     present.reset();
   }
   for (const ConsoleCommand& each : cut) {
-    if (each.line != nullptr && each.line->isOpen) {
-      lines.close(each.line);
-      if (each.line->isConfirmed) {
-        link.confirm(each.line->text);
-      }
-    }
+    end(each.line);
   }
   goOnAfterInterrupt();
   showTarget();
@@ -203,7 +196,7 @@ void Session::onDebuggerEnd(int waitStatus) {
     startDebugger();
   } else {
     endStart();
-    offerStart(end);
+    offerStart(told);
   }
 }
 

@@ -90,6 +90,7 @@ class Session : public tester_link::Tester, public Control, private DebuggerList
   void askForState();
   void endCommand();
   void goOnAfterInterrupt();
+  void end(OpenLines::Pointer line);
   void runScript(std::deque<std::string> script, std::function<void()> then);
 
   // GDB.
@@ -129,11 +130,11 @@ class Session : public tester_link::Tester, public Control, private DebuggerList
   std::function<void()> afterStart;  ///< what goes on when a new GDB is ready
   std::string shownProgram;          ///< the one that the user interface was told of
   bool greeted = false;
-  bool settled = false;   ///< GDB has its settings and knows what to debug
-  bool isEnding = false;  ///< the present command's prompt is back, its end not told
+  bool settled = false;       ///< GDB has its settings and knows what to debug
+  bool isEnding = false;      ///< the present command's prompt is back, its end not told
   bool isReplacing = false;   ///< GDB was told to end, for the next one
   bool isRestarting = false;  ///< the present GDB gets what the one before it had
-  bool garbageTold = false;  ///< since the last command began
+  bool garbageTold = false;   ///< since the last command began
   bool busyShown = false;
   std::optional<Clock::time_point> busySince;
   std::optional<Clock::time_point> answerSince;  ///< GDB owes an answer that costs no time
