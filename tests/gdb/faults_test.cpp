@@ -184,7 +184,7 @@ TEST_F(GdbFaults, GdbEndsInEveryPhaseAndIsStartedAnew) {
   const Row rows[] = {
       {"die 3\n", "ended with status 3"},
       {"expect mi -gdb-set prompt\ndie 0\n", "ended with status 0", {next}},
-      {"expect console next\nsend mi *stopped,fr\nkill 11\n", "was killed by signal 11", {next}},
+      {"expect console next\nsend mi *stopped,fr\nkill 9\n", "was killed by signal 9", {next}},
       {"expect console next\nsend console %P\nexpect mi -list-thread-groups\n"
        "send mi %T^do\ndie 1\n",
        "ended with status 1",

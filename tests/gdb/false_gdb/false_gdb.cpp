@@ -5,11 +5,13 @@
 //   expect mi TEXT          goes on when a command that begins so came on the machine interface
 //   expect interrupt        goes on when SIGINT came
 //   answer NAME TEXT        has queries of that name answered so from now on, without escapes
-//   send WHERE TEXT         writes TEXT at once: on the "console", the "mi" or the "program"'s
-//   terminal drip WHERE TEXT         writes TEXT byte by byte flood WHERE N TEXT      writes TEXT N
-//   times die N                   ends with status N kill N                  gets signal N hang
-//   does nothing any more, whatever comes old                     knows no second interface; only
-//   as the first line
+//   send WHERE TEXT         writes TEXT at once; WHERE is "console", "mi" or "program"
+//   drip WHERE TEXT         writes TEXT byte by byte
+//   flood WHERE N TEXT      writes TEXT N times
+//   die N                   ends with status N
+//   kill N                  gets signal N
+//   hang                    does nothing any more, whatever comes
+//   old                     knows no second interface; only as the first line
 //
 // A text has the escapes of a C string; "%P" in it is the present prompt, "%T" the token of the
 // command that was expected last, "%I" the process's id. What comes and is not expected is answered
