@@ -271,13 +271,18 @@ expect mi -exec-interrupt
 send mi ^done\n(gdb) \n
 )" + stopsAt(5) +
         "send console Interrupt.\\n%P\nexpect console continue&\n" + kRuns +
-        "send console %P\nexpect mi -exec-interrupt\n" + stopsAt(6));
+        "send console %P\nexpect mi -exec-interrupt\n" + stopsAt(6) + "expect console until\n" +
+        kRuns + "expect mi -exec-interrupt\n" + stopsAt(7) + "send console %P\n");
   play({{kCommand, {"continue"}, MSG_T_BUSY, "> out\n"},
         {0, {}, MSG_T_TITLE, ": running"},
         {kCommand, {"print 1"}, MSG_T_PROMPT, "(gdb) print 1\n|Interrupt.\n|m.c:5|\"continue\""},
         {0, {}, MSG_T_PROMPT, "Did print 1.\n"},
         {kCommand, {"continue&"}, MSG_T_PROMPT, ": running"},
-        {kCommand, {"stop"}, MSG_T_PROMPT, "m.c:6"}});
+        {kCommand, {"stop"}, MSG_T_PROMPT, "m.c:6"},
+        {kCommand, {"until"}, MSG_T_BUSY}});
+  userLeaves();
+  userComes();
+  play({{0, {}, MSG_T_TITLE}, {kCommand, {"next"}, MSG_T_PROMPT, "Did next.\n"}});
 }
 
 TEST_F(GdbFaults, AFloodIsShownAsFarAsTheUserWants) {
