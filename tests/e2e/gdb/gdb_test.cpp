@@ -49,13 +49,14 @@ class GdbTest : public testing::Test {
   }
 
   /// Starts all in the folder of the test and waits until the user can type.
-  void start(const std::string& words, const std::string& title) {
-    korvane = std::make_unique<ChildProcess>(
-        Launch{builtProgram("korvane"),
-               {"--transcript", transcript, "--tester", "nelgdb " + words, "--", "-xrm",
-                "nelkvui.promptKeyDelay:0"},
-               {"XDG_STATE_HOME=" + folder.path().string()},
-               folder.path()});
+  void start(const std::vector<std::string>& programs, const std::string& title) {
+    std::vector<std::string> words = {"--transcript", transcript, "--gdb"};
+    words.insert(words.end(), programs.begin(), programs.end());
+    words.insert(words.end(), {"--", "-xrm", "nelkvui.promptKeyDelay:0"});
+    korvane = std::make_unique<ChildProcess>(Launch{builtProgram("korvane"),
+                                                    words,
+                                                    {"XDG_STATE_HOME=" + folder.path().string()},
+                                                    folder.path()});
     window = user.awaitWindow(title);
     const auto isHeard = [&] {
       user.press(XK_Return);
@@ -107,7 +108,7 @@ class GdbTest : public testing::Test {
 };
 
 TEST_F(GdbTest, FollowsAProgramFromItsStartToItsExitAndAnew) {
-  start(program, "Korvane UI - debuggee");
+  start({program}, "Korvane UI - debuggee");
   type("break-at placeOf");
   answer(kPrompt, {XK_Down, XK_Return});
   see("(gdb) break placeOfSum(int, int)\n");
@@ -148,7 +149,7 @@ TEST_F(GdbTest, FollowsAProgramFromItsStartToItsExitAndAnew) {
 }
 
 TEST_F(GdbTest, OpensAProgramAndWhatItLeft) {
-  start("", "Korvane UI - no program");
+  start({}, "Korvane UI - no program");
   type("open-program");
   answer("Open Program", {XK_Return}, "debuggee");
   see("Reading symbols from " + program);
@@ -166,9 +167,6 @@ TEST_F(GdbTest, OpensAProgramAndWhatItLeft) {
   type("choose-thread");
   answer(kPrompt, {XK_Return});
   see("(gdb) thread 1\n");
-  type("show-register");
-  answer(kPrompt, {XK_Escape});
-  see("Cancelled.\n");
   type("quit");
   EXPECT_EQ(korvane->exitStatus(), 0) << korvane->report();
 }
@@ -176,7 +174,7 @@ TEST_F(GdbTest, OpensAProgramAndWhatItLeft) {
 TEST_F(GdbTest, LooksIntoAProcessAndLetsItGo) {
   ChildProcess process({program, {"spin"}});
   process.expectText("spins\n");
-  start("", "Korvane UI - no program");
+  start({}, "Korvane UI - no program");
   type("attach-to " + std::to_string(process.id()));
   see("placeOfSpin ()");
   type("set-variable");
@@ -199,7 +197,7 @@ TEST_F(GdbTest, DebugsWhatRunsUnderAServer) {
   const std::string told = stub.errors();
   const int port = std::stoi(told.substr(told.find(kListening) + std::strlen(kListening)));
 
-  start(program, "Korvane UI - debuggee");
+  start({program}, "Korvane UI - debuggee");
   type("connect");
   answer(kPrompt, {XK_Return}, "localhost:" + std::to_string(port));
   see("Remote debugging using localhost:");
