@@ -11,12 +11,12 @@
 namespace {
 
 // The tab stop lets the keyboard reach the buttons.
-constexpr std::uint32_t kPaneStyle = kStyleChild | kStyleTabStop;
-constexpr std::uint32_t kPanelStyle = 9;
+constexpr std::uint32_t kControlPaneStyle = kStyleChild | kStyleTabStop;
+constexpr std::uint32_t kSunkenStyle = 9;
 constexpr std::uint32_t kVerticalStyle = kStyleControl | kScrollBarVertical;
 constexpr int kControlPaneId = 5999;
 constexpr int kLineStep = 10;
-constexpr zDimension kCanvasSize = {2000, 4000};
+constexpr zDimension kStartCanvas = {2000, 4000};
 // Dialog units.
 constexpr int kBottomStripHeight = 8;
 constexpr int kRightStripWidth = 16;
@@ -25,7 +25,7 @@ constexpr int kHorizontalBarWidth = 160 - 16;
 constexpr int kHorizontalPage = 142;
 // Pixels.
 constexpr int kPageFrame = 6;
-constexpr int kFrameWidth = 2;
+constexpr int kMarginWidth = 2;
 
 void prepare(zScrollBarCtrl& bar, zScrollerBase& scroller) {
   bar.setScroller(&scroller);
@@ -45,16 +45,16 @@ int follow(zWindow* bar) {
 }  // namespace
 
 Control3dPanel::Control3dPanel(zWindow* parent, zSizer* sizer)
-    : zPanel3d(parent, sizer, kPanelStyle, "", -1) {
+    : zPanel3d(parent, sizer, kSunkenStyle, "", -1) {
   takeBackgroundOf(*parent);
   setRelief(Relief::sunken);
 }
 
 MainPane::MainPane(zWindow* parent, zSizer* sizer, zScrollBarCtrl& vertical,
                    zScrollBarCtrl& horizontal, ziButtonHost& host)
-    : zPane(parent, sizer, kPaneStyle, -1) {
+    : zPane(parent, sizer, kControlPaneStyle, -1) {
   takeBackgroundOf(*parent);
-  groups = new GroupPane(this, new zSizer(0, 0, kCanvasSize.width, kCanvasSize.height), vertical,
+  groups = new GroupPane(this, new zSizer(0, 0, kStartCanvas.width, kStartCanvas.height), vertical,
                          horizontal, host);
   groups->takeInputOf(*this);
 }
@@ -76,7 +76,7 @@ int HorzControlScroller::horzThumbPosition(zEvent* /*event*/) {
 }
 
 ControlPane::ControlPane(zWindow* parent, zSizer* sizer, ziButtonHost& host)
-    : zPane(parent, sizer, kPaneStyle, kControlPaneId) {
+    : zPane(parent, sizer, kControlPaneStyle, kControlPaneId) {
   takeBackgroundOf(*parent);
   createBars();
   mainPane = new MainPane(this, new zSizer(0, 0, 1, 1), *vertical, *horizontal, host);
@@ -120,9 +120,10 @@ int ControlPane::size(zEvent* event) {
 void ControlPane::placeGroups() {
   const zDimension frame = panel->sizer()->size();
   const zPoint corner = panel->sizer()->pos();
-  const zDimension inside = {std::max(frame.width - 2 * kFrameWidth, 1),
-                             std::max(frame.height - 2 * kFrameWidth, 1)};
-  mainPane->moveResize(corner.x + kFrameWidth, corner.y + kFrameWidth, inside.width, inside.height);
+  const zDimension inside = {std::max(frame.width - 2 * kMarginWidth, 1),
+                             std::max(frame.height - 2 * kMarginWidth, 1)};
+  mainPane->moveResize(corner.x + kMarginWidth, corner.y + kMarginWidth, inside.width,
+                       inside.height);
   GroupPane& groups = mainPane->groupPane();
   groups.setViewport(inside, std::max(frame.height - kPageFrame, 1));
   groups.relayout();

@@ -8,7 +8,7 @@ constexpr double kTextWidening = 1.4;
 constexpr int kGroupButtonMargins = 10;
 constexpr int kHeaderMargins = 9;
 constexpr int kButtonMargins = 6;
-constexpr int kFrameWidth = 6;
+constexpr int kGroupFrameWidth = 6;
 constexpr int kHeaderGap = 3;
 constexpr int kContentMargins = 10;
 constexpr int kBottomMargin = 5;
@@ -25,7 +25,7 @@ GroupMetrics GroupMetrics::from(const zDimension& groupText, int buttonTextHeigh
   metrics.textRowHeight = groupText.height + fiveUnitsDown;
   metrics.headerHeight = metrics.textRowHeight + kHeaderMargins;
   metrics.buttonRowHeight = buttonTextHeight + kButtonMargins;
-  metrics.minGroupWidth = paneWidth - borderWidth - kFrameWidth;
+  metrics.minGroupWidth = paneWidth - borderWidth - kGroupFrameWidth;
   return metrics;
 }
 

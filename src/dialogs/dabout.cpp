@@ -21,12 +21,12 @@
 
 namespace {
 
-constexpr std::uint32_t kDialogStyle = kStyleDialog;
-constexpr std::uint32_t kTextStyle = kStyleChild | kStyleVisible | kStaticCentred;
+constexpr std::uint32_t kAboutStyle = kStyleDialog;
+constexpr std::uint32_t kCentredText = kStyleChild | kStyleVisible | kStaticCentred;
 constexpr std::uint32_t kRuleStyle = kStyleVisible;
 constexpr std::uint32_t kOkStyle = kStyleChild | kStyleVisible | kStyleTabStop | kButtonDefault;
 
-constexpr const char* kFace = "helv";
+constexpr const char* kAboutFace = "helv";
 constexpr int kTextTenths = 100;
 constexpr int kNameTenths = 140;
 constexpr int kNameWeight = 900;
@@ -43,7 +43,7 @@ constexpr const char* kLegalNotice =
     "the Korvane UI authors. Comes as it is, without warranty of any kind.";
 
 zRCFont fontOf(int tenthsOfPoint, int weight) {
-  return zRCFont(zFontSpec(kFace, zPrPoint(0, tenthsOfPoint), weight));
+  return zRCFont(zFontSpec(kAboutFace, zPrPoint(0, tenthsOfPoint), weight));
 }
 
 constexpr mode_t kNewFileMode = 0666;
@@ -88,7 +88,7 @@ int IconPane::draw(zEvent* /*event*/) {
 }
 
 ziTellingBox::ziTellingBox(zWindow* parent, const char* title, const zDialogPlace& size)
-    : zFormDialog(parent, new zSizer(0, 0, 1, 1), kDialogStyle) {
+    : zFormDialog(parent, new zSizer(0, 0, 1, 1), kAboutStyle) {
   setCaption(title);
   setFont(fontOf(kTextTenths, kFontRegular), 0);
   const zRect whole = inPixels(size);
@@ -96,7 +96,7 @@ ziTellingBox::ziTellingBox(zWindow* parent, const char* title, const zDialogPlac
 }
 
 void ziTellingBox::addText(const zDialogPlace& place, const char* shown, const zRCFont& face) {
-  auto* label = new zStaticText(this, sizerAt(place), kTextStyle, shown);
+  auto* label = new zStaticText(this, sizerAt(place), kCentredText, shown);
   label->setFont(face, 0);
 }
 

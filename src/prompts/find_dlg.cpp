@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr zDimension kStartSize = {400, 200};
+constexpr zDimension kFindSize = {400, 200};
 // Units of height of the whole dialog, the row of buttons and its line included.
 constexpr int kRows = 54;
 constexpr std::uint32_t kGroupStyle = kStyleControlStop;
@@ -27,7 +27,7 @@ constexpr std::uint32_t kCaseStyle = kStyleControlStop | kButtonAutoCheck;
 }  // namespace
 
 FindDlg::FindDlg(zWindow* parent, const FindSettings& settings, int list, const PromptItems& items)
-    : UIPopUpDlgBase(parent, kStartSize) {
+    : UIPopUpDlgBase(parent, kFindSize) {
   fitRows(kRows);
   int y = gapY;
   const int step = unitY * 8;

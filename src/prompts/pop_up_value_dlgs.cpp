@@ -9,14 +9,14 @@
 namespace {
 
 // Only the height counts, until the buttons are there.
-constexpr zDimension kStartSize = {350, 200};
+constexpr zDimension kValueSize = {350, 200};
 constexpr std::uint32_t kNumberStyle = kStyleControlStop | kStyleBorder | kEditFollowsAcross;
 constexpr std::uint32_t kCheckStyle = kStyleControlStop;
 
 }  // namespace
 
 UIPopUpStringDlg::UIPopUpStringDlg(zWindow* parent, const RWCString& message)
-    : UIPopUpDlgBase(parent, kStartSize) {
+    : UIPopUpDlgBase(parent, kValueSize) {
   int y = addMessageText(message, gapY) + gapY;
   answerEdit = addEditLine(y, &answerText);
   setFirstFocus(*answerEdit);
@@ -30,7 +30,7 @@ const RWCString& UIPopUpStringDlg::answer() {
 }
 
 ziPopUpNumberDlg::ziPopUpNumberDlg(zWindow* parent, const RWCString& message, long low, long high)
-    : UIPopUpDlgBase(parent, kStartSize), lowLimit(low), highLimit(high) {
+    : UIPopUpDlgBase(parent, kValueSize), lowLimit(low), highLimit(high) {
   const int y = addMessageText(message, gapY) + gapY;
   answerEdit =
       new zLongEdit(this, rowAt(y, unitY * 3), kNumberStyle, nextId(), &answerValue, kNumShow);

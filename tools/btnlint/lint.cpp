@@ -3,6 +3,7 @@
 #include "button_file/button_file_reader.h"
 #include "button_file/button_file_remarks.h"
 #include "support/version.h"
+#include "usage.h"
 
 #include <CLI/CLI.hpp>
 
@@ -141,8 +142,7 @@ constexpr char kFooter[] =
     "or a file that cannot be read.";
 
 CommandLine usageError(const std::string& what) {
-  return {std::nullopt, kExitTrouble,
-          "nel-btnlint: " + what.substr(0, what.find('\n')) + "; try nel-btnlint --help\n"};
+  return {std::nullopt, kExitTrouble, usageFault("nel-btnlint", what) + "\n"};
 }
 
 }  // namespace

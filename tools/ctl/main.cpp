@@ -2,6 +2,7 @@
 
 #include "ctl/session.h"
 #include "support/version.h"
+#include "usage.h"
 
 #include <CLI/CLI.hpp>
 
@@ -64,7 +65,8 @@ int run(int argc, char** argv) {
     if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
       return app.exit(error);
     }
-    return complain(ctl::kExitUsage, std::string(error.what()) + "; try nel-ctl --help");
+    std::cerr << usageFault("nel-ctl", error.what()) << '\n';
+    return ctl::kExitUsage;
   }
   std::string command;
   for (const std::string& word : words) {

@@ -2,6 +2,7 @@
 
 #include "link/tool_message.h"
 #include "support/version.h"
+#include "usage.h"
 
 #include <CLI/CLI.hpp>
 
@@ -37,8 +38,7 @@ struct Words {
 };
 
 CommandLine usageError(const std::string& what) {
-  return {std::nullopt, kExitUsage,
-          "nel-dump: " + what.substr(0, what.find('\n')) + "; try nel-dump --help\n"};
+  return {std::nullopt, kExitUsage, usageFault("nel-dump", what) + "\n"};
 }
 
 /// Adds the number of the message that `name` or a number stands for; whether there is one.

@@ -1,6 +1,7 @@
 #include "launcher/launch.h"
 
 #include "support/version.h"
+#include "usage.h"
 
 #include <CLI/CLI.hpp>
 
@@ -34,8 +35,7 @@ constexpr char kFooter[] =
     "Exit status: 0 after an orderly end, 1 when it could not start, 2 for a wrong command line.";
 
 CommandLine usageError(const std::string& what) {
-  return {std::nullopt, kExitUsage,
-          "korvane: " + what.substr(0, what.find('\n')) + "; try korvane --help\n"};
+  return {std::nullopt, kExitUsage, usageFault("korvane", what) + "\n"};
 }
 
 void addFileOption(CLI::App& app, const std::string& name, std::optional<std::string>& file,

@@ -2,6 +2,7 @@
 
 #include "postmaster/charset.h"
 #include "support/version.h"
+#include "usage.h"
 
 #include <CLI/CLI.hpp>
 
@@ -43,7 +44,7 @@ std::string firstLine(const std::string& text) {
 }
 
 CommandLine usageError(const std::string& what) {
-  return {std::nullopt, kExitUsage, "nelmpm: " + firstLine(what) + "; try nelmpm --help"};
+  return {std::nullopt, kExitUsage, usageFault("nelmpm", what)};
 }
 
 /// What names a file, however it was written.

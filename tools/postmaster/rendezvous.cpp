@@ -29,7 +29,7 @@ constexpr int kFirstPort = 1024;
 constexpr int kPortCount = 60000;
 constexpr int kAttempts = 100;
 constexpr int kBacklog = 16;
-constexpr mode_t kOwnerOnly = S_IRUSR | S_IWUSR;
+constexpr mode_t kOwnersAlone = S_IRUSR | S_IWUSR;
 
 std::string errorText(const std::string& what) {
   return what + ": " + std::strerror(errno);
@@ -145,7 +145,7 @@ std::string Rendezvous::publish() {
   const std::string draft = portPath() + "." + std::to_string(getpid());
   unlink(draft.c_str());
   UniqueDescriptor file(
-      ::open(draft.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, kOwnerOnly));
+      ::open(draft.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, kOwnersAlone));
   if (!file.isOpen()) {
     return errorText("cannot make " + draft);
   }

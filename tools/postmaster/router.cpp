@@ -61,7 +61,7 @@ Routing Router::frameCame(ClientId client, const Message& message) {
     }
     return refuse(messageLabel(header) + " before the connection request 7000");
   }
-  if (header.sender == tool->second.type && isOwnAnswer(header)) {
+  if (header.sender == tool->second.type && account.closesOwnQuestion(header)) {
     return {};
   }
   const bool isCommand = header.sender == tool->second.type && header.tag == MSG_UI_COMMAND;
@@ -73,13 +73,13 @@ Routing Router::frameCame(ClientId client, const Message& message) {
     refused.isNews = header.dest != kUi || header.sender != NELKV || uiHasCome;
     return refused;
   }
-  noteCommands(message);
-  if (header.tag == MSG_T_QUESTION && header.dest == kUi) {
-    questions.push_back(false);
-  }
+  account.note(message);
   Routing routing =
       isToPostmaster(header) ? toPostmaster(client, header) : forward(client, message);
-  copyForVisitor(message, routing);
+  if (const ClientId* visitor = clientOf(EXTERNAL);
+      visitor != nullptr && account.visitorHears(message)) {
+    routing.deliveries.push_back({*visitor, message});
+  }
   if (header.tag == MSG_TOOL_READY) {
     routing.deliveries.push_back({client, ownMessage(MSG_START_POLL_TIMER, header.sender)});
     tools[client].ready = true;
@@ -126,8 +126,7 @@ Routing Router::connect(ClientId client, const FrameHeader& header) {
   reply.setText(kIdentificationIndex, self.text.c_str());
   Routing routing{{{client, ownMessage(MSG_CONNECT_OK, type, reply)}}, {}};
   if (type == NELKV) {
-    unconfirmedCommands = std::exchange(keptCommands, {});
-    for (const Message& command : unconfirmedCommands) {
+    for (const Message& command : account.testerCame()) {
       routing.deliveries.push_back({client, command});
     }
   }
@@ -195,7 +194,7 @@ Routing Router::leave(ClientId client, LeaveReason reason) {
   tools.erase(client);
   uiGone = uiGone || type == kUi;
   if (type == EXTERNAL) {
-    visitorsCommand.clear();
+    account.visitorLeft();
   }
   Routing routing;
   const std::string name = toolName(type);
@@ -205,7 +204,7 @@ Routing Router::leave(ClientId client, LeaveReason reason) {
     routing.deliveries.push_back({other, ownMessage(MSG_TOOL_LEFT, tool.type, news)});
   }
   if (type == NELKV && !shuttingDown) {
-    for (const Message& command : std::exchange(unconfirmedCommands, {})) {
+    for (const Message& command : account.takeUnconfirmed()) {
       giveBack(command, kTesterLeft, routing);
     }
   }
@@ -236,27 +235,13 @@ Routing Router::askUser(const std::string& caption, const std::string& text) {
   ToolMessage box;
   box.setText(0, caption.c_str());
   box.setText(1, text.c_str());
-  questions.push_back(true);
+  account.noteOwnQuestion();
   return {{{*ui, ownMessage(MSG_T_QUESTION, kUi, box)}}, {}};
-}
-
-/// Boxes lie one above the other, so the newest question is answered first.
-bool Router::isOwnAnswer(const FrameHeader& header) {
-  const bool isAnswer = header.tag == MSG_UI_OK || header.tag == MSG_UI_NOT_OK;
-  if (header.sender != kUi || !isAnswer || questions.empty()) {
-    return false;
-  }
-  const bool isOwn = questions.back();
-  questions.pop_back();
-  if (isOwn) {
-    answer = header.tag == MSG_UI_OK;
-  }
-  return isOwn;
 }
 
 Routing Router::commandWithoutTester(ClientId client, const Message& message) {
   if (testerComes && message->header.sender == kUi) {
-    keptCommands.push_back(message);
+    account.keep(message);
     return {};
   }
   Routing routing = refuse(messageLabel(message->header) + " for " + toolName(NELKV) +
@@ -269,38 +254,6 @@ Routing Router::commandWithoutTester(ClientId client, const Message& message) {
                             numbers({NELKV, static_cast<int>(LeaveReason::kHungUp)}))});
   }
   return routing;
-}
-
-/// An external tool that has sent the tester a command gets copies of what the tester tells the
-/// window, until it confirms the command.
-void Router::copyForVisitor(const Message& message, Routing& routing) {
-  const FrameHeader& header = message->header;
-  if (header.sender == EXTERNAL && header.tag == MSG_UI_COMMAND) {
-    visitorsCommand = message->payload;
-  }
-  const ClientId* visitor = clientOf(EXTERNAL);
-  const bool isNews = header.sender == NELKV && header.dest == kUi &&
-                      (header.tag == MSG_T_TEXT || header.tag == MSG_T_PROMPT);
-  if (visitorsCommand.empty() || visitor == nullptr || !isNews) {
-    return;
-  }
-  routing.deliveries.push_back({*visitor, message});
-  if (header.tag == MSG_T_PROMPT && message->payload == visitorsCommand) {
-    visitorsCommand.clear();
-  }
-}
-
-/// Keeps account of what the tester has been sent and has not confirmed.
-void Router::noteCommands(const Message& message) {
-  constexpr std::size_t kMaxNoted = 1000;
-  const FrameHeader& header = message->header;
-  if (header.tag == MSG_UI_COMMAND && header.dest == NELKV) {
-    unconfirmedCommands.push_back(message);
-  }
-  const bool isConfirmed = header.sender == NELKV && header.tag == MSG_T_PROMPT;
-  if (!unconfirmedCommands.empty() && (isConfirmed || unconfirmedCommands.size() > kMaxNoted)) {
-    unconfirmedCommands.pop_front();
-  }
 }
 
 /// A command that came to nothing: the log tells `why`, and the list of commands has it.
@@ -322,7 +275,7 @@ Routing Router::awaitTester(bool comes) {
   testerComes = comes;
   Routing routing;
   if (!comes) {
-    for (const Message& command : std::exchange(keptCommands, {})) {
+    for (const Message& command : account.takeKept()) {
       giveBack(command, kNoTester, routing);
     }
   }

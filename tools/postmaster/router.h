@@ -1,8 +1,8 @@
 #pragma once
 
+#include "postmaster/account.h"
 #include "postmaster/message.h"
 
-#include <deque>
 #include <map>
 #include <optional>
 #include <set>
@@ -78,7 +78,7 @@ class Router {
   /// 2001 to the user interface in the tester's place; its user answers with OK or Cancel.
   Routing askUser(const std::string& caption, const std::string& text);
   /// The answer to askUser, once.
-  std::optional<bool> takeAnswer() { return std::exchange(answer, std::nullopt); }
+  std::optional<bool> takeAnswer() { return account.takeAnswer(); }
 
   /// Whether a tester is on its way: commands without one wait for it. Otherwise they go back to
   /// the user, to the log and to the list of commands, from where he can send them again.
@@ -111,11 +111,8 @@ class Router {
   static const int kUi;
 
   const ClientId* clientOf(int toolType) const;
-  bool isOwnAnswer(const FrameHeader& header);
   Routing commandWithoutTester(ClientId client, const Message& message);
   void giveBack(const Message& command, const char* why, Routing& routing) const;
-  void noteCommands(const Message& message);
-  void copyForVisitor(const Message& message, Routing& routing);
   bool isThere(int toolType) const;
   std::string reasonToRefuse(const Tool& tool, const FrameHeader& header) const;
   Routing connect(ClientId client, const FrameHeader& header);
@@ -126,12 +123,8 @@ class Router {
 
   Identity self;
   std::map<ClientId, Tool> tools;
-  std::vector<bool> questions;  ///< 2001 that are open, newest last: whether it is our own
-  std::optional<bool> answer;
-  std::deque<Message> keptCommands;         ///< for the tester that comes
-  std::deque<Message> unconfirmedCommands;  ///< that the tester was sent
+  Account account;
   bool testerComes = false;
-  std::string visitorsCommand;  ///< payload of what EXTERNAL has sent and waits for; empty for none
   std::set<int> played;
   std::vector<Message> forUser;  ///< for a user interface that is not ready yet
   bool uiHasCome = false;

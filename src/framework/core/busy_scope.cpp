@@ -19,7 +19,7 @@ using KeySet = std::bitset<256>;
 
 // The shell's pointer shows in all windows inside it, which have none of their own. Null while
 // there is no window.
-Widget mainShell() {
+Widget pointerShell() {
   const zFrameWin* frame = zApp::instance()->mainWindow();
   return frame != nullptr && frame->shell() != nullptr && XtIsRealized(frame->shell())
              ? frame->shell()
@@ -53,9 +53,9 @@ Bool isPressOf(Display* /*display*/, XEvent* event, XPointer keys) noexcept {
 zBusyScope::zBusyScope() : nextLook(Clock::now() + patience) {}
 
 zBusyScope::~zBusyScope() {
-  if (pointer && mainShell() != nullptr) {
-    XUndefineCursor(XtDisplay(mainShell()), XtWindow(mainShell()));
-    XFlush(XtDisplay(mainShell()));
+  if (pointer && pointerShell() != nullptr) {
+    XUndefineCursor(XtDisplay(pointerShell()), XtWindow(pointerShell()));
+    XFlush(XtDisplay(pointerShell()));
   }
 }
 
@@ -75,7 +75,7 @@ bool zBusyScope::mayGoOn() {
 void zBusyScope::showPointer() {
   Display* display = zApp::instance()->display();
   pointer.emplace(display, static_cast<unsigned>(XC_watch));
-  if (Widget shell = mainShell()) {
+  if (Widget shell = pointerShell()) {
     XDefineCursor(display, XtWindow(shell), pointer->xCursor());
   }
 }

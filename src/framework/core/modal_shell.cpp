@@ -147,7 +147,7 @@ Widget shellAbove(zWindow* parent) {
 
 namespace {
 
-constexpr zEventKinds kShellEvents{FocusChangeMask | PropertyChangeMask};
+constexpr zEventKinds kGuardedEvents{FocusChangeMask | PropertyChangeMask};
 
 int unaskedDepth = 0;
 // Of the dialogs on the screen; the newest, the last, has the say.
@@ -251,7 +251,7 @@ void ziKeyGuard::start(Widget shell) {
   if (typedInto != nullptr) {
     connect<&ziKeyGuard::textGone>(typedInto, callback::destroy, this);
   }
-  connect<&ziKeyGuard::shellEvent>(shell, kShellEvents, this);
+  connect<&ziKeyGuard::shellEvent>(shell, kGuardedEvents, this);
   installDispatcher(XtDisplay(shell), dispatchKey);
   guards.push_back(this);
 }
@@ -261,7 +261,7 @@ void ziKeyGuard::stop() {
     return;
   }
   std::erase(guards, this);
-  disconnect<&ziKeyGuard::shellEvent>(watched, kShellEvents, this);
+  disconnect<&ziKeyGuard::shellEvent>(watched, kGuardedEvents, this);
   if (typedInto != nullptr) {
     disconnect<&ziKeyGuard::textGone>(typedInto, callback::destroy, this);
   }

@@ -19,7 +19,7 @@ namespace {
 
 // The plain fields.
 constexpr int kFieldGap = 1;    // between fields
-constexpr int kTextIndent = 4;  // from the field's edge
+constexpr int kItemIndent = 4;  // from the field's edge
 constexpr int kWidthMargin = 8;
 
 // The clock.
@@ -111,7 +111,7 @@ void zStatusItemText::draw(zDisplay& display) {
   const bool isCentred = (style() & kStatusCentred) != 0 && size.width <= inner.width();
   // A text that is too long is cut at the field's edge.
   display.intersectClip(inner);
-  drawText(display, {isCentred ? middle.x : inner.left + kTextIndent, middle.y}, string);
+  drawText(display, {isCentred ? middle.x : inner.left + kItemIndent, middle.y}, string);
   display.setClipRegion(nullptr);
 }
 

@@ -23,7 +23,7 @@ constexpr const char* kDefaultFace = "Helv";
 constexpr int kDefaultTenths = 120;  // of a point
 constexpr int kEdge = 2;             // the two lines at the top
 constexpr int kFieldRoom = 8;        // a field's gaps, edges and air, above and below its text
-constexpr int kTextIndent = 6;
+constexpr int kMessageIndent = 6;
 constexpr int kNoId = -1;
 constexpr int kSystemMenuItem = 0x2000;  // in `extra` of a selection
 
@@ -146,7 +146,7 @@ int zStatusLine::draw(zEvent* event) {
   if (messageMode && helpTarget == kHelpWholeLine) {
     zDimension size;
     display()->textSize(size, message.c_str());
-    drawText(*display(), {kTextIndent, centredIn(visualArea(), size).y}, message);
+    drawText(*display(), {kMessageIndent, centredIn(visualArea(), size).y}, message);
   } else {
     ziVisualPane::draw(event);
   }

@@ -36,7 +36,7 @@ const Question kQuestions[] = {
      "F"},
 };
 
-constexpr const char* kSet = ":Mine\nOne\ndo One;and more\n:MENU &More\n&First\nsend;as one\n";
+constexpr const char* kDaySet = ":Mine\nOne\ndo One;and more\n:MENU &More\n&First\nsend;as one\n";
 constexpr const char* kChangedSet =
     ":Mine\nOne\ndo One;and more\nTwo\ndo Two\n:Second\n:Third\n:MENU &More\n&First\nsend;as one\n";
 
@@ -60,7 +60,7 @@ class DayTest : public AppTest {
 
 void DayTest::opensASystem() {
   folder.write("my system.sym", "symbols\n");
-  folder.write("day.btn", kSet);
+  folder.write("day.btn", kDaySet);
   user.press(XK_o, screen::kControl);
   answer("Open Symbol File", "my system.sym");
   expectSent(MSG_UI_COMMAND, "system " + (folder / "my system.sym").string(), NELKV);

@@ -7,7 +7,7 @@ namespace {
 
 using List = Parameter::List;
 
-const List kItems{"beta", "alpha", "gamma"};
+const List kChoices{"beta", "alpha", "gamma"};
 
 class QuestionTest : public AppTest {
  protected:
@@ -78,9 +78,9 @@ TEST_F(QuestionTest, AreEachAnsweredInTheOrderInWhichTheUserEndsThem) {
 
 TEST_F(QuestionTest, ForASearchFindOnceWhatWasAskedForTwice) {
   connect();
-  postmaster.send(MSG_T_FIND, 0, 1, kItems);
+  postmaster.send(MSG_T_FIND, 0, 1, kChoices);
   user.awaitWindow(kPromptTitle);
-  postmaster.send(MSG_T_FIND, 0, 1, kItems);
+  postmaster.send(MSG_T_FIND, 0, 1, kChoices);
   expectAnswer();
   answer(kPromptTitle, "none");
   answer(kMainTitle);  // the box that says: not found

@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr const char* kTitle = "Korvane - Page file";
+constexpr const char* kBoxTitle = "Korvane - Page file";
 
 struct MessageBox : testing::Test {
   MessageBox() {
@@ -21,14 +21,14 @@ struct MessageBox : testing::Test {
   /// Notes the answer of a box that is answered by `action`.
   void answer(int style, const std::function<void()>& action, const std::string& text = "Text") {
     ui::ModalScript script;
-    script.onDialog(kTitle, [&] {
-      const auto hasFocus = [&] { return (look = ui::look(kTitle)).find("focus") != look.npos; };
+    script.onDialog(kBoxTitle, [&] {
+      const auto hasFocus = [&] { return (look = ui::look(kBoxTitle)).find("focus") != look.npos; };
       ui::waitFor(hasFocus, "the focus on a button");
       action();
     });
     note(std::to_string(
-        script.run([&] { return zMessage(frame.get(), text.c_str(), kTitle, style).result; })));
-    ui::waitForNoDialog(kTitle);
+        script.run([&] { return zMessage(frame.get(), text.c_str(), kBoxTitle, style).result; })));
+    ui::waitForNoDialog(kBoxTitle);
   }
 
   std::unique_ptr<TestFrame> main = std::make_unique<TestFrame>();
@@ -53,17 +53,17 @@ TEST_F(MessageBox, ShowsItsStyleAndAnswersByMouseKeyboardAndTheWindowManagersClo
        }) {
     std::string modality;
     answer(style, [&] {
-      modality = std::to_string(ui::resource(ui::part(kTitle, "MessageBox"), "dialogStyle"));
+      modality = std::to_string(ui::resource(ui::part(kBoxTitle, "MessageBox"), "dialogStyle"));
       ui::pressKey(XK_Return);
     });
     std::replace(look.begin(), look.end(), '\n', ' ');
     const std::string seen = look + modality + ": ";
     for (auto left = std::count(seen.begin(), seen.end(), '['); left > 0; --left) {
       answer(style,
-             [left] { ui::click(*(ui::partsOf(ui::part(kTitle, "MessageBox")).end() - left)); });
+             [left] { ui::click(*(ui::partsOf(ui::part(kBoxTitle, "MessageBox")).end() - left)); });
     }
     answer(style, [] { ui::pressKey(XK_Escape); });
-    answer(style, [] { ui::closeByWindowManager(ui::windowWithTitle(kTitle)); });
+    answer(style, [] { ui::closeByWindowManager(ui::windowWithTitle(kBoxTitle)); });
     EXPECT_EQ(seen + noted(), expected);
   }
 }
@@ -82,7 +82,7 @@ TEST_F(MessageBox, ShowsAnyTextWholeWithItsButtonsOnTheScreen) {
           EXPECT_TRUE(look.starts_with("{warning}\n" +
                                        (scrolls ? "<" + text + ">\nbar" : text + "\n---\n")))
               << look;
-          EXPECT_TRUE(ui::isOnTheScreen(ui::windowWithTitle(kTitle)));
+          EXPECT_TRUE(ui::isOnTheScreen(ui::windowWithTitle(kBoxTitle)));
           ui::pressKey(XK_F1);  // stands for a button that is not there
           ui::pressKey(XK_Return);
         },
@@ -102,7 +102,7 @@ TEST_F(MessageBox, EndsWithoutAnAnswerWithTheBoxOverItOrWithItsParent) {
   answer(kBoxOkCancel, [&] { frame.reset(); });
   answer(kBoxOkCancel, [&] { main.reset(); });
   EXPECT_EQ(noted(), "ok 0 0 0 ");
-  EXPECT_EQ(zMessage(nullptr, "Text", kTitle, kBoxOk).result, kAnswerNone) << "no main window";
+  EXPECT_EQ(zMessage(nullptr, "Text", kBoxTitle, kBoxOk).result, kAnswerNone) << "no main window";
 }
 
 }  // namespace

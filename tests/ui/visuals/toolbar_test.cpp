@@ -67,32 +67,32 @@ TEST_F(Toolbar, AButtonIsPressedReleasedAndLeftByTheMouse) {
   EXPECT_NE(up, held);
   ui::releaseButton();
   // How the button looks, and the number of commands.
-  const auto now = [&] {
+  const auto lookNow = [&] {
     ui::drain();
     const std::string look = picture(*tool);
     return (look == up ? "up " : look == held ? "held " : "? ") + std::to_string(frame.commands);
   };
-  EXPECT_EQ(now(), "up 1");
+  EXPECT_EQ(lookNow(), "up 1");
   // Left while it is held it comes up; the click is given up unless the pointer comes back.
   pressTool();
   moveAway();
-  EXPECT_EQ(now(), "up 1");
+  EXPECT_EQ(lookNow(), "up 1");
   moveBack();
-  EXPECT_EQ(now(), "held 1");
+  EXPECT_EQ(lookNow(), "held 1");
   moveAway();
   ui::releaseButton();
   ui::click(tool->widget(), ui::kRightButton);
-  EXPECT_EQ(now(), "up 1");
+  EXPECT_EQ(lookNow(), "up 1");
   // A disabled one is deaf, also when its own command or somebody disabled it.
   pressTool();
   tool->disable();
   ui::releaseButton();
   ui::click(tool->widget());
   tool->enable();
-  EXPECT_EQ(now(), "up 1");
+  EXPECT_EQ(lookNow(), "up 1");
   frame.onCommand = [this] { tool->disable(); };
   clickTool();
-  EXPECT_EQ(now(), "? 2");
+  EXPECT_EQ(lookNow(), "? 2");
   EXPECT_EQ(tool->visualState(), kVisualDisabled);
 }
 

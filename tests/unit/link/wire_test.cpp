@@ -15,7 +15,7 @@ namespace {
 using testing::internal::CaptureStderr;
 using testing::internal::GetCapturedStderr;
 
-constexpr int kHuge = std::numeric_limits<int>::max();
+constexpr int kHugeLength = std::numeric_limits<int>::max();
 
 std::string decoded(const std::string& text) {
   std::string bytes(text.size() / 2 + 1, '!');
@@ -56,7 +56,7 @@ TEST(Frame, isBuiltUpToItsLargestSizeOnly) {
   EXPECT_EQ(built(0, nullptr, 40), "none");
   EXPECT_EQ(built(3, "A\xFFz"), bare.substr(0, 32) + "0300000041??7:" + '\0');
   EXPECT_EQ(built(kMaxPayloadBytes, payload.data()).size(), std::size_t{kMaxSentFrameText});
-  for (const int length : {kMaxPayloadBytes + 1, -1, kHuge, -kHuge}) {
+  for (const int length : {kMaxPayloadBytes + 1, -1, kHugeLength, -kHugeLength}) {
     EXPECT_EQ(built(length, payload.data()), "none") << length;
   }
 }
@@ -87,7 +87,7 @@ TEST(ToolFrameDecode, storesOnlyWhatCameOfTheAnnouncedLength) {
   EXPECT_EQ(split(announcing(4).substr(0, 44)), "2000 1 2 4 ab");
   EXPECT_EQ(split(announcing(2)), "2000 1 2 2 ab");
   EXPECT_EQ(split(announcing(100)), "2000 1 2 100 abcd");
-  EXPECT_EQ(split(announcing(kHuge)), "2000 1 2 2147483647 abcd");
+  EXPECT_EQ(split(announcing(kHugeLength)), "2000 1 2 2147483647 abcd");
   EXPECT_EQ(split(announcing(-7)), "2000 1 2 -7 ");
   const std::string tooLong(50000, 'p');
   EXPECT_EQ(split(wireText({0, 2000, 1, 2, 50000}, tooLong)),
