@@ -22,7 +22,7 @@ static sdl_pid passed; /* a breakpoint stopped before its transition */
 static uint8_t passed_input;
 
 /* Empty, but not for the compiler: what a debugger changes meanwhile is read anew. */
-#define MARKER __attribute__((noinline))
+#define MARKER __attribute__((noinline, section(".markers")))
 #define MARK __asm__ volatile("" ::: "memory")
 
 MARKER void sdl_stop(void) {
@@ -82,6 +82,7 @@ void sdl_stop_for(enum sdl_reason reason) {
     sdl_control.until = SDL_FOREVER;
   }
   sdl_control.reason = (uint8_t)reason;
+  ++sdl_control.stop_count;
   sdl_stop();
 }
 

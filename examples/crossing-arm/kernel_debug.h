@@ -94,6 +94,7 @@ struct sdl_control {
   /* Answers. */
   uint8_t reason;
   uint8_t breakpoint_hit; /* index */
+  uint32_t stop_count;    /* calls of sdl_stop() */
 };
 extern volatile struct sdl_control sdl_control;
 

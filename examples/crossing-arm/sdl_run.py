@@ -1,5 +1,8 @@
 """Runs of the SDL system in the target: where they stop, and what they tell."""
 
+import signal
+import threading
+
 import gdb
 
 from sdl_target import (
@@ -160,6 +163,43 @@ class Breakpoint:
         return rows
 
 
+class Interruption:
+    """While it is entered, the user's interrupt (SIGINT) goes to the target, at a moment when it
+    runs. GDB would take one that comes between two parts of a run for an end of the command, and
+    leave the target running."""
+
+    SIGNALS = {signal.SIGINT, signal.SIGUSR2}  # the second one ends the waiting
+
+    def __init__(self):
+        self.is_wanted, self.count = False, 0
+        self.thread = threading.Thread(target=self.wait, daemon=True)
+
+    def __enter__(self):
+        self.mask = signal.pthread_sigmask(signal.SIG_BLOCK, self.SIGNALS)
+        self.thread.start()
+        return self
+
+    def __exit__(self, *error):
+        signal.pthread_kill(self.thread.ident, signal.SIGUSR2)
+        self.thread.join()
+        signal.pthread_sigmask(signal.SIG_SETMASK, self.mask)
+
+    def wait(self):
+        """Of the thread, which must not call GDB itself."""
+        while signal.sigwait(self.SIGNALS) == signal.SIGINT:
+            self.is_wanted = True
+            self.count += 1
+            gdb.post_event(self.interrupt)
+
+    def interrupt(self):
+        """Called by GDB while it waits for the target, which may stop of itself at that moment. One
+        that does not stop is left to GDB."""
+        if self.is_wanted:
+            gdb.execute("interrupt")
+        if self.count > 2:
+            signal.pthread_sigmask(signal.SIG_SETMASK, self.mask)
+
+
 history = History()
 trace = Trace()
 breakpoints = {}  # by number
@@ -191,36 +231,44 @@ def stands_between_transitions():
 
 
 def resume(function):
-    """Lets the target run until it calls the function. Otherwise the last event of the stop and
-    what GDB says of it."""
+    """Lets the target run until it calls the function. When something else stops it, GDB tells the
+    user, and the result is the name of the signal, or empty when it was none; else None."""
     events = []
+    note = events.append
     point = gdb.Breakpoint(function, internal=True)
     point.silent = True
-    gdb.events.stop.connect(events.append)
+    gdb.events.stop.connect(note)
     try:
-        text = gdb.execute("continue", to_string=True)
-        if any(point in getattr(event, "breakpoints", ()) for event in events):
-            return None
-        return (events or [None])[-1], text
+        gdb.execute("continue")
+        is_reached = any(point in getattr(event, "breakpoints", ()) for event in events)
+        return None if is_reached else getattr((events or [None])[-1], "stop_signal", "")
     finally:
-        gdb.events.stop.disconnect(events.append)
+        gdb.events.stop.disconnect(note)
         point.delete()
+
+
+def resume_to_stop():
+    """As resume(), until the kernel stops. QEMU on a busy machine now and then answers the step off
+    a breakpoint without having made it; then it is made again."""
+    before = int(value("sdl_control.stop_count"))
+    signal = resume("sdl_stop")
+    while signal is None and int(value("sdl_control.stop_count")) == before:
+        signal = resume("sdl_stop")
+    return signal
 
 
 def start():
     """Runs to where the system is about to make its first transition."""
-    stop = resume("sdl_begin")
     history.position, history.open = 0, []
-    if stop:
-        raise Refusal("The system was stopped before it could start.\n" + stop[1].strip())
+    if resume("sdl_begin") is not None:
+        raise Refusal("Something stopped the target before the system could start.")
 
 
 def settle():
-    """Lets the kernel end its transition, if it stands in one, and empty its mailbox. Otherwise
-    what GDB says of why it stopped."""
+    """Lets the kernel end its transition, if it stands in one, and empty its mailbox. Returns as
+    resume() does."""
     assign("sdl_control.stop_now", 1)
-    stop = resume("sdl_stop")
-    return stop and stop[1]
+    return resume_to_stop()
 
 
 def give_orders(transitions, until):
@@ -276,6 +324,20 @@ def end_text(count, transitions):
     return {TIME: "Done", NOTHING: nothing}.get(reason, "Interrupted")
 
 
+def fire(interruption):
+    """Lets the target run to where its orders end, telling what happens. The transitions told last,
+    and what resume() returns."""
+    while True:
+        name = resume_to_stop()
+        told, lost = history.read()
+        trace.show(told, lost)
+        if name is None and interruption.is_wanted:
+            name = "SIGINT"
+        if name is not None or int(value("sdl_control.reason")) != HISTORY_FULL:
+            return told, name
+        assign("sdl_control.history_read", history.position)
+
+
 def run(transitions=0, until=FOREVER):
     """Lets the system run: at most so many transitions, or all up to a time, or without end; or
     until a breakpoint, an error or the user stops it."""
@@ -284,23 +346,13 @@ def run(transitions=0, until=FOREVER):
     history.begin()
     give_orders(transitions, until)
     before = int(value("sdl_transitions"))
-    told = []
-    stop = None
-    while stop is None:
-        stop = resume("sdl_stop")
-        told, lost = history.read()
-        trace.show(told, lost)
-        if stop is None and int(value("sdl_control.reason")) != HISTORY_FULL:
-            break
-        assign("sdl_control.history_read", history.position)
-    if stop is None:
-        text = end_text(transitions, told)
-    elif getattr(stop[0], "stop_signal", "") == "SIGINT":
-        outside = settle()
-        trace.show(*history.read())
-        text = "Interrupted" if outside is None else outside.strip() + "\nInterrupted"
-    else:
-        text = stop[1].strip() + "\nStopped"
+    with Interruption() as interruption:
+        told, name = fire(interruption)
+        text = end_text(transitions, told) if name is None else "Stopped"
+        if name == "SIGINT":
+            interruption.is_wanted = False
+            text = "Interrupted" if settle() is None else "Interrupted in the middle of a transition"
+            trace.show(*history.read())
     count = (int(value("sdl_transitions")) - before) % 2**32
     if text:
         print(f"{text}; transitions: {count}, now: {time_text(now())}.")

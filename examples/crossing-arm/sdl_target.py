@@ -21,8 +21,11 @@ def value(expression):
 
 
 def assign(place, number):
-    """Writes a number to a place in the target."""
-    gdb.parse_and_eval(f"{place} = {number}")
+    """Writes a number to a place in the target, which is little-endian. After an assignment of its
+    own GDB would read the registers and the stack again."""
+    target = gdb.parse_and_eval(place)
+    data = (number % 256**target.type.sizeof).to_bytes(target.type.sizeof, "little")
+    gdb.selected_inferior().write_memory(int(target.address), data)
 
 
 def indexes(array):
