@@ -46,8 +46,12 @@ class ConsoleSplitter {
   void answered();
 
  private:
-  std::string held;    ///< may be the beginning of a prompt
-  std::string recent;  ///< the end of the text since the last prompt
+  /// Keeps of the text what dialogue() and question() need.
+  void remember(std::string_view text);
+
+  std::string held;      ///< may be the beginning of a prompt
+  std::string recent;    ///< the end of the text since the last prompt
+  bool hasMenu = false;  ///< a menu began in the text since the last prompt
 };
 
 }  // namespace gdb

@@ -17,7 +17,7 @@ class Value {
 
   Value() = default;
   explicit Value(std::string string) : text(std::move(string)) {}
-  Value(Kind valueKind, std::vector<Element> valueElements);
+  Value(Kind kindOfValue, std::vector<Element> elements);
 
   Kind kind() const { return valueKind; }
   /// The string's bytes with its escapes undone; empty for the others.
