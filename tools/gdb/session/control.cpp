@@ -55,6 +55,7 @@ void Session::finish() {
     return;
   }
   lines.close(line);
+  output.flush();
   if (line->isConfirmed) {
     link.confirm(line->text);
   }

@@ -4,6 +4,7 @@
 
 #include "gdb/session/debugger.h"
 
+#include <algorithm>
 #include <csignal>
 #include <utility>
 
@@ -13,6 +14,20 @@ namespace {
 
 /// Bytes taken at once of a terminal, so that the link is served between.
 constexpr std::size_t kMostAtOnce = std::size_t{1} << 18;
+
+/// What GDB says before it lets the target run.
+constexpr std::string_view kRunBeginnings[] = {"Continuing.",
+                                               "Starting program: ", "Run till exit from "};
+
+/// Bytes of the line in which GDB lets the target run, if the text begins with one.
+std::size_t beginningOfRun(std::string_view text) {
+  for (const std::string_view beginning : kRunBeginnings) {
+    if (text.starts_with(beginning)) {
+      return std::min(text.find('\n'), text.size() - 1) + 1;
+    }
+  }
+  return 0;
+}
 
 constexpr char kGone[] = "GDB is not running.";
 
@@ -36,7 +51,8 @@ void Debugger::start(const std::string& program, bool readsInitFiles) {
 void Debugger::command(const std::string& text) {
   line = text + '\n';
   phase = Phase::kSettingPrompt;
-  queue.ask("-gdb-set prompt " + ConsoleSplitter::promptOf(++number),
+  ++number;
+  queue.ask("-gdb-set prompt " + ConsoleSplitter::promptOf(number),
             [this, present = number](const mi::Record& result) {
               // An answer that came too late is one to a GDB that has gone.
               if (present == number && phase == Phase::kSettingPrompt && result.name == "done") {
@@ -76,10 +92,6 @@ void Debugger::input(const std::string& bytes) {
 }
 
 void Debugger::look() {
-  // What the program wrote before it stopped comes before what GDB tells of the stop.
-  if (process != nullptr && readsProgram) {
-    lookAtProgram();
-  }
   if (process != nullptr) {
     lookAtConsole();
   }
@@ -107,7 +119,18 @@ void Debugger::lookAtProgram() {
 
 void Debugger::lookAtConsole() {
   process->console().flush();
-  for (const ConsolePiece& piece : splitter.feed(process->console().read(kMostAtOnce))) {
+  const std::string bytes = process->console().read(kMostAtOnce);
+  const std::size_t beginning = beginningOfRun(bytes);
+  takeConsole(bytes.substr(0, beginning));
+  // What the program wrote before it stopped comes before what GDB tells of the stop.
+  if (readsProgram) {
+    lookAtProgram();
+  }
+  takeConsole(bytes.substr(beginning));
+}
+
+void Debugger::takeConsole(const std::string& bytes) {
+  for (const ConsolePiece& piece : splitter.feed(bytes)) {
     if (!piece.prompt) {
       listener.onConsoleText(piece.text);
     } else if (*piece.prompt == number && phase == Phase::kUnderWay) {

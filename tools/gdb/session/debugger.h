@@ -83,6 +83,7 @@ class Debugger {
   enum class Phase { kIdle, kSettingPrompt, kUnderWay };
 
   void lookAtConsole();
+  void takeConsole(const std::string& bytes);
   void lookAtMachine();
   void lookAtProgram();
   void lookForEnd();

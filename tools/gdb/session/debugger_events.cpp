@@ -11,6 +11,7 @@
 
 #include "gdb/session/session.h"
 #include "gdb/session/startup.h"
+#include "gdb/words/texts.h"
 #include "postmaster/processes.h"
 
 namespace gdb {
@@ -26,6 +27,8 @@ constexpr char kCaption[] = "Korvane - GDB";
 /// after twice the time.
 constexpr std::chrono::seconds kFirstPatience{5};
 
+/// What GDB says to its machine interface.
+constexpr char kInterfaceText[] = "New UI allocated";
 /// How GDB answers when it knows no second user interface.
 constexpr char kTooOldText[] = "Undefined command: \"new-ui\"";
 
@@ -106,6 +109,9 @@ void Session::beginScript() {
 }
 
 void Session::onConsoleText(const std::string& text) {
+  if (!debugger.isReady() && trimmed(text) == kInterfaceText) {
+    return;
+  }
   output.addConsole(text, debugger.isBusy() && !isTargetRunning());
   dialogues.noteText(Clock::now());
   if (!debugger.isReady() && text.find(kTooOldText) != std::string::npos) {

@@ -63,6 +63,7 @@ void Dialogues::close() {
 }
 
 void Dialogues::ask(Dialogue dialogue) {
+  output.flush();
   switch (dialogue) {
     case Dialogue::kNone:
       break;

@@ -25,6 +25,7 @@ void Session::beginWaiting() {
 }
 
 void Session::begin(const std::string& text) {
+  output.stopKeeping();
   lines.open(text, true, [this, &text] {
     const std::string line = trimmed(singleLine(text));
     print("(gdb) " + line);

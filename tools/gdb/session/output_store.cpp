@@ -15,6 +15,9 @@ constexpr std::string_view kProgramMark = "> ";
 /// Of the program's output no more is taken than is shown soon, so that it also ends soon.
 constexpr std::size_t kMostProgramWaiting = std::size_t{256} << 10;
 
+/// How long an unfinished line waits for its end.
+constexpr std::chrono::milliseconds kLineTime{30};
+
 std::size_t linesOf(std::string_view text) {
   return static_cast<std::size_t>(std::ranges::count(text, '\n'));
 }
@@ -45,6 +48,39 @@ void OutputStore::endCommand() {
 
 bool OutputStore::hasRoom() const {
   return !isPaging() && user.waitingText() < kMostProgramWaiting;
+}
+
+void OutputStore::stopKeeping() {
+  isKeeping = false;
+  copy.clear();
+}
+
+void OutputStore::repeatKept() {
+  user.print(copy);
+  unfinished.clear();
+}
+
+/// Every text leaves by here.
+void OutputStore::show(const std::string& text) {
+  if (isKeeping && copy.size() + text.size() <= kMostWaiting) {
+    copy += text;
+  }
+  unfinished += text;
+  const std::size_t size = unfinished.rfind('\n') + 1;
+  if (size > 0) {
+    user.print(unfinished.substr(0, size));
+    unfinished.erase(0, size);
+  }
+  if (unfinished.empty()) {
+    unfinishedTime.reset();
+  } else if (!unfinishedTime || size > 0) {
+    unfinishedTime = Clock::now() + kLineTime;
+  }
+}
+
+void OutputStore::flush() {
+  user.print(std::exchange(unfinished, {}));
+  unfinishedTime.reset();
 }
 
 void OutputStore::addConsole(std::string_view text, bool isCounted) {
@@ -130,14 +166,14 @@ void OutputStore::put(std::string_view text) {
     result += shown(c);
     isAtLineStart = c == '\n';
   }
-  user.print(result);
+  show(result);
 }
 
 void OutputStore::endLine() {
   wasReturn = false;
   endsForced = !isAtLineStart;
   if (endsForced) {
-    user.print("\n");
+    show("\n");
     isAtLineStart = true;
   }
 }
@@ -145,12 +181,13 @@ void OutputStore::endLine() {
 void OutputStore::tellDropped() {
   if (dropped != 0) {
     endLine();
-    user.print("... " + std::to_string(std::exchange(dropped, 0)) + " lines dropped\n");
+    show("... " + std::to_string(std::exchange(dropped, 0)) + " lines dropped\n");
   }
 }
 
 void OutputStore::askForMore() {
   state = Paging::kAsking;
+  flush();
   user.askYesNo(kPageCaption,
                 "There are more than " + std::to_string(pageLength) + " lines.\nShow them all?",
                 [this](const tester_link::Answer& answer) {
@@ -174,6 +211,7 @@ void OutputStore::takeAnswer(bool isMoreWanted) {
 }
 
 void OutputStore::forgetUser() {
+  unfinished.clear();
   keptBack.clear();
   keptLines.clear();
   dropped = 0;

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -16,6 +17,8 @@ namespace gdb {
 /// may be left where it is.
 class OutputStore {
  public:
+  using Clock = tester_link::UserLink::Clock;
+
   /// Bytes that wait at most.
   static constexpr std::size_t kMostWaiting = std::size_t{16} << 20;
   static constexpr std::size_t kUsualPage = 200;
@@ -32,6 +35,11 @@ class OutputStore {
   void addProgram(std::string_view text);
   /// A line of nelgdb's own, without its end.
   void addLine(std::string_view line);
+  /// Keeps a copy of all text from now on, until stopKeeping(), for a user who comes later.
+  void startKeeping() { isKeeping = true; }
+  void stopKeeping();
+  /// Shows the copy again.
+  void repeatKept();
   /// Goes on where GDB's text ended: what the user answered to it.
   void addAnswer(std::string_view answer);
 
@@ -41,6 +49,10 @@ class OutputStore {
   bool isUnwanted() const { return state == Paging::kUnwanted; }
   /// Whether the program's output is taken at the moment.
   bool hasRoom() const;
+
+  /// An unfinished line waits a little for its end, so that it goes out as one.
+  void flush();
+  std::optional<Clock::time_point> flushTime() const { return unfinishedTime; }
 
   void setMark(bool isMarked) { marksProgram = isMarked; }
   /// 0: never asks.
@@ -54,6 +66,7 @@ class OutputStore {
 
   void add(Source source, std::string_view text);
   void put(std::string_view text);
+  void show(const std::string& text);
   void endLine();
   void tellDropped();
   void askForMore();
@@ -69,7 +82,11 @@ class OutputStore {
   std::string keptBack;     ///< of GDB and its program, while the user is asked
   std::string keptLines;    ///< nelgdb's own, while the user is asked
   Source lastSource = Source::kOwn;
+  std::string unfinished;  ///< line, not gone out yet
+  std::optional<Clock::time_point> unfinishedTime;
   bool isAtLineStart = true;
+  bool isKeeping = false;
+  std::string copy;         ///< of the text so far
   bool endsForced = false;  ///< a line's end was put where its source had none
   bool wasReturn = false;   ///< the last byte was a carriage return
 };

@@ -39,13 +39,16 @@ void Session::start() {
 }
 
 void Session::greet() {
-  print("Tester on GDB. \"help nelgdb\" lists its own words, \"help\" those of GDB.");
   shownProgram.clear();
   busyShown = false;
   if (std::exchange(greeted, true)) {
+    // The one who was greeted before may have been none.
+    output.repeatKept();
     showTarget();
     return;
   }
+  output.startKeeping();
+  print("Tester on GDB. \"help nelgdb\" lists its own words, \"help\" those of GDB.");
   openProgram(options.program);
   beginScript();
 }
@@ -88,6 +91,9 @@ void Session::onWake() {
   debugger.setProgramReading(output.hasRoom());
   debugger.look();
   const Clock::time_point now = Clock::now();
+  if (output.flushTime().value_or(now + kBusyTime) <= now) {
+    output.flush();
+  }
   dialogues.look(now, isTargetRunning());
   climb(now);
   watchAnswers(now);
@@ -103,6 +109,7 @@ void Session::prepareSleep() {
     next = moment && next ? std::min(moment, next) : (moment ? moment : next);
   };
   consider(dialogues.deadline());
+  consider(output.flushTime());
   consider(ladder.deadline());
   if (answerSince) {
     consider(*answerSince + patience);
