@@ -9,7 +9,7 @@ import sys
 import gdb
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
-for module in ("sdl_run", "sdl_target"):
+for module in ("sdl_run", "sdl_target", "sdl_word"):
     sys.modules.pop(module, None)  # is read anew with this file
 
 import sdl_run
@@ -17,115 +17,10 @@ from sdl_target import (
     NO_SIGNAL, Refusal, assign, definition, find_name, instances, now, parse_number, parse_time,
     ready, time_text, timers, value,
 )
+from sdl_word import ask, ask_text, can_ask, columns, counted, living, nothing, target, word
 
 UNSIGNED_MAX = 2**32 - 1
-
-
-class Word(gdb.Command):
-    """A command that is carried out by a function; its refusals are GDB's errors."""
-
-    def __init__(self, name, arguments, needs, function):
-        self.usage = f"{name} {arguments}".strip()
-        self.__doc__ = f"{function.__doc__}\nUsage: {self.usage}"
-        self.least = arguments.split("[")[0].count("<")
-        self.most = arguments.count("<") if "..." not in arguments else 99
-        self.needs, self.function = needs, function
-        super().__init__(name, gdb.COMMAND_USER)
-
-    def invoke(self, line, from_tty):
-        """Called by GDB."""
-        self.dont_repeat()
-        words = line.split()
-        try:
-            if not self.least <= len(words) <= self.most:
-                few = "few" if len(words) < self.least else "many"
-                raise Refusal(f"Too {few} arguments. Usage: {self.usage}")
-            definition()
-            self.needs()
-            self.function(*words)
-        except Refusal as refusal:
-            raise gdb.GdbError(str(refusal))
-        except (gdb.error, UnicodeDecodeError) as error:
-            raise gdb.GdbError(f"The target does not answer as expected: {error}")
-        except KeyboardInterrupt:
-            raise gdb.GdbError("Cancelled.")
-
-    def complete(self, text, word):
-        """Called by GDB: the names in the system that the word begins."""
-        system = definition()
-        names = [each.name for each in system.signals + system.processes]
-        return [name for name in names if name.lower().startswith((word or "").lower())]
-
-
-def nothing():
-    """For words about the program alone, or about nothing."""
-
-
-def target():
-    """For words that run the target."""
-    thread = gdb.selected_thread()
-    if thread is None or not thread.is_valid():
-        raise Refusal('There is no target: "target remote HOST:PORT" connects to one.')
-    if thread.is_running():
-        raise Refusal("The target is running: stop it first.")
-
-
-def system():
-    """For words that look at the system."""
-    target()
-    if not sdl_run.has_started():
-        raise Refusal('The system is not started: "next-transition" or "go" starts it.')
-
-
-def word(name, arguments="", needs=system):
-    """Makes a GDB command of a function."""
-    return lambda function: Word(name, arguments, needs, function)
-
-
-def columns(rows, otherwise="", indent=""):
-    """Prints lines of columns, each as wide as its widest cell."""
-    widths = [max(map(len, column)) for column in zip(*rows)]
-    for row in rows:
-        print((indent + "  ".join(cell.ljust(width) for cell, width in zip(row, widths))).rstrip())
-    if not rows and otherwise:
-        print(otherwise)
-
-
-def ask(question, items):
-    """The index of the item that the user chooses from a menu, which looks like GDB's own."""
-    if not sys.stdin.isatty():
-        raise Refusal(f"{question} name it behind the word: {', '.join(items)}.")
-    print("\n".join([question, "[0] cancel"] + [f"[{i}] {it}" for i, it in enumerate(items, 1)]))
-    number = parse_number(input("> ").strip() or "0", 0, len(items))
-    if not number:
-        raise Refusal("Cancelled." if number == 0 else "There is no such number.")
-    return number - 1
-
-
-def ask_text(question):
-    """What the user writes."""
-    if not sys.stdin.isatty():
-        raise Refusal(f"{question} name it behind the word.")
-    print(question)
-    return input(">").split()
-
-
-def living(text, takes_all=False):
-    """The living instances that the user means by a word; he is asked which when it is empty, or
-    when it names a process with several of them."""
-    everything = instances()
-    if text:
-        pid = definition().parse_pid(text)
-        found = [each for each in everything if each.pid == pid]
-        of_type = [each for each in everything if each.type is definition().type_of(pid)]
-        if pid & 0xFFFFFF and not found:
-            raise Refusal(f"There is no instance {definition().pid_text(pid)}.")
-        if not found and not of_type:
-            raise Refusal(f"Process {definition().type_of(pid).name} has 0 living instances.")
-        if found or takes_all or len(of_type) == 1:
-            return found or of_type
-        everything = of_type
-    return [everything[ask("Instance:", [each.name() for each in everything])]]
+MAIL_SIGNAL, MAIL_SET, MAIL_RESET = range(3)  # of kernel_debug.h
 
 
 @word("list-process", "[<process>]")
@@ -200,7 +95,8 @@ def list_definition():
 
 @word("list-history", "[<count>]")
 def list_history(count="20"):
-    """Lists the last transitions, as much of them as the trace tells. Runs need no trace for it."""
+    """Lists the last transitions, 20 without a count.
+    It tells as much of them as the trace would; runs need no trace for it."""
     number = parse_number(count, 1)
     if number is None:
         raise Refusal(f'"{count}" is no whole number from 1 up.')
@@ -271,8 +167,8 @@ def start_target():
 
 @word("restart-target", needs=target)
 def restart_target():
-    """Resets the target and begins anew; breakpoints and trace stay. The reset is done by the
-    command in $sdl_reset, at first "monitor system_reset", which is QEMU's."""
+    """Resets the target and begins anew; breakpoints and trace stay.
+    GDB's command for the reset stands in $sdl_reset; without it "monitor system_reset", QEMU's."""
     lost = sum(len(each.queue) for each in instances()) if sdl_run.has_started() else 0
     command = gdb.convenience_variable("sdl_reset")
     gdb.execute(command.string() if command else "monitor system_reset", to_string=True)
@@ -280,12 +176,12 @@ def restart_target():
     sdl_run.start()
     print("The system stands at its start again.")
     if lost:
-        print(f"Lost by the restart: {lost} queued signal{'s' if lost != 1 else ''}.")
+        print(f"Lost by the restart: {counted(lost, 'queued signal')}.")
 
 
 def post(kind, receiver, signal, parameters=(), delay=0):
-    """Puts a letter into the kernel's mailbox and lets the kernel take it, if that does not fire
-    the rest of a transition. True when it did."""
+    """Puts a letter into the kernel's mailbox. The kernel takes it at once when it stands between
+    two transitions; true then."""
     if value("sdl_mail.is_full"):
         raise Refusal("The mailbox is full: let the transition end first.")
     fields = {"kind": kind, "receiver": receiver.pid, "signal": signal, "delay": delay}
@@ -313,14 +209,14 @@ def send(signal=None, instance="", *parameters):
         index = find_name(signal, [each.name for each in signals], "signal")
     receiver = living(instance)[0]
     chosen = signals[index]
-    if chosen.sorts and not parameters and sys.stdin.isatty():
+    if chosen.sorts and not parameters and can_ask():
         expected = ", ".join(f"{sort.name}: {sort.expected()}" for sort in chosen.sorts)
         parameters = ask_text(f"Parameters of {chosen.name} to {receiver.name()} ({expected}):")
     number = definition().signals.index(chosen)
     values = definition().parse_parameters(number, parameters)
     if not receiver.has_room:
         raise Refusal(f"The queue of {receiver.name()} is full.")
-    is_taken = post(0, receiver, number, values)
+    is_taken = post(MAIL_SIGNAL, receiver, number, values)
     tell_posted(f"{definition().input_text(number, values)} sent to {receiver.name()}", is_taken)
 
 
@@ -338,7 +234,7 @@ def set_timer(instance, timer, seconds):
     delay = parse_time(seconds)
     if delay is None or delay > UNSIGNED_MAX:
         raise Refusal(f'"{seconds}" is no duration in seconds.')
-    is_taken = post(1, owner, signal, delay=delay)
+    is_taken = post(MAIL_SET, owner, signal, delay=delay)
     name = definition().signal_name(signal)
     tell_posted(f"{owner.name()} {name} set to {time_text(now() + delay)}", is_taken)
 
@@ -347,7 +243,7 @@ def set_timer(instance, timer, seconds):
 def reset_timer(instance, timer):
     """Resets a timer of an instance."""
     owner, signal = timer_of(instance, timer)
-    is_taken = post(2, owner, signal)
+    is_taken = post(MAIL_RESET, owner, signal)
     tell_posted(f"{owner.name()} {definition().signal_name(signal)} reset", is_taken)
 
 
@@ -403,7 +299,7 @@ def remove_breakpoint(number=None):
     elif not removed:
         print(f'There is no breakpoint "{number}".')
     else:
-        print(f"Removed: {len(removed)} breakpoint{'s' if len(removed) != 1 else ''}.")
+        print(f"Removed: {counted(len(removed), 'breakpoint')}.")
 
 
 @word("set-trace", "<level>", nothing)

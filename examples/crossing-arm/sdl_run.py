@@ -6,8 +6,8 @@ import threading
 import gdb
 
 from sdl_target import (
-    ANY, FOREVER, NO_SIGNAL, START, Refusal, assign, definition, find_name, indexes, now, numbers,
-    ready, time_text, transition_text, value,
+    ANY, FOREVER, NO_SIGNAL, START, Refusal, assign, definition, find_name, indexes, now, number_of,
+    numbers, ready, time_text, transition_text, value,
 )
 
 # Numbers of kernel_debug.h.
@@ -144,13 +144,13 @@ class Breakpoint:
         system = definition()
         process = "*"
         if self.pid != ANY:
-            process = system.pid_text(self.pid) if self.pid & 0xFFFFFF else self.types[0].name
+            process = system.pid_text(self.pid) if number_of(self.pid) else self.types[0].name
         signal = "*" if self.input == ANY else system.signal_name(self.input)
         return f"{process} in {self.state or '*'} at {signal}"
 
     def rows(self):
         """For the kernel: type, number, state, input. States have their numbers by type."""
-        number = 0 if self.pid == ANY else self.pid & 0xFFFFFF
+        number = 0 if self.pid == ANY else number_of(self.pid)
         if self.pid == ANY and self.state in (None, "start"):
             return [(ANY, 0, START if self.state else ANY, self.input)]
         rows = []

@@ -71,6 +71,11 @@ def find_name(word, names, kind):
     raise Refusal(f'Ambiguous {kind} "{word}", it may be: {candidates}.')
 
 
+def number_of(pid):
+    """The number of an instance in its process type; 0 for none of them."""
+    return pid & 0xFFFFFF
+
+
 class Sort:
     """The type of a variable or a parameter."""
 
@@ -162,7 +167,7 @@ class Definition:
         if pid in (0, ENVIRONMENT):
             return "env" if pid else "null"
         process = self.type_of(pid)
-        return f"{process.name if process else '?'}:{pid & 0xFFFFFF}"
+        return f"{process.name if process else '?'}:{number_of(pid)}"
 
     def value_text(self, sort, number):
         """A value as the user reads and writes it."""
@@ -201,9 +206,8 @@ class Definition:
         """The values of a signal's parameters."""
         kind = self.signals[signal]
         if len(words) != len(kind.sorts):
-            count = len(kind.sorts)
-            noun = "parameter" if count == 1 else "parameters"
-            raise Refusal(f"Signal {kind.text()} takes {count} {noun}, given: {len(words)}.")
+            count = f"{len(kind.sorts)} parameter{'' if len(kind.sorts) == 1 else 's'}"
+            raise Refusal(f"Signal {kind.text()} takes {count}, given: {len(words)}.")
         values = [self.parse_value(*pair) for pair in zip(kind.sorts, words)]
         for i, sort in enumerate(kind.sorts):
             if values[i] is None:

@@ -291,6 +291,8 @@ const OwnWord kOwnWords[] = {
      "\nDynamic error, now 33.000:\nSignal Phase is lost: the queue of Controller:1 is "
      "full.\nStopped; "},
     {"print sdl_error_count", "= 2\n"},
+    {"set variable sdl_processes[1].queue[0].type = 200", ""},
+    {"list-queue Controller", "The system's tables in the target make no sense; [^\n]*\n"},
     {"restart-target",
      "^The system stands at its start again.\nLost by the restart: 8 queued signals.\n"},
     {"list-process Controller", "^Controller:1  start  queue 0\n"},
