@@ -169,6 +169,15 @@ const char* const kFurtherWords[] = {
     "next-transition 9",
     "set-breakpoint * start",
     "remove-breakpoint *",
+    "set-breakpoint TrafficLight:2",
+    "go",
+    "remove-breakpoint *",
+    "set-breakpoint *",
+    "next-transition",
+    "next-transition 3",
+    "go",
+    "go",
+    "remove-breakpoint *",
     // What ends at an instance that does not live is told, and the system goes on.
     "assign-variable Button:2 party Pedestrian:77",
     "assign-variable Button:1 party null",
@@ -234,6 +243,16 @@ TEST_F(CrossingArm, SaysAndDoesWhatTheSimulationDoes) {
   const Lines buttons = buttonCommands();
   words.insert(words.end(), buttons.begin(), buttons.end());
   words.insert(words.end(), std::begin(kFurtherWords), std::end(kFurtherWords));
+  // More parties than there may be; then the place of one that left is taken.
+  words.emplace_back("set-trace 2");
+  for (int i = 0; i < 22; ++i) {
+    words.insert(words.end(), {"assign-variable Button:1 party null", "send Arrive Button:1 1",
+                               "next-transition 3"});
+    if (i == 20) {
+      words.insert(words.end(), {"send Cross Pedestrian:5", "proceed-until 20020"});
+    }
+  }
+  words.emplace_back("list-process");
   const Lines expected = simulated(words);
   const Lines answers = debugged(words);
   for (std::size_t i = 0; i < words.size(); ++i) {
@@ -273,11 +292,21 @@ const OwnWord kOwnWords[] = {
     {"list-queue", "^All queues are empty.\n"},
     {"next-transition", "^      8.000  Button:1           Idle: Press                  -> Lit\n"},
     {"next-transition 2", "Button:2           Idle: Press                  -> Lit\nDone; [^\n]*\n"},
+    // A timer that has expired is reset like one that has not; the next input is a new one.
+    {"set-breakpoint PedestrianLight:2 Blinking", ""},
+    {"send Walk PedestrianLight:2", ""},
+    {"send DontWalk PedestrianLight:2", ""},
+    {"go", "before PedestrianLight:2 in Blinking at Blink; [^\n]*\n"},
+    {"reset-timer PedestrianLight:2 Blink", "^PedestrianLight:2 Blink reset\n"},
+    {"list-ready", "^No transition is ready; [^\n]*\n"},
+    {"send Walk PedestrianLight:2", ""},
+    {"go", "^Breakpoint 1 [^\n]* before PedestrianLight:2 in Blinking at Walk; [^\n]*\n"},
+    {"remove-breakpoint 1", ""},
     // A full queue: of the environment, in a transition, of a timer.
     {"restart-target", "^The system stands at its start again.\n"},
     {"send Press Button:1", ""},
     {"set-breakpoint PedestrianLight * DontWalk", ""},
-    {"go", "Breakpoint 1 .* before PedestrianLight:1 in GreenMan at DontWalk; .* now: 28.000.\n"},
+    {"go", "Breakpoint 2 .* before PedestrianLight:1 in GreenMan at DontWalk; .* now: 28.000.\n"},
     {"python for i in range(8): gdb.execute('send Request Controller 1')", "Controller:1\n"},
     {"send Request Controller 1", "^The queue of Controller:1 is full.\n"},
     {"remove-breakpoint *", "^Removed: 1 breakpoint.\n"},
@@ -321,7 +350,7 @@ TEST_F(CrossingArm, TellsWhatATargetAloneCanDo) {
   for (const OwnWord& each : kOwnWords) {
     words.push_back(each.word);
   }
-  const Lines answers = debugged(words, "\n    500.000  ");
+  const Lines answers = debugged(words, "Ping(50)");
   for (std::size_t i = 0; i < words.size(); ++i) {
     EXPECT_THAT(answers[i], ContainsRegex(kOwnWords[i].answer)) << words[i];
   }
