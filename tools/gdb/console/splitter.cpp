@@ -1,5 +1,6 @@
-// A prompt is a byte that hardly any command prints, digits and that byte again; what only begins
-// so is text. A dialogue has no such sign: it is known by the end of the text, which is why it is
+// A prompt is digits between two bytes that hardly any command prints; what only begins so is text.
+// The bytes differ, so that what a command printed at its end cannot take the prompt behind it for
+// its own. A dialogue has no such sign: it is known by the end of the text, which is why it is
 // sure only when nothing follows. The text since the last prompt or answer is kept for that, as
 // much of its end as a question shows; that a menu began is remembered, as menus may be longer.
 
@@ -14,7 +15,8 @@ namespace gdb {
 
 namespace {
 
-constexpr char kMark = '\x1e';
+constexpr char kOpening = '\x1e';
+constexpr char kClosing = '\x1f';
 constexpr std::size_t kMaxDigits = 9;  // any number of these fits
 constexpr std::size_t kMaxQuestion = 2000;
 constexpr std::string_view kMenuBegin = "[0] cancel\n";
@@ -33,7 +35,7 @@ bool isDigit(char c) {
   return c >= '0' && c <= '9';
 }
 
-/// What stands at the beginning of a text that begins with the mark.
+/// What stands at the beginning of a text that begins with the opening byte.
 struct Beginning {
   enum class Kind { kText, kPrompt, kUnfinished };
   Kind kind = Kind::kText;
@@ -49,12 +51,10 @@ Beginning beginningOf(std::string_view text) {
   if (text.size() < length) {
     return {.kind = Beginning::Kind::kUnfinished, .length = text.size()};
   }
-  if (count == 0 || text[length - 1] != kMark) {
-    return {};
-  }
   Beginning prompt{.kind = Beginning::Kind::kPrompt, .length = length};
   std::from_chars(digits.data(), digits.data() + count, prompt.number);
-  return prompt;
+  const bool isPrompt = count > 0 && text.starts_with(ConsoleSplitter::promptOf(prompt.number));
+  return isPrompt ? prompt : Beginning{};
 }
 
 std::string_view lastLine(std::string_view text) {
@@ -77,7 +77,7 @@ std::string_view tailOf(std::string_view text, std::size_t size) {
 }  // namespace
 
 std::string ConsoleSplitter::promptOf(unsigned number) {
-  return kMark + std::to_string(number) + kMark;
+  return kOpening + std::to_string(number) + kClosing;
 }
 
 std::vector<ConsolePiece> ConsoleSplitter::feed(std::string_view bytes) {
@@ -94,7 +94,7 @@ std::vector<ConsolePiece> ConsoleSplitter::feed(std::string_view bytes) {
     }
   };
   while (textSize < rest.size()) {
-    textSize = std::min(rest.find(kMark, textSize), rest.size());
+    textSize = std::min(rest.find(kOpening, textSize), rest.size());
     if (textSize == rest.size()) {
       break;
     }

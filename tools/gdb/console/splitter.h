@@ -25,7 +25,7 @@ struct ConsolePiece {
   std::optional<unsigned> prompt = {};
 };
 
-/// Takes GDB's console apart. Its prompt is set before each command to "\x1e<N>\x1e", so that the
+/// Takes GDB's console apart. Its prompt is set before each command to "\x1e<N>\x1f", so that the
 /// end of a command is told from all that a command may print.
 class ConsoleSplitter {
  public:

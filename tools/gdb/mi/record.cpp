@@ -4,6 +4,9 @@
 
 namespace gdb::mi {
 
+// All constructors stand here, where an element is complete.
+Value::Value() = default;
+Value::Value(std::string string) : text(std::move(string)) {}
 Value::Value(Kind kindOfValue, std::vector<Element> elements)
     : valueKind(kindOfValue), members(std::move(elements)) {}
 

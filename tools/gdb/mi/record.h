@@ -15,8 +15,8 @@ class Value {
   enum class Kind { kString, kTuple, kList };
   struct Element;
 
-  Value() = default;
-  explicit Value(std::string string) : text(std::move(string)) {}
+  Value();
+  explicit Value(std::string string);
   Value(Kind kindOfValue, std::vector<Element> elements);
 
   Kind kind() const { return valueKind; }

@@ -50,7 +50,10 @@ tester_link::AnswerHandler Session::then(tester_link::AnswerHandler handler) {
 }
 
 void Session::finish() {
-  const OpenLines::Pointer line = lines.current();
+  end(lines.current());
+}
+
+void Session::end(OpenLines::Pointer line) {
   if (line == nullptr || !line->isOpen) {
     return;
   }

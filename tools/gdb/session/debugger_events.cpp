@@ -11,7 +11,6 @@
 
 #include "gdb/session/session.h"
 #include "gdb/session/startup.h"
-#include "gdb/words/texts.h"
 #include "postmaster/processes.h"
 
 namespace gdb {
@@ -28,7 +27,7 @@ constexpr char kCaption[] = "Korvane - GDB";
 constexpr std::chrono::seconds kFirstPatience{5};
 
 /// What GDB says to its machine interface.
-constexpr char kInterfaceText[] = "New UI allocated";
+constexpr std::string_view kInterfaceText = "New UI allocated\n";
 /// How GDB answers when it knows no second user interface.
 constexpr char kTooOldText[] = "Undefined command: \"new-ui\"";
 
@@ -109,10 +108,9 @@ void Session::beginScript() {
 }
 
 void Session::onConsoleText(const std::string& text) {
-  if (!debugger.isReady() && trimmed(text) == kInterfaceText) {
-    return;
-  }
-  output.addConsole(text, debugger.isBusy() && !isTargetRunning());
+  const bool isGreeting = !settled && text.starts_with(kInterfaceText);
+  output.addConsole(text.substr(isGreeting ? kInterfaceText.size() : 0),
+                    debugger.isBusy() && !isTargetRunning());
   dialogues.noteText(Clock::now());
   if (!debugger.isReady() && text.find(kTooOldText) != std::string::npos) {
     const std::string why = "This GDB is too old: version 7.12 or a later one is needed.";
@@ -142,7 +140,7 @@ void Session::onRecord(const mi::Record& record) {
 }
 
 void Session::onDebuggerEnd(int waitStatus) {
-  const std::string end = "GDB " + postmaster::describeEnd(waitStatus) + '.';
+  const std::string told = "GDB " + postmaster::describeEnd(waitStatus) + '.';
   isEnding = false;
   answerSince.reset();
   ladder.end();
@@ -150,7 +148,7 @@ void Session::onDebuggerEnd(int waitStatus) {
   watch.forgetProcess();
   output.endCommand();
   if (!isRestarting) {
-    print(end);
+    print(told);
   }
   // Whatever waited for GDB ends with it.
   std::deque<ConsoleCommand> cut = std::exchange(commands, {});
@@ -158,21 +156,18 @@ void Session::onDebuggerEnd(int waitStatus) {
     cut.push_front(std::move(*present));
     present.reset();
   }
-  afterInterrupt.clear();
   for (const ConsoleCommand& each : cut) {
-    if (each.line != nullptr && each.line->isOpen) {
-      lines.close(each.line);
-      if (each.line->isConfirmed) {
-        link.confirm(each.line->text);
-      }
-    }
+    end(each.line);
+  }
+  for (const auto& next : std::exchange(afterInterrupt, {})) {
+    next();
   }
   showTarget();
   update();
   if (isRestarting) {
     startDebugger();
   } else {
-    offerStart(end);
+    offerStart(told);
   }
 }
 

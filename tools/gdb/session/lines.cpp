@@ -27,10 +27,11 @@ void Session::beginWaiting() {
 void Session::begin(const std::string& text) {
   output.stopKeeping();
   lines.open(text, true, [this, &text] {
-    const std::string line = trimmed(singleLine(text));
-    print("(gdb) " + line);
+    // The program may care for the blanks of what it is given to read.
+    const std::string line = singleLine(text);
+    print("(gdb) " + trimmed(line));
     if (!takeWord(*this, line)) {
-      carryOut(line);
+      carryOut(trimmed(line));
     }
   });
   update();
@@ -39,9 +40,8 @@ void Session::begin(const std::string& text) {
 /// Has GDB carry out a line that is no word. A run that is going on is ended before.
 void Session::carryOut(const std::string& line) {
   if (!debugger.isAlive()) {
-    print("GDB is not running.");
+    refuse("GDB is not running.");
     offerStart("GDB is not running.");
-    finish();
   } else if (isConsoleBusy()) {
     interrupt([this, line] { give(line, {}); });
   } else {
@@ -52,8 +52,7 @@ void Session::carryOut(const std::string& line) {
 /// Gives GDB a command for the present line as soon as it can take it.
 void Session::give(const std::string& line, std::function<void()> then) {
   if (!debugger.isAlive()) {
-    print("GDB is not running.");
-    finish();
+    refuse("GDB is not running.");
     return;
   }
   if (!then) {

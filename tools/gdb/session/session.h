@@ -89,6 +89,7 @@ class Session : public tester_link::Tester, public Control, private DebuggerList
   void giveNext();
   void askForState();
   void endCommand();
+  void end(OpenLines::Pointer line);
   void runScript(std::deque<std::string> script, std::function<void()> then);
 
   // GDB.

@@ -20,9 +20,13 @@ Choice makeChoice(const std::string& item, const std::string& value) {
 
 /// What a breakpoint stands for.
 std::string breakpointText(const Value& point) {
-  std::string text =
-      point.has("what") ? point["type"].string() + ' ' + point["what"].string() : placeText(point);
-  for (const char* source : {"at", "pending", "original-location"}) {
+  std::string text;
+  if (point.has("what")) {
+    text = point["type"].string() + ' ' + point["what"].string();
+  } else if (point.has("func")) {
+    text = placeText(point);
+  }
+  for (const char* source : {"pending", "original-location", "at", "addr"}) {
     if (text.empty()) {
       text = point[source].string();
     }
@@ -71,12 +75,25 @@ tester_link::Items itemsOf(const Choices& choices) {
   return items;
 }
 
+void alignNumbers(Choices& choices) {
+  std::size_t width = 0;
+  for (const Choice& choice : choices) {
+    width = std::max(width, choice.value.size());
+  }
+  for (Choice& choice : choices) {
+    choice.item.insert(0, width - choice.value.size(), ' ');
+  }
+}
+
 Choices threadChoices(const Record& result) {
   Choices choices;
   forEachLine(result.text, [&choices](const std::string& line) {
     const bool isPresent = line.starts_with('*');
     const auto [number, rest] = splitWord(trimmed(isPresent ? line.substr(1) : line));
-    if (number.empty() || number.find_first_not_of("0123456789.") != std::string::npos) {
+    const bool isNumber =
+        !number.empty() && number.find_first_not_of("0123456789.") == std::string::npos;
+    // A line of source may stand under the present thread, its number at the left edge.
+    if (!isNumber || !(isPresent || line.starts_with(' '))) {
       return;
     }
     // The address and number of the system's thread say little and would hide the rest.
@@ -86,6 +103,7 @@ Choices threadChoices(const Record& result) {
     }
     choices.push_back(makeChoice(number + (isPresent ? "* " : "  ") + about, number));
   });
+  alignNumbers(choices);
   return choices;
 }
 

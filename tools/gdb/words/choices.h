@@ -22,6 +22,10 @@ using Choices = std::vector<Choice>;
 /// What the user sees of them, each of which is another text than those before it.
 tester_link::Items itemsOf(const Choices& choices);
 
+/// Aligns items that begin with their value, a number, to the right: the user interface sorts the
+/// items of a list as texts.
+void alignNumbers(Choices& choices);
+
 /// Of the text of "info threads", whose numbers are those of the commands also when there are
 /// several processes.
 Choices threadChoices(const mi::Record& result);
@@ -37,7 +41,7 @@ Choices variableChoices(const mi::Record& result);
 Choices registerChoices(const mi::Record& result);
 /// Of -complete "break ...".
 Choices placeChoices(const mi::Record& result);
-/// The processes of the user, the youngest first, but for those that debugger and window consist
+/// The processes of the user but for those that debugger and window consist
 /// of: the Postmaster, its tools, and GDB.
 Choices processChoices(const mi::Record& unused);
 

@@ -94,9 +94,10 @@ void breakAtPlace(Control& control, const std::string& beginning) {
 }
 
 void setVariable(Control& control, const std::string& nameAndValue) {
-  const auto [name, value] = splitWord(nameAndValue);
-  if (!value.empty()) {
-    give(control, "set var " + nameAndValue.substr(0, name.size()) + " = " + trimmed(value));
+  const auto words = splitWord(nameAndValue);
+  const std::string& name = words.first;
+  if (!words.second.empty()) {
+    give(control, "set var " + name + " = " + trimmed(words.second));
     return;
   }
   if (hasControlCharacter(name)) {

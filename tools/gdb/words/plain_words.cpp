@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <charconv>
+#include <memory>
 
 #include "gdb/words/texts.h"
 #include "gdb/words/word_table.h"
@@ -48,13 +49,15 @@ void listWords(Control& control, const std::string& /*argument*/) {
 }
 
 void stopTarget(Control& control, const std::string& /*argument*/) {
-  const bool isRunning = control.target().state == Target::State::kRunning;
-  control.interrupt([&control, isRunning] {
-    if (!isRunning) {
-      control.print("No program is running.");
+  // Where there is nothing to interrupt it goes on at once.
+  const auto isLater = std::make_shared<bool>(false);
+  control.interrupt([&control, isLater] {
+    if (!*isLater) {
+      control.print("Nothing is running.");
     }
     control.finish();
   });
+  *isLater = true;
 }
 
 void inputText(Control& control, const std::string& argument) {

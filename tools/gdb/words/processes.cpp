@@ -64,12 +64,13 @@ Choices processesIn(const fs::path& folder, pid_t self, pid_t parent) {
       found.emplace_back(*pid, command);
     }
   }
-  std::sort(found.rbegin(), found.rend());
+  std::sort(found.begin(), found.end());
   Choices choices;
   for (const auto& [pid, command] : found) {
     const std::string number = std::to_string(pid);
-    choices.push_back({shownItem(number + "  " + command), number});
+    choices.push_back({shownItem((number + "  ").append(command)), number});
   }
+  alignNumbers(choices);
   return choices;
 }
 

@@ -20,6 +20,9 @@ using tester_link::Items;
 constexpr char kAnyExtension[] = "\\?*";
 constexpr char kAnyFile[] = "All Files";
 
+/// A line of a question that its dialog shows without wrapping it, bytes.
+constexpr std::size_t kMaxLine = 48;
+
 void askPath(Control& control, const QuestionRow& row) {
   control.query("-environment-pwd", [&control, &row](const mi::Record& result) {
     const std::string& directory = result.results["cwd"].string();
@@ -55,7 +58,7 @@ void askNumber(Control& control, const QuestionRow& row, const mi::Record& resul
     const std::string last = std::to_string(count - 1);
     std::string text = std::string(row.asked) + ", 0 to " + last + ':';
     for (const Choice& choice : row.choices(shown)) {
-      text += '\n' + choice.item;
+      text += '\n' + shownItem(choice.item, kMaxLine);
     }
     control.user().askNumberInRange(text, {0, count - 1},
                                     control.then([&control, &row](const Answer& answer) {

@@ -10,8 +10,6 @@ namespace {
 
 constexpr std::string_view kBlanks = " \t\r\n\f\v";
 constexpr std::string_view kOmission = "...";
-/// The field of a list question holds no more than 255 bytes.
-constexpr std::size_t kMaxItem = 240;
 
 /// Of UTF-8, but not its first byte.
 bool isInsideCharacter(char byte) {
@@ -38,11 +36,11 @@ bool hasControlCharacter(std::string_view text) {
   return std::any_of(text.begin(), text.end(), isControlCharacter);
 }
 
-std::string shownItem(std::string_view text) {
+std::string shownItem(std::string_view text, std::size_t most) {
   std::string item = trimmed(text);
   std::replace_if(item.begin(), item.end(), isControlCharacter, '?');
-  if (item.size() > kMaxItem) {
-    std::size_t from = (kMaxItem - kOmission.size()) / 2;
+  if (item.size() > most) {
+    std::size_t from = (most - kOmission.size()) / 2;
     std::size_t to = item.size() - from;
     while (from > 0 && isInsideCharacter(item[from])) {
       --from;

@@ -15,9 +15,12 @@ std::pair<std::string, std::string> splitWord(std::string_view line);
 
 bool hasControlCharacter(std::string_view text);
 
-/// `text` as an item of a list: one line that the user interface hands back as it came, with "?"
-/// for control characters and "..." in the middle of one that is too long for its field.
-std::string shownItem(std::string_view text);
+/// Bytes that the field of a list question takes, or a few less.
+inline constexpr std::size_t kMaxItem = 240;
+
+/// `text` as one line that the user interface hands back as it came, with "?" for control
+/// characters and "..." in the middle of one that is longer than `most` bytes.
+std::string shownItem(std::string_view text, std::size_t most = kMaxItem);
 
 /// The name of a file as the user gave it, without quotes around it.
 std::string unquotedFile(const std::string& name);

@@ -131,7 +131,7 @@ bool takeWord(Control& control, const std::string& line) {
   return true;
 }
 
-void collectSearchLists(Control& control, std::function<void(const SearchLists&)> then) {
+void collectSearchLists(Control& control, const std::function<void(const SearchLists&)>& then) {
   SearchLists lists;
   lists.signals = offeredSignals();
   addNew(lists.signals, control.target().signal);

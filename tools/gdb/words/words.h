@@ -17,6 +17,6 @@ bool takeWord(Control& control, const std::string& line);
 /// What the user is offered when he wants to search the log: threads, signals, breakpoints. `then`
 /// gets them.
 void collectSearchLists(Control& control,
-                        std::function<void(const tester_link::SearchLists&)> then);
+                        const std::function<void(const tester_link::SearchLists&)>& then);
 
 }  // namespace gdb
