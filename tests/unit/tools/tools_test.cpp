@@ -52,7 +52,8 @@ TEST(Launcher, MakesTheCommandLineOfThePostmaster) {
 }
 
 TEST(HelpPages, OpenInATerminalOrABrowserAsTheUserHasThem) {
-  const auto viewer = [](const char* topic, const char* programs, const char* variables) {
+  const auto viewer = [](const char* topic, const char* programs, const char* variables,
+                         const char* tester = "") {
     const auto find = [=](const std::string& name) {
       const bool isThere =
           (" " + std::string(programs) + " ").find(" " + name + " ") != std::string::npos;
@@ -69,7 +70,8 @@ TEST(HelpPages, OpenInATerminalOrABrowserAsTheUserHasThem) {
       return file == "/man/man1/nelkvui.1" || file == "/man/man1/nelkv.1.gz" ||
              (file.starts_with("/doc/") && !file.ends_with(".gz"));
     };
-    return joined(help::viewerOf(help::pageOf(topic), {"/doc", "/man", exists, find, variable}));
+    return joined(
+        help::viewerOf(help::pageOf(topic, tester), {"/doc", "/man", exists, find, variable}));
   };
   EXPECT_EQ(viewer("tessil-testerui", "xterm x-terminal-emulator", ""),
             "/bin/x-terminal-emulator -e man /man/man1/nelkvui.1");
@@ -80,6 +82,10 @@ TEST(HelpPages, OpenInATerminalOrABrowserAsTheUserHasThem) {
   EXPECT_EQ(viewer("tessil-tester", "fox xdg-open", "BROWSER=fox"),
             "/bin/fox /doc/first-ten-minutes.md");
   EXPECT_EQ(viewer("tessil-tester-commands", "xterm", ""),
+            "/bin/xterm -e man /man/man1/nelkv.1.gz");
+  EXPECT_EQ(viewer("tessil-tester", "xterm", "PAGER=most", "nelgdb"),
+            "/bin/xterm -e most /doc/gdb.md");
+  EXPECT_EQ(viewer("tessil-tester-commands", "xterm", "", "another"),
             "/bin/xterm -e man /man/man1/nelkv.1.gz");
   EXPECT_EQ(viewer("tessil-tester-commands", "xdg-open", ""), "")
       << "no browser shows a manual page";
