@@ -17,12 +17,17 @@ constexpr char kDescription[] =
     "closed.";
 
 constexpr char kFooter[] =
-    "Words behind -- go to the window, nelkvui.\n"
+    "--gdb comes behind all other options: the words behind PROGRAM are its arguments, also those\n"
+    "that begin with a hyphen. PROGRAM may be left out; --core, --pid, --remote and --serial do\n"
+    "without --gdb. Words behind -- go to the window, nelkvui.\n"
     "What is kept stands in $XDG_STATE_HOME/korvane (~/.local/state/korvane). A copy of each "
     "button\n"
     "file that the window opens is kept beside that file, as nelkv.btn~.\n"
     "\n"
     "Examples: korvane\n"
+    "          korvane --gdb ./program -v input.txt\n"
+    "          korvane --core core --gdb ./program -- -geometry 1200x900\n"
+    "          korvane --remote localhost:3333 --command load.gdb --gdb firmware.elf\n"
     "          korvane --tester \"mytester -t board\" -- -geometry 1200x900\n"
     "          korvane --replay ~/.local/state/korvane/recording.txt\n"
     "\n"
@@ -38,7 +43,78 @@ void addFileOption(CLI::App& app, const std::string& name, std::optional<std::st
   app.add_option(name, file, help)->type_name("FILE");
 }
 
-void addOptions(CLI::App& app, Options& options) {
+/// Words for nelgdb as they were given, with its options' names.
+struct DebuggerOption {
+  const char* name;
+  const char* value;
+  const char* help;
+};
+constexpr DebuggerOption kDebuggerOptions[] = {
+    {"--core", "FILE", "Debug the core file FILE"},
+    {"--pid", "PID", "Debug the process PID"},
+    {"--remote", "HOST:PORT", "Debug what a GDB server or a stub there serves"},
+    {"--serial", "DEVICE[:BAUD]", "The same at a serial line"},
+    {"--command", "FILE", "Have GDB carry out the commands in FILE; may be given more than once"},
+    {"--cd", "DIR", "Debug in the directory DIR"},
+};
+
+constexpr char kDebuggerFlag[] = "--gdb";
+constexpr char kDebuggerGroup[] = "With GDB";
+
+/// The options of the tester on GDB, which are handed on.
+void addDebuggerOptions(CLI::App& app, bool& isWanted, std::vector<std::string>& words) {
+  app.add_flag(kDebuggerFlag, isWanted,
+               "PROGRAM [ARGUMENT...]: debug that, by nelgdb as the tester")
+      ->group(kDebuggerGroup);
+  for (const auto& [name, value, help] : kDebuggerOptions) {
+    const auto take = [&words, word = std::string(name)](const std::vector<std::string>& values) {
+      for (const std::string& each : values) {
+        words.insert(words.end(), {word, each});
+      }
+      return true;
+    };
+    CLI::Option* option = app.add_option(name, take, help)
+                              ->type_name(value)
+                              ->allow_extra_args(false)
+                              ->group(kDebuggerGroup);
+    if (std::string_view(name) == "--command") {
+      option->take_all();
+    }
+    if (std::string_view(name) == "--pid") {
+      option->check(CLI::PositiveNumber);
+    }
+  }
+}
+
+/// The words before kDebuggerFlag, with it, are options; behind it the program has its own.
+std::vector<std::string> takeProgramWords(int& argc, const char* const* argv) {
+  const char* const* end = argv + argc;
+  const char* const* flag = std::find(argv, end, std::string_view(kDebuggerFlag));
+  if (flag == end) {
+    return {};
+  }
+  argc = static_cast<int>(flag + 1 - argv);
+  return {flag + 1, end};
+}
+
+/// Makes nelgdb the tester if an option asks for it.
+void chooseTester(Options& options, const std::vector<std::string>& debuggerWords,
+                  const std::vector<std::string>& programWords) {
+  options.usesDebugger = options.usesDebugger || !debuggerWords.empty();
+  if (!options.usesDebugger) {
+    return;
+  }
+  std::vector<std::string> words = {"nelgdb"};
+  words.insert(words.end(), debuggerWords.begin(), debuggerWords.end());
+  if (!programWords.empty()) {
+    options.program = programWords.front();
+    words.push_back("--");
+    words.insert(words.end(), programWords.begin(), programWords.end());
+  }
+  options.tester = quoteCommand(words);
+}
+
+void addOptions(CLI::App& app, Options& options, std::vector<std::string>& debuggerWords) {
   app.add_option("--tester", options.tester, "Start COMMAND as the tester")
       ->type_name("COMMAND")
       ->capture_default_str();
@@ -58,6 +134,7 @@ void addOptions(CLI::App& app, Options& options) {
   app.add_option("--speed", options.speed, "Play it so many times as fast")
       ->type_name("X")
       ->needs(replay);
+  addDebuggerOptions(app, options.usesDebugger, debuggerWords);
 }
 
 void addOption(std::vector<std::string>& words, const char* name, const std::string& value) {
@@ -70,13 +147,20 @@ void addOption(std::vector<std::string>& words, const char* name, const std::str
 
 CommandLine parseCommandLine(int argc, const char* const* argv) {
   Options options;
+  std::vector<std::string> debuggerWords;
   CLI::App app(kDescription, "korvane");
   try {
     app.footer(kFooter);
-    addOptions(app, options);
+    addOptions(app, options, debuggerWords);
     app.set_version_flag("--version", std::string("korvane ") + kProductVersion);
     const char* const* end = std::find(argv, argv + argc, std::string_view("--"));
-    app.parse(static_cast<int>(end - argv), argv);
+    int count = static_cast<int>(end - argv);
+    const std::vector<std::string> programWords = takeProgramWords(count, argv);
+    app.parse(count, argv);
+    chooseTester(options, debuggerWords, programWords);
+    if (options.usesDebugger && app.count("--tester") + app.count("--replay") != 0) {
+      return usageError("GDB goes with neither --tester nor --replay");
+    }
     if (end != argv + argc) {
       options.windowWords.assign(end + 1, argv + argc);
     }

@@ -1,6 +1,7 @@
 // Entry of the launcher. It looks at what can be looked at before anything runs, and then becomes
 // the Postmaster: one process the less that could be killed or left behind.
 
+#include "gdb/session/startup.h"
 #include "launcher/launch.h"
 #include "postmaster/options.h"
 #include "postmaster/processes.h"
@@ -71,6 +72,15 @@ std::string folderFault(const std::string& folder) {
   return error ? "cannot make the folder " + folder + ": " + error.message() : "";
 }
 
+// An empty text when GDB and the program are there.
+std::string debuggerFault(const std::string& program) {
+  if (!program.empty() && access(program.c_str(), R_OK) != 0) {
+    return "cannot read " + program + ": " + std::strerror(errno);
+  }
+  const std::string debugger = gdb::debuggerFor({}, program);
+  return find(debugger) ? "" : "there is no GDB: install the package " + debugger;
+}
+
 std::string testerFault(const std::string& command) {
   const postmaster::SplitCommand split = postmaster::splitCommand(command);
   if (!split.fault.empty()) {
@@ -95,7 +105,10 @@ std::string stateFolder(const launcher::Options& options) {
 
 // An empty text when all that can be looked at before the start is there.
 std::string faultOf(const launcher::Options& options) {
-  const std::string why = options.replay.empty() ? testerFault(options.tester) : "";
+  std::string why = options.replay.empty() ? testerFault(options.tester) : "";
+  if (why.empty() && options.usesDebugger) {
+    why = debuggerFault(options.program);
+  }
   return why.empty() ? displayFault() : why;
 }
 

@@ -52,7 +52,7 @@ void Debugger::greet() {
   updateTitle();
 }
 
-tester_link::SearchLists Debugger::searchLists() {
+void Debugger::search() {
   tester_link::SearchLists lists{
       namesOf(simulated.definition().processes), namesOf(simulated.definition().signalTypes), {}};
   for (const ProcessType& process : simulated.definition().processes) {
@@ -62,7 +62,7 @@ tester_link::SearchLists Debugger::searchLists() {
       }
     }
   }
-  return lists;
+  link.offerSearch(std::move(lists));
 }
 
 void Debugger::takeCommand(const std::string& command) {

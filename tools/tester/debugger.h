@@ -27,7 +27,7 @@ class Debugger : public tester_link::Tester {
   void greet() override;
   void takeCommand(const std::string& command) override;
   void userLeft() override { interrupt(); }
-  tester_link::SearchLists searchLists() override;
+  void search() override;
   bool isWorking() const override { return run.has_value() && !user().isAsking(); }
   void work() override;
 

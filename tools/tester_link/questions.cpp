@@ -51,15 +51,43 @@ bool isInRange(const std::string& text, const NumberRange& range) {
          number <= range.high;
 }
 
+/// The run of messages that brings a list.
+std::vector<OutgoingMessage> listMessages(int tag, const std::string& message, const Items& items) {
+  std::vector<OutgoingMessage> messages;
+  std::vector<Items> parts = splitItems(items);
+  for (Items& part : parts) {
+    const std::int32_t more = &part == &parts.back() ? 0 : 1;
+    messages.push_back({tag, {kSelectCaption, message, more, std::move(part)}});
+  }
+  return messages;
+}
+
 Answer notAmongChoices(const std::string& text) {
   return {AnswerKind::kWrong, '"' + text + "\" is none of the choices."};
 }
 
 }  // namespace
 
-void UserLink::open(std::vector<AnswerKind> kinds, AnswerHandler handler, Check check) {
-  if (userPresent) {
-    question.emplace(Question{std::move(kinds), std::move(handler), std::move(check)});
+void UserLink::ask(Question asked) {
+  if (!userPresent) {
+    return;
+  }
+  if (question) {
+    waitingQuestions.push_back(std::move(asked));
+    return;
+  }
+  for (OutgoingMessage& message : asked.messages) {
+    enqueue(message.tag, std::move(message.parameters));
+  }
+  asked.messages.clear();
+  question.emplace(std::move(asked));
+}
+
+void UserLink::askWaiting() {
+  if (!question && !waitingQuestions.empty()) {
+    Question next = std::move(waitingQuestions.front());
+    waitingQuestions.pop_front();
+    ask(std::move(next));
   }
 }
 
@@ -81,55 +109,52 @@ void UserLink::answer(const Answer& reply) {
   const bool isChecked =
       !answered.check || reply.kind == AnswerKind::kCancelled || reply.kind == AnswerKind::kTooLong;
   answered.handler(isChecked ? reply : answered.check(reply));
+  askWaiting();
 }
 
 void UserLink::askYesNo(const std::string& caption, const std::string& message,
                         AnswerHandler handler) {
-  enqueue(MSG_T_QUESTION, {caption, message});
-  open({AnswerKind::kYes, AnswerKind::kNo}, std::move(handler));
+  ask({{{MSG_T_QUESTION, {caption, message}}},
+       {AnswerKind::kYes, AnswerKind::kNo},
+       std::move(handler)});
 }
 
 void UserLink::showError(const std::string& caption, const std::string& message,
                          AnswerHandler handler) {
-  enqueue(MSG_T_ERROR_BOX, {caption, message});
-  open({AnswerKind::kAcknowledged}, std::move(handler));
+  ask({{{MSG_T_ERROR_BOX, {caption, message}}}, {AnswerKind::kAcknowledged}, std::move(handler)});
 }
 
 void UserLink::askText(const std::string& message, AnswerHandler handler) {
-  enqueue(MSG_T_ASK_STRING, {kSelectCaption, message});
-  open({AnswerKind::kText, AnswerKind::kCancelled}, std::move(handler));
+  ask({{{MSG_T_ASK_STRING, {kSelectCaption, message}}},
+       {AnswerKind::kText, AnswerKind::kCancelled},
+       std::move(handler)});
 }
 
 void UserLink::askNumber(const std::string& message, AnswerHandler handler) {
-  enqueue(MSG_T_ASK_INTEGER, {kSelectCaption, message});
-  open({AnswerKind::kNumber, AnswerKind::kCancelled}, std::move(handler));
+  ask({{{MSG_T_ASK_INTEGER, {kSelectCaption, message}}},
+       {AnswerKind::kNumber, AnswerKind::kCancelled},
+       std::move(handler)});
 }
 
 void UserLink::askNumberInRange(const std::string& message, const NumberRange& range,
                                 AnswerHandler handler) {
   const std::int32_t low = range.isAllAllowed ? kAllAllowed : range.low;
-  enqueue(MSG_T_ASK_RANGE, {kSelectCaption, message, low, range.high});
-  open({AnswerKind::kNumber, AnswerKind::kCancelled}, std::move(handler),
+  ask({{{MSG_T_ASK_RANGE, {kSelectCaption, message, low, range.high}}},
+       {AnswerKind::kNumber, AnswerKind::kCancelled},
+       std::move(handler),
        [range](const Answer& reply) {
          return isInRange(reply.text, range)
                     ? reply
                     : Answer{AnswerKind::kWrong, '"' + reply.text + "\" is no number from " +
                                                      std::to_string(range.low) + " to " +
                                                      std::to_string(range.high) + '.'};
-       });
-}
-
-void UserLink::enqueueList(int tag, const std::string& message, const Items& items) {
-  std::vector<Items> parts = splitItems(items);
-  for (Items& part : parts) {
-    const std::int32_t more = &part == &parts.back() ? 0 : 1;
-    enqueue(tag, {kSelectCaption, message, more, std::move(part)});
-  }
+       }});
 }
 
 void UserLink::askChoice(const std::string& message, const Items& items, AnswerHandler handler) {
-  enqueueList(MSG_T_ASK_LIST, message, items);
-  open({AnswerKind::kChoice, AnswerKind::kCancelled}, std::move(handler),
+  ask({listMessages(MSG_T_ASK_LIST, message, items),
+       {AnswerKind::kChoice, AnswerKind::kCancelled},
+       std::move(handler),
        [items](const Answer& reply) {
          const auto chosen = std::find(items.begin(), items.end(), reply.text);
          if (chosen == items.end()) {
@@ -138,12 +163,13 @@ void UserLink::askChoice(const std::string& message, const Items& items, AnswerH
          Answer checked = reply;
          checked.index = static_cast<std::size_t>(chosen - items.begin());
          return checked;
-       });
+       }});
 }
 
 void UserLink::askBits(const std::string& message, const Items& items, AnswerHandler handler) {
-  enqueue(MSG_T_ASK_BITS, {kSelectCaption, message, items});
-  open({AnswerKind::kBits, AnswerKind::kCancelled}, std::move(handler),
+  ask({{{MSG_T_ASK_BITS, {kSelectCaption, message, items}}},
+       {AnswerKind::kBits, AnswerKind::kCancelled},
+       std::move(handler),
        [items](const Answer& reply) {
          for (const std::string& bit : reply.items) {
            if (std::find(items.begin(), items.end(), bit) == items.end()) {
@@ -151,24 +177,27 @@ void UserLink::askBits(const std::string& message, const Items& items, AnswerHan
            }
          }
          return reply;
-       });
+       }});
 }
 
 void UserLink::askParameters(const std::string& message, const Items& definitions,
                              AnswerHandler handler) {
-  enqueueList(MSG_T_ASK_SIGNAL_PARAM, message, definitions);
-  open({AnswerKind::kParameters, AnswerKind::kCancelled}, std::move(handler));
+  ask({listMessages(MSG_T_ASK_SIGNAL_PARAM, message, definitions),
+       {AnswerKind::kParameters, AnswerKind::kCancelled},
+       std::move(handler)});
 }
 
 void UserLink::askFile(const FileFilter& filter, const std::string& directory,
                        AnswerHandler handler) {
-  enqueue(MSG_T_ASK_FILE, {filter.title, directory, filter.extension, filter.label});
-  open({AnswerKind::kFile, AnswerKind::kCancelled}, std::move(handler));
+  ask({{{MSG_T_ASK_FILE, {filter.title, directory, filter.extension, filter.label}}},
+       {AnswerKind::kFile, AnswerKind::kCancelled},
+       std::move(handler)});
 }
 
 void UserLink::askDirectory(const std::string& directory, AnswerHandler handler) {
-  enqueue(MSG_T_ASK_DIRECTORY, {kDirectoryCaption, directory});
-  open({AnswerKind::kDirectory, AnswerKind::kCancelled}, std::move(handler));
+  ask({{{MSG_T_ASK_DIRECTORY, {kDirectoryCaption, directory}}},
+       {AnswerKind::kDirectory, AnswerKind::kCancelled},
+       std::move(handler)});
 }
 
 void UserLink::offerDueSearch() {

@@ -3,6 +3,7 @@
 #include <poll.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <iterator>
@@ -59,6 +60,8 @@ UserLink::SendResult sendToUser(const OutgoingMessage& message) {
   for (const OutgoingParameter& parameter : message.parameters) {
     std::visit(filling, parameter);
   }
+  // The link takes an EPIPE for its own that something else left behind.
+  errno = 0;
   const int result =
       sendMessage(MessageDirection::kReceivedByUi, NELKVUI, message.tag, filling.record);
   return result < 0 ? UserLink::SendResult::kRefused : UserLink::SendResult::kSent;
@@ -136,6 +139,7 @@ int TesterTool::run(const char* name) {
                  name);
     return EXIT_FAILURE;
   }
+  tester.start();
   ToolBroadcast(MSG_TOOL_READY, nullptr, 0);
   for (receive(); !ended; receive()) {
     pump();
@@ -178,8 +182,9 @@ void TesterTool::handOnCommands() {
 }
 
 void TesterTool::sleep() {
+  tester.prepareSleep();
   auto time = kLongestSleep;
-  if (tester.isWorking()) {
+  if (tester.isWorking() || user.isPacing()) {
     time = std::chrono::ceil<milliseconds>(user.nextTextTime() - UserLink::Clock::now());
   }
   time = std::clamp(time, milliseconds(0), wasFruitless ? kFruitlessSleep : kLongestSleep);
@@ -190,6 +195,9 @@ void TesterTool::sleep() {
   pollfd entries[] = {{g_ToolSocket, events, 0}, {tester.wakeDescriptor(), POLLIN, 0}};
   poll(entries, std::size(entries), static_cast<int>(time.count()));
   wasFruitless = (entries[0].revents & POLLIN) != 0;
+  if ((entries[1].revents & POLLIN) != 0) {
+    tester.onWake();
+  }
 }
 
 void TesterTool::handleMessage(int sender, int tag, int length, const char* payload) {
@@ -241,7 +249,7 @@ void TesterTool::onCommand(int /*sender*/, const ToolMessage& message) {
 }
 
 void TesterTool::onFind(int /*sender*/, const ToolMessage& /*message*/) {
-  user.offerSearch(tester.searchLists());
+  tester.search();
 }
 
 void TesterTool::onUiExit(int /*sender*/, const ToolMessage& /*message*/) {

@@ -13,6 +13,10 @@ class Tester {
  public:
   virtual ~Tester() = default;
 
+  /// The link is there and has taken its signals. What it would not survive, children that end
+  /// above all, can be seen to from here on.
+  virtual void start() {}
+
   /// A user interface has come; its log is empty.
   virtual void greet() = 0;
 
@@ -23,8 +27,8 @@ class Tester {
   /// The user interface that sent the present command has gone.
   virtual void userLeft() = 0;
 
-  /// What the user is offered when he wants to search his log.
-  virtual SearchLists searchLists() = 0;
+  /// The user wants to search his log: UserLink::offerSearch() answers, at once or later.
+  virtual void search() = 0;
 
   /// Whether there is something to do now without the user, a run of the system as a rule, and a
   /// little of it.
@@ -32,8 +36,11 @@ class Tester {
   virtual void work() = 0;
 
   /// A descriptor whose input ends the tester's sleep as news from the link do, besides work();
-  /// none when it is negative.
+  /// none when it is negative. onWake() takes that input.
   virtual int wakeDescriptor() const { return -1; }
+  virtual void onWake() {}
+  /// The tester's tool is about to sleep until the link or the descriptor has input.
+  virtual void prepareSleep() {}
 };
 
 /// A tester as a tool of the Postmaster: connects, hands messages on and alternates between the

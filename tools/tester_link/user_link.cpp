@@ -21,6 +21,11 @@ bool isAwaited(int tag) {
 
 }  // namespace
 
+void UserLink::paceAllText(Clock::duration period) {
+  pacesAll = true;
+  textPeriod = period;
+}
+
 void UserLink::print(const std::string& lines) {
   if (!userPresent) {
     return;
@@ -29,14 +34,19 @@ void UserLink::print(const std::string& lines) {
   while (text.size() > kMaxText) {
     const std::size_t lineEnd = text.rfind('\n', kMaxText - 1);
     const std::size_t size = lineEnd == std::string::npos ? kMaxText : lineEnd + 1;
-    queue.push_back({MSG_T_TEXT, {text.substr(0, size)}});
+    enqueueText(text.substr(0, size));
     text.erase(0, size);
   }
 }
 
+void UserLink::enqueueText(std::string lines) {
+  queuedText += lines.size();
+  queue.push_back({MSG_T_TEXT, {std::move(lines)}});
+}
+
 void UserLink::closeText() {
   if (!text.empty()) {
-    queue.push_back({MSG_T_TEXT, {std::exchange(text, {})}});
+    enqueueText(std::exchange(text, {}));
   }
 }
 
@@ -59,7 +69,7 @@ void UserLink::confirm(const std::string& command) {
 void UserLink::showBusy(bool isBusy) {
   busy = isBusy;
   enqueue(isBusy ? MSG_T_BUSY : MSG_T_IDLE);
-  unlimited = isBusy ? queue.size() : 0;
+  unlimited = isBusy && !pacesAll ? queue.size() : 0;
 }
 
 void UserLink::showTitle(const std::string& title) {
@@ -80,10 +90,12 @@ void UserLink::setUserPresent(bool isPresent) {
   userPresent = isPresent;
   lastTitle.clear();
   question.reset();
+  waitingQuestions.clear();
   dueSearch.reset();
   searchIsOffered = false;
   if (!isPresent) {
     queue.clear();
+    queuedText = 0;
     text.clear();
     unlimited = 0;
   }
@@ -98,12 +110,13 @@ void UserLink::pump(Clock::time_point now, const Sender& send) {
 
 void UserLink::sendDue(Clock::time_point now, const Sender& send) {
   blocked = false;
-  if (!busy || (queue.empty() && now >= nextText)) {
+  const bool isPaced = busy || pacesAll;
+  if (!isPaced || (queue.empty() && now >= nextText)) {
     closeText();
   }
   while (!queue.empty()) {
     const OutgoingMessage& first = queue.front();
-    const bool isLimited = busy && unlimited == 0 && first.tag == MSG_T_TEXT;
+    const bool isLimited = isPaced && unlimited == 0 && first.tag == MSG_T_TEXT;
     if (isLimited && now < nextText) {
       return;
     }
@@ -117,13 +130,16 @@ void UserLink::sendDue(Clock::time_point now, const Sender& send) {
       continue;
     }
     if (isLimited) {
-      nextText = now + kTextPeriod;
+      nextText = now + textPeriod;
     }
     popFirst();
   }
 }
 
 void UserLink::popFirst() {
+  if (queue.front().tag == MSG_T_TEXT) {
+    queuedText -= std::get<std::string>(queue.front().parameters.front()).size();
+  }
   queue.pop_front();
   unlimited -= unlimited > 0 ? 1 : 0;
 }

@@ -78,8 +78,8 @@ struct OutgoingMessage {
 /// the tester is busy its text is sent in batches at a bounded rate; a tester that prints only
 /// while acceptsText() loses nothing and lets nothing pile up.
 ///
-/// One question is open at a time; its handler gets one answer, unless the user interface leaves
-/// before: then it is forgotten.
+/// One question is open at a time, further ones wait for its answer; the handler of each gets one
+/// answer, unless the user interface leaves before: then it is forgotten.
 class UserLink {
  public:
   using Clock = std::chrono::steady_clock;
@@ -90,11 +90,16 @@ class UserLink {
   /// than anybody reads, less than would keep a log from its other work.
   static constexpr Clock::duration kTextPeriod = std::chrono::milliseconds(50);
 
+  /// Has all text paced, also that of a tester that is not busy: `period` between two texts.
+  void paceAllText(Clock::duration period);
+
   /// Appends whole lines, each with its end, to the user's log. They go out in texts of whole
   /// lines; only a line that is longer than a text is cut.
   void print(const std::string& lines);
   /// Whether what a busy tester prints can be taken now.
   bool acceptsText() const { return queue.empty(); }
+  /// Bytes of text that have not gone out.
+  std::size_t waitingText() const { return text.size() + queuedText; }
 
   /// Ends a command, which goes into the user's history, after all text so far. The user interface
   /// releases the waiting pieces of a command line only when the command had some text.
@@ -116,7 +121,7 @@ class UserLink {
   // Questions (questions.cpp). What can be checked of an answer is, so that a handler gets the kind
   // of its question, or kCancelled, kWrong or kTooLong.
 
-  bool isAsking() const { return question.has_value(); }
+  bool isAsking() const { return question.has_value() || !waitingQuestions.empty(); }
   /// Answered by kYes or kNo. `caption` chooses the icon, see the user interface's kPageCaption.
   void askYesNo(const std::string& caption, const std::string& text, AnswerHandler handler);
   /// Answered by kAcknowledged.
@@ -158,6 +163,8 @@ class UserLink {
   void pump(Clock::time_point now, const Sender& send);
   /// Whether messages wait that only the link holds up.
   bool isBlocked() const { return blocked; }
+  /// Whether text waits only for nextTextTime(), although the tester may have nothing to do.
+  bool isPacing() const { return pacesAll && !blocked && (!queue.empty() || !text.empty()); }
   /// When the next text of a busy tester may go out.
   Clock::time_point nextTextTime() const { return nextText; }
 
@@ -165,25 +172,29 @@ class UserLink {
   /// Makes of an answer that came what the handler gets.
   using Check = std::function<Answer(const Answer&)>;
   struct Question {
+    std::vector<OutgoingMessage> messages;
     std::vector<AnswerKind> kinds;
     AnswerHandler handler;
-    Check check;
+    Check check = {};
   };
 
   void enqueue(int tag, std::vector<OutgoingParameter> parameters = {});
+  void enqueueText(std::string lines);
   void closeText();
   void sendDue(Clock::time_point now, const Sender& send);
   void popFirst();
   void dropFirst();
   bool tellRefusal();
-  void open(std::vector<AnswerKind> kinds, AnswerHandler handler, Check check = {});
+  void ask(Question asked);
+  void askWaiting();
   void answer(const Answer& reply);
-  void enqueueList(int tag, const std::string& text, const Items& items);
   void offerDueSearch();
 
   std::string text;  ///< printed, not queued yet
   std::deque<OutgoingMessage> queue;
+  std::size_t queuedText = 0;  ///< bytes of text in the queue
   std::optional<Question> question;
+  std::deque<Question> waitingQuestions;
   std::optional<SearchLists> dueSearch;
   std::string lastTitle;
   std::optional<Leave> leave;
@@ -194,6 +205,8 @@ class UserLink {
   bool refused = false;
   bool searchIsOffered = false;  ///< and may still be cancelled
   std::size_t unlimited = 0;     ///< messages at the front from before the work, which do not wait
+  Clock::duration textPeriod = kTextPeriod;
+  bool pacesAll = false;
   Clock::time_point nextText{};
 };
 

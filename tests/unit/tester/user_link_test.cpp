@@ -167,6 +167,15 @@ TEST_F(UserLinkTest, SendsALongListInPartsOrEndsTheQuestionThatTheLinkRefuses) {
   // Cut by number at first, by size then.
   EXPECT_EQ(pump(), head + "1|" + part(0, 100) + head + "1|" + part(100, 189) + head + "0|" +
                         part(189, 190));
+  // The next question waits for the answer to this one.
+  user.askChoice("u", {"z"}, keep());
+  EXPECT_EQ(pump(), "");
+  user.takeAnswer({AnswerKind::kChoice, "x"});
+  EXPECT_EQ(pump(), "2005|Korvane Select|u|0|z;");
+  user.takeAnswer({AnswerKind::kChoice, "z"});
+  EXPECT_EQ(std::exchange(answers, ""),
+            kept(AnswerKind::kChoice, "x") + kept(AnswerKind::kChoice, "z"));
+  EXPECT_FALSE(user.isAsking());
   result = UserLink::SendResult::kRefused;
   user.askChoice("t", items, keep());
   EXPECT_EQ(pump(), "2000|What there is to ask or to tell is too long for a message.\n;");

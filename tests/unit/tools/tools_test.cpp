@@ -29,6 +29,18 @@ TEST(Launcher, MakesTheCommandLineOfThePostmaster) {
       {{"--replay", "r", "--speed", "2", "--transcript", "t"},
        "nelmpm --transcript t --charset UTF-8 --join-text --keep-buttons --replay r --speed 2 "
        "--tool \"nelkvui\""},
+      // A program has its own options, and the window words behind those.
+      {{"--keep-nothing", "--command", "a", "--cd", "/d", "--command", "b c", "--gdb", "./p",
+        "--core", "-x", "--gdb", "--", "-w"},
+       "nelmpm --charset UTF-8 --join-text --keep-buttons --restart-tester --tool \"nelgdb\" "
+       "\"--command\" \"a\" \"--command\" \"b c\" \"--cd\" \"/d\" \"--\" \"./p\" \"--core\" \"-x\" "
+       "\"--gdb\" --tool nel-help --tool \"nelkvui\" \"-w\""},
+      {{"--keep-nothing", "--remote", "h:1", "--", "--gdb"},
+       "nelmpm --charset UTF-8 --join-text --keep-buttons --restart-tester --tool \"nelgdb\" "
+       "\"--remote\" \"h:1\" --tool nel-help --tool \"nelkvui\" \"--gdb\""},
+      {{"--keep-nothing", "--gdb"},
+       "nelmpm --charset UTF-8 --join-text --keep-buttons --restart-tester --tool \"nelgdb\" "
+       "--tool nel-help --tool \"nelkvui\""},
   };
   for (auto [arguments, expected] : rows) {
     arguments.insert(arguments.begin(), "korvane");
@@ -40,9 +52,17 @@ TEST(Launcher, MakesTheCommandLineOfThePostmaster) {
   EXPECT_THAT(launcher::postmasterWords({}, ""), testing::Not(testing::Contains("--record")));
   const std::vector<std::string> odd = {"a b", "c\"\\'", ""};
   EXPECT_EQ(postmaster::splitCommand(launcher::quoteCommand(odd)).words, odd);
-  for (const char* wrong : {"word", "--no-such", "--speed=2"}) {
-    const char* const arguments[] = {"korvane", wrong};
-    const auto line = launcher::parseCommandLine(2, arguments);
+  for (const std::vector<const char*>& wrong :
+       std::vector<std::vector<const char*>>{{"word"},
+                                             {"--no-such"},
+                                             {"--speed=2"},
+                                             {"--pid", "x"},
+                                             {"--tester", "t", "--gdb", "p"},
+                                             {"--replay", "r", "--core", "c"}}) {
+    std::vector<const char*> arguments = wrong;
+    arguments.insert(arguments.begin(), "korvane");
+    const auto line =
+        launcher::parseCommandLine(static_cast<int>(arguments.size()), arguments.data());
     EXPECT_EQ(line.status, launcher::kExitUsage);
     EXPECT_THAT(line.text, testing::MatchesRegex("korvane: [^\n]*; try korvane --help\n"));
   }

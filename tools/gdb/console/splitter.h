@@ -25,7 +25,7 @@ struct ConsolePiece {
   std::optional<unsigned> prompt = {};
 };
 
-/// Takes GDB's console apart. Its prompt is set before each command to "\x1e<N>\x1e", so that the
+/// Takes GDB's console apart. Its prompt is set before each command to "\x1e<N>\x1f", so that the
 /// end of a command is told from all that a command may print.
 class ConsoleSplitter {
  public:
@@ -46,8 +46,12 @@ class ConsoleSplitter {
   void answered();
 
  private:
-  std::string held;    ///< may be the beginning of a prompt
-  std::string recent;  ///< the end of the text since the last prompt
+  /// Keeps of the text what dialogue() and question() need.
+  void remember(std::string_view text);
+
+  std::string held;      ///< may be the beginning of a prompt
+  std::string recent;    ///< the end of the text since the last prompt
+  bool hasMenu = false;  ///< a menu began in the text since the last prompt
 };
 
 }  // namespace gdb

@@ -15,9 +15,9 @@ class Value {
   enum class Kind { kString, kTuple, kList };
   struct Element;
 
-  Value() = default;
-  explicit Value(std::string string) : text(std::move(string)) {}
-  Value(Kind valueKind, std::vector<Element> valueElements);
+  Value();
+  explicit Value(std::string string);
+  Value(Kind kindOfValue, std::vector<Element> elements);
 
   Kind kind() const { return valueKind; }
   /// The string's bytes with its escapes undone; empty for the others.

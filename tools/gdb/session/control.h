@@ -20,17 +20,27 @@ struct Target {
   std::string remote = {};   ///< "HOST:PORT" or whatever was connected to; empty when it is local
   std::string frame = {};    ///< "main at main.c:12" where it stands, as far as GDB told
   std::string thread = {};   ///< number of the thread that stopped or was chosen last
+  std::string signal = {};   ///< name of the signal that stopped it last; empty before one did
+};
+
+/// What the words keep for the next time.
+struct WordMemory {
+  std::string address = {};  ///< that was connected to last
 };
 
 /// What the words that are not GDB's own may do. The present word is open from its beginning until
 /// finish(), refuse(), or the end of the last console command that it gave without a continuation;
 /// then it is confirmed to the user interface. Nothing here blocks.
+///
+/// A word may be carried out while the target runs because of another command: that one stays open
+/// beside it, and ends by itself or by interrupt(), before which the word cannot give commands.
 class Control {
  public:
   virtual ~Control() = default;
 
   virtual tester_link::UserLink& user() = 0;
   virtual const Target& target() const = 0;
+  virtual WordMemory& memory() = 0;
 
   /// Appends a line to the user's log, with the line's end.
   virtual void print(const std::string& line) = 0;
@@ -54,6 +64,10 @@ class Control {
   /// Ends it with a sentence in the log.
   virtual void refuse(const std::string& sentence) = 0;
 
+  /// GDB has taken the program in that file, an absolute path: it is the target's from now on, and
+  /// the user interface is told of it and of its directory.
+  virtual void openProgram(const std::string& path) = 0;
+
   /// Stops the running target, or what GDB is doing, and lets it stand; goes on when GDB's prompt
   /// is back, at once when it is there already.
   virtual void interrupt(std::function<void()> then) = 0;
@@ -63,7 +77,7 @@ class Control {
   /// Whether the log marks lines that the program wrote.
   virtual void markOutput(bool isMarked) = 0;
   /// After so many lines of one command's output the user is asked whether to go on; 0 never.
-  virtual void setPageLength(std::size_t lines) = 0;
+  virtual void setPageLength(std::size_t length) = 0;
   /// Ends GDB and starts it anew, with its breakpoints and its program when it still answers.
   virtual void restartDebugger() = 0;
 };

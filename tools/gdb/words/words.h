@@ -8,12 +8,15 @@ namespace gdb {
 
 /// Carries out a line that begins with one of nelgdb's own words, which go before GDB's commands;
 /// false when it does not, so that the line is GDB's. A line that GDB must not get, because it
-/// would take the console away, is refused here.
+/// would take the console away or repeat the last command, is refused here.
+///
+/// The log shows the line already, so that nothing more need be printed. The target may run: a word
+/// that needs it to stand interrupts it, the others leave the run alone.
 bool takeWord(Control& control, const std::string& line);
 
 /// What the user is offered when he wants to search the log: threads, signals, breakpoints. `then`
 /// gets them.
 void collectSearchLists(Control& control,
-                        std::function<void(const tester_link::SearchLists&)> then);
+                        const std::function<void(const tester_link::SearchLists&)>& then);
 
 }  // namespace gdb

@@ -1,0 +1,109 @@
+// What the words may do.
+
+#include <utility>
+
+#include "gdb/session/session.h"
+#include "gdb/session/startup.h"
+
+#include <filesystem>
+
+namespace gdb {
+
+namespace {
+
+using tester_link::Answer;
+using tester_link::AnswerKind;
+
+/// End of file of a terminal.
+constexpr char kEndOfInput[] = "\x04";
+
+}  // namespace
+
+void Session::command(const std::string& line, std::function<void()> then) {
+  print("(gdb) " + line);
+  give(line, std::move(then));
+}
+
+void Session::query(const std::string& line, std::function<void(const mi::Record&)> then) {
+  debugger.queries().ask(line, lines.bind(std::move(then)));
+  if (!debugger.isAlive()) {
+    debugger.queries().fail("GDB is not running.");
+  }
+}
+
+tester_link::AnswerHandler Session::then(tester_link::AnswerHandler handler) {
+  return lines.bind([this, handler = std::move(handler)](const Answer& answer) {
+    switch (answer.kind) {
+      case AnswerKind::kWrong:
+        refuse(answer.text);
+        break;
+      case AnswerKind::kCancelled:
+        refuse("Cancelled.");
+        break;
+      case AnswerKind::kTooLong:
+        refuse("The command ends here; it may name what it would have asked for.");
+        break;
+      default:
+        handler(answer);
+    }
+  });
+}
+
+void Session::finish() {
+  end(lines.current());
+}
+
+void Session::end(OpenLines::Pointer line) {
+  if (line == nullptr || !line->isOpen) {
+    return;
+  }
+  lines.close(line);
+  output.flush();
+  if (line->isConfirmed) {
+    link.confirm(line->text);
+  }
+}
+
+void Session::refuse(const std::string& sentence) {
+  print(sentence);
+  finish();
+}
+
+void Session::openProgram(const std::string& path) {
+  watch.target().program = path;
+  shownProgram = path;
+  const std::string folder = buttonFolder(options, path);
+  if (!folder.empty()) {
+    link.showSystem(folder, path.empty() ? "gdb" : std::filesystem::path(path).filename().string());
+  }
+}
+
+void Session::interrupt(std::function<void()> then) {
+  if (!isConsoleBusy() && !isTargetRunning()) {
+    then();
+    return;
+  }
+  afterInterrupt.emplace_back(lines.bind(std::move(then)));
+  if (!isEnding && !ladder.isClimbing()) {
+    ladder.begin(Clock::now(), isTargetRunning());
+    climb(Clock::now());
+  }
+}
+
+void Session::endInput() {
+  debugger.input(kEndOfInput);
+}
+
+void Session::restartDebugger() {
+  afterStart = lines.bind([this] { finish(); });
+  isRestarting = true;
+  if (!debugger.isAlive()) {
+    startDebugger();
+    return;
+  }
+  debugger.quit();
+  answerSince = Clock::now();
+  patience = std::chrono::seconds(2);
+}
+
+}  // namespace gdb

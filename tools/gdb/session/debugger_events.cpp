@@ -1,0 +1,233 @@
+// What comes of GDB: its beginning, text and records, and its end, by itself or by force.
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+#include "gdb/session/session.h"
+#include "gdb/session/startup.h"
+#include "postmaster/processes.h"
+
+namespace gdb {
+
+namespace {
+
+using tester_link::Answer;
+using tester_link::AnswerKind;
+
+constexpr char kCaption[] = "Korvane - GDB";
+
+/// GDB owes an answer that costs it no time; the user is asked when it does not come, and again
+/// after twice the time.
+constexpr std::chrono::seconds kFirstPatience{5};
+
+/// What GDB says to its machine interface.
+constexpr std::string_view kInterfaceText = "New UI allocated\n";
+/// How GDB answers when it knows no second user interface.
+constexpr char kTooOldText[] = "Undefined command: \"new-ui\"";
+
+std::optional<std::string> findDebugger(const std::string& name) {
+  const char* path = std::getenv("PATH");
+  return postmaster::findProgram(name, "", path == nullptr ? "/usr/local/bin:/usr/bin:/bin" : path);
+}
+
+std::string whyMissing(const std::string& name) {
+  return name.find('/') == std::string::npos
+             ? "There is no " + name + " here. Install the package " + name + '.'
+             : name + " is no program that can be started.";
+}
+
+}  // namespace
+
+void Session::startDebugger() {
+  const std::string program = target().program.empty() ? options.program : target().program;
+  const std::string name = debuggerFor(options, program);
+  const std::optional<std::string> path = findDebugger(name);
+  settled = false;
+  patience = 2 * kFirstPatience;
+  std::string why = path ? "" : whyMissing(name);
+  try {
+    if (path) {
+      debugger.start(*path, options.readsInitFiles);
+      answerSince = Clock::now();
+      return;
+    }
+  } catch (const std::system_error& error) {
+    why = error.what();
+  }
+  print(why);
+  link.showError(kCaption, why, [](const Answer&) {});
+  showTarget();
+}
+
+void Session::onReady() {
+  answerSince.reset();
+  patience = kFirstPatience;
+  applySettings();
+  if (greeted) {
+    beginScript();
+  }
+}
+
+void Session::applySettings() {
+  for (const std::string& setting : settingsFor(debugger.programTerminal())) {
+    debugger.queries().ask(setting, {});
+  }
+}
+
+/// Has GDB load what it is to debug: what the options name at first, and for a later GDB what the
+/// one before it had.
+void Session::beginScript() {
+  if (!debugger.isReady() || settled) {
+    return;
+  }
+  Options wanted = options;
+  if (std::exchange(isRestarting, false)) {
+    const bool isSame = target().program == options.program;
+    wanted = {.program = target().program};
+    wanted.arguments = isSame ? options.arguments : std::vector<std::string>();
+  }
+  std::vector<std::string> script = firstCommands(wanted);
+  if (breakpoints.isThere()) {
+    script.push_back("source " + breakpoints.path().string());
+  }
+  const auto end = [this] {
+    settled = true;
+    finish();
+    if (const auto next = std::exchange(afterStart, {})) {
+      next();
+    }
+  };
+  lines.open("", false, [&] { runScript({script.begin(), script.end()}, end); });
+  showTarget();
+}
+
+void Session::onConsoleText(const std::string& text) {
+  const bool isGreeting = !settled && text.starts_with(kInterfaceText);
+  output.addConsole(text.substr(isGreeting ? kInterfaceText.size() : 0),
+                    debugger.isBusy() && !isTargetRunning());
+  dialogues.noteText(Clock::now());
+  if (!debugger.isReady() && text.find(kTooOldText) != std::string::npos) {
+    const std::string why = "This GDB is too old: version 7.12 or a later one is needed.";
+    link.showError(kCaption, why, [](const Answer&) {});
+    debugger.kill();
+  }
+}
+
+void Session::onProgramText(const std::string& text) {
+  output.addProgram(text);
+}
+
+void Session::onRecord(const mi::Record& record) {
+  switch (record.kind) {
+    case mi::Record::Kind::kExec:
+    case mi::Record::Kind::kNotify:
+      watch.take(record);
+      update();
+      break;
+    case mi::Record::Kind::kTarget:
+      // GDB shows what its target says nowhere else.
+      output.addConsole(record.text, false);
+      break;
+    default:
+      break;
+  }
+}
+
+void Session::onDebuggerEnd(int waitStatus) {
+  const std::string told = "GDB " + postmaster::describeEnd(waitStatus) + '.';
+  isEnding = false;
+  answerSince.reset();
+  ladder.end();
+  dialogues.close();
+  watch.forgetProcess();
+  output.endCommand();
+  if (!isRestarting) {
+    print(told);
+  }
+  // Whatever waited for GDB ends with it.
+  std::deque<ConsoleCommand> cut = std::exchange(commands, {});
+  if (present) {
+    cut.push_front(std::move(*present));
+    present.reset();
+  }
+  for (const ConsoleCommand& each : cut) {
+    end(each.line);
+  }
+  for (const auto& next : std::exchange(afterInterrupt, {})) {
+    next();
+  }
+  showTarget();
+  update();
+  if (isRestarting) {
+    startDebugger();
+  } else {
+    offerStart(told);
+  }
+}
+
+void Session::offerStart(const std::string& why) {
+  link.askYesNo(kCaption, why + "\nStart it anew? It gets its program and breakpoints again.",
+                [this](const Answer& answer) {
+                  if (answer.kind == AnswerKind::kYes && !debugger.isAlive()) {
+                    isRestarting = true;
+                    startDebugger();
+                  }
+                });
+}
+
+void Session::offerKill() {
+  link.askYesNo(kCaption,
+                "GDB does not answer.\nEnd it? Its breakpoints are kept. Cancel waits on.",
+                [this](const Answer& answer) {
+                  if (answer.kind == AnswerKind::kYes) {
+                    debugger.kill();
+                  }
+                });
+}
+
+/// Does what is due to stop the target or GDB.
+void Session::climb(Clock::time_point now) {
+  const auto step = ladder.step(now);
+  if (!step) {
+    return;
+  }
+  switch (*step) {
+    case InterruptLadder::Step::kStopTarget:
+      debugger.stopTarget();
+      break;
+    case InterruptLadder::Step::kSignal:
+      debugger.interrupt();
+      break;
+    case InterruptLadder::Step::kAskUser:
+      offerKill();
+      break;
+  }
+}
+
+/// GDB may take its time for a command, but not for what costs it none.
+void Session::watchAnswers(Clock::time_point now) {
+  if (debugger.hasTakenCommand()) {
+    answerSince.reset();
+  }
+  if (!answerSince || now < *answerSince + patience) {
+    return;
+  }
+  if (isRestarting && debugger.isReady()) {
+    debugger.kill();
+    answerSince.reset();
+    return;
+  }
+  answerSince = now;
+  patience *= 2;
+  if (!link.isAsking()) {
+    offerKill();
+  }
+}
+
+}  // namespace gdb

@@ -1,0 +1,153 @@
+// The session as the user's tester: how users come and go, and when it wakes.
+
+#include "gdb/session/session.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <utility>
+
+#include "gdb/session/startup.h"
+#include "gdb/words/words.h"
+#include "support/text.h"
+
+namespace gdb {
+
+namespace {
+
+/// Between two texts: as fast as the window takes them beside its other work.
+constexpr std::chrono::milliseconds kTextPeriod{10};
+/// A command that takes no longer leaves no sign that GDB is busy.
+constexpr std::chrono::milliseconds kBusyTime{200};
+
+constexpr char kNoDebugger[] = "no debugger";
+
+}  // namespace
+
+Session::Session(Options sessionOptions, tester_link::UserLink& userLink)
+    : options(std::move(sessionOptions)),
+      link(userLink),
+      output(userLink, [this] { endCommand(); }),
+      debugger(wakeUp, *this),
+      dialogues(userLink, debugger, output) {
+  link.paceAllText(kTextPeriod);
+}
+
+void Session::start() {
+  childSignals.emplace();
+  wakeUp.watch(childSignals->descriptor(), WakeUp::kInput);
+  startDebugger();
+}
+
+void Session::greet() {
+  shownProgram.clear();
+  busyShown = false;
+  if (std::exchange(greeted, true)) {
+    // The one who was greeted before may have been none.
+    output.repeatKept();
+    showTarget();
+    return;
+  }
+  output.startKeeping();
+  print("Tester on GDB. \"help nelgdb\" lists its own words, \"help\" those of GDB.");
+  openProgram(options.program);
+  beginScript();
+}
+
+void Session::takeCommand(const std::string& command) {
+  const bool isStop = equalIgnoringCase(singleLine(command), "stop");
+  if (isStop && isConsoleBusy() && settled) {
+    begin(command);
+    return;
+  }
+  waiting.push_back(command);
+  beginWaiting();
+}
+
+void Session::userLeft() {
+  lines.closeAll();
+  waiting.clear();
+  commands.clear();
+  afterInterrupt.clear();
+  dialogues.close();
+  output.forgetUser();
+  if (debugger.isBusy()) {
+    ladder.begin(Clock::now(), isTargetRunning());
+  }
+}
+
+void Session::search() {
+  if (isConsoleBusy() || !debugger.isReady()) {
+    link.offerSearch(lastSearch);
+    return;
+  }
+  collectSearchLists(*this, [this](const tester_link::SearchLists& found) {
+    lastSearch = found;
+    link.offerSearch(found);
+  });
+}
+
+void Session::onWake() {
+  childSignals->take();
+  debugger.setProgramReading(output.hasRoom());
+  debugger.look();
+  const Clock::time_point now = Clock::now();
+  if (output.flushTime().value_or(now + kBusyTime) <= now) {
+    output.flush();
+  }
+  dialogues.look(now, isTargetRunning());
+  climb(now);
+  watchAnswers(now);
+  update();
+  beginWaiting();
+}
+
+void Session::prepareSleep() {
+  debugger.setProgramReading(output.hasRoom());
+  debugger.prepareSleep();
+  std::optional<Clock::time_point> next;
+  const auto consider = [&next](std::optional<Clock::time_point> moment) {
+    next = moment && next ? std::min(moment, next) : (moment ? moment : next);
+  };
+  consider(dialogues.deadline());
+  consider(output.flushTime());
+  consider(ladder.deadline());
+  if (answerSince) {
+    consider(*answerSince + patience);
+  }
+  if (busySince && !busyShown) {
+    consider(*busySince + kBusyTime);
+  }
+  if (!waiting.empty() && canBegin(waiting.front())) {
+    consider(Clock::now());
+  }
+  wakeUp.setDeadline(next);
+}
+
+/// Shows what has become of GDB and its target.
+void Session::update() {
+  const bool isBusy = isConsoleBusy() || isTargetRunning();
+  debugger.queries().setHeld(debugger.isBusy() && isTargetRunning());
+  if (!isBusy) {
+    busySince.reset();
+    if (std::exchange(busyShown, false)) {
+      link.showBusy(false);
+      showTarget();
+    }
+    return;
+  }
+  busySince = busySince.value_or(Clock::now());
+  if (!busyShown && Clock::now() >= *busySince + kBusyTime) {
+    busyShown = true;
+    link.showBusy(true);
+    showTarget();
+  }
+}
+
+void Session::showTarget() {
+  if (!target().program.empty() && target().program != shownProgram) {
+    openProgram(target().program);
+  }
+  link.showTitle(debugger.isAlive() ? watch.title() : kNoDebugger);
+}
+
+}  // namespace gdb

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "gdb/options/options.h"
+
+namespace gdb {
+
+/// What GDB is told before anything else, by queries: how it is to behave on a console that is a
+/// log, and where the program's terminal is.
+std::vector<std::string> settingsFor(const std::string& programTerminal);
+
+/// The console commands that begin a session, which the log shows.
+std::vector<std::string> firstCommands(const Options& options);
+
+/// The name of the GDB that fits: the one that was named, or the one for `program`'s machine.
+std::string debuggerFor(const Options& options, const std::string& program);
+
+/// A name of a file as GDB's commands take it.
+std::string fileWord(const std::string& name);
+
+/// The folder whose button set the window is to load for a program: the one that was named, the
+/// program's, else the one that is shipped; empty when none has a set.
+std::string buttonFolder(const Options& options, const std::string& program);
+
+}  // namespace gdb
