@@ -34,13 +34,13 @@ TEST(Launcher, MakesTheCommandLineOfThePostmaster) {
         "--core", "-x", "--gdb", "--", "-w"},
        "nelmpm --charset UTF-8 --join-text --keep-buttons --restart-tester --tool \"nelgdb\" "
        "\"--command\" \"a\" \"--command\" \"b c\" \"--cd\" \"/d\" \"--\" \"./p\" \"--core\" \"-x\" "
-       "\"--gdb\" --tool nel-help --tool \"nelkvui\" \"-w\""},
+       "\"--gdb\" --tool nel-help --tester nelgdb --tool \"nelkvui\" \"-w\""},
       {{"--keep-nothing", "--remote", "h:1", "--", "--gdb"},
        "nelmpm --charset UTF-8 --join-text --keep-buttons --restart-tester --tool \"nelgdb\" "
-       "\"--remote\" \"h:1\" --tool nel-help --tool \"nelkvui\" \"--gdb\""},
+       "\"--remote\" \"h:1\" --tool nel-help --tester nelgdb --tool \"nelkvui\" \"--gdb\""},
       {{"--keep-nothing", "--gdb"},
        "nelmpm --charset UTF-8 --join-text --keep-buttons --restart-tester --tool \"nelgdb\" "
-       "--tool nel-help --tool \"nelkvui\""},
+       "--tool nel-help --tester nelgdb --tool \"nelkvui\""},
   };
   for (auto [arguments, expected] : rows) {
     arguments.insert(arguments.begin(), "korvane");
