@@ -75,6 +75,7 @@ void Session::onReady() {
 }
 
 void Session::applySettings() {
+  frameSetting.clear();
   for (const std::string& setting : settingsFor(debugger.programTerminal())) {
     debugger.queries().ask(setting, {});
   }

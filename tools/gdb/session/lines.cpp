@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "gdb/session/session.h"
+#include "gdb/session/startup.h"
 #include "gdb/words/texts.h"
 #include "gdb/words/words.h"
 #include "support/text.h"
@@ -69,6 +70,10 @@ void Session::giveNext() {
   present = std::move(commands.front());
   commands.pop_front();
   output.beginCommand();
+  const std::string setting = frameSettingFor(present->text);
+  if (std::exchange(frameSetting, setting) != setting) {
+    debugger.queries().ask(setting, {});
+  }
   debugger.command(present->text);
   answerSince = Clock::now();
 }

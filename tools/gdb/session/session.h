@@ -125,6 +125,7 @@ class Session : public tester_link::Tester, public Control, private DebuggerList
   std::vector<std::function<void()>> afterInterrupt;
   std::function<void()> afterStart;  ///< what goes on when a new GDB is ready
   std::string shownProgram;          ///< the one that the user interface was told of
+  std::string frameSetting;          ///< that GDB has
   bool greeted = false;
   bool settled = false;   ///< GDB has its settings and knows what to debug
   bool isEnding = false;  ///< the present command's prompt is back, its end not told

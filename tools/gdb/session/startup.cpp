@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <fstream>
 #include <optional>
+#include <sstream>
 #include <system_error>
 
 namespace gdb {
@@ -75,12 +76,21 @@ void addSerial(std::vector<std::string>& commands, const std::string& serial) {
 std::vector<std::string> settingsFor(const std::string& programTerminal) {
   return {"-gdb-set width 0", "-gdb-set height 0", "-gdb-set pagination off",
           "-gdb-set editing off", "-gdb-set style enabled off",
-          "-gdb-set print frame-info source-and-location",
           // A port where nobody listens would hold GDB up for many seconds.
           "-gdb-set tcp auto-retry off", "-inferior-tty-set " + programTerminal,
           // What GDB adds for its console, and what was changed for GDB alone.
           "unset environment LINES", "unset environment COLUMNS", variableSetting("LC_ALL"),
           variableSetting("LANGUAGE")};
+}
+
+std::string frameSettingFor(const std::string& command) {
+  std::istringstream words(command);
+  for (std::string word; words >> word;) {
+    if (word == "bt" || word == "backtrace" || word == "where") {
+      return "-gdb-set print frame-info auto";
+    }
+  }
+  return "-gdb-set print frame-info source-and-location";
 }
 
 std::string fileWord(const std::string& name) {

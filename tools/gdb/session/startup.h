@@ -11,6 +11,10 @@ namespace gdb {
 /// log, and where the program's terminal is.
 std::vector<std::string> settingsFor(const std::string& programTerminal);
 
+/// The query by which GDB shows with each frame, which one command needs otherwise than another:
+/// every stop names its place, and lists of frames have a line for each.
+std::string frameSettingFor(const std::string& command);
+
 /// The console commands that begin a session, which the log shows.
 std::vector<std::string> firstCommands(const Options& options);
 
