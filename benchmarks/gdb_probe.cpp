@@ -24,6 +24,7 @@
 #include <cstdio>
 #include <functional>
 #include <stdexcept>
+#include <thread>
 
 #include "benchmarks/bench_postmaster.h"
 #include "benchmarks/probe_main.h"
@@ -42,10 +43,12 @@ double inMilliseconds(Clock::duration time) {
   return std::chrono::duration<double, std::milli>(time).count();
 }
 
-/// Carries out "next" so often, and prints the median of the times.
+/// Carries out "next" so often, as quickly as a user might, and prints the median of the times.
 void measureSteps(int count, const std::function<void(const std::string&)>& command) {
+  constexpr std::chrono::milliseconds kBetween{73};  // no multiple of any timer's period
   std::vector<double> times;
   for (int i = 0; i < count; ++i) {
+    std::this_thread::sleep_for(kBetween);
     const auto start = Clock::now();
     command("next");
     times.push_back(inMilliseconds(Clock::now() - start));
@@ -61,6 +64,17 @@ class TesterSession {
       : tester({nelgdb, program}, ownDisplay()) {
     command("set-page-length 0");
     command("start");
+  }
+  TesterSession(const TesterSession&) = delete;
+  TesterSession& operator=(const TesterSession&) = delete;
+  ~TesterSession() {
+    // It ends by no signal, but when its user leaves.
+    try {
+      postmaster.send(MSG_UI_EXIT, {});
+      postmaster.await(MSG_DISCONNECT, kPatience);
+    } catch (const std::runtime_error&) {
+      // It has ended already.
+    }
   }
 
   /// What came until the command was confirmed.
