@@ -1,7 +1,6 @@
 // What some words do with the answer to their question besides giving a command.
 
 #include <cctype>
-#include <filesystem>
 
 #include "gdb/mi/reader.h"
 #include "gdb/words/texts.h"
@@ -48,32 +47,7 @@ void choosePlace(Control& control, const std::string& beginning, const mi::Recor
                            }));
 }
 
-/// Of those groups one runs a file of that name; its path.
-std::string executableOf(const mi::Record& groups, const std::string& file) {
-  const auto name = std::filesystem::path(file).filename();
-  for (const mi::Value::Element& group : groups.results["groups"].elements()) {
-    const std::string& executable = group.value["executable"].string();
-    if (std::filesystem::path(executable).filename() == name) {
-      return executable;
-    }
-  }
-  return "";
-}
-
 }  // namespace
-
-void openProgramFile(Control& control, const std::string& file) {
-  give(control, "file " + quotedFile(file), [&control, file] {
-    // Only GDB knows whether it took the file: it may have asked first, and looks along the path.
-    control.query("-list-thread-groups", [&control, file](const mi::Record& groups) {
-      const std::string executable = executableOf(groups, file);
-      if (!executable.empty()) {
-        control.openProgram(executable);
-      }
-      control.finish();
-    });
-  });
-}
 
 void breakAtPlace(Control& control, const std::string& beginning) {
   if (beginning.empty() || hasControlCharacter(beginning)) {

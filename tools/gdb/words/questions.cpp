@@ -25,6 +25,10 @@ constexpr std::size_t kMaxLine = 48;
 
 void askPath(Control& control, const QuestionRow& row) {
   control.query("-environment-pwd", [&control, &row](const mi::Record& result) {
+    if (result.name == "error") {
+      control.refuse(withReason("GDB tells no directory", result));
+      return;
+    }
     const std::string& directory = result.results["cwd"].string();
     const auto use = control.then(
         [&control, &row](const Answer& answer) { useValue(control, row, answer.text); });

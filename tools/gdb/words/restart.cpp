@@ -64,7 +64,8 @@ void restartRemote(Control& control) {
                   }
                   control.command("monitor system_reset", [&control] {
                     // GDB would go on to show the registers from before.
-                    control.command("maintenance flush register-cache");
+                    control.command("maintenance flush register-cache",
+                                    [&control] { control.command("frame 0"); });
                   });
                 });
 }

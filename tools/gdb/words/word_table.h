@@ -70,7 +70,6 @@ void give(Control& control, const std::string& command, std::function<void()> th
 std::string withReason(std::string_view sentence, const mi::Record& result);
 
 // What follows some questions (follow_ups.cpp).
-void openProgramFile(Control& control, const std::string& file);
 void breakAtPlace(Control& control, const std::string& beginning);
 void setVariable(Control& control, const std::string& nameAndValue);
 
