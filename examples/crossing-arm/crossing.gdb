@@ -6,4 +6,5 @@ gdb.execute("source " + os.path.join(os.path.dirname(gdb.current_progspace().fil
 thread = gdb.selected_thread()
 if thread is not None and not thread.is_running() and not sdl_run.has_started():
     gdb.execute("start-target")
+print('The words of a tester have been added: "help user-defined" lists them.')
 end

@@ -73,6 +73,7 @@ class History:
     def __init__(self):
         self.position = 0  # number of the event to read next
         self.open = []  # events of a transition that is not over
+        self.is_begun = False  # the system was brought to its start
 
     def begin(self):
         """Forgets what happened without the reader."""
@@ -220,9 +221,14 @@ def add_breakpoint(point):
     return last_breakpoint
 
 
+def stands_at_reset():
+    """Whether the target has just been reset."""
+    return gdb.newest_frame().name() == "reset"
+
+
 def has_started():
     """Whether the kernel has; memory may still hold what was there before a reset."""
-    return bool(value("sdl_has_started")) and gdb.newest_frame().name() != "reset"
+    return bool(value("sdl_has_started")) and not stands_at_reset()
 
 
 def stands_between_transitions():
@@ -259,7 +265,7 @@ def resume_to_stop():
 
 def start():
     """Runs to where the system is about to make its first transition."""
-    history.position, history.open = 0, []
+    history.position, history.open, history.is_begun = 0, [], True
     if resume("sdl_begin") is not None:
         raise Refusal("Something stopped the target before the system could start.")
 

@@ -63,8 +63,11 @@ def target():
 
 
 def system():
-    """For words that look at the system."""
+    """For words that look at the system. One that was at its start before is brought there again
+    when the target has been reset."""
     target()
+    if sdl_run.history.is_begun and sdl_run.stands_at_reset():
+        sdl_run.start()
     if not sdl_run.has_started():
         raise Refusal('The system is not started: "next-transition" or "go" starts it.')
 

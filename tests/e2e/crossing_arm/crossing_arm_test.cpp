@@ -332,10 +332,10 @@ const OwnWord kOwnWords[] = {
     {"set-trace 1", ""},
     {"go", "\nInterrupted; transitions: [0-9]+, now: [0-9.]+.\n"},
     {"list-ready", ""},
-    // What is no started system.
+    // A reset by somebody else; what is no target that stands.
     {"monitor system_reset", ""},
     {"maintenance flush register-cache", ""},
-    {"now", "^The system is not started: [^\n]*\n"},
+    {"now", "^now = 0.000\n"},
     {"disconnect", ""},
     {"now", "^There is no target: \"target remote HOST:PORT\" connects to one.\n"},
     {"list-signal", "^Press\nArrive"},

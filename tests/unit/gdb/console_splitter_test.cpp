@@ -161,4 +161,23 @@ TEST(ConsoleSplitter, TakesNothingElseForAPromptOrAQuestionAndKeepsQuestionsShor
 }
 
 }  // namespace
+TEST(ConsoleSplitter, KnowsWhatAScriptSaysThatItAsksFor) {
+  const std::pair<std::string, std::string> rows[] = {
+      {"Instance:\n[0] cancel\n[1] Button:1\n> ", "Instance:"},
+      {"Instance:\nwhich?\n[0] cancel\n> ", ""},
+      {"[0] cancel\n[1] a:\n> ", ""},
+      {"See:\n[0] cancel\nHow many:\n[0] cancel\n> ", "How many:"},
+      {"text\nHow many:\n>", "How many:"},
+      {"End with a line saying just \"end\".\n>", ""},
+      {"How many:>", ""},
+      {">", ""},
+      {":\n>", ":"},
+  };
+  for (const auto& [text, heading] : rows) {
+    ConsoleSplitter splitter;
+    splitter.feed(text);
+    EXPECT_EQ(splitter.heading(), heading) << text;
+  }
+}
+
 }  // namespace gdb

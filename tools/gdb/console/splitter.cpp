@@ -164,6 +164,19 @@ std::string ConsoleSplitter::question() const {
   return std::string(tailOf(lastLine(recent), kMaxQuestion));
 }
 
+std::string ConsoleSplitter::heading() const {
+  std::string_view before = recent;
+  before.remove_suffix(lastLine(before).size());
+  if (dialogue() == Dialogue::kMenu) {
+    before = before.substr(0, before.rfind(kMenuBegin));
+  }
+  if (!before.ends_with(":\n")) {
+    return {};
+  }
+  before.remove_suffix(1);
+  return std::string(tailOf(lastLine(before), kMaxQuestion));
+}
+
 void ConsoleSplitter::answered() {
   recent.clear();
   hasMenu = false;

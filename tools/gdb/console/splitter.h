@@ -42,6 +42,8 @@ class ConsoleSplitter {
   /// The line of a dialogue's prompt, and of kYesNo, kYesDefault, kNoDefault and kMenu what was
   /// printed before it since the last prompt, at most 2000 bytes: what the user is asked.
   std::string question() const;
+  /// The line before the dialogue when it ends in a colon: what a script says that it asks for.
+  std::string heading() const;
   /// The dialogue was answered: what stands there is no question any more.
   void answered();
 

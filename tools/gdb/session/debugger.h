@@ -54,6 +54,7 @@ class Debugger {
   /// What the console waits for, if nothing more comes.
   Dialogue dialogue() const { return isBusy() ? splitter.dialogue() : Dialogue::kNone; }
   std::string question() const { return splitter.question(); }
+  std::string heading() const { return splitter.heading(); }
   void answer(const std::string& line);
 
   QueryQueue& queries() { return queue; }

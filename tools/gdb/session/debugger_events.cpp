@@ -129,6 +129,9 @@ void Session::onRecord(const mi::Record& record) {
     case mi::Record::Kind::kExec:
     case mi::Record::Kind::kNotify:
       watch.take(record);
+      if (isTargetRunning()) {
+        output.stopCounting();
+      }
       update();
       break;
     case mi::Record::Kind::kTarget:

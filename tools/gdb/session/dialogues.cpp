@@ -73,7 +73,7 @@ void Dialogues::ask(Dialogue dialogue) {
       askYesNo();
       break;
     case Dialogue::kMoreLines:
-      askLine("The next line for GDB; \"end\" ends:");
+      askLine(headingOr("The next line for GDB; \"end\" ends:"));
       break;
     case Dialogue::kPython:
       askLine("The next line of Python:");
@@ -103,6 +103,12 @@ tester_link::AnswerHandler Dialogues::answer(tester_link::AnswerHandler handler)
   };
 }
 
+/// What a script wants to know, or what is asked when only GDB can have asked.
+std::string Dialogues::headingOr(const std::string& text) const {
+  const std::string heading = debugger.heading();
+  return heading.empty() ? text : heading;
+}
+
 void Dialogues::askYesNo() {
   const std::string text = debugger.question();
   user.askYesNo(kCaption, text.substr(0, text.rfind('(')), answer([this](const Answer& reply) {
@@ -120,7 +126,7 @@ void Dialogues::askMenu() {
     askLine("The number of a choice above:");
     return;
   }
-  user.askChoice("Choose:", choices, answer([this](const Answer& reply) {
+  user.askChoice(headingOr("Choose:"), choices, answer([this](const Answer& reply) {
                    give(reply.text.substr(1, reply.text.find(']') - 1));
                  }));
 }

@@ -28,6 +28,7 @@ class Dialogues {
 
  private:
   void ask(Dialogue dialogue);
+  std::string headingOr(const std::string& text) const;
   void askYesNo();
   void askLine(const std::string& text);
   void askMenu();

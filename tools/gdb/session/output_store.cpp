@@ -40,6 +40,12 @@ void OutputStore::beginCommand() {
   lines = 0;
 }
 
+void OutputStore::stopCounting() {
+  if (state == Paging::kCounting) {
+    state = Paging::kWanted;
+  }
+}
+
 void OutputStore::endCommand() {
   if (!isPaging()) {
     tellDropped();

@@ -29,6 +29,9 @@ class OutputStore {
   /// A command of GDB's begins: its lines are counted.
   void beginCommand();
   void endCommand();
+  /// The present command let the target run: its text is a report of that, and the user must stay
+  /// able to stop it.
+  void stopCounting();
   /// Text from GDB's console. What comes while the target runs does not count: the user must stay
   /// able to stop it.
   void addConsole(std::string_view text, bool isCounted);
