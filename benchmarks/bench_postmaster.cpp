@@ -45,6 +45,10 @@ void BenchPostmaster::pause(milliseconds time) {
 }
 
 std::string BenchPostmaster::frame(int tag, std::vector<Parameter> parameters) {
+  if (tag >= MSG_UI_OK && tag <= MSG_UI_SIGNAL_PARAM) {
+    return toWire({kFrameDirected, tag, NELKVUI, NELKV, std::move(parameters)},
+                  MessageDirection::kSentByUi);
+  }
   const int sender = tag >= MSG_T_TEXT && tag <= MSG_T_ASK_RANGE ? NELKV : NELMPM;
   return toWire({kFrameDirected, tag, sender, NELKVUI, std::move(parameters)},
                 MessageDirection::kReceivedByUi);
@@ -78,13 +82,24 @@ BenchPostmaster::Clock::time_point BenchPostmaster::await(int tag, std::chrono::
   return taken;
 }
 
+std::string BenchPostmaster::takeTexts(int tag) {
+  std::string texts;
+  std::erase_if(arrived, [&](const Arrived& one) {
+    if (one.message.tag == tag) {
+      texts += one.message.text();
+    }
+    return one.message.tag == tag;
+  });
+  return texts;
+}
+
 void BenchPostmaster::readAll() {
   std::array<char, 65536> chunk;
   for (;;) {
     const ssize_t count = ::recv(connection.get(), chunk.data(), chunk.size(), MSG_DONTWAIT);
     if (count <= 0) {
       if (count == 0 || errno == ECONNRESET) {
-        throw std::runtime_error("the window has hung up");
+        throw std::runtime_error("the program has hung up");
       }
       return;
     }
@@ -110,8 +125,9 @@ void BenchPostmaster::takeApart() {
     Message message = fromWire(received.substr(0, end), MessageDirection::kSentByUi);
     received.erase(0, end + 1);
     if (message.tag == MSG_CONNECT) {
-      // The start of the poll timer goes out with the acceptance, as the tester's does at once.
-      send(MSG_CONNECT_OK, {0, 0, 0, 0, "bench"});
+      // The start of the poll timer goes out with the acceptance, as the tester's does at once. Of
+      // the two tools that are told of the other one is the partner.
+      send(MSG_CONNECT_OK, {0, 0, 0, 2, "bench"});
       send(MSG_START_POLL_TIMER, {});
     }
     arrived.push_back({std::move(message), Clock::now()});

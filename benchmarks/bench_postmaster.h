@@ -8,8 +8,9 @@
 #include "tests/support/message.h"
 #include "tests/support/rendezvous.h"
 
-/// Postmaster and tester of a window under measure, which is a child of this process. It accepts
-/// the window by itself. All waiting is in serve(), which moves bytes both ways.
+/// Postmaster and partner of a window or a tester under measure, which is a child of this process:
+/// a tester or a window. It accepts the child by itself. All waiting is in serve(), which moves
+/// bytes both ways.
 class BenchPostmaster {
  public:
   using Clock = std::chrono::steady_clock;
@@ -19,11 +20,11 @@ class BenchPostmaster {
   /// Serves for just so long.
   void pause(std::chrono::milliseconds time);
 
-  /// Sends a message of the tester. It leaves while serving.
+  /// Sends a message of the partner, or of the Postmaster. It leaves while serving.
   void send(int tag, std::vector<Parameter> parameters);
   /// Sends frames made before.
   void sendFrames(const std::string& frames) { outgoing += frames; }
-  /// A message of the tester in wire form.
+  /// Such a message in wire form.
   static std::string frame(int tag, std::vector<Parameter> parameters);
 
   /// Whether message `tag` has come; with a text, one with this first parameter. It is
@@ -34,6 +35,9 @@ class BenchPostmaster {
   /// Serves until message `tag` has come; throws when that takes longer than `limit`. Returns when
   /// it came.
   Clock::time_point await(int tag, std::chrono::seconds limit, const std::string& text = "");
+
+  /// The texts of all messages `tag` that have come and were not taken; they are forgotten then.
+  std::string takeTexts(int tag);
 
  private:
   struct Arrived {

@@ -7,6 +7,20 @@ function room(path,    parts) {
   return parts[1] == "framework" ? parts[1] "/" parts[2] : parts[1]
 }
 
+# The tester on GDB is built up in folders: some stand alone, words see of the session what they may
+# do, and the session puts all together.
+function is_upward_in_gdb(path, header,    from, to) {
+  if (path !~ /^gdb\/[a-z]+\// || header !~ /^gdb\//) {
+    return 0
+  }
+  split(path, from, "/")
+  split(header, to, "/")
+  if (from[2] == "words") {
+    return to[2] !~ /^(words|mi)$/ && header != "gdb/session/control.h"
+  }
+  return from[2] != "session" && from[2] != to[2]
+}
+
 function fault(text) {
   printf "%s:%d: %s\n", FILENAME, FNR, text
   faults++
@@ -47,6 +61,8 @@ $1 == "#include" {
     fault("a tool includes \"" header "\" of the user interface")
   } else if (here in floor && to in floor && to != here && floor[here] <= floor[to]) {
     fault("upward include: " here " includes \"" header "\"")
+  } else if (in_tools && is_upward_in_gdb(path, header)) {
+    fault("upward include in the tester on GDB: \"" header "\"")
   } else if (header ~ /_xm\.h$/ && !sees_windows) {
     fault("private header \"" header "\" included in a public one or outside the framework")
   }

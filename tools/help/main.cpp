@@ -18,9 +18,13 @@
 #include <cstdlib>
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <system_error>
 
 namespace {
+
+/// Name of the tester that the pages are to be about; empty when nobody said.
+std::string_view testerName;
 
 std::string variable(const char* name) {
   const char* value = std::getenv(name);
@@ -70,7 +74,7 @@ void runDetached(const std::vector<std::string>& words) {
 
 void showPage(const char* topic) {
   const help::Surroundings here = surroundings();
-  const help::Page& page = help::pageOf(topic);
+  const help::Page& page = help::pageOf(topic, testerName);
   const std::vector<std::string> viewer = help::viewerOf(page, here);
   if (!viewer.empty()) {
     runDetached(viewer);
@@ -114,19 +118,21 @@ int run() {
 }  // namespace
 
 int main(int argc, char** argv) {
-  const std::string_view option = argc == 2 ? argv[1] : "";
-  if (option == "--version") {
+  const std::string_view option = argc >= 2 ? argv[1] : "";
+  if (argc == 2 && option == "--version") {
     std::printf("nel-help %s\n", kProductVersion);
     return EXIT_SUCCESS;
   }
-  if (option == "--help" || option == "-h") {
+  if (argc == 2 && (option == "--help" || option == "-h")) {
     std::puts(
-        "Usage: nel-help\n\nShows the pages that the window's Help menu asks for. Started by the "
-        "Postmaster as a tool.");
+        "Usage: nel-help [--tester NAME]\n\nShows the pages that the window's Help menu asks for; "
+        "with a name, those about that\ntester. Started by the Postmaster as a tool.");
     return EXIT_SUCCESS;
   }
-  if (argc > 1) {
-    std::fprintf(stderr, "nel-help: takes no argument but --help and --version\n");
+  if (argc == 3 && option == "--tester") {
+    testerName = argv[2];
+  } else if (argc > 1) {
+    std::fprintf(stderr, "nel-help: takes no argument but --tester NAME, --help and --version\n");
     return 2;
   }
   return run();

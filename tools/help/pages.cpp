@@ -8,8 +8,10 @@ namespace help {
 
 namespace {
 
-constexpr std::array<Page, 4> kPages{{
+constexpr std::array<Page, 6> kPages{{
     {"tessil-testerui", "man1/nelkvui.1", ""},
+    {"tessil-tester", "man1/nelgdb.1", "gdb.md", "nelgdb"},
+    {"tessil-tester-commands", "man1/nelgdb.1", "", "nelgdb"},
     {"tessil-tester", "man1/korvane.1", "first-ten-minutes.md"},
     {"tessil-tester-commands", "man1/nelkv.1", ""},
     {"tessil-generator", "man5/nelkv.btn.5", "button-file.md"},
@@ -30,9 +32,10 @@ std::string fileOf(const Page& page, const Surroundings& surroundings) {
 
 }  // namespace
 
-const Page& pageOf(std::string_view topic) {
-  const auto* found = std::find_if(kPages.begin(), kPages.end(),
-                                   [&](const Page& page) { return page.topic == topic; });
+const Page& pageOf(std::string_view topic, std::string_view tester) {
+  const auto* found = std::find_if(kPages.begin(), kPages.end(), [&](const Page& page) {
+    return page.topic == topic && (page.tester.empty() || page.tester == tester);
+  });
   return found != kPages.end() ? *found : kPages.front();
 }
 

@@ -10,13 +10,15 @@ namespace help {
 
 /// A page of the installed documentation: a manual page, or a file among the documents.
 struct Page {
-  std::string_view topic;     ///< as the window asks for it
-  std::string_view manual;    ///< its file, "man1/nelkvui.1"
-  std::string_view document;  ///< empty when the manual page tells all
+  std::string_view topic;        ///< as the window asks for it
+  std::string_view manual;       ///< its file, "man1/nelkvui.1"
+  std::string_view document;     ///< empty when the manual page tells all
+  std::string_view tester = {};  ///< the tester that it is about; empty for all without one
 };
 
-/// The page for a topic; the window's own manual for one that is not known.
-const Page& pageOf(std::string_view topic);
+/// The page for a topic while `tester` runs, a program's name; the window's own manual for a topic
+/// that is not known.
+const Page& pageOf(std::string_view topic, std::string_view tester = {});
 
 /// Where things are.
 struct Surroundings {

@@ -216,7 +216,8 @@ std::vector<std::string> postmasterWords(const Options& options, const std::stri
   } else {
     words.push_back("--restart-tester");
     addOption(words, "--tool", options.tester);
-    addOption(words, "--tool", "nel-help");  // a replay plays its part, too
+    // A replay plays its part, too.
+    addOption(words, "--tool", options.usesDebugger ? "nel-help --tester nelgdb" : "nel-help");
   }
   std::vector<std::string> window = {"nelkvui"};
   window.insert(window.end(), options.windowWords.begin(), options.windowWords.end());

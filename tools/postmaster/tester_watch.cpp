@@ -2,6 +2,8 @@
 
 #include "link/message_numbers.h"
 
+#include <unistd.h>
+
 #include <filesystem>
 #include <system_error>
 
@@ -38,7 +40,9 @@ void ButtonKeeper::saw(const Message& message, std::string_view /*refusal*/) {
   namespace fs = std::filesystem;
   const fs::path file = fs::path(folder) / "nelkv.btn";
   std::error_code error;
-  if (!folders.insert(folder).second || !fs::is_regular_file(file, error)) {
+  // What its user cannot change, a shipped set say, is not lost.
+  if (!folders.insert(folder).second || !fs::is_regular_file(file, error) ||
+      access(file.c_str(), W_OK) != 0) {
     return;
   }
   fs::copy_file(file, file.string() + "~", fs::copy_options::overwrite_existing, error);

@@ -19,6 +19,9 @@ bool isAwaited(int tag) {
   return std::find(std::begin(kToldOnly), std::end(kToldOnly), tag) == std::end(kToldOnly);
 }
 
+/// So many texts go out at once after a pause.
+constexpr int kTextsAtOnce = 4;
+
 }  // namespace
 
 void UserLink::paceAllText(Clock::duration period) {
@@ -130,7 +133,9 @@ void UserLink::sendDue(Clock::time_point now, const Sender& send) {
       continue;
     }
     if (isLimited) {
-      nextText = now + textPeriod;
+      // Where all is paced, a pause is made up for: a short answer in several texts does not wait.
+      const auto unused = pacesAll ? (kTextsAtOnce - 1) * textPeriod : Clock::duration{};
+      nextText = std::max(nextText, now - unused) + textPeriod;
     }
     popFirst();
   }

@@ -86,6 +86,22 @@ TEST_F(UserLinkTest, SendsTextInWholeLinesAtABoundedRateWhileItIsBusy) {
   EXPECT_EQ(pump(), "2000|Interrupted\n;2015;2002|go;");
 }
 
+TEST_F(UserLinkTest, MakesUpForAPauseWhereAllTextIsPaced) {
+  user.paceAllText(UserLink::kTextPeriod);
+  const auto send = [this](UserLink::Clock::duration later) {
+    user.print("l\n");
+    return pump(later).empty() ? '-' : 't';
+  };
+  std::string sent;
+  for (int i = 0; i < 6; ++i) {
+    sent += send({});
+  }
+  EXPECT_EQ(sent, "tttt--") << "a few at once";
+  EXPECT_EQ(pump(UserLink::kTextPeriod), "2000|l\nl\n;");
+  EXPECT_EQ(send(UserLink::kTextPeriod / 2), '-') << "and then at the pace";
+  EXPECT_EQ(send(UserLink::kTextPeriod / 2), 't');
+}
+
 TEST_F(UserLinkTest, TellsInOrderWhatTheLinkDidNotTakeAtOnce) {
   user.showTitle("t");
   user.showTitle("t");

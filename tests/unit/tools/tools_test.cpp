@@ -34,13 +34,13 @@ TEST(Launcher, MakesTheCommandLineOfThePostmaster) {
         "--core", "-x", "--gdb", "--", "-w"},
        "nelmpm --charset UTF-8 --join-text --keep-buttons --restart-tester --tool \"nelgdb\" "
        "\"--command\" \"a\" \"--command\" \"b c\" \"--cd\" \"/d\" \"--\" \"./p\" \"--core\" \"-x\" "
-       "\"--gdb\" --tool nel-help --tool \"nelkvui\" \"-w\""},
+       "\"--gdb\" --tool nel-help --tester nelgdb --tool \"nelkvui\" \"-w\""},
       {{"--keep-nothing", "--remote", "h:1", "--", "--gdb"},
        "nelmpm --charset UTF-8 --join-text --keep-buttons --restart-tester --tool \"nelgdb\" "
-       "\"--remote\" \"h:1\" --tool nel-help --tool \"nelkvui\" \"--gdb\""},
+       "\"--remote\" \"h:1\" --tool nel-help --tester nelgdb --tool \"nelkvui\" \"--gdb\""},
       {{"--keep-nothing", "--gdb"},
        "nelmpm --charset UTF-8 --join-text --keep-buttons --restart-tester --tool \"nelgdb\" "
-       "--tool nel-help --tool \"nelkvui\""},
+       "--tool nel-help --tester nelgdb --tool \"nelkvui\""},
   };
   for (auto [arguments, expected] : rows) {
     arguments.insert(arguments.begin(), "korvane");
@@ -72,7 +72,8 @@ TEST(Launcher, MakesTheCommandLineOfThePostmaster) {
 }
 
 TEST(HelpPages, OpenInATerminalOrABrowserAsTheUserHasThem) {
-  const auto viewer = [](const char* topic, const char* programs, const char* variables) {
+  const auto viewer = [](const char* topic, const char* programs, const char* variables,
+                         const char* tester = "") {
     const auto find = [=](const std::string& name) {
       const bool isThere =
           (" " + std::string(programs) + " ").find(" " + name + " ") != std::string::npos;
@@ -89,7 +90,8 @@ TEST(HelpPages, OpenInATerminalOrABrowserAsTheUserHasThem) {
       return file == "/man/man1/nelkvui.1" || file == "/man/man1/nelkv.1.gz" ||
              (file.starts_with("/doc/") && !file.ends_with(".gz"));
     };
-    return joined(help::viewerOf(help::pageOf(topic), {"/doc", "/man", exists, find, variable}));
+    return joined(
+        help::viewerOf(help::pageOf(topic, tester), {"/doc", "/man", exists, find, variable}));
   };
   EXPECT_EQ(viewer("tessil-testerui", "xterm x-terminal-emulator", ""),
             "/bin/x-terminal-emulator -e man /man/man1/nelkvui.1");
@@ -100,6 +102,10 @@ TEST(HelpPages, OpenInATerminalOrABrowserAsTheUserHasThem) {
   EXPECT_EQ(viewer("tessil-tester", "fox xdg-open", "BROWSER=fox"),
             "/bin/fox /doc/first-ten-minutes.md");
   EXPECT_EQ(viewer("tessil-tester-commands", "xterm", ""),
+            "/bin/xterm -e man /man/man1/nelkv.1.gz");
+  EXPECT_EQ(viewer("tessil-tester", "xterm", "PAGER=most", "nelgdb"),
+            "/bin/xterm -e most /doc/gdb.md");
+  EXPECT_EQ(viewer("tessil-tester-commands", "xterm", "", "another"),
             "/bin/xterm -e man /man/man1/nelkv.1.gz");
   EXPECT_EQ(viewer("tessil-tester-commands", "xdg-open", ""), "")
       << "no browser shows a manual page";
