@@ -10,7 +10,9 @@
 #include "gdb/options/options.h"
 #include "gdb/process/child.h"
 #include "gdb/process/wake_up.h"
+#include "gdb/session/answer_watch.h"
 #include "gdb/session/breakpoint_file.h"
+#include "gdb/session/busy_sign.h"
 #include "gdb/session/control.h"
 #include "gdb/session/debugger.h"
 #include "gdb/session/dialogues.h"
@@ -67,6 +69,9 @@ class Session : public tester_link::Tester, public Control, private DebuggerList
 
  private:
   using Clock = std::chrono::steady_clock;
+  /// How long GDB may take for an answer that costs no time, and for its own start.
+  static constexpr AnswerWatch::Time kPatience{5};
+  static constexpr AnswerWatch::Time kStartPatience{10};
   struct ConsoleCommand {
     OpenLines::Pointer line;
     std::string text;
@@ -81,7 +86,7 @@ class Session : public tester_link::Tester, public Control, private DebuggerList
   void onDebuggerEnd(int waitStatus) override;
 
   // Lines.
-  bool canBegin(const std::string& line) const;
+  bool canBegin() const;
   void beginWaiting();
   void begin(const std::string& text);
   void carryOut(const std::string& line);
@@ -119,6 +124,8 @@ class Session : public tester_link::Tester, public Control, private DebuggerList
   Dialogues dialogues;
   TargetWatch watch;
   InterruptLadder ladder;
+  AnswerWatch answers;
+  BusySign busySign;
   BreakpointFile breakpoints;
   OpenLines lines;
   WordMemory wordMemory;
@@ -136,10 +143,6 @@ class Session : public tester_link::Tester, public Control, private DebuggerList
   bool isReplacing = false;   ///< GDB was told to end, for the next one
   bool isRestarting = false;  ///< the present GDB gets what the one before it had
   bool garbageTold = false;   ///< since the last command began
-  bool busyShown = false;
-  std::optional<Clock::time_point> busySince;
-  std::optional<Clock::time_point> answerSince;  ///< GDB owes an answer that costs no time
-  std::chrono::seconds patience{};
 };
 
 }  // namespace gdb
