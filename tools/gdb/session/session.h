@@ -18,6 +18,7 @@
 #include "gdb/session/open_lines.h"
 #include "gdb/session/output_store.h"
 #include "gdb/session/target_watch.h"
+#include "gdb/words/words.h"
 #include "tester_link/tester_tool.h"
 
 namespace gdb {
@@ -88,6 +89,7 @@ class Session : public tester_link::Tester, public Control, private DebuggerList
   void give(const std::string& line, std::function<void()> then);
   void giveNext();
   void askForState();
+  void askForPlace();
   void endCommand();
   void end(OpenLines::Pointer line);
   void runScript(std::deque<std::string> script, std::function<void()> then);
@@ -118,7 +120,7 @@ class Session : public tester_link::Tester, public Control, private DebuggerList
   BreakpointFile breakpoints;
   OpenLines lines;
   WordMemory wordMemory;
-  tester_link::SearchLists lastSearch;
+  tester_link::SearchLists lastSearch = usualSearchLists();
   std::deque<std::string> waiting;        ///< lines that have not begun
   std::deque<ConsoleCommand> commands;    ///< that have not begun
   std::optional<ConsoleCommand> present;  ///< the one that GDB carries out
