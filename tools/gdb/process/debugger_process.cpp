@@ -9,8 +9,10 @@ namespace gdb {
 
 namespace {
 
-/// How long GDB may take to end by itself.
-constexpr std::chrono::milliseconds kEndTime{700};
+/// How long GDB may take to end when its terminal is gone, and when it is told to end besides,
+/// which also ends a script of Python's.
+constexpr std::chrono::milliseconds kEndTime{250};
+constexpr std::chrono::milliseconds kToldEndTime{450};
 
 /// What is changed in the environment.
 constexpr std::string_view kChangedVariables[] = {"TERM=", "LC_ALL=", "LANGUAGE="};
@@ -64,7 +66,8 @@ DebuggerProcess::~DebuggerProcess() {
   machineEnd.reset();
   programEnd.reset();
   if (process && !process->waitForEnd(kEndTime)) {
-    process->signal(SIGKILL);
+    process->signal(SIGTERM);
+    process->waitForEnd(kToldEndTime);
   }
 }
 

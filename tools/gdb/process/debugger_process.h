@@ -12,8 +12,8 @@ namespace gdb {
 
 /// GDB as a process, with three terminals: its console, its machine interface, and one for the
 /// program that it debugs. The end of the object is GDB's end: it is told by the loss of its
-/// terminal, on which it ends a program that it started and lets an attached one go, and killed
-/// when that takes too long.
+/// terminal, on which it ends a program that it started and lets an attached one go, then asked to
+/// end, and killed when that takes too long.
 class DebuggerProcess {
  public:
   /// `program` is GDB's path. Throws std::system_error.

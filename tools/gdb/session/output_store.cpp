@@ -55,9 +55,11 @@ void OutputStore::stopKeeping() {
   copy.clear();
 }
 
-void OutputStore::repeatKept() {
+bool OutputStore::repeatKept() {
   user.print(copy);
   unfinished.clear();
+  isAtLineStart = copy.empty() || copy.back() == '\n';
+  return !copy.empty();
 }
 
 /// Every text leaves by here.

@@ -38,8 +38,8 @@ class OutputStore {
   /// Keeps a copy of all text from now on, until stopKeeping(), for a user who comes later.
   void startKeeping() { isKeeping = true; }
   void stopKeeping();
-  /// Shows the copy again.
-  void repeatKept();
+  /// Shows the copy again, if there is one; false without one.
+  bool repeatKept();
   /// Goes on where GDB's text ended: what the user answered to it.
   void addAnswer(std::string_view answer);
 

@@ -19,6 +19,8 @@ constexpr std::chrono::milliseconds kTextPeriod{10};
 /// A command that takes no longer leaves no sign that GDB is busy.
 constexpr std::chrono::milliseconds kBusyTime{200};
 
+constexpr char kGreeting[] =
+    "Tester on GDB. \"help nelgdb\" lists its own words, \"help\" those of GDB.";
 constexpr char kNoDebugger[] = "no debugger";
 
 }  // namespace
@@ -41,16 +43,19 @@ void Session::start() {
 void Session::greet() {
   shownProgram.clear();
   busyShown = false;
-  if (std::exchange(greeted, true)) {
-    // The one who was greeted before may have been none.
-    output.repeatKept();
-    showTarget();
-    return;
+  const bool isFirst = !std::exchange(greeted, true);
+  if (isFirst) {
+    // The one who is greeted first may be none, and the next one is to see all.
+    output.startKeeping();
   }
-  output.startKeeping();
-  print("Tester on GDB. \"help nelgdb\" lists its own words, \"help\" those of GDB.");
-  openProgram(options.program);
-  beginScript();
+  if (isFirst || !output.repeatKept()) {
+    print(kGreeting);
+  }
+  if (isFirst) {
+    openProgram(options.program);
+    beginScript();
+  }
+  showTarget();
 }
 
 void Session::takeCommand(const std::string& command) {
