@@ -10,7 +10,7 @@
 
 namespace gdb {
 
-bool Session::canBegin(const std::string& /*line*/) const {
+bool Session::canBegin() const {
   if (!settled && debugger.isAlive()) {
     return false;
   }
@@ -18,7 +18,7 @@ bool Session::canBegin(const std::string& /*line*/) const {
 }
 
 void Session::beginWaiting() {
-  while (!waiting.empty() && canBegin(waiting.front()) && !link.isAsking()) {
+  while (!waiting.empty() && canBegin() && !link.isAsking()) {
     const std::string next = std::move(waiting.front());
     waiting.pop_front();
     begin(next);
@@ -75,7 +75,7 @@ void Session::giveNext() {
     debugger.queries().ask(setting, {});
   }
   debugger.command(present->text);
-  answerSince = Clock::now();
+  answers.expect(Clock::now(), kPatience);
 }
 
 /// GDB's prompt is back. What it does not tell by itself is asked for before the command's end is
@@ -91,7 +91,7 @@ void Session::onCommandEnd() {
 }
 
 void Session::askForState() {
-  answerSince = Clock::now();
+  answers.expect(Clock::now(), kPatience);
   debugger.queries().ask("-list-thread-groups", [this](const mi::Record& result) {
     watch.takeGroups(result);
     if (watch.takeBreakpointChange()) {
@@ -106,7 +106,7 @@ void Session::askForPlace() {
     watch.takeConnections(result);
     const auto end = [this](const mi::Record& frame) {
       watch.takeFrame(frame);
-      answerSince.reset();
+      answers.end();
       endCommand();
     };
     if (target().state == Target::State::kStopped && target().frame.empty()) {
@@ -122,7 +122,7 @@ void Session::endCommand() {
   if (output.isUnwanted() && present && debugger.isBusy()) {
     debugger.interrupt();
   }
-  if (!isEnding || answerSince || output.isPaging()) {
+  if (!isEnding || answers.isExpecting() || output.isPaging()) {
     return;
   }
   isEnding = false;
