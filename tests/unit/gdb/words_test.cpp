@@ -111,7 +111,6 @@ class ScriptedControl : public Control {
     link.confirm("");
   }
   void refuse(const std::string& sentence) override { print("end: " + sentence); }
-  void openProgram(const std::string& path) override { print("program " + path); }
   void interrupt(std::function<void()> then) override {
     print("interrupt");
     const bool wasRunning = state.state == Target::State::kRunning;

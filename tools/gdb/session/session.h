@@ -60,7 +60,6 @@ class Session : public tester_link::Tester, public Control, private DebuggerList
   tester_link::AnswerHandler then(tester_link::AnswerHandler handler) override;
   void finish() override;
   void refuse(const std::string& sentence) override;
-  void openProgram(const std::string& path) override;
   void interrupt(std::function<void()> then) override;
   void input(const std::string& bytes) override { debugger.input(bytes); }
   void endInput() override;
@@ -112,6 +111,8 @@ class Session : public tester_link::Tester, public Control, private DebuggerList
   bool isTargetRunning() const { return target().state == Target::State::kRunning; }
   void update();
   void showTarget();
+  /// Names the program and its directory to the user interface.
+  void openProgram(const std::string& path);
 
   Options options;
   tester_link::UserLink& link;
