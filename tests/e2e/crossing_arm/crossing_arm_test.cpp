@@ -85,8 +85,8 @@ class CrossingArm : public testing::Test {
       }
     }
     if (!std::filesystem::exists(build() + "/crossing.elf")) {
-      ChildProcess make(
-          command({"make", "-j2", "-C", NEL_EXAMPLES "/crossing-arm", "BUILD=" + build()}));
+      ChildProcess make(command(
+          {"make", "-j2", "-C", std::string(NEL_EXAMPLES) + "/crossing-arm", "BUILD=" + build()}));
       ASSERT_EQ(make.exitStatus(), 0) << make.report();
     }
   }
