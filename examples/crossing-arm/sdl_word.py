@@ -113,7 +113,7 @@ def read_line(prompt):
 def ask(question, items):
     """The index of the item that the user chooses from a menu, which looks like GDB's own."""
     if not can_ask():
-        raise Refusal(f"{question} name it behind the word: {', '.join(items)}.")
+        raise Refusal(f"{question} none is named; it may be {', '.join(items)}.")
     width = len(str(len(items)))
     print(question, "[0] cancel", sep="\n")
     for i, item in enumerate(items, 1):
@@ -127,7 +127,7 @@ def ask(question, items):
 def ask_text(question):
     """What the user writes."""
     if not can_ask():
-        raise Refusal(f"{question} name it behind the word.")
+        raise Refusal(f"{question} none is given.")
     print(question)
     return read_line(">").split()
 
