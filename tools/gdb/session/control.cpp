@@ -14,6 +14,9 @@ namespace {
 using tester_link::Answer;
 using tester_link::AnswerKind;
 
+/// How long GDB may take to end when it is told to.
+constexpr std::chrono::seconds kEndTime{2};
+
 /// End of file of a terminal.
 constexpr char kEndOfInput[] = "\x04";
 
@@ -102,8 +105,7 @@ void Session::restartDebugger() {
     return;
   }
   debugger.quit();
-  answerSince = Clock::now();
-  patience = std::chrono::seconds(2);
+  answers.expect(Clock::now(), kEndTime);
 }
 
 }  // namespace gdb

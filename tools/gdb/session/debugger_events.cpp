@@ -22,10 +22,6 @@ using tester_link::AnswerKind;
 
 constexpr char kCaption[] = "Korvane - GDB";
 
-/// GDB owes an answer that costs it no time; the user is asked when it does not come, and again
-/// after twice the time.
-constexpr std::chrono::seconds kFirstPatience{5};
-
 /// What GDB says to its machine interface.
 constexpr std::string_view kInterfaceText = "New UI allocated\n";
 /// How GDB answers when it knows no second user interface.
@@ -49,12 +45,11 @@ void Session::startDebugger() {
   const std::string name = debuggerFor(options, program);
   const std::optional<std::string> path = findDebugger(name);
   settled = false;
-  patience = 2 * kFirstPatience;
   std::string why = path ? "" : whyMissing(name);
   try {
     if (path) {
       debugger.start(*path, options.readsInitFiles);
-      answerSince = Clock::now();
+      answers.expect(Clock::now(), kStartPatience);
       return;
     }
   } catch (const std::system_error& error) {
@@ -66,8 +61,7 @@ void Session::startDebugger() {
 }
 
 void Session::onReady() {
-  answerSince.reset();
-  patience = kFirstPatience;
+  answers.end();
   applySettings();
   if (greeted) {
     beginScript();
@@ -146,7 +140,7 @@ void Session::onRecord(const mi::Record& record) {
 void Session::onDebuggerEnd(int waitStatus) {
   const std::string told = "GDB " + postmaster::describeEnd(waitStatus) + '.';
   isEnding = false;
-  answerSince.reset();
+  answers.end();
   ladder.end();
   dialogues.close();
   watch.forgetProcess();
@@ -217,19 +211,14 @@ void Session::climb(Clock::time_point now) {
 /// GDB may take its time for a command, but not for what costs it none.
 void Session::watchAnswers(Clock::time_point now) {
   if (debugger.hasTakenCommand()) {
-    answerSince.reset();
+    answers.end();
   }
-  if (!answerSince || now < *answerSince + patience) {
+  if (!answers.isLate(now)) {
     return;
   }
   if (isRestarting && debugger.isReady()) {
     debugger.kill();
-    answerSince.reset();
-    return;
-  }
-  answerSince = now;
-  patience *= 2;
-  if (!link.isAsking()) {
+  } else if (!link.isAsking()) {
     offerKill();
   }
 }

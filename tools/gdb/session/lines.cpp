@@ -10,7 +10,7 @@
 
 namespace gdb {
 
-bool Session::canBegin(const std::string& /*line*/) const {
+bool Session::canBegin() const {
   if (!settled && debugger.isAlive()) {
     return false;
   }
@@ -18,7 +18,7 @@ bool Session::canBegin(const std::string& /*line*/) const {
 }
 
 void Session::beginWaiting() {
-  while (!waiting.empty() && canBegin(waiting.front()) && !link.isAsking()) {
+  while (!waiting.empty() && canBegin() && !link.isAsking()) {
     const std::string next = std::move(waiting.front());
     waiting.pop_front();
     begin(next);
@@ -75,7 +75,7 @@ void Session::giveNext() {
     debugger.queries().ask(setting, {});
   }
   debugger.command(present->text);
-  answerSince = Clock::now();
+  answers.expect(Clock::now(), kPatience);
 }
 
 /// GDB's prompt is back. What it does not tell by itself is asked for before the command's end is
@@ -92,7 +92,7 @@ void Session::onCommandEnd() {
 
 void Session::askForState() {
   QueryQueue& queries = debugger.queries();
-  answerSince = Clock::now();
+  answers.expect(Clock::now(), kPatience);
   if (watch.takeBreakpointChange()) {
     breakpoints.save(queries);
   }
@@ -102,7 +102,7 @@ void Session::askForState() {
     watch.takeConnections(result);
     const auto end = [this](const mi::Record& frame) {
       watch.takeFrame(frame);
-      answerSince.reset();
+      answers.end();
       endCommand();
     };
     if (target().state == Target::State::kStopped && target().frame.empty()) {
@@ -118,7 +118,7 @@ void Session::endCommand() {
   if (output.isUnwanted() && present && debugger.isBusy()) {
     debugger.interrupt();
   }
-  if (!isEnding || answerSince || output.isPaging()) {
+  if (!isEnding || answers.isExpecting() || output.isPaging()) {
     return;
   }
   isEnding = false;

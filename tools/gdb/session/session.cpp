@@ -16,8 +16,6 @@ namespace {
 
 /// Between two texts: as fast as the window takes them beside its other work.
 constexpr std::chrono::milliseconds kTextPeriod{10};
-/// A command that takes no longer leaves no sign that GDB is busy.
-constexpr std::chrono::milliseconds kBusyTime{200};
 
 constexpr char kGreeting[] =
     "Tester on GDB. \"help nelgdb\" lists its own words, \"help\" those of GDB.";
@@ -42,7 +40,7 @@ void Session::start() {
 
 void Session::greet() {
   shownProgram.clear();
-  busyShown = false;
+  busySign.hide();
   const bool isFirst = !std::exchange(greeted, true);
   if (isFirst) {
     // The one who is greeted first may be none, and the next one is to see all.
@@ -96,7 +94,7 @@ void Session::onWake() {
   debugger.setProgramReading(output.hasRoom());
   debugger.look();
   const Clock::time_point now = Clock::now();
-  if (output.flushTime().value_or(now + kBusyTime) <= now) {
+  if (output.flushTime().value_or(Clock::time_point::max()) <= now) {
     output.flush();
   }
   dialogues.look(now, isTargetRunning());
@@ -116,13 +114,9 @@ void Session::prepareSleep() {
   consider(dialogues.deadline());
   consider(output.flushTime());
   consider(ladder.deadline());
-  if (answerSince) {
-    consider(*answerSince + patience);
-  }
-  if (busySince && !busyShown) {
-    consider(*busySince + kBusyTime);
-  }
-  if (!waiting.empty() && canBegin(waiting.front())) {
+  consider(answers.deadline());
+  consider(busySign.deadline());
+  if (!waiting.empty() && canBegin()) {
     consider(Clock::now());
   }
   wakeUp.setDeadline(next);
@@ -132,18 +126,8 @@ void Session::prepareSleep() {
 void Session::update() {
   const bool isBusy = isConsoleBusy() || isTargetRunning();
   debugger.queries().setHeld(debugger.isBusy() && isTargetRunning());
-  if (!isBusy) {
-    busySince.reset();
-    if (std::exchange(busyShown, false)) {
-      link.showBusy(false);
-      showTarget();
-    }
-    return;
-  }
-  busySince = busySince.value_or(Clock::now());
-  if (!busyShown && Clock::now() >= *busySince + kBusyTime) {
-    busyShown = true;
-    link.showBusy(true);
+  if (busySign.update(isBusy, Clock::now())) {
+    link.showBusy(busySign.isShown());
     showTarget();
   }
 }

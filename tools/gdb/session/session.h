@@ -10,7 +10,9 @@
 #include "gdb/options/options.h"
 #include "gdb/process/child.h"
 #include "gdb/process/wake_up.h"
+#include "gdb/session/answer_watch.h"
 #include "gdb/session/breakpoint_file.h"
+#include "gdb/session/busy_sign.h"
 #include "gdb/session/control.h"
 #include "gdb/session/debugger.h"
 #include "gdb/session/dialogues.h"
@@ -67,6 +69,9 @@ class Session : public tester_link::Tester, public Control, private DebuggerList
 
  private:
   using Clock = std::chrono::steady_clock;
+  /// How long GDB may take for an answer that costs no time, and for its own start.
+  static constexpr AnswerWatch::Time kPatience{5};
+  static constexpr AnswerWatch::Time kStartPatience{10};
   struct ConsoleCommand {
     OpenLines::Pointer line;
     std::string text;
@@ -81,7 +86,7 @@ class Session : public tester_link::Tester, public Control, private DebuggerList
   void onDebuggerEnd(int waitStatus) override;
 
   // Lines.
-  bool canBegin(const std::string& line) const;
+  bool canBegin() const;
   void beginWaiting();
   void begin(const std::string& text);
   void carryOut(const std::string& line);
@@ -115,6 +120,8 @@ class Session : public tester_link::Tester, public Control, private DebuggerList
   Dialogues dialogues;
   TargetWatch watch;
   InterruptLadder ladder;
+  AnswerWatch answers;
+  BusySign busySign;
   BreakpointFile breakpoints;
   OpenLines lines;
   WordMemory wordMemory;
@@ -130,10 +137,6 @@ class Session : public tester_link::Tester, public Control, private DebuggerList
   bool settled = false;   ///< GDB has its settings and knows what to debug
   bool isEnding = false;  ///< the present command's prompt is back, its end not told
   bool isRestarting = false;
-  bool busyShown = false;
-  std::optional<Clock::time_point> busySince;
-  std::optional<Clock::time_point> answerSince;  ///< GDB owes an answer that costs no time
-  std::chrono::seconds patience{};
 };
 
 }  // namespace gdb
