@@ -7,9 +7,9 @@ bool equalIgnoringCase(std::string_view a, std::string_view b) {
 }
 
 bool isControlCharacter(char c) {
-  constexpr unsigned char kDelete = 0x7F;
+  constexpr unsigned char kDeleteCharacter = 0x7F;
   const auto byte = static_cast<unsigned char>(c);
-  return byte < ' ' || byte == kDelete;
+  return byte < ' ' || byte == kDeleteCharacter;
 }
 
 std::string joinLines(std::string_view text, const std::function<void(std::string&)>& join) {

@@ -87,16 +87,16 @@ class AppTest : public testing::Test {
   }
 
   std::filesystem::path procFolder() { return "/proc/" + std::to_string(postmaster.tool().id()); }
-  /// Waits until the program has slept at each of many looks in a row: it has handled all input,
-  /// and the delay with which it gives away the focus has passed.
+  /// Waits until the program sleeps, and sleeps again after the delay with which it gives away the
+  /// focus: it has handled all input then. Between them its own timers may wake it.
   void awaitSleep() {
-    constexpr int kLooks = 30;
-    int asleep = 0;
-    const auto sleepsOn = [&] {
-      asleep = readFile(procFolder() / "stat").find(") S") != std::string::npos ? asleep + 1 : 0;
-      return asleep == kLooks;
+    constexpr Milliseconds kFocusDelay{200};
+    const auto isAsleep = [&] {
+      return readFile(procFolder() / "stat").find(") S") != std::string::npos;
     };
-    user.waitFor(sleepsOn, "a sleeping program");
+    user.waitFor(isAsleep, "a sleeping program");
+    const Deadline delay(kFocusDelay);
+    user.waitFor([&] { return delay.hasPassed() && isAsleep(); }, "a program that sleeps again");
   }
 
   /// Clicks at a place of the main window, pixels, and waits until it has been heard: keys may
@@ -111,8 +111,13 @@ class AppTest : public testing::Test {
     awaitSleep();
   }
 
-  /// Opens a pulldown by its mnemonic and chooses an item by its own.
+  /// Opens a pulldown by its mnemonic and chooses an item by its own. A menu has the focus while it
+  /// is up, and the window manager answers each of its changes, and a dialog's end, in its own
+  /// time: such an answer to what was before would take the new menu from the screen.
   void choose(screen::KeySymbol menu, screen::KeySymbol item) {
+    user.waitFor([&] { return user.hasInputFocus(mainWindow); }, "the focus at the main window");
+    awaitSleep();
+    user.awaitWindowManager();
     user.press(menu, screen::kAlt);
     user.awaitMenu();
     user.press(item);

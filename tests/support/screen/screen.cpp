@@ -69,6 +69,22 @@ std::string titleOf(Display* display, Window window) {
   return title;
 }
 
+/// The 32-bit numbers of a property; none without it.
+std::vector<long> numbersOf(Display* display, Window window, const char* name) {
+  constexpr long kMost = 1024;
+  Atom type = None;
+  int format = 0;
+  unsigned long count = 0;
+  unsigned long left = 0;
+  unsigned char* data = nullptr;
+  XGetWindowProperty(display, window, XInternAtom(display, name, False), 0, kMost, False,
+                     AnyPropertyType, &type, &format, &count, &left, &data);
+  const auto* const numbers = reinterpret_cast<const long*>(data);
+  std::vector<long> found(numbers, numbers + (format == 32 ? count : 0));
+  XFree(data);
+  return found;
+}
+
 /// Searches from the top of the stack down. Titles are on the root's children, on those of the
 /// window manager's frames and of frames within frames.
 Window findTitle(Display* display, Window parent, const std::string& title, int depth = 4) {
@@ -185,6 +201,34 @@ void Screen::close(Window window) {
   event.xclient.data.l[1] = CurrentTime;
   XSendEvent(connection, window, False, NoEventMask, &event);
   settle();
+}
+
+// What a window manager puts round a window it tells in a property, also of one that it has not
+// seen.
+Window Screen::askWindowManager() {
+  const Atom request = XInternAtom(connection, "_NET_REQUEST_FRAME_EXTENTS", False);
+  const Window root = DefaultRootWindow(connection);
+  const std::vector<long> known = numbersOf(connection, root, "_NET_SUPPORTED");
+  if (std::find(known.begin(), known.end(), static_cast<long>(request)) == known.end()) {
+    return None;
+  }
+  const Window question = XCreateSimpleWindow(connection, root, 0, 0, 1, 1, 0, 0, 0);
+  XEvent event = {};
+  event.xclient.type = ClientMessage;
+  event.xclient.window = question;
+  event.xclient.message_type = request;
+  event.xclient.format = 32;
+  XSendEvent(connection, root, False, SubstructureRedirectMask | SubstructureNotifyMask, &event);
+  settle();
+  return question;
+}
+
+bool Screen::hasAnswered(Window question) {
+  if (numbersOf(connection, question, "_NET_FRAME_EXTENTS").empty()) {
+    return false;
+  }
+  XDestroyWindow(connection, question);
+  return true;
 }
 
 void Screen::settle() {

@@ -60,6 +60,11 @@ class Screen {
   void button(unsigned number, bool isDown);
   /// Asks for a window's end as the window manager's menu does.
   void close(Window window);
+  /// A question to the window manager, as an unmapped window: it answers after all that has
+  /// happened before. 0 when there is no window manager that answers.
+  Window askWindowManager();
+  /// Whether it has answered; the question is over then.
+  bool hasAnswered(Window question);
 
  protected:
   /// Called after each piece of input; tells the connection of new keys too.

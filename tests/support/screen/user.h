@@ -24,6 +24,12 @@ class User : public Screen {
   void awaitGone(Window window, SourceLine where = SourceLine::current()) {
     waitFor([&] { return !isViewable(window); }, "a window to go", where);
   }
+  /// Waits until the window manager, if it can be asked, has handled all that has happened.
+  void awaitWindowManager() {
+    if (const Window question = askWindowManager(); question != 0) {
+      waitFor([&] { return hasAnswered(question); }, "the window manager");
+    }
+  }
   /// Waits until a menu is on the screen, or until none is.
   void awaitMenu() {
     waitFor([&] { return hasPopup(); }, "a menu");
