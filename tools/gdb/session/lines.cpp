@@ -91,14 +91,18 @@ void Session::onCommandEnd() {
 }
 
 void Session::askForState() {
-  QueryQueue& queries = debugger.queries();
   answers.expect(Clock::now(), kPatience);
-  if (watch.takeBreakpointChange()) {
-    breakpoints.save(queries);
-  }
-  queries.ask("-list-thread-groups",
-              [this](const mi::Record& result) { watch.takeGroups(result); });
-  queries.ask("info connections", [this](const mi::Record& result) {
+  debugger.queries().ask("-list-thread-groups", [this](const mi::Record& result) {
+    watch.takeGroups(result);
+    if (watch.takeBreakpointChange()) {
+      breakpoints.save(debugger.queries());
+    }
+    askForPlace();
+  });
+}
+
+void Session::askForPlace() {
+  debugger.queries().ask("info connections", [this](const mi::Record& result) {
     watch.takeConnections(result);
     const auto end = [this](const mi::Record& frame) {
       watch.takeFrame(frame);

@@ -20,6 +20,7 @@
 #include "gdb/session/open_lines.h"
 #include "gdb/session/output_store.h"
 #include "gdb/session/target_watch.h"
+#include "gdb/words/words.h"
 #include "tester_link/tester_tool.h"
 
 namespace gdb {
@@ -59,7 +60,6 @@ class Session : public tester_link::Tester, public Control, private DebuggerList
   tester_link::AnswerHandler then(tester_link::AnswerHandler handler) override;
   void finish() override;
   void refuse(const std::string& sentence) override;
-  void openProgram(const std::string& path) override;
   void interrupt(std::function<void()> then) override;
   void input(const std::string& bytes) override { debugger.input(bytes); }
   void endInput() override;
@@ -93,6 +93,7 @@ class Session : public tester_link::Tester, public Control, private DebuggerList
   void give(const std::string& line, std::function<void()> then);
   void giveNext();
   void askForState();
+  void askForPlace();
   void endCommand();
   void end(OpenLines::Pointer line);
   void runScript(std::deque<std::string> script, std::function<void()> then);
@@ -110,6 +111,8 @@ class Session : public tester_link::Tester, public Control, private DebuggerList
   bool isTargetRunning() const { return target().state == Target::State::kRunning; }
   void update();
   void showTarget();
+  /// Names the program and its directory to the user interface.
+  void openProgram(const std::string& path);
 
   Options options;
   tester_link::UserLink& link;
@@ -125,7 +128,7 @@ class Session : public tester_link::Tester, public Control, private DebuggerList
   BreakpointFile breakpoints;
   OpenLines lines;
   WordMemory wordMemory;
-  tester_link::SearchLists lastSearch;
+  tester_link::SearchLists lastSearch = usualSearchLists();
   std::deque<std::string> waiting;        ///< lines that have not begun
   std::deque<ConsoleCommand> commands;    ///< that have not begun
   std::optional<ConsoleCommand> present;  ///< the one that GDB carries out
