@@ -73,7 +73,7 @@ TEST(DebuggerProcess, IsStartedAsAProgramExpectsItOnATerminalThatControlsIt) {
   const gdb::ChildSignals signals;  // what is blocked and ignored here is not there
   const std::pair<const char*, const char*> rows[] = {
       {"test -t 0 && test -t 1 && test -t 2 && : </dev/tty && echo controlled", "controlled\n"},
-      {"ls /proc/$$/fd | tr '\\n' ' '", "0 1 2 "},
+      {"ls -m /proc/$$/fd; :", "0, 1, 2\n"},
       {"grep SigBlk /proc/self/status", "SigBlk:\t0000000000000000\n"},
       {"sh -c 'kill -PIPE $$; echo ignored'; echo $?", "141\n"},
       {"echo $TERM $LC_ALL; stty -a | grep -oE -- '-?(echo|opost|icanon|isig) ' | tr -d '\\n'",
