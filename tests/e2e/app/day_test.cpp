@@ -111,6 +111,7 @@ void DayTest::changesTheButtons() {
   user.awaitMenu();
   user.press(XK_a);
   answer("Korvane UI Add Button", "Two\tdo Two");
+  awaitCommandLine();
   addGroup("Second");
 }
 
@@ -128,9 +129,8 @@ void DayTest::looksAtTheLog() {
   postmaster.send(MSG_T_FIND, 0, 1, kItems);
   answer(kPromptTitle, "umbe");
   awaitCommandLine();
-  for (const screen::KeySymbol key : {XK_c, XK_v}) {
-    user.press(key, screen::kControl);
-  }
+  user.press(XK_c, screen::kControl);
+  user.press(XK_v, screen::kControl);
   user.press(XK_Return);
   expectSent(MSG_UI_COMMAND, "umbe", NELKV);
 }

@@ -118,9 +118,9 @@ TEST_F(Prompt, ShowsItsTextItsFieldAndItsButtonsInTheirPlaces) {
 
 TEST_F(Prompt, StaysOnTheScreenAndShowsEveryWordWhateverItsText) {
   for (const std::string& text : {std::string(200, '\n') + "end", std::string(1000, 'x')}) {
-    UIPopUpStringDlg dialog(&frame, text.c_str());
+    UIPopUpListDlg dialog(&frame, text, kItems, true);
     run(dialog, [&] {
-      EXPECT_TRUE(ui::isOnTheScreen(ui::windowWithTitle(kTitle)));
+      EXPECT_LE(dialog.sizer()->size().height, theScreen().screenHeight - 40) << "with its frame";
       const Widget box = find<zEditBox>(dialog)->widget();
       EXPECT_EQ(ui::textOf(box), text);
       EXPECT_EQ(ui::topLineOf(box) + ui::resource(box, "editable"), 0);

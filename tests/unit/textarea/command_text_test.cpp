@@ -20,7 +20,7 @@ TEST(CommandText, IsCutAtSemicolonsOutsideQuotesAndOfSeveralLinesMadeOne) {
   EXPECT_EQ(joinCommandLines("a\r\nb c\n\nd\n"), "a;b c;;d");
   EXPECT_EQ(joinCommandLines("print \"a\nb\"\nc"), "print \"a\";b\"\";c");
   EXPECT_EQ(joinCommandLines("a\"\nb", "print \""), "a\";b");
-  EXPECT_EQ(joinCommandLines("\"a\n\"b"), "\"a\";\"b");
+  EXPECT_EQ(joinCommandLines("\"a\n\"b\"\nc"), "\"a\";\"b\";c");
 }
 
 }  // namespace

@@ -145,6 +145,7 @@ TEST(FindText, HostilePatternsAndLinesHideNoHit) {
          {"r c[ab]*a[ab]\\{15\\}d$", "60018 at 2"},
          {"r+ c[ab]*a[ab]\\{15\\}d$", "18 at 60021"}});
   check(likeAMatch + "aza", {{"r ^\\(.\\)z\\1$", "3 at 15006"}});
+  check(".\nabababc", {{"r ^\\(ab\\)\\1\\{1,2\\}c", "7 at 2"}});
   // A line that is given up is told and not passed over.
   check(".\n" + kHardLine + "\naabaac", {{kHard, "gave up"}});
 }
