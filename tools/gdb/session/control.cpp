@@ -99,11 +99,12 @@ void Session::endInput() {
 
 void Session::restartDebugger() {
   afterStart = lines.bind([this] { finish(); });
-  isRestarting = true;
   if (!debugger.isAlive()) {
+    isRestarting = true;
     startDebugger();
     return;
   }
+  isReplacing = true;
   debugger.quit();
   answers.expect(Clock::now(), kEndTime);
 }

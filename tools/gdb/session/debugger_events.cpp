@@ -22,7 +22,7 @@ using tester_link::AnswerKind;
 
 constexpr char kCaption[] = "Korvane - GDB";
 
-/// What GDB says to its machine interface.
+/// What GDB says at its start, before or after it takes commands.
 constexpr std::string_view kInterfaceText = "New UI allocated\n";
 /// How GDB answers when it knows no second user interface.
 constexpr char kTooOldText[] = "Undefined command: \"new-ui\"";
@@ -58,6 +58,14 @@ void Session::startDebugger() {
   print(why);
   link.showError(kCaption, why, [](const Answer&) {});
   showTarget();
+  endStart();
+}
+
+/// Goes on with what waited for a GDB that takes commands, also when it will never come.
+void Session::endStart() {
+  if (const auto next = std::exchange(afterStart, {})) {
+    next();
+  }
 }
 
 void Session::onReady() {
@@ -94,9 +102,7 @@ void Session::beginScript() {
   const auto end = [this] {
     settled = true;
     finish();
-    if (const auto next = std::exchange(afterStart, {})) {
-      next();
-    }
+    endStart();
   };
   lines.open("", false, [&] { runScript({script.begin(), script.end()}, end); });
   showTarget();
@@ -124,17 +130,40 @@ void Session::onRecord(const mi::Record& record) {
     case mi::Record::Kind::kNotify:
       watch.take(record);
       update();
+      if (!isConsoleBusy()) {
+        noteBesidePrompt();
+      }
       break;
     case mi::Record::Kind::kTarget:
       // GDB shows what its target says nowhere else.
       output.addConsole(record.text, false);
+      break;
+    case mi::Record::Kind::kGarbage:
+      tellGarbage(record.text);
       break;
     default:
       break;
   }
 }
 
+/// The target has done something on its own, behind the prompt, which no prompt will tell.
+void Session::noteBesidePrompt() {
+  showTarget();
+  if (!isTargetRunning()) {
+    ladder.end();
+    goOnAfterInterrupt();
+  }
+}
+
+void Session::tellGarbage(const std::string& text) {
+  constexpr std::size_t kMostShown = 80;
+  if (!text.empty() && !std::exchange(garbageTold, true)) {
+    print("GDB reports what cannot be read: " + text.substr(0, kMostShown));
+  }
+}
+
 void Session::onDebuggerEnd(int waitStatus) {
+  const bool isReplaced = std::exchange(isReplacing, false);
   const std::string told = "GDB " + postmaster::describeEnd(waitStatus) + '.';
   isEnding = false;
   answers.end();
@@ -142,7 +171,7 @@ void Session::onDebuggerEnd(int waitStatus) {
   dialogues.close();
   watch.forgetProcess();
   output.endCommand();
-  if (!isRestarting) {
+  if (!isReplaced) {
     print(told);
   }
   // Whatever waited for GDB ends with it.
@@ -154,14 +183,14 @@ void Session::onDebuggerEnd(int waitStatus) {
   for (const ConsoleCommand& each : cut) {
     end(each.line);
   }
-  for (const auto& next : std::exchange(afterInterrupt, {})) {
-    next();
-  }
+  goOnAfterInterrupt();
   showTarget();
   update();
-  if (isRestarting) {
+  if (isReplaced) {
+    isRestarting = true;
     startDebugger();
   } else {
+    endStart();
     offerStart(told);
   }
 }
@@ -213,7 +242,7 @@ void Session::watchAnswers(Clock::time_point now) {
   if (!answers.isLate(now)) {
     return;
   }
-  if (isRestarting && debugger.isReady()) {
+  if (isReplacing) {
     debugger.kill();
   } else if (!link.isAsking()) {
     offerKill();

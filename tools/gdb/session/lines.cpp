@@ -70,6 +70,7 @@ void Session::giveNext() {
   present = std::move(commands.front());
   commands.pop_front();
   output.beginCommand();
+  garbageTold = false;
   const std::string setting = frameSettingFor(present->text);
   if (std::exchange(frameSetting, setting) != setting) {
     debugger.queries().ask(setting, {});
@@ -137,10 +138,14 @@ void Session::endCommand() {
     present.reset();
     ended.then();
   }
+  goOnAfterInterrupt();
+  giveNext();
+}
+
+void Session::goOnAfterInterrupt() {
   for (const auto& next : std::exchange(afterInterrupt, {})) {
     next();
   }
-  giveNext();
 }
 
 /// Carries out commands for the present line, one after the other.

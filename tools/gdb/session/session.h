@@ -95,6 +95,7 @@ class Session : public tester_link::Tester, public Control, private DebuggerList
   void askForState();
   void askForPlace();
   void endCommand();
+  void goOnAfterInterrupt();
   void end(OpenLines::Pointer line);
   void runScript(std::deque<std::string> script, std::function<void()> then);
 
@@ -102,9 +103,12 @@ class Session : public tester_link::Tester, public Control, private DebuggerList
   void startDebugger();
   void applySettings();
   void beginScript();
+  void endStart();
   void offerStart(const std::string& why);
   void offerKill();
   void climb(Clock::time_point now);
+  void noteBesidePrompt();
+  void tellGarbage(const std::string& text);
   void watchAnswers(Clock::time_point now);
 
   bool isConsoleBusy() const { return debugger.isBusy() || isEnding; }
@@ -137,9 +141,11 @@ class Session : public tester_link::Tester, public Control, private DebuggerList
   std::string shownProgram;          ///< the one that the user interface was told of
   std::string frameSetting;          ///< that GDB has
   bool greeted = false;
-  bool settled = false;   ///< GDB has its settings and knows what to debug
-  bool isEnding = false;  ///< the present command's prompt is back, its end not told
-  bool isRestarting = false;
+  bool settled = false;       ///< GDB has its settings and knows what to debug
+  bool isEnding = false;      ///< the present command's prompt is back, its end not told
+  bool isReplacing = false;   ///< GDB was told to end, for the next one
+  bool isRestarting = false;  ///< the present GDB gets what the one before it had
+  bool garbageTold = false;   ///< since the last command began
 };
 
 }  // namespace gdb

@@ -80,7 +80,7 @@ std::vector<std::string> settingsFor(const std::string& programTerminal) {
           "-gdb-set tcp auto-retry off", "-inferior-tty-set " + programTerminal,
           // What GDB adds for its console, and what was changed for GDB alone.
           "unset environment LINES", "unset environment COLUMNS", variableSetting("LC_ALL"),
-          variableSetting("LANGUAGE")};
+          variableSetting("LANGUAGE"), variableSetting("PS2")};
 }
 
 std::string frameSettingFor(const std::string& command) {
