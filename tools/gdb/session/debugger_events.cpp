@@ -22,7 +22,7 @@ using tester_link::AnswerKind;
 
 constexpr char kCaption[] = "Korvane - GDB";
 
-/// What GDB says to its machine interface.
+/// What GDB says at its start, before or after it takes commands.
 constexpr std::string_view kInterfaceText = "New UI allocated\n";
 /// How GDB answers when it knows no second user interface.
 constexpr char kTooOldText[] = "Undefined command: \"new-ui\"";
