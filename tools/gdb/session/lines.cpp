@@ -1,5 +1,6 @@
 // The life of the user's lines: when each is begun, what GDB is given for it, and its end.
 
+#include <algorithm>
 #include <utility>
 
 #include "gdb/session/session.h"
@@ -10,16 +11,23 @@
 
 namespace gdb {
 
+/// Of "run;bt" the user interface sends the second command before the first has had an effect; it
+/// waits for the run's end. A command that comes during the run ends it, for all that wait.
 bool Session::canBegin() const {
   if (!settled && debugger.isAlive()) {
     return false;
   }
-  return lines.isEmpty() ? !isConsoleBusy() : debugger.isBusy() && isTargetRunning();
+  if (lines.isEmpty()) {
+    return !isConsoleBusy();
+  }
+  return debugger.isBusy() && isTargetRunning() &&
+         (std::ranges::any_of(waiting, &WaitingLine::endsRun) ||
+          leavesRunAlone(waiting.front().text));
 }
 
 void Session::beginWaiting() {
   while (!waiting.empty() && canBegin() && !link.isAsking()) {
-    const std::string next = std::move(waiting.front());
+    const std::string next = std::move(waiting.front().text);
     waiting.pop_front();
     begin(next);
   }

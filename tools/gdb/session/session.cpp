@@ -62,7 +62,7 @@ void Session::takeCommand(const std::string& command) {
     begin(command);
     return;
   }
-  waiting.push_back(command);
+  waiting.push_back({command, isTargetRunning()});
   beginWaiting();
 }
 

@@ -72,6 +72,11 @@ class Session : public tester_link::Tester, public Control, private DebuggerList
   /// How long GDB may take for an answer that costs no time, and for its own start.
   static constexpr AnswerWatch::Time kPatience{5};
   static constexpr AnswerWatch::Time kStartPatience{10};
+  /// A line that has not begun.
+  struct WaitingLine {
+    std::string text;
+    bool endsRun = false;  ///< the target ran when it came, so that the user wants it to stop
+  };
   struct ConsoleCommand {
     OpenLines::Pointer line;
     std::string text;
@@ -133,7 +138,7 @@ class Session : public tester_link::Tester, public Control, private DebuggerList
   OpenLines lines;
   WordMemory wordMemory;
   tester_link::SearchLists lastSearch = usualSearchLists();
-  std::deque<std::string> waiting;        ///< lines that have not begun
+  std::deque<WaitingLine> waiting;
   std::deque<ConsoleCommand> commands;    ///< that have not begun
   std::optional<ConsoleCommand> present;  ///< the one that GDB carries out
   std::vector<std::function<void()>> afterInterrupt;

@@ -131,6 +131,11 @@ bool takeWord(Control& control, const std::string& line) {
   return true;
 }
 
+bool leavesRunAlone(const std::string& line) {
+  const std::optional<Found> found = findWord(splitWord(trimmed(line)).first);
+  return found && !found->interrupts;
+}
+
 SearchLists usualSearchLists() {
   return {.processes = {}, .signals = offeredSignals(), .timers = {}};
 }

@@ -13,6 +13,8 @@ namespace gdb {
 /// The log shows the line already, so that nothing more need be printed. The target may run: a word
 /// that needs it to stand interrupts it, the others leave the run alone.
 bool takeWord(Control& control, const std::string& line);
+/// Whether the line is a word that leaves a running target alone.
+bool leavesRunAlone(const std::string& line);
 
 /// What the user is offered to search the log for before more is known: signals.
 tester_link::SearchLists usualSearchLists();
