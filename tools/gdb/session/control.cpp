@@ -3,9 +3,6 @@
 #include <utility>
 
 #include "gdb/session/session.h"
-#include "gdb/session/startup.h"
-
-#include <filesystem>
 
 namespace gdb {
 
@@ -70,15 +67,6 @@ void Session::end(OpenLines::Pointer line) {
 void Session::refuse(const std::string& sentence) {
   print(sentence);
   finish();
-}
-
-void Session::openProgram(const std::string& path) {
-  watch.target().program = path;
-  shownProgram = path;
-  const std::string folder = buttonFolder(options, path);
-  if (!folder.empty()) {
-    link.showSystem(folder, path.empty() ? "gdb" : std::filesystem::path(path).filename().string());
-  }
 }
 
 void Session::interrupt(std::function<void()> then) {
