@@ -335,7 +335,7 @@ TEST(StartOfASession, LoadsWhatTheCommandLineNames) {
        "file /p;set args -x --core 'a b' 'it'\\''s' '' --;"},
       {{"--", "-p"}, "file " + (here / "-p").string() + ";"},
       {{"--cd", "/", "--core", "c", "--command", "x", "--command", "y", "a b"},
-       "file " + (here / "a\\ b").string() + ";core-file " + (here / "c").string() + ";source " +
+       "file \"" + (here / "a b").string() + "\";core-file " + (here / "c").string() + ";source " +
            (here / "x").string() + ";source " + (here / "y").string() + ";"},
       {{"--pid", "12"}, "attach 12;"},
       {{"--remote", "h:1"}, "target remote h:1;"},
@@ -377,7 +377,8 @@ TEST(StartOfASession, TakesTheGdbOfTheProgramsMachineAndTheNearestButtons) {
   EXPECT_EQ(buttonFolder({.buttons = folder}, "/bin/sh"), folder);
   std::filesystem::remove_all(folder);
 
-  for (const char* list : {"bt", "backtrace full", "thread apply all bt 3", "where"}) {
+  for (const char* list :
+       {"bt", "backtrace full", "thread apply all bt 3", "where", "info threads"}) {
     EXPECT_THAT(frameSettingFor(list), testing::EndsWith(" auto")) << list;
   }
   for (const char* other : {"next", "up", "print bt1", ""}) {

@@ -3,9 +3,6 @@
 #include <utility>
 
 #include "gdb/session/session.h"
-#include "gdb/session/startup.h"
-
-#include <filesystem>
 
 namespace gdb {
 
@@ -56,7 +53,9 @@ void Session::finish() {
   end(lines.current());
 }
 
-void Session::end(OpenLines::Pointer line) {
+void Session::end(const OpenLines::Pointer& ended) {
+  // The list that is erased from may be where it stands.
+  const OpenLines::Pointer line = ended;
   if (line == nullptr || !line->isOpen) {
     return;
   }
@@ -70,15 +69,6 @@ void Session::end(OpenLines::Pointer line) {
 void Session::refuse(const std::string& sentence) {
   print(sentence);
   finish();
-}
-
-void Session::openProgram(const std::string& path) {
-  watch.target().program = path;
-  shownProgram = path;
-  const std::string folder = buttonFolder(options, path);
-  if (!folder.empty()) {
-    link.showSystem(folder, path.empty() ? "gdb" : std::filesystem::path(path).filename().string());
-  }
 }
 
 void Session::interrupt(std::function<void()> then) {

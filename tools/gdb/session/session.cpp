@@ -14,6 +14,8 @@ namespace gdb {
 
 namespace {
 
+namespace fs = std::filesystem;
+
 /// Between two texts: as fast as the window takes them beside its other work.
 constexpr std::chrono::milliseconds kTextPeriod{10};
 
@@ -30,6 +32,7 @@ Session::Session(Options sessionOptions, tester_link::UserLink& userLink)
       debugger(wakeUp, *this),
       dialogues(userLink, debugger, output) {
   link.paceAllText(kTextPeriod);
+  watch.target().program = options.program;
 }
 
 void Session::start() {
@@ -39,7 +42,7 @@ void Session::start() {
 }
 
 void Session::greet() {
-  shownProgram.clear();
+  shownFolder.clear();
   busySign.hide();
   const bool isFirst = !std::exchange(greeted, true);
   if (isFirst) {
@@ -50,7 +53,6 @@ void Session::greet() {
     print(kGreeting);
   }
   if (isFirst) {
-    openProgram(options.program);
     beginScript();
   }
   showTarget();
@@ -58,7 +60,7 @@ void Session::greet() {
 
 void Session::takeCommand(const std::string& command) {
   const bool isStop = equalIgnoringCase(singleLine(command), "stop");
-  if (isStop && isConsoleBusy() && settled) {
+  if (isStop && isConsoleBusy()) {
     begin(command);
     return;
   }
@@ -133,8 +135,11 @@ void Session::update() {
 }
 
 void Session::showTarget() {
-  if (!target().program.empty() && target().program != shownProgram) {
-    openProgram(target().program);
+  const std::string& program = target().program;
+  const std::string folder = buttonFolder(options, program);
+  // The buttons are loaded anew each time, also those that the user changed.
+  if (!folder.empty() && std::exchange(shownFolder, folder) != folder) {
+    link.showSystem(folder, program.empty() ? "gdb" : fs::path(program).filename().string());
   }
   link.showTitle(debugger.isAlive() ? watch.title() : kNoDebugger);
 }

@@ -101,7 +101,7 @@ class Session : public tester_link::Tester, public Control, private DebuggerList
   void askForPlace();
   void endCommand();
   void goOnAfterInterrupt();
-  void end(OpenLines::Pointer line);
+  void end(const OpenLines::Pointer& ended);
   void runScript(std::deque<std::string> script, std::function<void()> then);
 
   // GDB.
@@ -120,8 +120,6 @@ class Session : public tester_link::Tester, public Control, private DebuggerList
   bool isTargetRunning() const { return target().state == Target::State::kRunning; }
   void update();
   void showTarget();
-  /// Names the program and its directory to the user interface.
-  void openProgram(const std::string& path);
 
   Options options;
   tester_link::UserLink& link;
@@ -143,7 +141,7 @@ class Session : public tester_link::Tester, public Control, private DebuggerList
   std::optional<ConsoleCommand> present;  ///< the one that GDB carries out
   std::vector<std::function<void()>> afterInterrupt;
   std::function<void()> afterStart;  ///< what goes on when a new GDB is ready
-  std::string shownProgram;          ///< the one that the user interface was told of
+  std::string shownFolder;           ///< whose buttons the user interface was told to load
   std::string frameSetting;          ///< that GDB has
   bool greeted = false;
   bool settled = false;       ///< GDB has its settings and knows what to debug
