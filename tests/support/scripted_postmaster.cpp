@@ -59,6 +59,18 @@ Message ScriptedPostmaster::expectOne(bool isNext, const ScriptTag& tag,
   }
 }
 
+std::vector<Message> ScriptedPostmaster::takeUntil(const ScriptTag& tag) {
+  std::vector<Message> messages;
+  while (messages.empty() || messages.back().tag != tag.tag) {
+    std::optional<Message> message = next();
+    if (!message) {
+      failScript("awaited: " + describe({0, tag.tag, 0, 0, {}}), tag.where);
+    }
+    messages.push_back(std::move(*message));
+  }
+  return messages;
+}
+
 void ScriptedPostmaster::expectHangUp(SourceLine where) {
   if (next() || !connection.hasEnded()) {
     failScript("the tool does not hang up", where);

@@ -66,6 +66,9 @@ class ScriptedPostmaster {
     return expectOne(false, tag, {Parameter(std::forward<Values>(parameters))...});
   }
 
+  /// All messages up to the next `tag`, which is the last of them.
+  std::vector<Message> takeUntil(const ScriptTag& tag);
+
   /// Whether a message is there to be taken, or comes within `time`.
   bool hasMessage(Milliseconds time) {
     return waitUntil([&] { return connection.hasFrame(); }, time);

@@ -7,12 +7,11 @@
 #include <memory>
 
 #include "postmaster/processes.h"
+#include "tests/e2e/app/user.h"
 #include "tests/support/child_process.h"
 #include "tests/support/rendezvous.h"
-#include "tests/support/screen/user.h"
 
 #include <X11/keysym.h>
-#include <X11/Xlib.h>
 
 namespace {
 
@@ -24,14 +23,9 @@ std::string pathOf(const char* program) {
   return postmaster::findProgram(program, "/", getenv("PATH")).value_or("");
 }
 
-struct CloseDisplay {
-  void operator()(Display* display) const { XCloseDisplay(display); }
-};
-
 class GdbTest : public testing::Test {
  protected:
   GdbTest() {
-    XSetErrorHandler([](Display*, XErrorEvent*) { return 0; });
     // A button set beside the program comes up by itself, without a question.
     folder.write("nelkv.btn", "");
     fs::copy_file(builtProgram("nel_debuggee"), program);
@@ -100,8 +94,7 @@ class GdbTest : public testing::Test {
   const RendezvousFolder rendezvous;
   const std::string program = folder / "debuggee";
   const std::string transcript = folder / "transcript";
-  const std::unique_ptr<Display, CloseDisplay> display{XOpenDisplay(nullptr)};
-  screen::User user{display.get()};
+  User user;
   std::unique_ptr<ChildProcess> korvane;
   Window window = 0;
   std::size_t seen = 0;  ///< of the transcript, bytes

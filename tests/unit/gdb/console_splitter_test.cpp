@@ -92,12 +92,13 @@ TEST(ConsoleSplitter, TellsWhatGdbAsksUntilItIsAnswered) {
          "Continuing.\nThe target is not responding to GDB commands.\n"
          "Stop debugging it? (y or n) "}}},
   };
+  const std::filesystem::path recordings = NEL_RECORDED_DIR;
   for (const auto& [name, questions] : rows) {
-    const std::string bytes = readFile(NEL_RECORDED_DIR "/" + name + ".console");
+    const std::string bytes = readFile(recordings / (name + ".console"));
     ConsoleSplitter splitter;
     std::size_t at = 0;
     for (const auto& [before, dialogue, question] : questions) {
-      SCOPED_TRACE(name + ": " + before);
+      SCOPED_TRACE(testing::Message() << name << ": " << before);
       const std::size_t found = bytes.find(before, at);
       ASSERT_NE(found, std::string::npos);
       splitter.feed(std::string_view(bytes).substr(at, found + before.size() - at));

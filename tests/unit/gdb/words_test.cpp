@@ -63,7 +63,7 @@ class ScriptedControl : public Control {
   std::string take(const std::string& line, std::vector<Answer> replies = {}) {
     events.clear();
     if (!takeWord(*this, line)) {
-      return "GDB's";
+      return "GDB's\n";
     }
     do {
       if (const auto next = std::exchange(interrupted, {})) {
@@ -111,7 +111,6 @@ class ScriptedControl : public Control {
     link.confirm("");
   }
   void refuse(const std::string& sentence) override { print("end: " + sentence); }
-  void openProgram(const std::string& path) override { print("program " + path); }
   void interrupt(std::function<void()> then) override {
     print("interrupt");
     const bool wasRunning = state.state == Target::State::kRunning;
@@ -190,89 +189,7 @@ TEST(Words, BringWhatTheConversationsTell) {
     EXPECT_EQ(control.take(line, answers), told) << line;
     ++count;
   });
-  EXPECT_GT(count, 50);
-}
-
-TEST(Words, EndWithASentenceWhateverIsMissing) {
-  ScriptedControl unknowing;
-  hold(unknowing, [](const auto&, const auto&, const auto&) {});
-  ScriptedControl ignorant;
-  for (const std::string word :
-       {"open-program", "open-core", "symbol-file-of", "source-directory", "change-directory",
-        "connect", "break-at", "choose-thread", "choose-frame", "choose-breakpoints", "set-signals",
-        "set-variable", "show-register"}) {
-    EXPECT_THAT(unknowing.take(word), MatchesRegex("\\? .*\nend: Cancelled.\n")) << word;
-    EXPECT_THAT(ignorant.take(word),
-                MatchesRegex("(\\? .*\nend: Cancelled|end: .*: Unexpected).\n"))
-        << word;
-  }
-  for (const char* line :
-       {"", " \t ", "open-program a\tb", "source-directory a\x03", "connect \x1a", "break-at a\x1e",
-        "set-variable x \x03", "set-variable x\x03", "quit 3"}) {
-    EXPECT_THAT(unknowing.take(line), MatchesRegex("end: [^\n]*\n")) << line;
-  }
-}
-
-TEST(Words, KeepFromGdbWhatWouldTakeItsConsoleAndNothingElse) {
-  ScriptedControl control;
-  for (const char* line : {"shell",
-                           "she",
-                           " ! ",
-                           "edit",
-                           "ed prog.c:7",
-                           "pi",
-                           "python-interactive",
-                           "python-i",
-                           "gr",
-                           "tui enable",
-                           "tu e",
-                           "layout src",
-                           "la",
-                           "new-ui mi /dev/tty",
-                           "set prompt x",
-                           "set prom",
-                           "set extended-prompt x",
-                           "set editing",
-                           "set editing on",
-                           "set pagination on",
-                           "set pa 1",
-                           "set pagination",
-                           "set height 10",
-                           "set he=3",
-                           "set annotate 1",
-                           "set logging redirect on",
-                           "set log red"}) {
-    EXPECT_THAT(control.take(line), MatchesRegex("end: [^\n]*\\.\n")) << line;
-  }
-  for (const char* line : {"shell ls",
-                           "!ls",
-                           "sh",
-                           "echo",
-                           "pi 1+1",
-                           "python",
-                           "python print(1)",
-                           "show prompt",
-                           "set var prompt = 1",
-                           "set editing off",
-                           "set pagination off",
-                           "set height 0",
-                           "set annotate 0",
-                           "set logging redirect off",
-                           "set logging enabled on",
-                           "set print pretty",
-                           "next",
-                           "stopx",
-                           "sto",
-                           "break main",
-                           "list",
-                           "help break",
-                           "help",
-                           "# stop",
-                           "exit-code",
-                           "edition",
-                           "restart_"}) {
-    EXPECT_EQ(control.take(line), "GDB's") << line;
-  }
+  EXPECT_GT(count, 100);
 }
 
 TEST(Words, AreAllListed) {
@@ -320,10 +237,6 @@ TEST(Words, OfferThreadsSignalsAndBreakpointsToSearchFor) {
   EXPECT_THAT(lists.processes, ElementsAre("Thread 0x7ff (LWP 5)", "Thread 0x7fe (LWP 6)"));
   EXPECT_THAT(lists.signals, testing::IsSupersetOf({"SIGSEGV", "SIG34"}));
   EXPECT_THAT(lists.timers, ElementsAre("add", "prog.c:7", "twice", "later.c:9"));
-  control.state.state = Target::State::kRunning;
-  collectSearchLists(control, keep);
-  EXPECT_THAT(lists.processes, IsEmpty());
-  EXPECT_THAT(lists.signals, testing::Contains("SIG34"));
 }
 
 }  // namespace

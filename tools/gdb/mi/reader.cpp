@@ -252,7 +252,7 @@ std::string quoted(std::string_view text) {
       result += {'\\', c};
     } else if (c == '\n') {
       result += "\\n";
-    } else if (code < 0x20 || code == 0x7f) {
+    } else if (code < 0x20) {
       result += {'\\', static_cast<char>('0' + code / 64), static_cast<char>('0' + code / 8 % 8),
                  static_cast<char>('0' + code % 8)};
     } else {

@@ -15,7 +15,8 @@ constexpr std::chrono::milliseconds kEndTime{250};
 constexpr std::chrono::milliseconds kToldEndTime{450};
 
 /// What is changed in the environment.
-constexpr std::string_view kChangedVariables[] = {"TERM=", "LC_ALL=", "LANGUAGE="};
+constexpr std::string_view kChangedVariables[] = {
+    "TERM=", "LC_ALL=", "LANGUAGE=", "PS2="};  // the prompt of GDB's menus
 
 std::vector<std::string> argumentsFor(const std::string& machine, bool readsInitFiles) {
   std::vector<std::string> words = {"-q"};

@@ -3,9 +3,6 @@
 #include <utility>
 
 #include "gdb/session/session.h"
-#include "gdb/session/startup.h"
-
-#include <filesystem>
 
 namespace gdb {
 
@@ -13,6 +10,9 @@ namespace {
 
 using tester_link::Answer;
 using tester_link::AnswerKind;
+
+/// How long GDB may take to end when it is told to.
+constexpr std::chrono::seconds kEndTime{2};
 
 /// End of file of a terminal.
 constexpr char kEndOfInput[] = "\x04";
@@ -69,15 +69,6 @@ void Session::refuse(const std::string& sentence) {
   finish();
 }
 
-void Session::openProgram(const std::string& path) {
-  watch.target().program = path;
-  shownProgram = path;
-  const std::string folder = buttonFolder(options, path);
-  if (!folder.empty()) {
-    link.showSystem(folder, path.empty() ? "gdb" : std::filesystem::path(path).filename().string());
-  }
-}
-
 void Session::interrupt(std::function<void()> then) {
   if (!isConsoleBusy() && !isTargetRunning()) {
     then();
@@ -96,14 +87,14 @@ void Session::endInput() {
 
 void Session::restartDebugger() {
   afterStart = lines.bind([this] { finish(); });
-  isRestarting = true;
   if (!debugger.isAlive()) {
+    isRestarting = true;
     startDebugger();
     return;
   }
+  isReplacing = true;
   debugger.quit();
-  answerSince = Clock::now();
-  patience = std::chrono::seconds(2);
+  answers.expect(Clock::now(), kEndTime);
 }
 
 }  // namespace gdb

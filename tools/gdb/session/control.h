@@ -64,10 +64,6 @@ class Control {
   /// Ends it with a sentence in the log.
   virtual void refuse(const std::string& sentence) = 0;
 
-  /// GDB has taken the program in that file, an absolute path: it is the target's from now on, and
-  /// the user interface is told of it and of its directory.
-  virtual void openProgram(const std::string& path) = 0;
-
   /// Stops the running target, or what GDB is doing, and lets it stand; goes on when GDB's prompt
   /// is back, at once when it is there already.
   virtual void interrupt(std::function<void()> then) = 0;

@@ -57,6 +57,7 @@ void Debugger::command(const std::string& text) {
               // An answer that came too late is one to a GDB that has gone.
               if (present == number && phase == Phase::kSettingPrompt && result.name == "done") {
                 phase = Phase::kUnderWay;
+                splitter.answered();  // what stood before asks nothing
                 process->console().write(line);
               }
             });

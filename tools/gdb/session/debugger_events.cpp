@@ -22,11 +22,7 @@ using tester_link::AnswerKind;
 
 constexpr char kCaption[] = "Korvane - GDB";
 
-/// GDB owes an answer that costs it no time; the user is asked when it does not come, and again
-/// after twice the time.
-constexpr std::chrono::seconds kFirstPatience{5};
-
-/// What GDB says to its machine interface.
+/// What GDB says at its start, before or after it takes commands.
 constexpr std::string_view kInterfaceText = "New UI allocated\n";
 /// How GDB answers when it knows no second user interface.
 constexpr char kTooOldText[] = "Undefined command: \"new-ui\"";
@@ -49,12 +45,11 @@ void Session::startDebugger() {
   const std::string name = debuggerFor(options, program);
   const std::optional<std::string> path = findDebugger(name);
   settled = false;
-  patience = 2 * kFirstPatience;
   std::string why = path ? "" : whyMissing(name);
   try {
     if (path) {
       debugger.start(*path, options.readsInitFiles);
-      answerSince = Clock::now();
+      answers.expect(Clock::now(), kStartPatience);
       return;
     }
   } catch (const std::system_error& error) {
@@ -63,11 +58,18 @@ void Session::startDebugger() {
   print(why);
   link.showError(kCaption, why, [](const Answer&) {});
   showTarget();
+  endStart();
+}
+
+/// Goes on with what waited for a GDB that takes commands, also when it will never come.
+void Session::endStart() {
+  if (const auto next = std::exchange(afterStart, {})) {
+    next();
+  }
 }
 
 void Session::onReady() {
-  answerSince.reset();
-  patience = kFirstPatience;
+  answers.end();
   applySettings();
   if (greeted) {
     beginScript();
@@ -100,9 +102,7 @@ void Session::beginScript() {
   const auto end = [this] {
     settled = true;
     finish();
-    if (const auto next = std::exchange(afterStart, {})) {
-      next();
-    }
+    endStart();
   };
   lines.open("", false, [&] { runScript({script.begin(), script.end()}, end); });
   showTarget();
@@ -133,25 +133,48 @@ void Session::onRecord(const mi::Record& record) {
         output.stopCounting();
       }
       update();
+      if (!isConsoleBusy()) {
+        noteBesidePrompt();
+      }
       break;
     case mi::Record::Kind::kTarget:
       // GDB shows what its target says nowhere else.
       output.addConsole(record.text, false);
+      break;
+    case mi::Record::Kind::kGarbage:
+      tellGarbage(record.text);
       break;
     default:
       break;
   }
 }
 
+/// The target has done something on its own, behind the prompt, which no prompt will tell.
+void Session::noteBesidePrompt() {
+  showTarget();
+  if (!isTargetRunning()) {
+    ladder.end();
+    goOnAfterInterrupt();
+  }
+}
+
+void Session::tellGarbage(const std::string& text) {
+  constexpr std::size_t kMostShown = 80;
+  if (!text.empty() && !std::exchange(garbageTold, true)) {
+    print("GDB reports what cannot be read: " + text.substr(0, kMostShown));
+  }
+}
+
 void Session::onDebuggerEnd(int waitStatus) {
+  const bool isReplaced = std::exchange(isReplacing, false);
   const std::string told = "GDB " + postmaster::describeEnd(waitStatus) + '.';
   isEnding = false;
-  answerSince.reset();
+  answers.end();
   ladder.end();
   dialogues.close();
   watch.forgetProcess();
   output.endCommand();
-  if (!isRestarting) {
+  if (!isReplaced) {
     print(told);
   }
   // Whatever waited for GDB ends with it.
@@ -163,14 +186,14 @@ void Session::onDebuggerEnd(int waitStatus) {
   for (const ConsoleCommand& each : cut) {
     end(each.line);
   }
-  for (const auto& next : std::exchange(afterInterrupt, {})) {
-    next();
-  }
+  goOnAfterInterrupt();
   showTarget();
   update();
-  if (isRestarting) {
+  if (isReplaced) {
+    isRestarting = true;
     startDebugger();
   } else {
+    endStart();
     offerStart(told);
   }
 }
@@ -217,19 +240,14 @@ void Session::climb(Clock::time_point now) {
 /// GDB may take its time for a command, but not for what costs it none.
 void Session::watchAnswers(Clock::time_point now) {
   if (debugger.hasTakenCommand()) {
-    answerSince.reset();
+    answers.end();
   }
-  if (!answerSince || now < *answerSince + patience) {
+  if (!answers.isLate(now)) {
     return;
   }
-  if (isRestarting && debugger.isReady()) {
+  if (isReplacing) {
     debugger.kill();
-    answerSince.reset();
-    return;
-  }
-  answerSince = now;
-  patience *= 2;
-  if (!link.isAsking()) {
+  } else if (!link.isAsking()) {
     offerKill();
   }
 }

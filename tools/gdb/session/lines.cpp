@@ -10,7 +10,7 @@
 
 namespace gdb {
 
-bool Session::canBegin(const std::string& /*line*/) const {
+bool Session::canBegin() const {
   if (!settled && debugger.isAlive()) {
     return false;
   }
@@ -18,7 +18,7 @@ bool Session::canBegin(const std::string& /*line*/) const {
 }
 
 void Session::beginWaiting() {
-  while (!waiting.empty() && canBegin(waiting.front()) && !link.isAsking()) {
+  while (!waiting.empty() && canBegin() && !link.isAsking()) {
     const std::string next = std::move(waiting.front());
     waiting.pop_front();
     begin(next);
@@ -70,12 +70,13 @@ void Session::giveNext() {
   present = std::move(commands.front());
   commands.pop_front();
   output.beginCommand();
+  garbageTold = false;
   const std::string setting = frameSettingFor(present->text);
   if (std::exchange(frameSetting, setting) != setting) {
     debugger.queries().ask(setting, {});
   }
   debugger.command(present->text);
-  answerSince = Clock::now();
+  answers.expect(Clock::now(), kPatience);
 }
 
 /// GDB's prompt is back. What it does not tell by itself is asked for before the command's end is
@@ -91,18 +92,22 @@ void Session::onCommandEnd() {
 }
 
 void Session::askForState() {
-  QueryQueue& queries = debugger.queries();
-  answerSince = Clock::now();
-  if (watch.takeBreakpointChange()) {
-    breakpoints.save(queries);
-  }
-  queries.ask("-list-thread-groups",
-              [this](const mi::Record& result) { watch.takeGroups(result); });
-  queries.ask("info connections", [this](const mi::Record& result) {
+  answers.expect(Clock::now(), kPatience);
+  debugger.queries().ask("-list-thread-groups", [this](const mi::Record& result) {
+    watch.takeGroups(result);
+    if (watch.takeBreakpointChange()) {
+      breakpoints.save(debugger.queries());
+    }
+    askForPlace();
+  });
+}
+
+void Session::askForPlace() {
+  debugger.queries().ask("info connections", [this](const mi::Record& result) {
     watch.takeConnections(result);
     const auto end = [this](const mi::Record& frame) {
       watch.takeFrame(frame);
-      answerSince.reset();
+      answers.end();
       endCommand();
     };
     if (target().state == Target::State::kStopped && target().frame.empty()) {
@@ -118,7 +123,7 @@ void Session::endCommand() {
   if (output.isUnwanted() && present && debugger.isBusy()) {
     debugger.interrupt();
   }
-  if (!isEnding || answerSince || output.isPaging()) {
+  if (!isEnding || answers.isExpecting() || output.isPaging()) {
     return;
   }
   isEnding = false;
@@ -133,10 +138,14 @@ void Session::endCommand() {
     present.reset();
     ended.then();
   }
+  goOnAfterInterrupt();
+  giveNext();
+}
+
+void Session::goOnAfterInterrupt() {
   for (const auto& next : std::exchange(afterInterrupt, {})) {
     next();
   }
-  giveNext();
 }
 
 /// Carries out commands for the present line, one after the other.

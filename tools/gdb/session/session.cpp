@@ -14,10 +14,10 @@ namespace gdb {
 
 namespace {
 
+namespace fs = std::filesystem;
+
 /// Between two texts: as fast as the window takes them beside its other work.
 constexpr std::chrono::milliseconds kTextPeriod{10};
-/// A command that takes no longer leaves no sign that GDB is busy.
-constexpr std::chrono::milliseconds kBusyTime{200};
 
 constexpr char kGreeting[] =
     "Tester on GDB. \"help nelgdb\" lists its own words, \"help\" those of GDB.";
@@ -32,6 +32,7 @@ Session::Session(Options sessionOptions, tester_link::UserLink& userLink)
       debugger(wakeUp, *this),
       dialogues(userLink, debugger, output) {
   link.paceAllText(kTextPeriod);
+  watch.target().program = options.program;
 }
 
 void Session::start() {
@@ -41,8 +42,8 @@ void Session::start() {
 }
 
 void Session::greet() {
-  shownProgram.clear();
-  busyShown = false;
+  shownFolder.clear();
+  busySign.hide();
   const bool isFirst = !std::exchange(greeted, true);
   if (isFirst) {
     // The one who is greeted first may be none, and the next one is to see all.
@@ -52,7 +53,6 @@ void Session::greet() {
     print(kGreeting);
   }
   if (isFirst) {
-    openProgram(options.program);
     beginScript();
   }
   showTarget();
@@ -60,7 +60,7 @@ void Session::greet() {
 
 void Session::takeCommand(const std::string& command) {
   const bool isStop = equalIgnoringCase(singleLine(command), "stop");
-  if (isStop && isConsoleBusy() && settled) {
+  if (isStop && isConsoleBusy()) {
     begin(command);
     return;
   }
@@ -96,7 +96,7 @@ void Session::onWake() {
   debugger.setProgramReading(output.hasRoom());
   debugger.look();
   const Clock::time_point now = Clock::now();
-  if (output.flushTime().value_or(now + kBusyTime) <= now) {
+  if (output.flushTime().value_or(Clock::time_point::max()) <= now) {
     output.flush();
   }
   dialogues.look(now, isTargetRunning());
@@ -116,13 +116,9 @@ void Session::prepareSleep() {
   consider(dialogues.deadline());
   consider(output.flushTime());
   consider(ladder.deadline());
-  if (answerSince) {
-    consider(*answerSince + patience);
-  }
-  if (busySince && !busyShown) {
-    consider(*busySince + kBusyTime);
-  }
-  if (!waiting.empty() && canBegin(waiting.front())) {
+  consider(answers.deadline());
+  consider(busySign.deadline());
+  if (!waiting.empty() && canBegin()) {
     consider(Clock::now());
   }
   wakeUp.setDeadline(next);
@@ -132,25 +128,18 @@ void Session::prepareSleep() {
 void Session::update() {
   const bool isBusy = isConsoleBusy() || isTargetRunning();
   debugger.queries().setHeld(debugger.isBusy() && isTargetRunning());
-  if (!isBusy) {
-    busySince.reset();
-    if (std::exchange(busyShown, false)) {
-      link.showBusy(false);
-      showTarget();
-    }
-    return;
-  }
-  busySince = busySince.value_or(Clock::now());
-  if (!busyShown && Clock::now() >= *busySince + kBusyTime) {
-    busyShown = true;
-    link.showBusy(true);
+  if (busySign.update(isBusy, Clock::now())) {
+    link.showBusy(busySign.isShown());
     showTarget();
   }
 }
 
 void Session::showTarget() {
-  if (!target().program.empty() && target().program != shownProgram) {
-    openProgram(target().program);
+  const std::string& program = target().program;
+  const std::string folder = buttonFolder(options, program);
+  // The buttons are loaded anew each time, also those that the user changed.
+  if (!folder.empty() && std::exchange(shownFolder, folder) != folder) {
+    link.showSystem(folder, program.empty() ? "gdb" : fs::path(program).filename().string());
   }
   link.showTitle(debugger.isAlive() ? watch.title() : kNoDebugger);
 }

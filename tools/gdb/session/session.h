@@ -10,7 +10,9 @@
 #include "gdb/options/options.h"
 #include "gdb/process/child.h"
 #include "gdb/process/wake_up.h"
+#include "gdb/session/answer_watch.h"
 #include "gdb/session/breakpoint_file.h"
+#include "gdb/session/busy_sign.h"
 #include "gdb/session/control.h"
 #include "gdb/session/debugger.h"
 #include "gdb/session/dialogues.h"
@@ -18,6 +20,7 @@
 #include "gdb/session/open_lines.h"
 #include "gdb/session/output_store.h"
 #include "gdb/session/target_watch.h"
+#include "gdb/words/words.h"
 #include "tester_link/tester_tool.h"
 
 namespace gdb {
@@ -57,7 +60,6 @@ class Session : public tester_link::Tester, public Control, private DebuggerList
   tester_link::AnswerHandler then(tester_link::AnswerHandler handler) override;
   void finish() override;
   void refuse(const std::string& sentence) override;
-  void openProgram(const std::string& path) override;
   void interrupt(std::function<void()> then) override;
   void input(const std::string& bytes) override { debugger.input(bytes); }
   void endInput() override;
@@ -67,6 +69,9 @@ class Session : public tester_link::Tester, public Control, private DebuggerList
 
  private:
   using Clock = std::chrono::steady_clock;
+  /// How long GDB may take for an answer that costs no time, and for its own start.
+  static constexpr AnswerWatch::Time kPatience{5};
+  static constexpr AnswerWatch::Time kStartPatience{10};
   struct ConsoleCommand {
     OpenLines::Pointer line;
     std::string text;
@@ -81,14 +86,16 @@ class Session : public tester_link::Tester, public Control, private DebuggerList
   void onDebuggerEnd(int waitStatus) override;
 
   // Lines.
-  bool canBegin(const std::string& line) const;
+  bool canBegin() const;
   void beginWaiting();
   void begin(const std::string& text);
   void carryOut(const std::string& line);
   void give(const std::string& line, std::function<void()> then);
   void giveNext();
   void askForState();
+  void askForPlace();
   void endCommand();
+  void goOnAfterInterrupt();
   void end(OpenLines::Pointer line);
   void runScript(std::deque<std::string> script, std::function<void()> then);
 
@@ -96,9 +103,12 @@ class Session : public tester_link::Tester, public Control, private DebuggerList
   void startDebugger();
   void applySettings();
   void beginScript();
+  void endStart();
   void offerStart(const std::string& why);
   void offerKill();
   void climb(Clock::time_point now);
+  void noteBesidePrompt();
+  void tellGarbage(const std::string& text);
   void watchAnswers(Clock::time_point now);
 
   bool isConsoleBusy() const { return debugger.isBusy() || isEnding; }
@@ -115,25 +125,25 @@ class Session : public tester_link::Tester, public Control, private DebuggerList
   Dialogues dialogues;
   TargetWatch watch;
   InterruptLadder ladder;
+  AnswerWatch answers;
+  BusySign busySign;
   BreakpointFile breakpoints;
   OpenLines lines;
   WordMemory wordMemory;
-  tester_link::SearchLists lastSearch;
+  tester_link::SearchLists lastSearch = usualSearchLists();
   std::deque<std::string> waiting;        ///< lines that have not begun
   std::deque<ConsoleCommand> commands;    ///< that have not begun
   std::optional<ConsoleCommand> present;  ///< the one that GDB carries out
   std::vector<std::function<void()>> afterInterrupt;
   std::function<void()> afterStart;  ///< what goes on when a new GDB is ready
-  std::string shownProgram;          ///< the one that the user interface was told of
+  std::string shownFolder;           ///< whose buttons the user interface was told to load
   std::string frameSetting;          ///< that GDB has
   bool greeted = false;
-  bool settled = false;   ///< GDB has its settings and knows what to debug
-  bool isEnding = false;  ///< the present command's prompt is back, its end not told
-  bool isRestarting = false;
-  bool busyShown = false;
-  std::optional<Clock::time_point> busySince;
-  std::optional<Clock::time_point> answerSince;  ///< GDB owes an answer that costs no time
-  std::chrono::seconds patience{};
+  bool settled = false;       ///< GDB has its settings and knows what to debug
+  bool isEnding = false;      ///< the present command's prompt is back, its end not told
+  bool isReplacing = false;   ///< GDB was told to end, for the next one
+  bool isRestarting = false;  ///< the present GDB gets what the one before it had
+  bool garbageTold = false;   ///< since the last command began
 };
 
 }  // namespace gdb

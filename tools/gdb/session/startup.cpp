@@ -11,6 +11,8 @@
 #include <sstream>
 #include <system_error>
 
+#include "gdb/words/texts.h"
+
 namespace gdb {
 
 namespace {
@@ -50,6 +52,11 @@ std::string shellWord(const std::string& word) {
   return quoted + '\'';
 }
 
+/// A file's name as GDB's commands take it.
+std::string fileWord(const std::string& name) {
+  return name.find_first_of(" \t\"'\\") == std::string::npos ? name : quotedFile(name);
+}
+
 std::string variableSetting(const char* name) {
   const char* value = std::getenv(name);
   return value == nullptr ? "unset environment " + std::string(name)
@@ -80,28 +87,19 @@ std::vector<std::string> settingsFor(const std::string& programTerminal) {
           "-gdb-set tcp auto-retry off", "-inferior-tty-set " + programTerminal,
           // What GDB adds for its console, and what was changed for GDB alone.
           "unset environment LINES", "unset environment COLUMNS", variableSetting("LC_ALL"),
-          variableSetting("LANGUAGE")};
+          variableSetting("LANGUAGE"), variableSetting("PS2")};
 }
 
 std::string frameSettingFor(const std::string& command) {
   std::istringstream words(command);
   for (std::string word; words >> word;) {
-    if (word == "bt" || word == "backtrace" || word == "where") {
-      return "-gdb-set print frame-info auto";
+    for (const std::string_view list : {"bt", "backtrace", "where", "stack", "threads"}) {
+      if (word == list) {
+        return "-gdb-set print frame-info auto";
+      }
     }
   }
   return "-gdb-set print frame-info source-and-location";
-}
-
-std::string fileWord(const std::string& name) {
-  std::string word;
-  for (const char c : name) {
-    if (std::strchr(" \t\"'\\", c) != nullptr) {
-      word += '\\';
-    }
-    word += c;
-  }
-  return word;
 }
 
 std::vector<std::string> firstCommands(const Options& options) {

@@ -21,9 +21,6 @@ std::vector<std::string> firstCommands(const Options& options);
 /// The name of the GDB that fits: the one that was named, or the one for `program`'s machine.
 std::string debuggerFor(const Options& options, const std::string& program);
 
-/// A name of a file as GDB's commands take it.
-std::string fileWord(const std::string& name);
-
 /// The folder whose button set the window is to load for a program: the one that was named, the
 /// program's, else the one that is shipped; empty when none has a set.
 std::string buttonFolder(const Options& options, const std::string& program);

@@ -38,10 +38,15 @@ std::optional<int> octalNumber(const std::string& digits) {
                                                                       : std::nullopt;
 }
 
-/// The text of a line up to the first two blanks.
-std::string firstColumn(const std::string& line) {
-  const std::size_t end = line.find("  ");
-  return line.substr(0, end);
+/// What stands before the description of a connection. The column is as wide as its longest text,
+/// so that a single blank may part them.
+std::string addressOf(const std::string& columns) {
+  constexpr std::string_view kDescriptions[] = {" Extended remote ", " Remote ", "  "};
+  std::string address = columns;
+  for (const std::string_view description : kDescriptions) {
+    address = address.substr(0, address.find(description));
+  }
+  return address;
 }
 
 }  // namespace
@@ -132,8 +137,7 @@ void TargetWatch::takeConnections(const mi::Record& record) {
     for (const std::string_view kind : kRemoteKinds) {
       const std::size_t at = line.find(' ' + std::string(kind));
       if (isPresent && at != std::string::npos) {
-        const std::string rest = line.substr(at + 1 + kind.size());
-        present.remote = firstColumn(rest.substr(0, rest.find(" Remote target")));
+        present.remote = addressOf(line.substr(at + 1 + kind.size()));
       }
     }
   }

@@ -78,7 +78,7 @@ void setVariable(Control& control, const std::string& nameAndValue) {
     control.refuse("No variable has such a name.");
     return;
   }
-  const auto askValue = [&control, name](const mi::Record& result) {
+  const auto askValue = [&control, name = name](const mi::Record& result) {
     if (result.name == "error") {
       control.refuse(withReason(name + " has no value", result));
       return;

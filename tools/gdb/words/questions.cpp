@@ -142,7 +142,7 @@ void useValue(Control& control, const QuestionRow& row, const std::string& value
     control.refuse(std::string(row.none) + '.');
     return;
   }
-  if (row.kept != nullptr) {
+  if (row.kept != nullptr && !hasControlCharacter(wanted)) {
     control.memory().*row.kept = wanted;
   }
   if (row.next != nullptr) {

@@ -131,15 +131,14 @@ bool takeWord(Control& control, const std::string& line) {
   return true;
 }
 
+SearchLists usualSearchLists() {
+  return {.processes = {}, .signals = offeredSignals(), .timers = {}};
+}
+
 void collectSearchLists(Control& control, const std::function<void(const SearchLists&)>& then) {
-  SearchLists lists;
-  lists.signals = offeredSignals();
-  addNew(lists.signals, control.target().signal);
-  if (control.target().state == Target::State::kRunning) {
-    then(lists);  // a query would wait for its end
-    return;
-  }
-  control.query("-thread-info", [&control, lists, then](const mi::Record& threads) mutable {
+  control.query("-thread-info", [&control, then](const mi::Record& threads) {
+    SearchLists lists = usualSearchLists();
+    addNew(lists.signals, control.target().signal);
     addThreads(lists, threads);
     control.query("-break-list", [lists, then](const mi::Record& points) mutable {
       addBreakpoints(lists, points);

@@ -14,8 +14,9 @@ namespace gdb {
 /// that needs it to stand interrupts it, the others leave the run alone.
 bool takeWord(Control& control, const std::string& line);
 
-/// What the user is offered when he wants to search the log: threads, signals, breakpoints. `then`
-/// gets them.
+/// What the user is offered to search the log for before more is known: signals.
+tester_link::SearchLists usualSearchLists();
+/// What he is offered by a GDB that answers: threads, signals, breakpoints. `then` gets them.
 void collectSearchLists(Control& control,
                         const std::function<void(const tester_link::SearchLists&)>& then);
 

@@ -1,0 +1,250 @@
+// How GDB is started, read, written to and missed: with programs of the system in its place.
+
+#include <gmock/gmock.h>
+
+#include <poll.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <system_error>
+
+#include "gdb/process/channel.h"
+#include "gdb/process/child.h"
+#include "gdb/process/debugger_process.h"
+#include "gdb/process/pty.h"
+#include "gdb/process/wake_up.h"
+#include "tester_link/tester_tool.h"
+#include "tests/support/scripted_postmaster.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+using gdb::Channel;
+using gdb::Child;
+using gdb::PtyUse;
+using gdb::WakeUp;
+
+constexpr int kLongestWait = 20000;  // milliseconds
+
+bool isReady(int descriptor, short events = POLLIN, int time = 0) {
+  pollfd entry{descriptor, events, 0};
+  return poll(&entry, 1, time) > 0 && (entry.revents & events) != 0;
+}
+
+/// A shell with a script on a terminal.
+class Shell {
+ public:
+  explicit Shell(const std::string& script, PtyUse use = PtyUse::kConsole)
+      : Shell(script, gdb::openPty(use)) {}
+
+  /// All that it prints until `text` or its end.
+  std::string readUntil(const std::string& text) {
+    std::string all;
+    while (!channel.hasEnded() && (text.empty() || all.find(text) == std::string::npos)) {
+      const short events = channel.hasToWrite() ? POLLIN | POLLOUT : POLLIN;
+      if (!isReady(channel.descriptor(), static_cast<short>(events | POLLHUP), kLongestWait)) {
+        ADD_FAILURE() << "nothing came behind " << all;
+        break;
+      }
+      channel.flush();
+      all += channel.read(1 << 16);
+    }
+    return all;
+  }
+  int waitForStatus() {
+    const auto status = child.waitForEnd(20s);
+    EXPECT_TRUE(status) << "it did not end";
+    return WEXITSTATUS(status.value_or(0));
+  }
+
+  Channel channel;
+  Child child;
+
+ private:
+  Shell(const std::string& script, gdb::Pty pty)
+      : channel(std::move(pty.master)),
+        child({"/bin/sh", {"-c", script}, gdb::debuggerEnvironment(), pty.name}) {}
+};
+
+TEST(DebuggerProcess, IsStartedAsAProgramExpectsItOnATerminalThatControlsIt) {
+  const gdb::ChildSignals signals;  // what is blocked and ignored here is not there
+  const std::pair<const char*, const char*> rows[] = {
+      {"test -t 0 && test -t 1 && test -t 2 && : </dev/tty && echo controlled", "controlled\n"},
+      {"ls -m /proc/$$/fd; :", "0, 1, 2\n"},
+      {"grep SigBlk /proc/self/status", "SigBlk:\t0000000000000000\n"},
+      {"sh -c 'kill -PIPE $$; echo ignored'; echo $?", "141\n"},
+      {"echo $TERM $LC_ALL; stty -a | grep -oE -- '-?(echo|opost|icanon|isig) ' | tr -d '\\n'",
+       "dumb C.UTF-8\n-opost isig -icanon -echo "},
+  };
+  for (const auto& [script, expected] : rows) {
+    Shell shell(script);
+    EXPECT_EQ(shell.readUntil(""), expected) << script;
+  }
+  try {
+    const Child none({"/nonexistent/gdb", {}, {}, gdb::openPty(PtyUse::kConsole).name});
+    FAIL() << "it started";
+  } catch (const std::system_error& error) {
+    EXPECT_STREQ(error.what(), "/nonexistent/gdb: No such file or directory");
+  }
+}
+
+TEST(DebuggerProcess, GetsItsInputAsItsTerminalIsFor) {
+  const std::string longLine(9000, 'x');
+  struct Row {
+    PtyUse use;
+    const char* script;
+    std::string input;
+    const char* expected;
+  };
+  const Row rows[] = {
+      // A console line is not cut; a byte 3 interrupts.
+      {PtyUse::kConsole, "head -c 9001 | wc -c", longLine + '\n', "9001\n"},
+      {PtyUse::kConsole, "trap 'echo interrupted; exit' INT; echo; while :; do sleep 1; done",
+       "\x03", "interrupted\n"},
+      {PtyUse::kMachine, "head -c 6 | od -An -tx1", "\x03\x04\x1a\x11\r\n", " 03 04 1a 11 0d 0a\n"},
+      // The program's input ends by a byte 4, and goes on.
+      {PtyUse::kProgram, "wc -c; wc -c",
+       "ab\n\x04"
+       "c\n\x04",
+       "3\n2\n"},
+      {PtyUse::kProgram, "trap 'echo interrupted; exit' INT; echo; while :; do sleep 1; done",
+       "\x03", "interrupted\n"},
+  };
+  for (const Row& row : rows) {
+    Shell shell("echo ready;" + std::string(row.script), row.use);
+    shell.readUntil(std::string(row.script).starts_with("trap") ? "ready\n\n" : "ready\n");
+    shell.channel.write(row.input);
+    EXPECT_EQ(shell.readUntil(""), row.expected);
+  }
+}
+
+TEST(DebuggerProcess, IsWrittenToWithoutAWaitAndReadToItsEnd) {
+  gdb::Pty pty = gdb::openPty(PtyUse::kMachine);
+  Channel channel(std::move(pty.master));
+  const std::string much(300000, 'm');
+  channel.write(much);
+  EXPECT_TRUE(channel.hasToWrite());
+  Channel reader{UniqueDescriptor(dup(pty.slave.get()))};
+  std::string taken;
+  while (taken.size() < much.size() && isReady(reader.descriptor(), POLLIN, kLongestWait)) {
+    std::array<char, 4096> buffer{};
+    taken.append(buffer.data(),
+                 static_cast<std::size_t>(read(reader.descriptor(), buffer.data(), buffer.size())));
+    channel.flush();
+  }
+  EXPECT_EQ(taken.size(), much.size());
+  EXPECT_FALSE(channel.hasToWrite());
+  EXPECT_EQ(channel.read(1), "");
+  EXPECT_FALSE(channel.hasEnded());
+  pty.slave.close();
+  reader = Channel(UniqueDescriptor());
+  channel.read(1);
+  EXPECT_TRUE(channel.hasEnded());
+  channel.write("x");  // to nobody
+  EXPECT_FALSE(channel.hasToWrite());
+}
+
+TEST(DebuggerProcess, EndsWithItsObject) {
+  pid_t deaf = 0;
+  {
+    Shell shell("trap '' HUP TERM INT; echo ready; while :; do sleep 1; done");
+    shell.readUntil("ready\n");
+    EXPECT_FALSE(shell.child.ended());
+    deaf = shell.child.pid();
+  }
+  EXPECT_EQ(kill(deaf, 0), -1);
+  Shell shell("exit 3");
+  EXPECT_EQ(shell.waitForStatus(), 3);
+}
+
+TEST(WakeUp, IsReadableForInputForRoomAndFromAMomentOn) {
+  WakeUp wakeUp;
+  std::array<int, 2> ends{};
+  ASSERT_EQ(pipe(ends.data()), 0);
+  const UniqueDescriptor out(ends[0]);
+  const UniqueDescriptor in(ends[1]);
+  EXPECT_FALSE(isReady(wakeUp.descriptor()));
+  wakeUp.watch(out.get(), WakeUp::kInput);
+  wakeUp.watch(in.get(), WakeUp::kRoom);
+  EXPECT_TRUE(isReady(wakeUp.descriptor())) << "room";
+  wakeUp.watch(in.get(), WakeUp::kNothing);
+  EXPECT_FALSE(isReady(wakeUp.descriptor()));
+  ASSERT_EQ(write(in.get(), "x", 1), 1);
+  EXPECT_TRUE(isReady(wakeUp.descriptor())) << "input";
+  wakeUp.watch(out.get(), WakeUp::kNothing);
+  EXPECT_FALSE(isReady(wakeUp.descriptor()));
+  wakeUp.setDeadline(WakeUp::Clock::now() + 1h);
+  EXPECT_FALSE(isReady(wakeUp.descriptor()));
+  wakeUp.setDeadline(WakeUp::Clock::now() - 1h);
+  EXPECT_TRUE(isReady(wakeUp.descriptor(), POLLIN, kLongestWait)) << "a moment that has passed";
+  wakeUp.setDeadline(std::nullopt);
+  EXPECT_FALSE(isReady(wakeUp.descriptor()));
+}
+
+/// A tester with all that would end a link: a child that ends, a pipe that breaks, and an error
+/// that is left behind.
+class Careless : public tester_link::Tester {
+ public:
+  explicit Careless(tester_link::UserLink& userLink) : user(userLink) {}
+
+  void start() override {
+    signals.emplace();
+    child.emplace(gdb::Launch{"/bin/sh", {"-c", "exit 7"}, {}, pty.name});
+  }
+  void greet() override {}
+  void takeCommand(const std::string& command) override {
+    breakAPipe();
+    user.print(command + '\n');
+    user.confirm(command);
+  }
+  void userLeft() override {}
+  void search() override {}
+  bool isWorking() const override { return false; }
+  void work() override {}
+  int wakeDescriptor() const override { return signals->descriptor(); }
+  void onWake() override {
+    signals->take();
+    if (const auto status = child->ended()) {
+      breakAPipe();
+      user.print("It ended with status " + std::to_string(WEXITSTATUS(*status)) + ".\n");
+    }
+  }
+
+ private:
+  static void breakAPipe() {
+    std::array<int, 2> ends{};
+    EXPECT_EQ(pipe(ends.data()), 0);
+    close(ends[0]);
+    EXPECT_EQ(write(ends[1], "x", 1), -1);
+    close(ends[1]);
+    errno = EPIPE;
+  }
+
+  tester_link::UserLink& user;
+  gdb::Pty pty = gdb::openPty(PtyUse::kConsole);
+  std::optional<gdb::ChildSignals> signals;
+  std::optional<Child> child;
+};
+
+TEST(ChildSignals, KeepTheLinkAliveThroughTheEndOfAChildAndABrokenPipe) {
+  ScriptedPostmaster postmaster;
+  postmaster.start([] {
+    tester_link::UserLink user;
+    Careless tester(user);
+    return tester_link::TesterTool(tester, user).run("careless");
+  });
+  postmaster.expectConnect();
+  postmaster.accept();
+  postmaster.expect(MSG_TOOL_READY);
+  postmaster.expect(MSG_T_TEXT, "It ended with status 7.\n");
+  postmaster.send(MSG_UI_COMMAND, "still there");
+  postmaster.expect(MSG_T_TEXT, "still there\n");
+  postmaster.expect(MSG_T_PROMPT, "still there");
+  postmaster.hangUp();
+  EXPECT_EQ(postmaster.exitStatus(), 0);
+}
+
+}  // namespace
