@@ -215,7 +215,8 @@ TEST(Words, OfferTheUsersOtherProcessesInTheirOrder) {
                               {"40", "30", "nelgdb"},
                               {"30", "1", "nelmpm"},
                               {"31", "30", "nelkvui"},
-                              {"60", "50", "/debugged/" + std::string(500, 'x') + "/end"}}) {
+                              {"60", "50", "/debugged/" + std::string(500, 'x') + "/end"},
+                              {"61", "1", "/bin/" + std::string(500, '\xa9') + "/end"}}) {
     std::filesystem::create_directory(folder / each.pid);
     folder.write(each.pid + "/cmdline", each.command);
     folder.write(each.pid + "/stat", each.pid + " (a) b) S " + each.parent + " 7 7 0");
@@ -223,7 +224,8 @@ TEST(Words, OfferTheUsersOtherProcessesInTheirOrder) {
   std::filesystem::create_directory(folder / "sys");
   EXPECT_THAT(itemsOf(processesIn(folder.path(), 40, 30)),
               ElementsAre(" 9  /bin/early -x", "10  evil?[2J? two  words",
-                          MatchesRegex("60  /debugged/x{100,110}\\.\\.\\.x{110,120}/end")));
+                          MatchesRegex("60  /debugged/x{100,110}\\.\\.\\.x{110,120}/end"),
+                          "61  /bin.../end"));
   EXPECT_THAT(processesIn("/no such folder", 1, 2), IsEmpty());
 }
 
