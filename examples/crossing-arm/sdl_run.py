@@ -1,7 +1,9 @@
 """Runs of the SDL system in the target: where they stop, and what they tell."""
 
-import signal
 import threading
+from signal import (
+    SIG_BLOCK, SIG_SETMASK, SIGINT, SIGUSR2, pthread_kill, pthread_sigmask, sigwait,
+)
 
 import gdb
 
@@ -169,25 +171,25 @@ class Interruption:
     runs. GDB would take one that comes between two parts of a run for an end of the command, and
     leave the target running."""
 
-    SIGNALS = {signal.SIGINT, signal.SIGUSR2}  # the second one ends the waiting
+    SIGNALS = {SIGINT, SIGUSR2}  # the second one ends the waiting
 
     def __init__(self):
         self.is_wanted, self.count = False, 0
         self.thread = threading.Thread(target=self.wait, daemon=True)
 
     def __enter__(self):
-        self.mask = signal.pthread_sigmask(signal.SIG_BLOCK, self.SIGNALS)
+        self.mask = pthread_sigmask(SIG_BLOCK, self.SIGNALS)
         self.thread.start()
         return self
 
     def __exit__(self, *error):
-        signal.pthread_kill(self.thread.ident, signal.SIGUSR2)
+        pthread_kill(self.thread.ident, SIGUSR2)
         self.thread.join()
-        signal.pthread_sigmask(signal.SIG_SETMASK, self.mask)
+        pthread_sigmask(SIG_SETMASK, self.mask)
 
     def wait(self):
         """Of the thread, which must not call GDB itself."""
-        while signal.sigwait(self.SIGNALS) == signal.SIGINT:
+        while sigwait(self.SIGNALS) == SIGINT:
             self.is_wanted = True
             self.count += 1
             gdb.post_event(self.interrupt)
@@ -198,7 +200,7 @@ class Interruption:
         if self.is_wanted:
             gdb.execute("interrupt")
         if self.count > 2:
-            signal.pthread_sigmask(signal.SIG_SETMASK, self.mask)
+            pthread_sigmask(SIG_SETMASK, self.mask)
 
 
 history = History()
@@ -214,7 +216,7 @@ def add_breakpoint(point):
         if each.text() == point.text():
             return number
     rows = sum(len(each.rows()) for each in [*breakpoints.values(), point])
-    if rows > len(indexes(value("sdl_control.breakpoint"))):
+    if rows > len(indexes(gdb.parse_and_eval("sdl_control.breakpoint"))):
         raise Refusal("The kernel has no room for one more breakpoint.")
     last_breakpoint += 1
     breakpoints[last_breakpoint] = point
@@ -257,10 +259,10 @@ def resume_to_stop():
     """As resume(), until the kernel stops. QEMU on a busy machine now and then answers the step off
     a breakpoint without having made it; then it is made again."""
     before = int(value("sdl_control.stop_count"))
-    signal = resume("sdl_stop")
-    while signal is None and int(value("sdl_control.stop_count")) == before:
-        signal = resume("sdl_stop")
-    return signal
+    name = resume("sdl_stop")
+    while name is None and int(value("sdl_control.stop_count")) == before:
+        name = resume("sdl_stop")
+    return name
 
 
 def start():

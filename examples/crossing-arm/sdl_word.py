@@ -1,5 +1,7 @@
 """What the words have in common: how they become commands of GDB, and what they ask and print."""
 
+import os
+import select
 import sys
 
 import gdb
@@ -96,12 +98,27 @@ def can_ask():
     return sys.stdin.isatty()
 
 
+def read_line(prompt):
+    """What the user writes. Python's own input() would hear of no interrupt before the line ends."""
+    print(prompt, end="", flush=True)
+    stdin = sys.stdin.fileno()
+    while not select.select([stdin], [], [], 0.1)[0]:
+        pass
+    line = os.read(stdin, 4096)
+    if not line:
+        raise EOFError
+    return line.decode(errors="replace").strip()
+
+
 def ask(question, items):
     """The index of the item that the user chooses from a menu, which looks like GDB's own."""
     if not can_ask():
-        raise Refusal(f"{question} name it behind the word: {', '.join(items)}.")
-    print("\n".join([question, "[0] cancel"] + [f"[{i}] {it}" for i, it in enumerate(items, 1)]))
-    number = parse_number(input("> ").strip() or "0", 0, len(items))
+        raise Refusal(f"{question} none is named; it may be {', '.join(items)}.")
+    width = len(str(len(items)))
+    print(question, "[0] cancel", sep="\n")
+    for i, item in enumerate(items, 1):
+        print(f"[{i:{width}}] {item}")
+    number = parse_number(read_line("> ") or "0", 0, len(items))
     if not number:
         raise Refusal("Cancelled." if number == 0 else "There is no such number.")
     return number - 1
@@ -110,9 +127,9 @@ def ask(question, items):
 def ask_text(question):
     """What the user writes."""
     if not can_ask():
-        raise Refusal(f"{question} name it behind the word.")
+        raise Refusal(f"{question} none is given.")
     print(question)
-    return input(">").split()
+    return read_line(">").split()
 
 
 def living(text, takes_all=False):

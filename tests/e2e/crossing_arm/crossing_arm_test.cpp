@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 
 #include <fstream>
+#include <memory>
 #include <sstream>
 
 #include "link/message_numbers.h"
@@ -75,35 +76,45 @@ Lines buttonCommands() {
 
 class CrossingArm : public testing::Test {
  protected:
+  static void SetUpTestSuite() { folder = std::make_unique<TemporaryFolder>(); }
+
   void SetUp() override {
     for (const char* tool : {"make", "arm-none-eabi-gcc", "qemu-system-arm", "gdb-multiarch"}) {
       if (ChildProcess(command({"which", tool})).exitStatus() != 0) {
         GTEST_SKIP() << "there is no " << tool << "; \"scripts/setup arm\" installs it";
       }
     }
-    ChildProcess make(command({"make", "-C", NEL_EXAMPLES "/crossing-arm", "BUILD=" + build()}));
-    ASSERT_EQ(make.exitStatus(), 0) << make.report();
+    if (!std::filesystem::exists(build() + "/crossing.elf")) {
+      ChildProcess make(command(
+          {"make", "-j2", "-C", std::string(NEL_EXAMPLES) + "/crossing-arm", "BUILD=" + build()}));
+      ASSERT_EQ(make.exitStatus(), 0) << make.report();
+    }
   }
 
-  std::string build() const { return folder / "build"; }
+  static void TearDownTestSuite() { folder.reset(); }
+
+  static std::string build() { return *folder / "build"; }
 
   /// What GDB says to each word at a target that has just been reset. It is interrupted as soon as
   /// it says `moment`.
   Lines debugged(const Lines& words, const std::string& moment = "") {
+    std::filesystem::remove(build() + "/q");
     ChildProcess qemu(
         command({"qemu-system-arm", "-M", "mps2-an385", "-nographic", "-serial", "null", "-monitor",
                  "none", "-S", "-gdb", "unix:q,server=on,wait=off", "-kernel", "crossing.elf"},
                 build()));
     for (const Deadline deadline(kAnswerTime); !std::filesystem::exists(build() + "/q");) {
-      EXPECT_FALSE(deadline.hasPassed()) << qemu.report();
+      if (deadline.hasPassed()) {
+        failScript(qemu.report(), SourceLine::current());
+      }
       ChildProcess::waitABit();
     }
     std::string text;
     for (const std::string& word : words) {
       text += word + '\n';
     }
-    folder.write("words", text);
-    const auto script = folder.write("script.py", R"(
+    folder->write("words", text);
+    const auto script = folder->write("script.py", R"(
 import gdb
 print("\x1e", end="")
 for word in open("../words"):
@@ -133,7 +144,8 @@ for word in open("../words"):
     return answers;
   }
 
-  TemporaryFolder folder;
+  /// Of all the tests: the firmware is built once.
+  static inline std::unique_ptr<TemporaryFolder> folder;
 };
 
 // Words that change the system, and wrong ones.
