@@ -53,9 +53,7 @@ void Session::finish() {
   end(lines.current());
 }
 
-void Session::end(const OpenLines::Pointer& ended) {
-  // The list that is erased from may be where it stands.
-  const OpenLines::Pointer line = ended;
+void Session::end(const OpenLines::Pointer& line) {
   if (line == nullptr || !line->isOpen) {
     return;
   }

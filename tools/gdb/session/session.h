@@ -101,7 +101,7 @@ class Session : public tester_link::Tester, public Control, private DebuggerList
   void askForPlace();
   void endCommand();
   void goOnAfterInterrupt();
-  void end(const OpenLines::Pointer& ended);
+  void end(const OpenLines::Pointer& line);
   void runScript(std::deque<std::string> script, std::function<void()> then);
 
   // GDB.
