@@ -90,8 +90,8 @@ class UserLink {
   /// than anybody reads, less than would keep a log from its other work.
   static constexpr Clock::duration kTextPeriod = std::chrono::milliseconds(50);
 
-  /// Has all text paced, also that of a tester that is not busy: `period` between two texts, but for
-  /// the first few after a pause.
+  /// Has all text paced, also that of a tester that is not busy: `period` between two texts, but
+  /// for the first few after a pause.
   void paceAllText(Clock::duration period);
 
   /// Appends whole lines, each with its end, to the user's log. They go out in texts of whole
