@@ -63,6 +63,7 @@ class Attributes {
 
 std::vector<char*> pointers(std::vector<std::string>& words) {
   std::vector<char*> result;
+  result.reserve(words.size() + 1);
   for (std::string& word : words) {
     result.push_back(word.data());
   }

@@ -53,7 +53,9 @@ void Session::finish() {
   end(lines.current());
 }
 
-void Session::end(OpenLines::Pointer line) {
+void Session::end(const OpenLines::Pointer& ended) {
+  // The list that is erased from may be where it stands.
+  const OpenLines::Pointer line = ended;
   if (line == nullptr || !line->isOpen) {
     return;
   }

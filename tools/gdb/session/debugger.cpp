@@ -123,8 +123,9 @@ void Debugger::lookAtConsole() {
   const std::string bytes = process->console().read(kMostAtOnce);
   const std::size_t beginning = beginningOfRun(bytes);
   takeConsole(bytes.substr(0, beginning));
-  // What the program wrote before it stopped comes before what GDB tells of the stop.
-  if (readsProgram) {
+  // What the program wrote before it stopped comes before what GDB tells of the stop, also what
+  // had no room so far.
+  if (readsProgram || !bytes.empty()) {
     lookAtProgram();
   }
   takeConsole(bytes.substr(beginning));

@@ -96,7 +96,7 @@ class Session : public tester_link::Tester, public Control, private DebuggerList
   void askForPlace();
   void endCommand();
   void goOnAfterInterrupt();
-  void end(OpenLines::Pointer line);
+  void end(const OpenLines::Pointer& ended);
   void runScript(std::deque<std::string> script, std::function<void()> then);
 
   // GDB.
