@@ -12,7 +12,7 @@ using tester_link::Answer;
 using tester_link::AnswerKind;
 
 /// How long GDB may take to end when it is told to.
-constexpr std::chrono::seconds kEndTime{2};
+constexpr std::chrono::seconds kQuitTime{2};
 
 /// End of file of a terminal.
 constexpr char kEndOfInput[] = "\x04";
@@ -94,7 +94,7 @@ void Session::restartDebugger() {
   }
   isReplacing = true;
   debugger.quit();
-  answers.expect(Clock::now(), kEndTime);
+  answers.expect(Clock::now(), kQuitTime);
 }
 
 }  // namespace gdb

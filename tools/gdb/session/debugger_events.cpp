@@ -20,8 +20,6 @@ namespace {
 using tester_link::Answer;
 using tester_link::AnswerKind;
 
-constexpr char kCaption[] = "Korvane - GDB";
-
 /// What GDB says at its start, before or after it takes commands.
 constexpr std::string_view kInterfaceText = "New UI allocated\n";
 /// How GDB answers when it knows no second user interface.
@@ -56,7 +54,7 @@ void Session::startDebugger() {
     why = error.what();
   }
   print(why);
-  link.showError(kCaption, why, [](const Answer&) {});
+  link.showError(kBoxCaption, why, [](const Answer&) {});
   showTarget();
   endStart();
 }
@@ -115,7 +113,7 @@ void Session::onConsoleText(const std::string& text) {
   dialogues.noteText(Clock::now());
   if (!debugger.isReady() && text.find(kTooOldText) != std::string::npos) {
     const std::string why = "This GDB is too old: version 7.12 or a later one is needed.";
-    link.showError(kCaption, why, [](const Answer&) {});
+    link.showError(kBoxCaption, why, [](const Answer&) {});
     debugger.kill();
   }
 }
@@ -199,7 +197,7 @@ void Session::onDebuggerEnd(int waitStatus) {
 }
 
 void Session::offerStart(const std::string& why) {
-  link.askYesNo(kCaption, why + "\nStart it anew? It gets its program and breakpoints again.",
+  link.askYesNo(kBoxCaption, why + "\nStart it anew? It gets its program and breakpoints again.",
                 [this](const Answer& answer) {
                   if (answer.kind == AnswerKind::kYes && !debugger.isAlive()) {
                     isRestarting = true;
@@ -209,7 +207,7 @@ void Session::offerStart(const std::string& why) {
 }
 
 void Session::offerKill() {
-  link.askYesNo(kCaption,
+  link.askYesNo(kBoxCaption,
                 "GDB does not answer.\nEnd it? Its breakpoints are kept. Cancel waits on.",
                 [this](const Answer& answer) {
                   if (answer.kind == AnswerKind::kYes) {

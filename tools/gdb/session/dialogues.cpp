@@ -12,8 +12,6 @@ namespace {
 using tester_link::Answer;
 using tester_link::AnswerKind;
 
-constexpr char kCaption[] = "Korvane - GDB";
-
 /// GDB writes a question at once; text that only looks like one goes on sooner.
 constexpr std::chrono::milliseconds kQuietTime{60};
 
@@ -111,7 +109,7 @@ std::string Dialogues::headingOr(const std::string& text) const {
 
 void Dialogues::askYesNo() {
   const std::string text = debugger.question();
-  user.askYesNo(kCaption, text.substr(0, text.rfind('(')), answer([this](const Answer& reply) {
+  user.askYesNo(kBoxCaption, text.substr(0, text.rfind('(')), answer([this](const Answer& reply) {
                   give(reply.kind == AnswerKind::kYes ? "y" : "n");
                 }));
 }

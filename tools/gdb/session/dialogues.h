@@ -9,6 +9,9 @@
 
 namespace gdb {
 
+/// Caption of the boxes about GDB.
+inline constexpr char kBoxCaption[] = "Korvane - GDB";
+
 /// Makes questions to the user of those that GDB asks on its console, and gives GDB his answers.
 class Dialogues {
  public:
