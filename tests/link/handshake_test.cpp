@@ -8,6 +8,7 @@
 #include <functional>
 
 #include <csignal>
+#include <cstdlib>
 
 #include "link/message_numbers.h"
 #include "link/port_control.h"
@@ -101,8 +102,11 @@ TEST_F(Handshake, tellsEachStepThatFailsAndIsMadeOnce) {
       "Connection refused\n"
       "PROCESS(~):**ERR: When trying to open connection - no connection to server !!\n-1 -1\n";
   const auto connect = [](bool hasDescriptors) {
-    const rlimit limit{hasDescriptors ? 100U : 0U, 100U};
-    setrlimit(RLIMIT_NOFILE, &limit);
+    static constexpr rlimit kNone{0, 100};
+    static constexpr rlimit kSome{100, 100};
+    setrlimit(RLIMIT_NOFILE, hasDescriptors ? &kSome : &kNone);
+    // A sanitizer needs descriptors for its checks at the end.
+    std::atexit([] { setrlimit(RLIMIT_NOFILE, &kSome); });
     const SocketControlClient client;
     std::fprintf(stderr, "%d %d\n", client.descriptor(), client.connectionResult());
     const SocketControlClient second;
