@@ -28,22 +28,27 @@ WakeUp::WakeUp()
 }
 
 void WakeUp::watch(int descriptor, unsigned interest) {
+  if (interest == kNothing) {
+    forget(descriptor);
+    return;
+  }
   const auto old = watched.find(descriptor);
-  if (old == watched.end() ? interest == kNothing : old->second == interest) {
+  if (old != watched.end() && old->second == interest) {
     return;
   }
   epoll_event event{};
   event.events =
       ((interest & kInput) != 0 ? EPOLLIN : 0U) | ((interest & kRoom) != 0 ? EPOLLOUT : 0U);
   event.data.fd = descriptor;
-  if (interest == kNothing) {
-    epoll_ctl(events.get(), EPOLL_CTL_DEL, descriptor, &event);
-    watched.erase(old);
-    return;
-  }
   check(epoll_ctl(events.get(), old == watched.end() ? EPOLL_CTL_ADD : EPOLL_CTL_MOD, descriptor,
                   &event));
   watched[descriptor] = interest;
+}
+
+void WakeUp::forget(int descriptor) noexcept {
+  if (watched.erase(descriptor) != 0) {
+    epoll_ctl(events.get(), EPOLL_CTL_DEL, descriptor, nullptr);
+  }
 }
 
 void WakeUp::setDeadline(std::optional<Clock::time_point> moment) {

@@ -21,8 +21,10 @@ class WakeUp {
 
   enum Interest : unsigned { kNothing = 0, kInput = 1, kRoom = 2 };
   /// Watches a descriptor, which must be open, for that from now on, instead of what was before.
-  /// With kNothing it is not watched any more, as it must be before it is closed.
+  /// With kNothing it is forgotten. Throws std::system_error.
   void watch(int descriptor, unsigned interest);
+  /// It is not watched any more, as it must be before it is closed.
+  void forget(int descriptor) noexcept;
 
   /// The moment; nothing when there is none. One that has passed wakes at once.
   void setDeadline(std::optional<Clock::time_point> moment);

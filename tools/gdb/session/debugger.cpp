@@ -190,7 +190,7 @@ void Debugger::prepareSleep() {
 void Debugger::drop() {
   if (process != nullptr) {
     for (Channel* channel : {&process->console(), &process->machine(), &process->program()}) {
-      events.watch(channel->descriptor(), WakeUp::kNothing);
+      events.forget(channel->descriptor());
     }
     process.reset();
   }
