@@ -7,7 +7,6 @@
 #include <unistd.h>
 
 #include <array>
-#include <cerrno>
 #include <csignal>
 #include <system_error>
 
@@ -15,9 +14,6 @@
 #include "gdb/process/child.h"
 #include "gdb/process/debugger_process.h"
 #include "gdb/process/pty.h"
-#include "gdb/process/wake_up.h"
-#include "tester_link/tester_tool.h"
-#include "tests/support/scripted_postmaster.h"
 
 namespace {
 
@@ -25,7 +21,6 @@ using namespace std::chrono_literals;
 using gdb::Channel;
 using gdb::Child;
 using gdb::PtyUse;
-using gdb::WakeUp;
 
 constexpr int kLongestWait = 20000;  // milliseconds
 
@@ -158,93 +153,6 @@ TEST(DebuggerProcess, EndsWithItsObject) {
   EXPECT_EQ(kill(deaf, 0), -1);
   Shell shell("exit 3");
   EXPECT_EQ(shell.waitForStatus(), 3);
-}
-
-TEST(WakeUp, IsReadableForInputForRoomAndFromAMomentOn) {
-  WakeUp wakeUp;
-  std::array<int, 2> ends{};
-  ASSERT_EQ(pipe(ends.data()), 0);
-  const UniqueDescriptor out(ends[0]);
-  const UniqueDescriptor in(ends[1]);
-  EXPECT_FALSE(isReady(wakeUp.descriptor()));
-  wakeUp.watch(out.get(), WakeUp::kInput);
-  wakeUp.watch(in.get(), WakeUp::kRoom);
-  EXPECT_TRUE(isReady(wakeUp.descriptor())) << "room";
-  wakeUp.watch(in.get(), WakeUp::kNothing);
-  EXPECT_FALSE(isReady(wakeUp.descriptor()));
-  ASSERT_EQ(write(in.get(), "x", 1), 1);
-  EXPECT_TRUE(isReady(wakeUp.descriptor())) << "input";
-  wakeUp.watch(out.get(), WakeUp::kNothing);
-  EXPECT_FALSE(isReady(wakeUp.descriptor()));
-  wakeUp.setDeadline(WakeUp::Clock::now() + 1h);
-  EXPECT_FALSE(isReady(wakeUp.descriptor()));
-  wakeUp.setDeadline(WakeUp::Clock::now() - 1h);
-  EXPECT_TRUE(isReady(wakeUp.descriptor(), POLLIN, kLongestWait)) << "a moment that has passed";
-  wakeUp.setDeadline(std::nullopt);
-  EXPECT_FALSE(isReady(wakeUp.descriptor()));
-}
-
-/// A tester with all that would end a link: a child that ends, a pipe that breaks, and an error
-/// that is left behind.
-class Careless : public tester_link::Tester {
- public:
-  explicit Careless(tester_link::UserLink& userLink) : user(userLink) {}
-
-  void start() override {
-    signals.emplace();
-    child.emplace(gdb::Launch{"/bin/sh", {"-c", "exit 7"}, {}, pty.name});
-  }
-  void greet() override {}
-  void takeCommand(const std::string& command) override {
-    breakAPipe();
-    user.print(command + '\n');
-    user.confirm(command);
-  }
-  void userLeft() override {}
-  void search() override {}
-  bool isWorking() const override { return false; }
-  void work() override {}
-  int wakeDescriptor() const override { return signals->descriptor(); }
-  void onWake() override {
-    signals->take();
-    if (const auto status = child->ended()) {
-      breakAPipe();
-      user.print("It ended with status " + std::to_string(WEXITSTATUS(*status)) + ".\n");
-    }
-  }
-
- private:
-  static void breakAPipe() {
-    std::array<int, 2> ends{};
-    EXPECT_EQ(pipe(ends.data()), 0);
-    close(ends[0]);
-    EXPECT_EQ(write(ends[1], "x", 1), -1);
-    close(ends[1]);
-    errno = EPIPE;
-  }
-
-  tester_link::UserLink& user;
-  gdb::Pty pty = gdb::openPty(PtyUse::kConsole);
-  std::optional<gdb::ChildSignals> signals;
-  std::optional<Child> child;
-};
-
-TEST(ChildSignals, KeepTheLinkAliveThroughTheEndOfAChildAndABrokenPipe) {
-  ScriptedPostmaster postmaster;
-  postmaster.start([] {
-    tester_link::UserLink user;
-    Careless tester(user);
-    return tester_link::TesterTool(tester, user).run("careless");
-  });
-  postmaster.expectConnect();
-  postmaster.accept();
-  postmaster.expect(MSG_TOOL_READY);
-  postmaster.expect(MSG_T_TEXT, "It ended with status 7.\n");
-  postmaster.send(MSG_UI_COMMAND, "still there");
-  postmaster.expect(MSG_T_TEXT, "still there\n");
-  postmaster.expect(MSG_T_PROMPT, "still there");
-  postmaster.hangUp();
-  EXPECT_EQ(postmaster.exitStatus(), 0);
 }
 
 }  // namespace
