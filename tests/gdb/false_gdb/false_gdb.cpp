@@ -6,7 +6,6 @@
 //   expect interrupt        goes on when SIGINT came
 //   answer NAME TEXT        has queries of that name answered so from now on, without escapes
 //   send WHERE TEXT         writes TEXT at once; WHERE is "console", "mi" or "program"
-//   drip WHERE TEXT         writes TEXT byte by byte
 //   flood WHERE N TEXT      writes TEXT N times
 //   die N                   ends with status N
 //   kill N                  gets signal N
@@ -19,7 +18,6 @@
 
 #include <fcntl.h>
 #include <poll.h>
-#include <sched.h>
 #include <sys/signalfd.h>
 #include <unistd.h>
 
@@ -145,12 +143,8 @@ class FalseGdb {
     }
     const Terminal& terminal = where == "mi" ? machine : where == "console" ? console : program;
     const std::string text = textOf(escaped);
-    const std::size_t step = verb == "drip" ? 1 : text.size();
     for (int i = 0; i < count; ++i) {
-      for (std::size_t at = 0; at < text.size(); at += step) {
-        terminal.write(std::string_view(text).substr(at, step));
-        sched_yield();
-      }
+      terminal.write(text);
     }
   }
 

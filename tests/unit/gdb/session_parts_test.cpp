@@ -9,7 +9,6 @@
 #include "gdb/session/answer_watch.h"
 #include "gdb/session/busy_sign.h"
 #include "gdb/session/interrupt_ladder.h"
-#include "gdb/session/open_lines.h"
 #include "gdb/session/output_store.h"
 #include "gdb/session/query_queue.h"
 #include "gdb/session/startup.h"
@@ -174,27 +173,24 @@ TEST(QueryQueue, AsksOneAfterTheOtherAndHoldsWhatARunningTargetDoesNotAnswer) {
   const auto keep = [&answers](const mi::Record& result) {
     answers += result.name + ' ' + result.results["msg"].string() + result.text + ';';
   };
-  const auto sent = [&written] { return std::exchange(written, {}); };
-  const auto take = [&queue](const char* line) { return queue.take(mi::readLine(line)); };
-  queue.ask("-one", [&](const mi::Record& result) {
+  const auto take = [&](const char* line) {
+    EXPECT_TRUE(queue.take(mi::readLine(line)));
+    return std::exchange(written, {});
+  };
+  queue.ask("-one", keep);
+  queue.ask("info \"x\"", [&](const mi::Record& result) {
     keep(result);
     queue.ask("-of-a-handler", keep);
   });
-  queue.ask("info \"x\"", keep);
   queue.tell("-exec-interrupt");
-  EXPECT_EQ(sent(), "1-one\n-exec-interrupt\n");
-  EXPECT_TRUE(take(R"(~"a")"));
-  EXPECT_FALSE(take("77^done"));
-  EXPECT_TRUE(take("1^done"));
-  EXPECT_EQ(sent(), "2-interpreter-exec console \"info \\\"x\\\"\"\n");
+  EXPECT_EQ(take(R"(~"a")"), "1-one\n-exec-interrupt\n");
+  EXPECT_EQ(take("1^done"), "2-interpreter-exec console \"info \\\"x\\\"\"\n");
   queue.setHeld(true);
   queue.ask("-gdb-set prompt x", keep);
-  EXPECT_TRUE(take(R"(2^error,msg="no")"));
-  EXPECT_EQ(sent(), "3-gdb-set prompt x\n") << "before the held one";
-  EXPECT_TRUE(take("3^done"));
-  EXPECT_EQ(sent(), "");
+  EXPECT_EQ(take(R"(2^error,msg="no")"), "3-gdb-set prompt x\n") << "before the held one";
+  EXPECT_EQ(take("3^done"), "");
   queue.setHeld(false);
-  EXPECT_EQ(sent(), "4-of-a-handler\n");
+  EXPECT_EQ(written, "4-of-a-handler\n");
   queue.ask("-late", keep);
   queue.fail("gone");
   EXPECT_EQ(answers, "done a;error no;done ;error gone;error gone;");
@@ -245,33 +241,6 @@ TEST(SessionSigns, ComeWhenTheirTimeHasPassed) {
   EXPECT_EQ(late, "5 15 35 ");
   watch.end();
   EXPECT_FALSE(watch.isLate(kStart + 1h));
-}
-
-TEST(OpenLines, GoOnForTheLineForWhichTheyWereBegunWhileThatIsOpen) {
-  OpenLines lines;
-  std::string done;
-  std::function<void(int)> later[2];
-  for (const char* name : {"a", "b"}) {
-    lines.open(name, true, [&, index = name[0] - 'a'] {
-      later[index] =
-          lines.bind([&](int number) { done += lines.current()->text + std::to_string(number); });
-    });
-  }
-  EXPECT_EQ(lines.current(), nullptr);
-  const auto unbound = lines.bind([&] { done += lines.current() == nullptr ? "-" : "?"; });
-  later[0](1);
-  later[1](2);
-  lines.open("c", true, [&] {
-    later[0](3);
-    unbound();
-    lines.close(lines.current());
-  });
-  EXPECT_EQ(done, "a1b2a3-");
-  lines.closeAll();
-  later[0](4);
-  unbound();
-  EXPECT_EQ(done, "a1b2a3--");
-  EXPECT_TRUE(lines.isEmpty());
 }
 
 /// The command line of nelgdb in words, and the commands with which GDB begins.
