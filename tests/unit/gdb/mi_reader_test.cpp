@@ -3,40 +3,11 @@
 
 #include <gmock/gmock.h>
 
-#include "gdb/mi/reader.h"
 #include "tests/support/basics.h"
+#include "tests/support/mi_pictures.h"
 
 namespace gdb::mi {
 namespace {
-
-std::string picture(const Value& value) {
-  if (value.kind() == Value::Kind::kString) {
-    return "'" + value.string() + "'";
-  }
-  const bool isTuple = value.kind() == Value::Kind::kTuple;
-  std::string all = isTuple ? "{" : "[";
-  for (const auto& [name, element] : value.elements()) {
-    all += (all.size() > 1 ? " " : "") + (name.empty() ? "" : name + ":") + picture(element);
-  }
-  return all + (isTuple ? "}" : "]");
-}
-
-std::string picture(const Record& record) {
-  constexpr std::string_view kMarks = "^*+=~@&>?";
-  return record.token + kMarks[static_cast<std::size_t>(record.kind)] + record.name + record.text +
-         (record.name.empty() ? "" : picture(record.results));
-}
-
-std::string pictures(const std::string& bytes, std::size_t step) {
-  Reader reader;
-  std::string all;
-  for (std::size_t i = 0; i < bytes.size(); i += step) {
-    for (const Record& record : reader.feed(std::string_view(bytes).substr(i, step))) {
-      all += '\n' + picture(record);
-    }
-  }
-  return all;
-}
 
 TEST(MiReader, ReadsAllThatGdbWroteHoweverItIsCut) {
   for (const auto& entry : std::filesystem::directory_iterator(NEL_RECORDED_DIR)) {
