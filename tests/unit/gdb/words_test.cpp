@@ -226,7 +226,6 @@ TEST(Words, OfferTheUsersOtherProcessesInTheirOrder) {
   };
   for (const Process& each : {Process{"9", "1", "/bin/early\0-x\0"s},
                               {"10", "1", "evil\x1b[2J\n\0two  words\0"s},
-                              {"11", "1", ""},
                               {"50", "40", "/bin/gdb"},
                               {"40", "30", "nelgdb"},
                               {"30", "1", "nelmpm"},
