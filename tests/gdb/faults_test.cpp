@@ -230,7 +230,7 @@ send console Quit\n%P
   play({{kCommand, {"next"}, MSG_T_PROMPT, "Did next.\n"}});
 }
 
-TEST_F(GdbFaults, ARunIsStoppedForTheNextCommandAndTextKeepsItsOrder) {
+TEST_F(GdbFaults, ARunIsStoppedForTheNextCommand) {
   start(kAlive + std::string("expect console continue\n") + kRuns + R"(expect mi -exec-interrupt
 send mi ^done\n(gdb) \n
 )" + stopsAt(5) +

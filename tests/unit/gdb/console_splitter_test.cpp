@@ -58,8 +58,6 @@ TEST(ConsoleSplitter, TellsWhatGdbAsksUntilItIsAnswered) {
       {"run", "Program not restarted.\n", Dialogue::kNone, ""},
       {"questions", "(y or [n]) ", Dialogue::kNoDefault,
        "Function \"nowhere\" not defined.\n" + kPending},
-      {"questions", "\n(y or n) ", Dialogue::kYesNo,
-       "add symbol table from file \"./prog\" at\n\t.text_addr = 0x1000\n(y or n) "},
       {"recording", "stop-at-limit)?([y] or n) ", Dialogue::kYesDefault,
        "Do you want to auto delete previous execution log entries when record/replay buffer "
        "becomes full (record full stop-at-limit)?([y] or n) "},

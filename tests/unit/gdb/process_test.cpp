@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 
 #include <poll.h>
-#include <unistd.h>
 
 #include <system_error>
 

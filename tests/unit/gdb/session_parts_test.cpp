@@ -132,7 +132,6 @@ TEST(TargetWatch, KnowsWhatTheTargetDoesByRecordsAlone) {
       {R"(=thread-group-started,id="i2",pid="8")", "prog: stopped"},
       {R"(=thread-group-exited,id="i2",exit-code="07")", "prog: stopped"},
       {R"(=thread-group-exited,id="i1",exit-code="0106")", "prog"},
-      {R"(*stopped,reason="exited",exit-code="0106")", "prog"},
   };
   for (const auto& [line, title] : rows) {
     watch.take(mi::readLine(line));
