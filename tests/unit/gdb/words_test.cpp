@@ -5,7 +5,6 @@
 #include <gmock/gmock.h>
 
 #include <map>
-#include <ranges>
 #include <sstream>
 
 #include "gdb/mi/reader.h"
@@ -42,8 +41,9 @@ std::string textOf(const Items& items) {
 
 Items piecesOf(const std::string& text, std::string_view separator) {
   Items pieces;
-  for (const auto& piece : std::views::split(text, separator)) {
-    pieces.emplace_back(piece.begin(), piece.end());
+  for (std::size_t begin = 0, end = 0; end != std::string::npos; begin = end + separator.size()) {
+    end = text.find(separator, begin);
+    pieces.push_back(text.substr(begin, end - begin));
   }
   return pieces;
 }
