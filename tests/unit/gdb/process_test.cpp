@@ -83,7 +83,7 @@ TEST(DebuggerProcess, GetsItsInputAsItsTerminalIsFor) {
   };
   const Row rows[] = {
       // A console line is not cut; a byte 3 interrupts.
-      {PtyUse::kConsole, "head -c 300001 | wc -c", longLine + '\n', "300001\n"},
+      {PtyUse::kConsole, "head -n 1 | wc -c", longLine + '\n', "300001\n"},
       {PtyUse::kConsole, "trap 'echo interrupted; exit' INT; echo; while :; do sleep 1; done",
        "\x03", "interrupted\n"},
       {PtyUse::kMachine, "head -c 6 | od -An -tx1", "\x03\x04\x1a\x11\r\n", " 03 04 1a 11 0d 0a\n"},
