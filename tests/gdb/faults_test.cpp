@@ -81,14 +81,6 @@ class GdbFaults : public testing::Test {
     return heard;
   }
 
-  std::string hearText(const std::string& text) {
-    std::string heard;
-    while (heard.find(text) == std::string::npos) {
-      heard += hear(MSG_T_TEXT);
-    }
-    return heard;
-  }
-
   void play(const std::vector<Step>& steps) {
     for (const auto& [sent, parameters, heard, told] : steps) {
       SCOPED_TRACE(describe({0, sent, 0, 0, parameters}));
@@ -122,10 +114,9 @@ constexpr char kAlive[] =
 constexpr char kRuns[] = R"(send mi ^running\n*running,thread-id=\"all\"\n(gdb) \n)"
                          "\n";
 
-std::string stopsAt(int line, const std::string& verb = "send") {
-  return verb + R"( mi *stopped,reason=\"end-stepping-range\",frame={func=\"main\",file=\"m.c\",)" +
-         R"(line=\")" + std::to_string(line) + R"(\"},thread-id=\"1\",stopped-threads=\"all\"\n)" +
-         '\n';
+std::string stopsAt(int line) {
+  return R"(send mi *stopped,frame={func=\"main\",file=\"m.c\",line=\")" + std::to_string(line) +
+         R"(\"},thread-id=\"1\",stopped-threads=\"all\"\n)" + '\n';
 }
 
 TEST_F(GdbFaults, StopsAndPromptsComeInAnyOrder) {
@@ -133,35 +124,23 @@ TEST_F(GdbFaults, StopsAndPromptsComeInAnyOrder) {
         stopsAt(1) + "expect console early\n" + kRuns + stopsAt(2) + "send console two\\n%P\n" +
         "expect console twice\n" + kRuns +
         R"(send mi *stopped\n*running,thread-id=\"all\"\n*stopped,frame={func=\"f\"}\n)" + "\n" +
-        "send console three\\n%P\n" + "expect console drip\n" + kRuns + stopsAt(4, "drip") +
-        "drip console four\\n%P\n" + "expect console kill\n" + kRuns +
+        "send console three\\n%P\n" + "expect console kill\n" + kRuns +
         "answer -list-thread-groups ^done,groups=[{id=\"i1\",executable=\"/x/prog\"}]\n" +
         R"(send mi =thread-group-exited,id=\"i1\",exit-code=\"0106\"\n)" + "\nsend console %P\n");
   play({{kCommand, {"late"}, MSG_T_PROMPT, "(gdb) late\n|one\n|prog: stopped in main at m.c:1"},
         {kCommand, {"early"}, MSG_T_PROMPT, "(gdb) early\n|two\n|prog: stopped in main at m.c:2"},
         {kCommand, {" twice "}, MSG_T_PROMPT, "three\n|prog: stopped in f"},
-        {kCommand, {"drip"}, MSG_T_PROMPT, "\nfour\n|prog: stopped in main at m.c:4"},
         {kCommand, {"kill"}, MSG_T_PROMPT, "status 70.\n|\"prog\""},
         {kCommand, {""}, MSG_T_PROMPT, "(gdb) \n"}});
 }
 
 TEST_F(GdbFaults, WhatCannotBeReadIsToldAndHoldsNothingUp) {
-  const std::string tenThousand(10000, '[');
-  start(kAlive + std::string(R"(expect console odd
+  start(std::string(kAlive) + R"(expect console odd
 send mi \n*stopped\n=unknown,a=\"1\"\n7777^done\n^done\n\000\377(gdb) \n*stopped,frame=\"f\"\n
 send mi =thread-group-exited\n=breakpoint-created\n^\n*running,thread-id={}\n*stopped\n
 send console %P
 expect console noise
 send console \000\377\036\03699\037\303( no end\0361
-send console %P
-expect console long
-send mi &\"
-flood mi 500 )") +
-        tenThousand + R"(
-send mi \"\n=thread-created,id=
-flood mi 500 )" +
-        tenThousand + R"(
-send mi \n
 send console %P
 expect console run
 send mi *running,thread-id=\"all\"\n*running\n
@@ -169,7 +148,6 @@ send console done\n%P
 )");
   play({{kCommand, {"odd"}, MSG_T_PROMPT, "(gdb) odd\n|cannot be read: .\xff(gdb) \n"},
         {kCommand, {"noise"}, MSG_T_PROMPT, "(gdb) noise\n|.\xff.\xc3( no end.1"},
-        {kCommand, {"long"}, MSG_T_PROMPT, "cannot be read: =thread-created,id=[[["},
         {kCommand, {"run"}, MSG_T_PROMPT, "done\n"},
         {kCommand, {"next"}, MSG_T_PROMPT, "Did next.\n"}});
 }
@@ -183,8 +161,7 @@ TEST_F(GdbFaults, GdbEndsInEveryPhaseAndIsStartedAnew) {
   const Step next{kCommand, {"next"}, 0};
   const Row rows[] = {
       {"die 3\n", "ended with status 3"},
-      {"expect mi -gdb-set prompt\ndie 0\n", "ended with status 0", {next}},
-      {"expect console next\nsend mi *stopped,fr\nkill 9\n", "was killed by signal 9", {next}},
+      {"expect console next\nsend mi *stopped,fr\ndie 0\n", "ended with status 0", {next}},
       {"expect console next\nsend console %P\nexpect mi -list-thread-groups\n"
        "send mi %T^do\ndie 1\n",
        "ended with status 1",
@@ -195,9 +172,6 @@ TEST_F(GdbFaults, GdbEndsInEveryPhaseAndIsStartedAnew) {
       {"expect console next\nsend mi *running\\n\nexpect mi -exec-interrupt\ndie 5\n",
        "ended with status 5",
        {{kCommand, {"next"}, MSG_T_BUSY}, {kCommand, {"stop"}, 0}, {kCommand, {"bt"}, 0}}},
-      {"expect console next\nexpect interrupt\ndie 6\n",
-       "ended with status 6",
-       {{kCommand, {"next"}, MSG_T_BUSY}, {kCommand, {"stop"}, 0}}},
   };
   for (const auto& [lines, end, steps] : rows) {
     SCOPED_TRACE(lines);
@@ -233,12 +207,6 @@ expect console silent
 send console >
 expect console end
 send console %P
-expect console define y
-send console >
-expect interrupt
-send console Quit\n%P
-expect console text
-send console is it? (y or n) \nno\n%P
 expect console delete
 send console Delete? (y or n) 
 expect interrupt
@@ -255,9 +223,6 @@ send console Quit\n%P
        {kCommand, {"define x"}, MSG_T_ASK_STRING, "Type commands.\n"},
        {MSG_UI_STRING, {"silent"}, MSG_T_ASK_STRING, "silent\n"},
        {MSG_UI_STRING, {"end"}, MSG_T_PROMPT, "end\n"},
-       {kCommand, {"define y"}, MSG_T_ASK_STRING},
-       {MSG_UI_CANCEL, {}, MSG_T_PROMPT, "Quit\n"},
-       {kCommand, {"text"}, MSG_T_PROMPT, "is it? (y or n) \nno\n"},
        {kCommand, {"delete"}, MSG_T_QUESTION, "\"Delete? \""}});
   userLeaves();
   userComes();
@@ -265,15 +230,14 @@ send console Quit\n%P
   play({{kCommand, {"next"}, MSG_T_PROMPT, "Did next.\n"}});
 }
 
-TEST_F(GdbFaults, ARunIsStoppedForTheNextCommandAndTextKeepsItsOrder) {
-  start(kAlive + std::string("expect console continue\n") + kRuns + R"(send program out\n
-expect mi -exec-interrupt
+TEST_F(GdbFaults, ARunIsStoppedForTheNextCommand) {
+  start(kAlive + std::string("expect console continue\n") + kRuns + R"(expect mi -exec-interrupt
 send mi ^done\n(gdb) \n
 )" + stopsAt(5) +
         "send console Interrupt.\\n%P\nexpect console continue&\n" + kRuns +
         "send console %P\nexpect mi -exec-interrupt\n" + stopsAt(6) + "expect console until\n" +
         kRuns + "expect mi -exec-interrupt\n" + stopsAt(7) + "send console %P\n");
-  play({{kCommand, {"continue"}, MSG_T_BUSY, "> out\n"},
+  play({{kCommand, {"continue"}, MSG_T_BUSY},
         {0, {}, MSG_T_TITLE, ": running"},
         {kCommand, {"print 1"}, MSG_T_PROMPT, "(gdb) print 1\n|Interrupt.\n|m.c:5|\"continue\""},
         {0, {}, MSG_T_PROMPT, "Did print 1.\n"},
@@ -311,8 +275,7 @@ TEST_F(GdbFaults, AGdbThatIsNoneIsNamed) {
   play({{0, {}, MSG_T_ERROR_BOX, "no such is no program that can"},
         {MSG_UI_ACK, {}, 0},
         {kCommand, {"next"}, MSG_T_PROMPT, "GDB is not running.\n"},
-        {0, {}, MSG_T_QUESTION, "Start it anew?"},
-        {MSG_UI_OK, {}, MSG_T_ERROR_BOX, "no such is no program that can"}});
+        {0, {}, MSG_T_QUESTION, "Start it anew?"}});
   start("old\n");
   play({{0, {}, MSG_T_ERROR_BOX, "too old"}, {MSG_UI_ACK, {}, MSG_T_QUESTION, "Start it anew?"}});
   say(MSG_UI_NOT_OK, {});
@@ -333,6 +296,10 @@ TEST_F(GdbFaults, AHangIsNoHindranceToARestart) {
   say(kCommand, {"restart-gdb"});
   script("");
   play({{0, {}, MSG_T_PROMPT}, {kCommand, {"next"}, MSG_T_PROMPT, "Did next.\n"}});
+  script("old\n");
+  play({{kCommand, {"restart-gdb"}, MSG_T_ERROR_BOX, "too old"}, {MSG_UI_ACK, {}, MSG_T_QUESTION}});
+  script("");
+  play({{MSG_UI_OK, {}, 0}, {kCommand, {"next"}, MSG_T_PROMPT, "Did next.\n"}});
 }
 
 TEST_F(GdbFaults, AHangBeforeACommandIsTold) {
@@ -341,24 +308,11 @@ TEST_F(GdbFaults, AHangBeforeACommandIsTold) {
         {MSG_UI_OK, {}, MSG_T_PROMPT, "GDB was killed by signal 9.\n"}});
 }
 
-TEST_F(GdbFaults, ARestartThatFailsEndsItsCommandToo) {
-  start("");
-  play({{kCommand, {"next"}, MSG_T_PROMPT, "Did next.\n"}});
-  script("die 1\n");
-  play({{kCommand, {"restart-gdb"}, MSG_T_QUESTION, "GDB ended with status 1"}});
-  script("old\n");
-  play({{MSG_UI_OK, {}, MSG_T_ERROR_BOX, "too old"}, {MSG_UI_ACK, {}, MSG_T_QUESTION}});
-  script("");
-  say(MSG_UI_OK, {});
-  play({{kCommand, {"restart-gdb"}, MSG_T_PROMPT, ""},
-        {kCommand, {"next"}, MSG_T_PROMPT, "Did next.\n"}});
-}
-
 TEST_F(GdbFaults, NoGdbIsLeftWhenTheLinkEnds) {
   for (const char* lines : {"", "hang\n"}) {
-    start("expect console next\nsend console [%I]\\n\n" + std::string(lines));
+    start("expect console next\nsend console [%I]? (y or n) \n" + std::string(lines));
     say(kCommand, {"next"});
-    const std::string heard = hearText("]");
+    const std::string heard = hear(MSG_T_QUESTION);
     const pid_t gdb = std::stoi(heard.substr(heard.find('[') + 1));
     postmaster->hangUp();
     EXPECT_EQ(postmaster->exitStatus(), 0);

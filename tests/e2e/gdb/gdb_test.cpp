@@ -132,10 +132,7 @@ TEST_F(GdbTest, FollowsAProgramFromItsStartToItsExitAndAnew) {
   see("exited with code 050]");
   seeTitle("debuggee");
 
-  type("choose-breakpoints");
-  answer(kPrompt, {XK_Return});
-  see("(gdb) disable 1\n");
-  type("restart");
+  type("disable;restart");
   see("total 5\n");
   type("quit");
   EXPECT_EQ(korvane->exitStatus(), 0) << korvane->report();
@@ -157,9 +154,6 @@ TEST_F(GdbTest, OpensAProgramAndWhatItLeft) {
   type("open-core left here");
   see("#0  placeOfSpin ()");
   seeTitle("debuggee: stopped in placeOfSpin at debuggee.cpp:19");
-  type("choose-thread");
-  answer(kPrompt, {XK_Return});
-  see("(gdb) thread 1\n");
   type("quit");
   EXPECT_EQ(korvane->exitStatus(), 0) << korvane->report();
 }
@@ -196,11 +190,9 @@ TEST_F(GdbTest, DebugsWhatRunsUnderAServer) {
   see("Remote debugging using localhost:");
   type("break-at placeOfSpin;continue");
   see("Breakpoint 1, placeOfSpin ()");
-  seeTitle("debuggee: stopped in placeOfSpin at debuggee.cpp:19");
   type("continue");
   seeTitle("debuggee: running");
   type("stop");
-  see("SIGINT");
   seeTitle("debuggee: stopped in placeOfSpin at debuggee.cpp:20");
   type("restart");
   see("The other end restarts its program");

@@ -5,11 +5,9 @@
 //   expect mi TEXT          goes on when a command that begins so came on the machine interface
 //   expect interrupt        goes on when SIGINT came
 //   answer NAME TEXT        has queries of that name answered so from now on, without escapes
-//   send WHERE TEXT         writes TEXT at once; WHERE is "console", "mi" or "program"
-//   drip WHERE TEXT         writes TEXT byte by byte
+//   send WHERE TEXT         writes TEXT at once; WHERE is "console" or "mi"
 //   flood WHERE N TEXT      writes TEXT N times
 //   die N                   ends with status N
-//   kill N                  gets signal N
 //   hang                    does nothing any more, whatever comes
 //   old                     knows no second interface; only as the first line
 //
@@ -19,7 +17,6 @@
 
 #include <fcntl.h>
 #include <poll.h>
-#include <sched.h>
 #include <sys/signalfd.h>
 #include <unistd.h>
 
@@ -125,8 +122,6 @@ class FalseGdb {
     words >> verb >> where;
     if (verb == "die") {
       std::_Exit(std::stoi(where));
-    } else if (verb == "kill") {
-      raise(std::stoi(where));
     } else if (verb == "hang") {
       sigset_t all;
       sigfillset(&all);
@@ -143,14 +138,10 @@ class FalseGdb {
       answers[where] = escaped;
       return;
     }
-    const Terminal& terminal = where == "mi" ? machine : where == "console" ? console : program;
+    const Terminal& terminal = where == "mi" ? machine : console;
     const std::string text = textOf(escaped);
-    const std::size_t step = verb == "drip" ? 1 : text.size();
     for (int i = 0; i < count; ++i) {
-      for (std::size_t at = 0; at < text.size(); at += step) {
-        terminal.write(std::string_view(text).substr(at, step));
-        sched_yield();
-      }
+      terminal.write(text);
     }
   }
 
@@ -177,11 +168,8 @@ class FalseGdb {
     const std::size_t end = std::min(line.find_first_not_of("0123456789"), line.size());
     const std::string query = line.substr(end);
     const std::string name = query.substr(0, query.find(' '));
-    const std::string value = query.substr(query.rfind(' ') + 1);
     if (query.starts_with("-gdb-set prompt ")) {
-      prompt = value;
-    } else if (name == "-inferior-tty-set") {
-      program = Terminal(open(value.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC));
+      prompt = query.substr(query.rfind(' ') + 1);
     }
     if (isExpected("mi", query)) {
       token = line.substr(0, end);
@@ -216,7 +204,6 @@ class FalseGdb {
   std::deque<std::string> script;
   Terminal console{STDIN_FILENO};
   Terminal machine;
-  Terminal program{-1};
   std::map<std::string, std::string> answers;  ///< by names of queries
   int interrupts = -1;
   std::string prompt;

@@ -39,6 +39,15 @@ std::string textOf(const Items& items) {
   return text;
 }
 
+Items piecesOf(const std::string& text, std::string_view separator) {
+  Items pieces;
+  for (std::size_t begin = 0, end = 0; end != std::string::npos; begin = end + separator.size()) {
+    end = text.find(separator, begin);
+    pieces.push_back(text.substr(begin, end - begin));
+  }
+  return pieces;
+}
+
 /// "choice add" and so on.
 Answer answerOf(const std::string& line) {
   static const std::map<std::string, AnswerKind> kinds = {
@@ -47,12 +56,8 @@ Answer answerOf(const std::string& line) {
       {"text", AnswerKind::kText},     {"bits", AnswerKind::kBits},
       {"yes", AnswerKind::kYes},       {"no", AnswerKind::kNo}};
   const auto [kind, text] = splitWord(line);
-  Answer answer{kinds.at(kind), text};
-  std::istringstream bits(text);
-  for (std::string bit; std::getline(bits, bit, '|');) {
-    answer.items.push_back(bit);
-  }
-  return answer;
+  return {
+      .kind = kinds.at(kind), .text = text, .items = text.empty() ? Items() : piecesOf(text, "|")};
 }
 
 /// A debugger that notes what happens, a line each, asks a table instead of GDB, and answers the
@@ -62,6 +67,7 @@ class ScriptedControl : public Control {
   /// What comes of a line.
   std::string take(const std::string& line, std::vector<Answer> replies = {}) {
     events.clear();
+    ends = 0;
     if (!takeWord(*this, line)) {
       return "GDB's\n";
     }
@@ -77,6 +83,7 @@ class ScriptedControl : public Control {
         link.takeAnswer(reply);
       }
     } while (link.isAsking() || interrupted);
+    EXPECT_EQ(ends, 1) << line;
     return events;
   }
 
@@ -107,10 +114,13 @@ class ScriptedControl : public Control {
     };
   }
   void finish() override {
-    print("end");
+    ++ends;
     link.confirm("");
   }
-  void refuse(const std::string& sentence) override { print("end: " + sentence); }
+  void refuse(const std::string& sentence) override {
+    ++ends;
+    print("end: " + sentence);
+  }
   void interrupt(std::function<void()> then) override {
     print("interrupt");
     const bool wasRunning = state.state == Target::State::kRunning;
@@ -125,7 +135,7 @@ class ScriptedControl : public Control {
   void endInput() override { print("end of input"); }
   void markOutput(bool isMarked) override { print(isMarked ? "mark" : "no mark"); }
   void setPageLength(std::size_t length) override { print("page " + std::to_string(length)); }
-  void restartDebugger() override { print("new GDB"); }
+  void restartDebugger() override {}
 
   std::map<std::string, std::string> results;  ///< of queries
   Target state{.state = Target::State::kStopped};
@@ -148,6 +158,7 @@ class ScriptedControl : public Control {
   WordMemory kept;
   std::function<void()> interrupted;
   std::string events;
+  int ends = 0;  ///< of the last line
 };
 
 /// Holds the conversations of the file, and hands each line and what it should bring to `check`.
@@ -177,7 +188,9 @@ void hold(ScriptedControl& control, const Check& check) {
                                                  : Target::State::kStopped;
       control.state.remote = address;
     } else if (first.starts_with('>')) {
-      check(subject, rest, answers);
+      for (const std::string& each : piecesOf(subject, " | ")) {
+        check(each, rest, answers);
+      }
     }
   }
 }
@@ -189,14 +202,14 @@ TEST(Words, BringWhatTheConversationsTell) {
     EXPECT_EQ(control.take(line, answers), told) << line;
     ++count;
   });
-  EXPECT_GT(count, 100);
+  EXPECT_GT(count, 80);
 }
 
 TEST(Words, AreAllListed) {
   ScriptedControl control;
   const std::string list = control.take("?\?");
   EXPECT_EQ(control.take("Help Nelgdb"), list);
-  EXPECT_EQ(std::count(list.begin(), list.end(), '\n'), 27);
+  EXPECT_EQ(std::count(list.begin(), list.end(), '\n'), 26);
   EXPECT_THAT(list, testing::HasSubstr("\nchoose-frame [<number>]          Chooses the frame"));
 }
 
@@ -210,7 +223,6 @@ TEST(Words, OfferTheUsersOtherProcessesInTheirOrder) {
   };
   for (const Process& each : {Process{"9", "1", "/bin/early\0-x\0"s},
                               {"10", "1", "evil\x1b[2J\n\0two  words\0"s},
-                              {"11", "1", ""},
                               {"50", "40", "/bin/gdb"},
                               {"40", "30", "nelgdb"},
                               {"30", "1", "nelmpm"},
