@@ -145,8 +145,9 @@ TEST_F(GdbTest, OpensAProgramAndWhatItLeft) {
   see("Reading symbols from " + program);
   seeTitle("debuggee");
   user.waitFor([&] { return fs::exists(folder / "nelkv.btn~"); }, "the buttons beside the program");
-  type("break-at placeOfSpin;run");
+  type("break-at placeOfSpin;run;print 40+2");
   see("Breakpoint 1, placeOfSpin ()");
+  see("$1 = 42");
   type("generate-core-file left here;kill");
   see("Saved corefile left here");
   answer("Korvane - GDB", {XK_Return});
