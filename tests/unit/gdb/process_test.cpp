@@ -3,13 +3,16 @@
 #include <gmock/gmock.h>
 
 #include <poll.h>
+#include <sys/wait.h>
 
-#include <system_error>
+#include <cerrno>
 
 #include "gdb/process/channel.h"
 #include "gdb/process/child.h"
 #include "gdb/process/debugger_process.h"
 #include "gdb/process/pty.h"
+#include "tester_link/tester_tool.h"
+#include "tests/support/scripted_postmaster.h"
 
 namespace {
 
@@ -65,12 +68,6 @@ TEST(DebuggerProcess, IsStartedAsAProgramExpectsItOnATerminalThatControlsIt) {
     Shell shell(script);
     EXPECT_EQ(shell.readUntil(""), expected) << script;
   }
-  try {
-    const Child none({"/nonexistent/gdb", {}, {}, gdb::openPty(PtyUse::kConsole).name});
-    FAIL() << "it started";
-  } catch (const std::system_error& error) {
-    EXPECT_STREQ(error.what(), "/nonexistent/gdb: No such file or directory");
-  }
 }
 
 TEST(DebuggerProcess, GetsItsInputAsItsTerminalIsFor) {
@@ -92,8 +89,6 @@ TEST(DebuggerProcess, GetsItsInputAsItsTerminalIsFor) {
        "ab\n\x04"
        "c\n\x04",
        "3\n2\n"},
-      {PtyUse::kProgram, "trap 'echo interrupted; exit' INT; echo; while :; do sleep 1; done",
-       "\x03", "interrupted\n"},
   };
   for (const Row& row : rows) {
     Shell shell("echo ready;" + std::string(row.script), row.use);
@@ -101,6 +96,61 @@ TEST(DebuggerProcess, GetsItsInputAsItsTerminalIsFor) {
     shell.channel.write(row.input);
     EXPECT_EQ(shell.readUntil(""), row.expected);
   }
+}
+
+/// A tester with all that would end a link: a child that ends, a pipe that breaks, and an error
+/// that is left behind.
+class Careless : public tester_link::Tester {
+ public:
+  explicit Careless(tester_link::UserLink& userLink) : user(userLink) {}
+
+  void start() override {
+    signals.emplace();
+    child.emplace(gdb::Launch{"/bin/sh", {"-c", "exit 7"}, {}, pty.name});
+  }
+  void greet() override {}
+  void takeCommand(const std::string& command) override {
+    user.print(command + '\n');
+    user.confirm(command);
+    errno = EPIPE;
+  }
+  void userLeft() override {}
+  void search() override {}
+  bool isWorking() const override { return false; }
+  void work() override {}
+  int wakeDescriptor() const override { return signals->descriptor(); }
+  void onWake() override {
+    signals->take();
+    if (const auto status = child->ended()) {
+      std::array<int, 2> ends{};
+      EXPECT_EQ(pipe(ends.data()), 0);
+      close(ends[0]);
+      EXPECT_EQ(write(ends[1], "x", 1), -1);
+      user.print("It ended with status " + std::to_string(WEXITSTATUS(*status)) + ".\n");
+    }
+  }
+
+ private:
+  tester_link::UserLink& user;
+  gdb::Pty pty = gdb::openPty(PtyUse::kConsole);
+  std::optional<gdb::ChildSignals> signals;
+  std::optional<Child> child;
+};
+
+TEST(ChildSignals, KeepTheLinkAliveThroughTheEndOfAChildAndABrokenPipe) {
+  ScriptedPostmaster postmaster;
+  postmaster.start([] {
+    tester_link::UserLink user;
+    Careless tester(user);
+    return tester_link::TesterTool(tester, user).run("careless");
+  });
+  postmaster.expectConnect();
+  postmaster.accept();
+  postmaster.expect(MSG_TOOL_READY);
+  postmaster.expect(MSG_T_TEXT, "It ended with status 7.\n");
+  postmaster.send(MSG_UI_COMMAND, "still there");
+  postmaster.expect(MSG_T_TEXT, "still there\n");
+  postmaster.expect(MSG_T_PROMPT, "still there");
 }
 
 }  // namespace

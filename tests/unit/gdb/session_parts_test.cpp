@@ -6,7 +6,6 @@
 
 #include "gdb/mi/reader.h"
 #include "gdb/options/command_line.h"
-#include "gdb/session/busy_sign.h"
 #include "gdb/session/interrupt_ladder.h"
 #include "gdb/session/output_store.h"
 #include "gdb/session/query_queue.h"
@@ -202,22 +201,6 @@ TEST(InterruptLadder, GoesFromTheTargetOverSignalsToTheUser) {
   };
   EXPECT_EQ(climb(true), "0T 1S 2S 3S 4S 5S 6U ");
   EXPECT_EQ(climb(false), "0S 1S 2S 3S 4S 5U ");
-}
-
-TEST(BusySign, ComesWhenItsTimeHasPassed) {
-  BusySign sign;
-  std::string changes;
-  const auto at = [&](int milliseconds, bool isBusy) {
-    if (sign.update(isBusy, kStart + std::chrono::milliseconds(milliseconds))) {
-      changes += std::to_string(milliseconds) + (sign.isShown() ? "+ " : "- ");
-    }
-  };
-  for (const int time : {0, 199, -200, 300, 499, 500, 600, -700, -800}) {  // "-": idle
-    at(std::abs(time), time >= 0);
-  }
-  EXPECT_EQ(changes, "500+ 700- ");
-  at(1000, true);
-  EXPECT_EQ(sign.deadline(), kStart + 1200ms);
 }
 
 /// The command line of nelgdb in words, and the commands with which GDB begins.

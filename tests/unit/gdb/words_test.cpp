@@ -205,14 +205,6 @@ TEST(Words, BringWhatTheConversationsTell) {
   EXPECT_GT(count, 80);
 }
 
-TEST(Words, AreAllListed) {
-  ScriptedControl control;
-  const std::string list = control.take("?\?");
-  EXPECT_EQ(control.take("Help Nelgdb"), list);
-  EXPECT_EQ(std::count(list.begin(), list.end(), '\n'), 26);
-  EXPECT_THAT(list, testing::HasSubstr("\nchoose-frame [<number>]          Chooses the frame"));
-}
-
 TEST(Words, OfferTheUsersOtherProcessesInTheirOrder) {
   using namespace std::string_literals;
   const TemporaryFolder folder;
