@@ -12,6 +12,15 @@ bool isControlCharacter(char c) {
   return byte < ' ' || byte == kDeleteCharacter;
 }
 
+std::string trimmed(std::string_view text) {
+  constexpr std::string_view kBlanks = " \t\r\n\f\v";
+  const std::size_t first = text.find_first_not_of(kBlanks);
+  if (first == std::string_view::npos) {
+    return "";
+  }
+  return std::string(text.substr(first, text.find_last_not_of(kBlanks) - first + 1));
+}
+
 std::string joinLines(std::string_view text, const std::function<void(std::string&)>& join) {
   text = text.substr(0, text.find_last_not_of("\r\n") + 1);
   std::string joined;

@@ -27,6 +27,9 @@ bool equalIgnoringCase(std::string_view a, std::string_view b);
 /// Whether `c` is a code below the blank, or Delete.
 bool isControlCharacter(char c);
 
+/// `text` without the blanks, tabs and line ends around it.
+std::string trimmed(std::string_view text);
+
 /// Text of any number of lines in the form of one line: line ends at its end go, and control
 /// characters other than the tab become blanks. At each line end inside, `join` is called with what
 /// has been put together so far, to add what stands for it.

@@ -2,6 +2,7 @@
 #include <array>
 #include <cstdint>
 
+#include "support/text.h"
 #include "tester/commands.h"
 
 namespace tester {

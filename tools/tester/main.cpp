@@ -9,6 +9,7 @@
 
 #include "support/version.h"
 #include "tester/debugger.h"
+#include "usage.h"
 
 namespace {
 
@@ -34,7 +35,7 @@ std::optional<int> answerOptions(int argc, char** argv) {
     if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
       return app.exit(error);
     }
-    std::cerr << "nelkv: " << error.what() << " Try \"nelkv --help\".\n";
+    std::cerr << usageFault("nelkv", error.what()) << '\n';
     return kUsageError;
   }
   return std::nullopt;

@@ -9,7 +9,6 @@ namespace tester {
 
 namespace {
 
-constexpr std::string_view kBlanks = " \t\r\n\f\v";
 constexpr std::size_t kColumnGap = 2;
 
 /// The item whose name the word is or begins.
@@ -22,14 +21,6 @@ const Item& findItem(const std::vector<Item>& items, const std::string& word,
 }
 
 }  // namespace
-
-std::string trimmed(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(kBlanks);
-  if (first == std::string_view::npos) {
-    return "";
-  }
-  return std::string(text.substr(first, text.find_last_not_of(kBlanks) - first + 1));
-}
 
 Words splitWords(std::string_view command) {
   std::istringstream stream{std::string(command)};

@@ -20,9 +20,6 @@ struct Refusal {
 
 inline constexpr char kAnyWord[] = "*";
 
-/// The text without blanks and line ends around it.
-std::string trimmed(std::string_view text);
-
 Words splitWords(std::string_view command);
 
 /// The one of `names` that the word is or begins; the whole name wins over longer ones. `kind` says

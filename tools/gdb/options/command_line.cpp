@@ -10,6 +10,7 @@
 #include <unistd.h>
 
 #include "support/version.h"
+#include "usage.h"
 
 namespace gdb {
 
@@ -27,8 +28,8 @@ constexpr char kDescription[] =
 constexpr char kFooter[] =
     "The words behind PROGRAM are its arguments, also those that begin with a hyphen.";
 
-CommandLine fault(int status, const std::string& what) {
-  return {std::nullopt, status, "nelgdb: " + what + '\n'};
+CommandLine usageError(const std::string& what) {
+  return {std::nullopt, kUsageError, usageFault("nelgdb", what) + '\n'};
 }
 
 void addOptions(CLI::App& app, Options& options, std::string& directory) {
@@ -79,7 +80,8 @@ CommandLine complete(Options options, std::vector<std::string> words,
     makeAbsolute(options.debugger);
   }
   if (!directory.empty() && chdir(directory.c_str()) != 0) {
-    return fault(kFailure, "cannot enter " + directory + ": " + std::strerror(errno));
+    return {std::nullopt, kFailure,
+            "nelgdb: cannot enter " + directory + ": " + std::strerror(errno) + '\n'};
   }
   return {std::move(options), 0, {}};
 }
@@ -103,13 +105,12 @@ CommandLine parseCommandLine(int argc, const char* const* argv) {
   } catch (const CLI::CallForVersion& version) {
     return {std::nullopt, 0, std::string(version.what()) + '\n'};
   } catch (const CLI::Error& error) {
-    const std::string what = error.what();
-    return fault(kUsageError, what.substr(0, what.find('\n')) + "; try nelgdb --help");
+    return usageError(error.what());
   }
   if (!words.empty() && words.front() == "--") {
     words.erase(words.begin());
   } else if (!words.empty() && words.front().starts_with('-')) {
-    return fault(kUsageError, "there is no option " + words.front() + "; try nelgdb --help");
+    return usageError("there is no option " + words.front());
   }
   return complete(std::move(options), std::move(words), directory);
 }

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "support/text.h"
+
 namespace gdb {
 
 namespace {
@@ -24,8 +26,7 @@ std::size_t linesOf(std::string_view text) {
 
 /// What a log can show of a byte.
 char shown(char c) {
-  const bool isControl = (c >= 0 && c < ' ' && c != '\n' && c != '\t') || c == '\x7f';
-  return isControl ? '.' : c;
+  return isControlCharacter(c) && c != '\n' && c != '\t' ? '.' : c;
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <sstream>
 
 #include "gdb/words/texts.h"
+#include "support/text.h"
 
 namespace gdb {
 

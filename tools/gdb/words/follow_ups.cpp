@@ -5,6 +5,7 @@
 #include "gdb/mi/reader.h"
 #include "gdb/words/texts.h"
 #include "gdb/words/word_table.h"
+#include "support/text.h"
 
 namespace gdb {
 

@@ -12,6 +12,7 @@
 
 #include "gdb/words/choices.h"
 #include "gdb/words/texts.h"
+#include "support/text.h"
 
 namespace gdb {
 

@@ -6,6 +6,7 @@
 
 #include "gdb/words/texts.h"
 #include "gdb/words/word_table.h"
+#include "support/text.h"
 
 namespace gdb {
 

@@ -6,6 +6,7 @@
 #include <sstream>
 
 #include "gdb/words/texts.h"
+#include "support/text.h"
 
 namespace gdb {
 

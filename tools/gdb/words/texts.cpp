@@ -18,14 +18,6 @@ bool isInsideCharacter(char byte) {
 
 }  // namespace
 
-std::string trimmed(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(kBlanks);
-  if (first == std::string_view::npos) {
-    return "";
-  }
-  return std::string(text.substr(first, text.find_last_not_of(kBlanks) - first + 1));
-}
-
 std::pair<std::string, std::string> splitWord(std::string_view line) {
   const std::size_t end = line.find_first_of(kBlanks);
   return {std::string(line.substr(0, end)),

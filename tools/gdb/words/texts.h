@@ -7,9 +7,6 @@
 /// Small operations on command lines and on what is shown of a program.
 namespace gdb {
 
-/// The text without blanks and line ends around it.
-std::string trimmed(std::string_view text);
-
 /// The first word of a trimmed line, and what follows the one blank behind it.
 std::pair<std::string, std::string> splitWord(std::string_view line);
 
