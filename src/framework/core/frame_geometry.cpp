@@ -101,26 +101,6 @@ void zFrameWin::setShowState(int state) {
   }
 }
 
-void zFrameWin::setIconicHint() {
-  Display* display = XtDisplay(shellWidget);
-  XOwned<XWMHints> hints(XGetWMHints(display, XtWindow(shellWidget)));
-  if (hints == nullptr) {
-    hints.reset(XAllocWMHints());
-  }
-  hints->initial_state = IconicState;
-  hints->flags |= StateHint;
-  XSetWMHints(display, XtWindow(shellWidget), hints.get());
-}
-
-void zFrameWin::maximize() {
-  const zDimension size = theScreen().size();
-  sizer()->setPos({0, 0});
-  sizer()->setSize(size);
-  for (Widget part : {shellWidget, inner, mainWidget}) {
-    XtVaSetValues(part, XmNx, 0, XmNy, 0, XmNwidth, size.width, XmNheight, size.height, nullptr);
-  }
-}
-
 zDimension zFrameWin::decorationAllowance(const zRect& exterior) {
   zDimension client;
   if (shellWidget != nullptr && XtIsRealized(shellWidget)) {

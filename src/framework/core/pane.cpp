@@ -112,15 +112,6 @@ int zPane::size(zEvent* event) {
   return result;
 }
 
-void zPane::getExterior(zRect& rect) {
-  zWindow::getExterior(rect);
-  if (isRealized() && hasScrollBars()) {
-    const zDimension bar = scrollBarExtents();
-    rect.right += bar.width;
-    rect.bottom += bar.height;
-  }
-}
-
 void zPane::setShowState(int state) {
   if (hasScrollBars()) {
     showScrollBars(state);
@@ -153,14 +144,4 @@ void zPane::setBackground(const zColor& colour) {
 void zPane::setFont(const zRCFont& newFont, int redraw) {
   zChildWin::setFont(newFont, redraw);
   ownDisplay->setFont(fontHandle());
-}
-
-void zPane::pushDisplay(zDisplay* display) {
-  displayStack.push(display);
-  currentDisplay = display;
-}
-
-void zPane::popDisplay() {
-  displayStack.pop();
-  currentDisplay = displayStack.isEmpty() ? ownDisplay.get() : displayStack.top();
 }

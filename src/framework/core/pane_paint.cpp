@@ -4,7 +4,6 @@
 
 #include "framework/core/pane.h"
 #include "framework/core/window_events_xm.h"
-#include "framework/draw/screen.h"
 #include "framework/draw/x_handles.h"
 
 namespace {
@@ -137,10 +136,6 @@ void zPane::update() {
 
 void zPane::invalidate(zRect* rect, int erase) {
   currentDisplay->invalidate(rect, erase);
-}
-
-void zPane::invalidateRegion(zRegion* region, int erase) {
-  currentDisplay->invalidateRegion(region, erase);
 }
 
 zDimension zPane::clientSize() const {

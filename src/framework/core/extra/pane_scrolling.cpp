@@ -73,6 +73,15 @@ void zPane::showScrollBars(int state) {
   }
 }
 
+void zPane::getExterior(zRect& rect) {
+  zWindow::getExterior(rect);
+  if (isRealized()) {
+    const zDimension bar = scrollBarExtents();
+    rect.right += bar.width;
+    rect.bottom += bar.height;
+  }
+}
+
 void zPane::keepOuterSize(const zEvent* event) {
   const zDimension bar = scrollBarExtents();
   const zDimension unknown = {sizer()->size().width - bar.width,
