@@ -5,7 +5,7 @@
 #include <sstream>
 #include <string>
 
-#include "resources/resource_file.h"
+#include "resources/extra/resource_file.h"
 #include "tests/fuzz/fuzz_target.h"
 
 void fuzz(std::span<const std::uint8_t> data) {

@@ -157,10 +157,3 @@ void zComboBoxBase::applySensitivity(bool on) {
     hideDropDown();
   }
 }
-
-void zComboBoxBase::applyBackground() {
-  zControl::applyBackground();
-  for (Widget painted : {form, arrow}) {
-    colourWidget(painted, background());
-  }
-}

@@ -168,17 +168,6 @@ void zControl::setShowState(int state) {
   manageWidget(outerForm, state != kShowHide);
 }
 
-void zControl::getExterior(zRect& rect) {
-  if (outerForm == nullptr || !XtIsRealized(outerForm)) {
-    getInterior(rect);
-    return;
-  }
-  Position x = 0;
-  Position y = 0;
-  XtTranslateCoords(outerForm, 0, 0, &x, &y);
-  rect = zRect(zPoint{x, y}, widgetSize(outerForm));
-}
-
 void zControl::moveResize(int x, int y, int width, int height) {
   if (outerForm != nullptr) {
     configureWidget(outerForm, x, y, width, height);

@@ -109,12 +109,6 @@ void zEditBase::moveResize(int x, int y, int width, int height) {
   fitLine();
 }
 
-void zEditBase::applyBackground() {
-  zControl::applyBackground();
-  colourWidget(vertScrollWidget, background());
-  colourWidget(horzScrollWidget, background());
-}
-
 template <class Data>
 void zEditBase::onVerify(Data* data) {
   if (!verifying) {

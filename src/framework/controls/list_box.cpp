@@ -16,14 +16,6 @@ XtTranslations rowKeys() {
   return parsed;
 }
 
-// The toolkit's list needs both of its bars: one that is not wanted takes no room instead.
-void shrinkBar(Widget list, const char* name, const char* thickness) {
-  Widget bar = nullptr;
-  XtVaGetValues(XtParent(list), name, &bar, nullptr);
-  XtSetMappedWhenManaged(bar, False);
-  XtVaSetValues(bar, thickness, 1, nullptr);
-}
-
 }  // namespace
 
 zListBoxBase::zListBoxBase(zWindow* parent, zSizer* sizer, std::uint32_t style, int id, Order order)
@@ -80,11 +72,8 @@ void zListBoxBase::createList() {
   inner =
       XmCreateScrolledList(createHolder(), xmText("ScrolledListBox"), settings, XtNumber(settings));
   XtOverrideTranslations(inner, rowKeys());
-  if ((style() & kStyleVertScroll) == 0) {
-    shrinkBar(inner, XmNverticalScrollBar, XmNwidth);
-  }
-  if ((style() & kStyleHorzScroll) == 0) {
-    shrinkBar(inner, XmNhorizontalScrollBar, XmNheight);
+  if ((style() & kStyleBothScrolls) != kStyleBothScrolls) {
+    shrinkBars();
   }
   rows.attach(inner);
   finishCreation(kKindList, inner, XtParent(inner));

@@ -51,6 +51,7 @@ class zListBoxBase : public zControl {
 
  private:
   void createList();
+  void shrinkBars();
   void tieCallbacks(bool made);
   template <class Data>
   void onChosen(Data* data);

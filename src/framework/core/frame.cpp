@@ -163,10 +163,6 @@ bool zFrameWin::isMainWindow() const {
 void zFrameWin::setCaption(const RWCString& caption) {
   setCaption(caption.c_str());
 }
-void zFrameWin::setCaption(const zString& caption) {
-  setCaption(caption.c_str());
-}
-
 void zFrameWin::setCaption(const char* caption) {
   text = caption;
   if (shellWidget != nullptr) {

@@ -101,26 +101,6 @@ void zFrameWin::setShowState(int state) {
   }
 }
 
-void zFrameWin::setIconicHint() {
-  Display* display = XtDisplay(shellWidget);
-  XOwned<XWMHints> hints(XGetWMHints(display, XtWindow(shellWidget)));
-  if (hints == nullptr) {
-    hints.reset(XAllocWMHints());
-  }
-  hints->initial_state = IconicState;
-  hints->flags |= StateHint;
-  XSetWMHints(display, XtWindow(shellWidget), hints.get());
-}
-
-void zFrameWin::maximize() {
-  const zDimension size = theScreen().size();
-  sizer()->setPos({0, 0});
-  sizer()->setSize(size);
-  for (Widget part : {shellWidget, inner, mainWidget}) {
-    XtVaSetValues(part, XmNx, 0, XmNy, 0, XmNwidth, size.width, XmNheight, size.height, nullptr);
-  }
-}
-
 zDimension zFrameWin::decorationAllowance(const zRect& exterior) {
   zDimension client;
   if (shellWidget != nullptr && XtIsRealized(shellWidget)) {
@@ -160,10 +140,15 @@ void zFrameWin::moveResize(int x, int y, int width, int height) {
   };
   apply(x, y, width, height);
   if (g_XSettings.positionIsFrameWorkaround && isRealized() && XtIsRealized(shellWidget)) {
-    zRect now;
-    getExterior(now);
-    if (now.left != x || now.top != y) {
-      apply(x * 2 - now.left, y * 2 - now.top, width - (x - now.left), height - (y - now.top));
+    // The toolkit tells the place of before until the window manager's answer has come round.
+    Window child = None;
+    zPoint now;
+    XTranslateCoordinates(XtDisplay(shellWidget), XtWindow(shellWidget),
+                          RootWindowOfScreen(XtScreen(shellWidget)), 0, 0, &now.x, &now.y, &child);
+    const zPoint corner = decoration(widgetSize(shellWidget)).corner;
+    now = {now.x - corner.x, now.y - corner.y};
+    if (now != zPoint{x, y}) {
+      apply(x * 2 - now.x, y * 2 - now.y, width - (x - now.x), height - (y - now.y));
     }
   }
   sizer()->setPos({x, y});

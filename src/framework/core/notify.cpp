@@ -79,12 +79,6 @@ int zNotifyNodeDlist::run(zEvent& event) {
   return 0;
 }
 
-void zNotifyNodeDlist::takeFrom(zNotifyNodeDlist& other) {
-  while (zNotifyNode* node = other.nodes.popFront()) {
-    nodes.append(node);
-  }
-}
-
 namespace {
 
 constexpr int kClassCount = 80;

@@ -83,9 +83,13 @@ class zPane : public zChildWin, public ziPainted {
  private:
   zDimension clientSize() const override;
   zWindow* siblingById(int id);
+  // Scroll bars of its own, which no pane of this program has.
+  bool hasScrollBars() const { return vertScrollWidget != nullptr || horzScrollWidget != nullptr; }
   void createScrollBars();
-  void placeWithScrollBars(int x, int y, int width, int height);
+  void placeWithScrollBars(const zRect& outer);
+  void showScrollBars(int state);
   zDimension scrollBarExtents() const;
+  /// The widget tells the size of what the bars leave; the sizer's is that of all.
   void keepOuterSize(const zEvent* event);
 
   zDisplay* currentDisplay;

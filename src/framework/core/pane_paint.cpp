@@ -1,12 +1,9 @@
 // Painting of panes: one draw for a whole burst of exposures and recorded rectangles.
 
-#include <algorithm>
-#include <cstdlib>
 #include <utility>
 
 #include "framework/core/pane.h"
 #include "framework/core/window_events_xm.h"
-#include "framework/draw/screen.h"
 #include "framework/draw/x_handles.h"
 
 namespace {
@@ -95,7 +92,7 @@ zRCFont ziPainted::displayFont() const {
 }
 
 void zPane::expose(XEvent& event) {
-  if (!ownDisplay->isReady() && vertScrollWidget == nullptr && horzScrollWidget == nullptr) {
+  if (!ownDisplay->isReady() && !hasScrollBars()) {
     Position x = 0;
     Position y = 0;
     XtVaGetValues(mainWidget, XmNx, &x, XmNy, &y, nullptr);
@@ -141,42 +138,11 @@ void zPane::invalidate(zRect* rect, int erase) {
   currentDisplay->invalidate(rect, erase);
 }
 
-void zPane::invalidateRegion(zRegion* region, int erase) {
-  currentDisplay->invalidateRegion(region, erase);
-}
-
-void zPane::scrollRect(int dx, int dy, const zRect& rect) {
-  update();
-  if (!isRealized()) {
-    return;
-  }
-  zRect area = rect;
-  const zRect everything({}, theScreen().size());
-  if (rect == everything) {
-    area = zRect(zPoint{}, clientSize());
-  }
-  const zRect source(zPoint{area.left + (dx < 0 ? -dx : 0), area.top + (dy < 0 ? -dy : 0)},
-                     area.size());
-  ownDisplay->copyArea(source, {area.left + (dx > 0 ? dx : 0), area.top + (dy > 0 ? dy : 0)});
-  const auto freeStrip = [this](zRect strip) {
-    XClearArea(XtDisplay(mainWidget), XtWindow(mainWidget), strip.left, strip.top,
-               static_cast<unsigned>(strip.width()), static_cast<unsigned>(strip.height()), True);
-    ownDisplay->invalidate(&strip, 0);
-  };
-  if (dx != 0) {
-    const int width = std::min(std::abs(dx), area.width());
-    const int left = dx > 0 ? area.left : area.right - width;
-    freeStrip(zRect(zPoint{left, area.top}, zDimension{width, area.height()}));
-  }
-  if (dy != 0) {
-    const int height = std::min(std::abs(dy), area.height());
-    const int top = dy > 0 ? area.top : area.bottom - height;
-    freeStrip(zRect(zPoint{area.left, top}, zDimension{area.width(), height}));
-  }
-}
-
 zDimension zPane::clientSize() const {
-  const zDimension bar = scrollBarExtents();
   const zDimension size = sizer()->size();
+  if (!hasScrollBars()) {
+    return size;
+  }
+  const zDimension bar = scrollBarExtents();
   return {size.width - bar.width, size.height - bar.height};
 }

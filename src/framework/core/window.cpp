@@ -82,11 +82,6 @@ bool zWindow::isRealized() const {
   return mainWidget != nullptr && XtIsRealized(mainWidget);
 }
 
-void zWindow::sizerReplaced(zSizer& newSizer) {
-  static_cast<void>(ownSizer.release());
-  ownSizer.reset(&newSizer);
-}
-
 zWindow* zWindow::childById(int childId) {
   zWindowDlist::Iter walk(childWindows);
   while (zWindow* child = walk.next()) {

@@ -208,12 +208,6 @@ zDimension configuredSize(const zEvent* event, const zDimension& otherwise) {
   return {event->xevent->xconfigure.width, event->xevent->xconfigure.height};
 }
 
-void setConfiguredHeight(zEvent& event, int height) {
-  if (event.xevent != nullptr && event.xevent->type == ConfigureNotify) {
-    event.xevent->xconfigure.height = height;
-  }
-}
-
 zKeyLookup lookUpKey(XKeyEvent& event) {
   static XComposeStatus compose;
   char bytes[20] = {};

@@ -1,6 +1,5 @@
 // Where a window is, how large it is and how it looks.
 
-#include <algorithm>
 #include <utility>
 
 #include "framework/core/show_together.h"
@@ -9,21 +8,9 @@
 #include "framework/core/xm_handles_xm.h"
 #include "framework/draw/screen.h"
 #include "framework/draw/x_font_xm.h"
-#include "framework/draw/x_handles.h"
 
 void zWindow::getInterior(zRect& rect) {
   rect = zRect(zPoint{}, ownSizer->size());
-}
-
-void zWindow::getExterior(zRect& rect) {
-  if (!isRealized()) {
-    getInterior(rect);
-    return;
-  }
-  Position x = 0;
-  Position y = 0;
-  XtTranslateCoords(mainWidget, 0, 0, &x, &y);
-  rect = zRect(zPoint{x, y}, widgetSize(mainWidget));
 }
 
 void zWindow::setShowState(int state) {
@@ -129,26 +116,6 @@ void zWindow::invalidate(zRect* rect, int /*erase*/) {
   const zRect area = rect == nullptr ? zRect() : *rect;
   XClearArea(XtDisplay(mainWidget), XtWindow(mainWidget), area.left, area.top,
              static_cast<unsigned>(area.width()), static_cast<unsigned>(area.height()), True);
-}
-
-void zWindow::invalidateRegion(zRegion* region, int erase) {
-  zRect box = region->clipBox();
-  invalidate(&box, erase);
-}
-
-void zWindow::moveResize(int x, int y, int width, int height) {
-  if (mainWidget != nullptr) {
-    // A strip that was laid out to nothing keeps one pixel.
-    const zDimension shown = notEmpty({width, height});
-    if (isRealized()) {
-      XMoveResizeWindow(XtDisplay(mainWidget), XtWindow(mainWidget), x, y,
-                        static_cast<unsigned>(shown.width), static_cast<unsigned>(shown.height));
-    }
-    XtVaSetValues(mainWidget, XmNx, x, XmNy, y, XmNwidth, shown.width, XmNheight, shown.height,
-                  nullptr);
-  }
-  ownSizer->setPos({x, y});
-  ownSizer->setSize({width, height});
 }
 
 void zWindow::mapRectToWindow(zWindow* other, zRect& rect) {

@@ -25,13 +25,6 @@ zRegion::zRegion(const zRegion& other) : zRegion() {
   XUnionRegion(other.get(), get(), get());
 }
 
-zRegion& zRegion::operator=(const zRegion& other) {
-  if (this != &other) {
-    *this = zRegion(other);
-  }
-  return *this;
-}
-
 void zRegion::add(const zRect& rect) {
   XRectangle part{};
   part.x = toXCoord(rect.left);

@@ -80,7 +80,6 @@ class zRegion {
   explicit zRegion(const zRect& rect);
   zRegion(const zRegion& other);
   zRegion(zRegion&&) noexcept = default;
-  zRegion& operator=(const zRegion& other);
   zRegion& operator=(zRegion&&) noexcept = default;
   ~zRegion() = default;
 

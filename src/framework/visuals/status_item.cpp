@@ -140,21 +140,6 @@ void zStatusClock::setTimeSource(TimeSource source) {
   timeSource = source == nullptr ? systemTime : source;
 }
 
-void zStatusClock::setUse24Hours(bool on) {
-  use24Hours = on;
-  refit();
-}
-
-void zStatusClock::setSeparator(const RWCString& newSeparator) {
-  separator = newSeparator;
-  refit();
-}
-
-void zStatusClock::setColonVisible(bool on) {
-  colonVisible = on;
-  setText(timeText());
-}
-
 // The widest form decides, so that the field never changes while the time goes on. Two digits of an
 // hour may be wider than one M.
 void zStatusClock::refit() {

@@ -45,9 +45,6 @@ void ziVisButton::draw(zDisplay& display) {
   }
 }
 
-void ziVisButton::drawIdle(zDisplay& /*display*/) {
-  state = kVisualIdle;
-}
 void ziVisButton::drawDown(zDisplay& /*display*/) {
   state = (style() & kLatching) != 0 && state == kVisualIdle ? kVisualDown : kVisualHeld;
 }
@@ -215,15 +212,6 @@ void ziVisBmpButtonInternal::drawUp(zDisplay& display) {
 
 void ziVisBmpButtonInternal::drawDisabled(zDisplay& display) {
   ziVisButton::drawDisabled(display);
-  drawAll(display);
-}
-
-void ziVisBmpButtonInternal::drawIdle(zDisplay& display) {
-  if ((style() & kLatching) == 0) {
-    drawUp(display);
-    return;
-  }
-  ziVisButton::drawIdle(display);
   drawAll(display);
 }
 

@@ -18,16 +18,6 @@ void ziCompound::remove(const ziVisual* visual) {
   top.hot = top.hot == visual ? nullptr : top.hot;
 }
 
-bool ziCompound::intersects(const zRect& area) const {
-  ziVisualDList::Iter walk(children);
-  while (const ziVisual* visual = walk.next()) {
-    if (isVisible() && visual->intersects(area)) {
-      return true;
-    }
-  }
-  return false;
-}
-
 void ziCompound::paintIn(const zRect& area) {
   zDisplay* target = display();
   if (!isVisible() || target == nullptr) {
@@ -42,10 +32,6 @@ void ziCompound::paintIn(const zRect& area) {
   }
   resetAspects(*target);
   target->unlock();
-}
-
-void ziCompound::paint() {
-  paintIn(rect());
 }
 
 ziVisual* ziCompound::hitTest(const zPoint& point) {
@@ -76,10 +62,6 @@ int ziCompound::mouseUp(zEvent* event) {
 int ziCompound::mouseMove(zEvent* event) {
   ziVisual* visual = receiver(*event);
   return visual == nullptr ? 0 : visual->mouseMove(event);
-}
-
-ziVisualHost* ziCompound::host() const {
-  return compound() == nullptr ? nullptr : compound()->host();
 }
 
 ziControlCompound::ziControlCompound(ziVisualHost& host)

@@ -22,28 +22,9 @@ ziCtrlPane::~ziCtrlPane() {
   disconnect<&ziPainted::zPaneExposeProc>(mainWidget, kExposures, this);
 }
 
-int ziCtrlPane::draw(zEvent* /*event*/) {
-  return 0;
-}
-
-int ziCtrlPane::size(zEvent* event) {
-  invalidate(nullptr, 0);
-  return zControl::size(event);
-}
-
 void ziCtrlPane::setBackground(const zColor& colour) {
   zControl::setBackground(colour);
   ownDisplay->setBackgroundBrush(std::make_unique<zBrush>(colour));
-}
-
-void ziCtrlPane::setFont(const zRCFont& newFont, int redraw) {
-  zControl::setFont(newFont, redraw);
-  ownDisplay->setFont(fontHandle());
-  invalidate(nullptr, 0);
-}
-
-void ziCtrlPane::invalidate(zRect* rect, int erase) {
-  ownDisplay->invalidate(rect, erase);
 }
 
 namespace {

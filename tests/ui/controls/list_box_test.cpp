@@ -48,7 +48,7 @@ TEST_F(ListBox, SortsIfItsStyleSaysSoAndTheSelectionFollowsItsRow) {
 
 TEST_F(ListBox, ShowsALineOfEveryTextAndGivesItBackAsItWas) {
   const std::vector<RWCString> texts = {"two\nlines", "byte \xE4", std::string(1001, 'x'), ""};
-  zListBoxUnsorted list(&frame, place(), kStyleControl | kStyleVertScroll, 1);
+  zListBoxUnsorted list(&frame, place(), kStyle, 1);
   list.addAll(texts);
   EXPECT_EQ(rowsIn(list.widget()), "two byte \xE4 " + std::string(1000, 'x') + "...  ");
   RWCString text;

@@ -208,15 +208,17 @@ TEST_F(Dialogs, ThatNobodyAskedForLeaveKeysToTheTextThatTheUserIsIn) {
 TEST_F(Dialogs, ThatNobodyAskedForBringTheirWindowBackFromAnIconAndThenStopCallingTheUser) {
   iconify();
   ui::waitFor([&] { return isIcon(); }, "the icon");
+  const auto isCalling = [window = ui::windowOf(frame->shell())] {
+    const std::unique_ptr<XWMHints, int (*)(void*)> hints(XGetWMHints(ui::display(), window),
+                                                          XFree);
+    return (hints->flags & XUrgencyHint) != 0;
+  };
+  demandAttention(frame->shell(), true);
+  EXPECT_TRUE(isCalling());
   const zUnaskedScope unasked;
   make(kDialogRenameGroup);
   runs(zDialogFrame::kDialogGone, [&] {
     EXPECT_FALSE(isIcon());
-    const auto isCalling = [window = ui::windowOf(frame->shell())] {
-      const std::unique_ptr<XWMHints, int (*)(void*)> hints(XGetWMHints(ui::display(), window),
-                                                            XFree);
-      return (hints->flags & XUrgencyHint) != 0;
-    };
     ui::waitFor([&] { return !isCalling(); }, "the call for the user, who is there, to end");
     dialog.reset();
   });

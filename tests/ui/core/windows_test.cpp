@@ -3,7 +3,6 @@
 
 #include "framework/core/pane.h"
 
-#include "framework/draw/screen.h"
 #include "tests/ui/core/core_test.h"
 
 #include <X11/Intrinsic.h>
@@ -202,17 +201,6 @@ TEST_F(Windows, PaintWhatWaitsAtOnceButNotWhileLocked) {
   EXPECT_EQ(pane->nextPaint(), "0,0 195x195");
   pane->invalidate(nullptr, 0);
   EXPECT_EQ(pane->nextPaint(), "0,0 300x300");
-
-  const zRect everything({}, theScreen().size());
-  const zRect part(50, 60, 150, 160);
-  const std::tuple<int, int, zRect, const char*> scrolls[] = {
-      {0, -30, everything, "0,270 300x30"}, {0, 1, everything, "0,0 300x1"},
-      {1, 0, everything, "0,0 1x300"},      {-20, 0, everything, "280,0 20x300"},
-      {0, -10, part, "50,150 100x10"},      {500, 0, part, "50,60 100x100"}};
-  for (const auto& [dx, dy, area, strip] : scrolls) {
-    pane->scrollRect(dx, dy, area);
-    EXPECT_EQ(pane->nextPaint(), strip) << "what stays is copied";
-  }
 
   pane->onPaint = [&] { delete std::exchange(pane, nullptr); };
   pane->invalidate(nullptr, 1);

@@ -1,11 +1,13 @@
 // Part of the framework's interface that this program does not use; compiled, its behaviour is not
 // under test: what is left of the classes of this folder.
 
+#include "framework/controls/combo_box.h"
 #include "framework/controls/edit.h"
 #include "framework/controls/list_box.h"
 #include "framework/controls/scroll_bar.h"
 #include "framework/controls/widgets_xm.h"
 #include "framework/core/event.h"
+#include "framework/core/window_events_xm.h"
 
 namespace {
 
@@ -21,7 +23,26 @@ class ziScrolledWindow : public zWindow {
   }
 };
 
+// The toolkit's list needs both of its bars: one that is not wanted takes no room instead.
+void shrinkBar(Widget list, const char* name, const char* thickness) {
+  Widget bar = nullptr;
+  XtVaGetValues(XtParent(list), name, &bar, nullptr);
+  XtSetMappedWhenManaged(bar, False);
+  XtVaSetValues(bar, thickness, 1, nullptr);
+}
+
 }  // namespace
+
+void zControl::getExterior(zRect& rect) {
+  if (outerForm == nullptr || !XtIsRealized(outerForm)) {
+    getInterior(rect);
+    return;
+  }
+  Position x = 0;
+  Position y = 0;
+  XtTranslateCoords(outerForm, 0, 0, &x, &y);
+  rect = zRect(zPoint{x, y}, widgetSize(outerForm));
+}
 
 void zEditBase::replaceSelection(const char* newText) {
   const std::optional<zTextRange> range = selectionRange();
@@ -49,6 +70,28 @@ void zEditBase::copy() {
 
 void zEditBase::paste() {
   XmTextPaste(settledWidget());
+}
+
+void zEditBase::applyBackground() {
+  zControl::applyBackground();
+  colourWidget(vertScrollWidget, background());
+  colourWidget(horzScrollWidget, background());
+}
+
+void zComboBoxBase::applyBackground() {
+  zControl::applyBackground();
+  for (Widget painted : {form, arrow}) {
+    colourWidget(painted, background());
+  }
+}
+
+void zListBoxBase::shrinkBars() {
+  if ((style() & kStyleVertScroll) == 0) {
+    shrinkBar(inner, XmNverticalScrollBar, XmNwidth);
+  }
+  if ((style() & kStyleHorzScroll) == 0) {
+    shrinkBar(inner, XmNhorizontalScrollBar, XmNheight);
+  }
 }
 
 int zListBoxBase::remove(int row) {

@@ -13,6 +13,13 @@
 #include "framework/draw/font_dict.h"
 #include "framework/draw/screen.h"
 #include "framework/draw/x_font_xm.h"
+#include "framework/draw/x_handles.h"
+
+namespace {
+
+constexpr int kDefaultExtent = 10;
+
+}  // namespace
 
 zWindow* zWindow::nextSibling() {
   if (parentWindow == nullptr) {
@@ -208,4 +215,111 @@ void zPaneControl::notifyParent(int code) {
 
 int zPaneControl::enableChanged(int /*enabled*/) {
   return 0;
+}
+
+void zWindow::getExterior(zRect& rect) {
+  if (!isRealized()) {
+    getInterior(rect);
+    return;
+  }
+  Position x = 0;
+  Position y = 0;
+  XtTranslateCoords(mainWidget, 0, 0, &x, &y);
+  rect = zRect(zPoint{x, y}, widgetSize(mainWidget));
+}
+
+void zWindow::moveResize(int x, int y, int width, int height) {
+  if (mainWidget != nullptr) {
+    // A strip that was laid out to nothing keeps one pixel.
+    const zDimension shown = notEmpty({width, height});
+    if (isRealized()) {
+      XMoveResizeWindow(XtDisplay(mainWidget), XtWindow(mainWidget), x, y,
+                        static_cast<unsigned>(shown.width), static_cast<unsigned>(shown.height));
+    }
+    XtVaSetValues(mainWidget, XmNx, x, XmNy, y, XmNwidth, shown.width, XmNheight, shown.height,
+                  nullptr);
+  }
+  ownSizer->setPos({x, y});
+  ownSizer->setSize({width, height});
+}
+
+void zWindow::invalidateRegion(zRegion* region, int erase) {
+  zRect box = region->clipBox();
+  invalidate(&box, erase);
+}
+
+void zWindow::sizerReplaced(zSizer& newSizer) {
+  static_cast<void>(ownSizer.release());
+  ownSizer.reset(&newSizer);
+}
+
+void setConfiguredHeight(zEvent& event, int height) {
+  if (event.xevent != nullptr && event.xevent->type == ConfigureNotify) {
+    event.xevent->xconfigure.height = height;
+  }
+}
+
+void zNotifyNodeDlist::takeFrom(zNotifyNodeDlist& other) {
+  while (zNotifyNode* node = other.nodes.popFront()) {
+    nodes.append(node);
+  }
+}
+
+void zChildWin::createWidgets() {
+  if (sizer()->size().width == kNotSet || sizer()->size().height == kNotSet) {
+    sizer()->setSize({kDefaultExtent, kDefaultExtent});
+  }
+  const zDimension size = sizer()->size();
+  mainWidget = XtVaCreateWidget("DrawingArea", xmDrawingAreaWidgetClass, parent()->widget(),
+                                XmNuserData, this, XmNmarginWidth, 0, XmNmarginHeight, 0, XmNwidth,
+                                size.width, XmNheight, size.height, nullptr);
+  zRect place;
+  getExterior(place);
+  if ((style() & kStyleAbsolute) == 0) {
+    zRect outer;
+    parent()->getExterior(outer);
+    place.moveBy(-outer.left, -outer.top);
+  }
+  sizer()->setPos(place.pos());
+  connect<&zWindow::zWindowEventProc>(mainWidget, kWindowEvents, this);
+  takeParentsFont();
+}
+
+void zFrameWin::setCaption(const zString& caption) {
+  setCaption(caption.c_str());
+}
+
+void zFrameWin::setIconicHint() {
+  Display* display = XtDisplay(shellWidget);
+  std::unique_ptr<XWMHints, int (*)(void*)> hints(XGetWMHints(display, XtWindow(shellWidget)),
+                                                  XFree);
+  if (hints == nullptr) {
+    hints.reset(XAllocWMHints());
+  }
+  hints->initial_state = IconicState;
+  hints->flags |= StateHint;
+  XSetWMHints(display, XtWindow(shellWidget), hints.get());
+}
+
+void zFrameWin::maximize() {
+  const zDimension size = theScreen().size();
+  sizer()->setPos({0, 0});
+  sizer()->setSize(size);
+  for (Widget part : {shellWidget, inner, mainWidget}) {
+    XtVaSetValues(part, XmNx, 0, XmNy, 0, XmNwidth, size.width, XmNheight, size.height, nullptr);
+  }
+}
+
+void zPane::invalidateRegion(zRegion* region, int erase) {
+  currentDisplay->invalidateRegion(region, erase);
+}
+
+void zPane::pushDisplay(zDisplay* display) {
+  displayStack.push(display);
+  currentDisplay = display;
+}
+
+void zPane::popDisplay() {
+  displayStack.pop();
+  currentDisplay = displayStack.isEmpty() ? ownDisplay.get() : displayStack.top();
 }

@@ -5,6 +5,7 @@
 
 #include "framework/draw/display.h"
 #include "framework/visuals/bevel.h"
+#include "framework/visuals/status_item.h"
 
 namespace {
 
@@ -87,6 +88,37 @@ void ziVisText3d::draw(zDisplay& display) {
   drawLooking(display, centredIn(rect(), textSize()));
 }
 
+void ziVisButton::drawIdle(zDisplay& /*display*/) {
+  state = kVisualIdle;
+}
+
+void ziVisBmpButtonInternal::drawIdle(zDisplay& display) {
+  if ((style() & kLatching) == 0) {
+    drawUp(display);
+    return;
+  }
+  ziVisButton::drawIdle(display);
+  drawAll(display);
+}
+
+bool ziCompound::intersects(const zRect& area) const {
+  ziVisualDList::Iter walk(children);
+  while (const ziVisual* visual = walk.next()) {
+    if (isVisible() && visual->intersects(area)) {
+      return true;
+    }
+  }
+  return false;
+}
+
+void ziCompound::paint() {
+  paintIn(rect());
+}
+
+ziVisualHost* ziCompound::host() const {
+  return compound() == nullptr ? nullptr : compound()->host();
+}
+
 void ziVisButton::press() {
   if (isEnabled() && !isPressed()) {
     stateAtPress = state;
@@ -99,6 +131,25 @@ void ziVisButton::click() {
     show(&ziVisButton::drawUp);
     fire(nullptr);
   }
+}
+
+int ziCtrlPane::draw(zEvent* /*event*/) {
+  return 0;
+}
+
+int ziCtrlPane::size(zEvent* event) {
+  invalidate(nullptr, 0);
+  return zControl::size(event);
+}
+
+void ziCtrlPane::setFont(const zRCFont& newFont, int redraw) {
+  zControl::setFont(newFont, redraw);
+  ownDisplay->setFont(fontHandle());
+  invalidate(nullptr, 0);
+}
+
+void ziCtrlPane::invalidate(zRect* rect, int erase) {
+  ownDisplay->invalidate(rect, erase);
 }
 
 int ziVCBCtrlButton::keyArrived(zEvent& event, bool typed) {
@@ -121,3 +172,18 @@ zBitmapButton::zBitmapButton(zWindow* parent, zSizer* sizer, int style, const ch
                              int id, zBitmap* bitmap)
     : ziVCBCtrlButton(parent, sizer, kStyleChild | kStyleTabStop, static_cast<std::uint32_t>(style),
                       captionText, id, bitmap) {}
+
+void zStatusClock::setUse24Hours(bool on) {
+  use24Hours = on;
+  refit();
+}
+
+void zStatusClock::setSeparator(const RWCString& newSeparator) {
+  separator = newSeparator;
+  refit();
+}
+
+void zStatusClock::setColonVisible(bool on) {
+  colonVisible = on;
+  setText(timeText());
+}

@@ -1,5 +1,8 @@
 #pragma once
 
+// Part of the interface of resources that this program does not use: it has all of its own in the
+// built-in table. Compiled, its behaviour is not under test, but that any bytes can be read is.
+
 #include <cstdint>
 #include <istream>
 #include <memory>

@@ -1,4 +1,7 @@
-#include "resources/resource_file.h"
+// Part of the interface of resources that this program does not use; compiled, its behaviour is not
+// under test.
+
+#include "resources/extra/resource_file.h"
 
 #include <algorithm>
 #include <string_view>
