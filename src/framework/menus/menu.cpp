@@ -34,7 +34,7 @@ zMenu::zMenu() : zMenu(nullptr, kMenu) {}
 
 zMenu::zMenu(zWindow* owner) : zMenu(owner, kMenu) {
   Widget over = owner->innerWidget() != nullptr ? owner->innerWidget() : owner->widget();
-  setRoot(makeMenuBar(over));
+  setRoot(makeMenuBar(over, topItems()));
 }
 
 zMenu::zMenu(zWindow* owner, MenuKind kind)

@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <vector>
 
+#include "framework/core/application.h"
+#include "framework/core/connect_xm.h"
 #include "framework/core/show_together.h"
 #include "framework/core/xm_handles_xm.h"
 
@@ -16,6 +18,7 @@ namespace {
 
 constexpr Dimension kShellStartSize = 10;
 constexpr Dimension kItemMargin = 6;  // left and right of an item's texts
+constexpr zEventKinds kFirstForKeys{KeyPressMask | KeyReleaseMask, false, XtListHead};
 
 struct GadgetCallback {
   const char* resource;
@@ -160,6 +163,31 @@ void closePulldown(Widget pulldown) {
   XtCallActionProc(XtParent(pulldown), "MenuShellPopdownDone", &cause, nullptr, 0);
 }
 
+// The innermost pulldown of `list` that is on the screen; null when none is.
+Widget openPulldown(const ziMenuItemDList& list) {
+  const auto open =
+      std::find_if(list.begin(), list.end(), [](const auto& item) { return item->isOpen(); });
+  if (open == list.end()) {
+    return nullptr;
+  }
+  Widget inner = openPulldown(*(*open)->subItems);
+  return inner != nullptr ? inner : (*open)->subMenuWidget;
+}
+
+// A key that comes before a pulldown has got the focus is handed to the bar, which would take it
+// for the mnemonic of another entry. Keys with Alt are such mnemonics, also while a menu is open.
+// Handlers of what is chosen may destroy the menu.
+bool giveKeyToPulldown(ziMenuItemDList& list, XEvent& key) {
+  Widget at = XtWindowToWidget(key.xkey.display, key.xkey.window);
+  Widget pulldown = openPulldown(list);
+  if (pulldown == nullptr || (key.xkey.state & zApp::instance()->altMask()) != 0 ||
+      (at != nullptr && XmIsMenuShell(at))) {
+    return false;
+  }
+  XtDispatchEventToWidget(pulldown, &key);
+  return true;
+}
+
 void forgetItem(ziMenuItem& item) {
   if (item.isSubMenu()) {
     forgetMenuWidgets(*item.subItems);
@@ -182,8 +210,10 @@ void forgetItem(ziMenuItem& item) {
 
 }  // namespace
 
-Widget makeMenuBar(Widget over) {
-  return XmCreateMenuBar(over, const_cast<char*>("MenuBar"), nullptr, 0);
+Widget makeMenuBar(Widget over, ziMenuItemDList& list) {
+  Widget bar = XmCreateMenuBar(over, const_cast<char*>("MenuBar"), nullptr, 0);
+  connect<&giveKeyToPulldown>(bar, kFirstForKeys, &list);
+  return bar;
 }
 
 Widget buildPopupRoot(ziMenuItem& root, Widget owner) {
@@ -237,6 +267,7 @@ void destroyMenuRoot(Widget root, ziMenuItemDList& list) {
     }
   }
   forgetMenuWidgets(list);
+  disconnect<&giveKeyToPulldown>(root, kFirstForKeys, &list);
   std::for_each(open.begin(), open.end(), closePulldown);
   XtUnmanageChild(root);
   XtDestroyWidget(root);

@@ -10,8 +10,8 @@ class zMenu;
 /// here that ends a widget takes the callbacks away first, so that an item may die at once while
 /// its widget waits for the end of the running event.
 
-/// A menu bar, not managed, under a main window.
-Widget makeMenuBar(Widget over);
+/// A menu bar for `list`, not managed, under a main window.
+Widget makeMenuBar(Widget over, ziMenuItemDList& list);
 
 /// Makes the root of a popup under `owner` and the gadgets of all lines of `root`.
 Widget buildPopupRoot(ziMenuItem& root, Widget owner);

@@ -101,13 +101,13 @@ class AppTest : public testing::Test {
 
   /// Clicks at a place of the main window, pixels, and waits until it has been heard: keys may
   /// overtake a click that the window manager looks at.
-  void click(int x, int y, int times = 1) {
+  void click(int x, int y) {
     awaitSleep();
     const screen::ScreenArea area = user.areaOf(mainWindow);
     user.moveTo(area.x + x, area.y + y);
-    for (int i = 0; i < 2 * times; ++i) {
-      user.button(screen::kLeftButton, i % 2 == 0);
-    }
+    user.button(screen::kLeftButton, true);
+    user.button(screen::kLeftButton, false);
+    user.awaitWindowManager();
     awaitSleep();
   }
 
@@ -121,7 +121,7 @@ class AppTest : public testing::Test {
     user.press(menu, screen::kAlt);
     user.awaitMenu();
     user.press(item);
-    user.awaitNoMenu();
+    user.waitFor([&] { return !user.hasPopup(); }, "the menu to go");
   }
   /// Waits for a dialog, answers it by a text and a key, or closes it, and waits for its end.
   void answer(const std::string& title, const std::string& text = "",

@@ -30,12 +30,9 @@ class User : public Screen {
       waitFor([&] { return hasAnswered(question); }, "the window manager");
     }
   }
-  /// Waits until a menu is on the screen, or until none is.
+  /// Waits until a menu is on the screen.
   void awaitMenu() {
     waitFor([&] { return hasPopup(); }, "a menu");
-  }
-  void awaitNoMenu() {
-    waitFor([&] { return !hasPopup(); }, "the menu to go");
   }
 
   /// What is waited for at present, the innermost last.

@@ -53,10 +53,12 @@ TEST_F(MenuTest, IsOperatedByTheKeyboard) {
   listenTo(*bar);
   bar->appendItem(kRun, "&Go", kItemHelp);
   show();
-  bar->appendItem(8, "Before the help", kItemHelp);
-  EXPECT_EQ(look(), "&File\n&View\nBefore the help\n&Go\n");
-  open(0, [] { ui::pressKey(XK_f, ui::kAlt); });
-  EXPECT_EQ(close(0, [] { ui::pressKey(XK_Escape); }), "l closed;");
+  bar->appendItem(8, "Ne&xt to the help", kItemHelp);
+  EXPECT_EQ(look(), "&File\n&View\nNe&xt to the help\n&Go\n");
+  // A key that comes while the menu comes up and has no focus yet.
+  action = [] { screen::Screen(ui::display()).press(XK_x); };
+  ui::pressKey(XK_f, ui::kAlt);
+  EXPECT_THAT(heard(), testing::EndsWith("l select 1003/32768;l closed;l 1003;o 1003;"));
   ui::waitForFocus(pane->widget());
   ui::pressKey(XK_g, ui::kAlt);
   EXPECT_EQ(heard(), "l select 1200/32768;l closed;l 1200;o 1200;") << "an item of the bar";
@@ -115,13 +117,19 @@ TEST_F(MenuTest, SubMenusNestAndTheirLinesOutliveTheirMenuObject) {
   recent->addMenuInitHandler(this, handler<'i'>());
   deep.setCommand(this, handler<'d'>(), 9);
   fileMenu.setCommand(this, handler<'f'>(), 9);
-  const auto chooseLate = [&] {
-    open(0);
-    return close(0, [] { ui::typeText("rdl"); });
+  const auto chooseLate = [&](screen::Screen& typist) {
+    ui::waitForFocus(pane->widget());
+    typist.press(XK_f, ui::kAlt);
+    typist.type("r");
+    typist.press(XK_Down);
+    typist.type("\nl");
+    ui::drain();
+    return heard();
   };
-  EXPECT_EQ(chooseLate(), "i shown;i shown;d 9;r 9;f 9;o 9;");
+  EXPECT_EQ(chooseLate(ui::user()), "i shown;i shown;d 9;r 9;f 9;o 9;");
   recent.reset();
-  EXPECT_EQ(chooseLate(), "d 9;f 9;o 9;");
+  screen::Screen typesAhead(ui::display());
+  EXPECT_EQ(chooseLate(typesAhead), "d 9;f 9;o 9;");
   EXPECT_EQ(bar->setGrayed(9, 1) + fileMenu.deleteSubMenuAt(1) + bar->setGrayed(9, 1), 2);
   EXPECT_EQ(look(0), kFileLook);
   EXPECT_EQ(deep.parentMenu(), nullptr);
