@@ -95,7 +95,7 @@ void Session::beginScript() {
   }
   std::vector<std::string> script = firstCommands(wanted);
   if (breakpoints.isThere()) {
-    script.push_back("source " + breakpoints.path().string());
+    script.push_back("source " + breakpoints.path());
   }
   const auto end = [this] {
     settled = true;
