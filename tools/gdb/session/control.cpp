@@ -88,7 +88,6 @@ void Session::endInput() {
 void Session::restartDebugger() {
   afterStart = lines.bind([this] { finish(); });
   if (!debugger.isAlive()) {
-    isRestarting = true;
     startDebugger();
     return;
   }

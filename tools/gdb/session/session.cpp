@@ -52,10 +52,13 @@ void Session::greet() {
   if (isFirst || !output.repeatKept()) {
     print(kGreeting);
   }
-  if (isFirst) {
+  if (lines.isEmpty()) {
     beginScript();
   }
   showTarget();
+  for (const auto& box : unread) {
+    box();
+  }
 }
 
 void Session::takeCommand(const std::string& command) {
