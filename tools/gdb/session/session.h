@@ -61,7 +61,7 @@ class Session : public tester_link::Tester, public Control, private DebuggerList
   void finish() override;
   void refuse(const std::string& sentence) override;
   void interrupt(std::function<void()> then) override;
-  void input(const std::string& bytes) override { debugger.input(bytes); }
+  void input(const std::string& bytes) override;
   void endInput() override;
   void markOutput(bool isMarked) override { output.setMark(isMarked); }
   void setPageLength(std::size_t length) override { output.setPageLength(length); }
