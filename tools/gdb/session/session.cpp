@@ -63,11 +63,15 @@ void Session::greet() {
 
 void Session::takeCommand(const std::string& command) {
   const bool isStop = equalIgnoringCase(singleLine(command), "stop");
-  if (isStop && isConsoleBusy()) {
+  if (isStop && isConsoleBusy() && waiting.empty()) {
     begin(command);
     return;
   }
-  waiting.push_back({command, isTargetRunning()});
+  if (isStop) {
+    // What runs now stops at once, and what waits when it is begun: "stop" comes behind it.
+    interrupt([] {});
+  }
+  waiting.push_back({command, isTargetRunning() || isStop});
   beginWaiting();
 }
 
