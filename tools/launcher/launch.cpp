@@ -2,6 +2,7 @@
 
 #include "support/version.h"
 #include "usage.h"
+#include "user_folder.h"
 
 #include <CLI/CLI.hpp>
 
@@ -187,10 +188,7 @@ std::string quoteCommand(const std::vector<std::string>& words) {
 }
 
 std::string stateFolderOf(const char* stateHome, const char* home) {
-  if (stateHome != nullptr && stateHome[0] == '/') {
-    return std::string(stateHome) + "/korvane";
-  }
-  return home != nullptr && home[0] == '/' ? std::string(home) + "/.local/state/korvane" : "";
+  return userFolderOf(stateHome, home, "/.local/state");
 }
 
 std::vector<std::string> postmasterWords(const Options& options, const std::string& stateFolder,

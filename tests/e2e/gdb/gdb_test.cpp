@@ -61,10 +61,11 @@ class GdbTest : public testing::Test {
     std::vector<std::string> words = {"--transcript", transcript, "--gdb"};
     words.insert(words.end(), programs.begin(), programs.end());
     words.insert(words.end(), {"--", "-xrm", "nelkvui.promptKeyDelay:0"});
-    korvane = std::make_unique<ChildProcess>(Launch{builtProgram("korvane"),
-                                                    words,
-                                                    {"XDG_STATE_HOME=" + folder.path().string()},
-                                                    folder.path()});
+    korvane = std::make_unique<ChildProcess>(Launch{
+        builtProgram("korvane"),
+        words,
+        {"XDG_STATE_HOME=" + folder.path().string(), "XDG_CONFIG_HOME=" + folder.path().string()},
+        folder.path()});
     window = user.awaitWindow(title);
     const auto isHeard = [&] {
       user.press(XK_Return);

@@ -36,7 +36,8 @@ class GdbFaults : public testing::Test {
     postmaster = std::make_unique<ScriptedPostmaster>();
     postmaster->start({builtProgram("nelgdb"),
                        {"--gdb", gdb},
-                       {"NELGDB_TEST_SCRIPT=" + (folder / "script").string()}});
+                       {"NELGDB_TEST_SCRIPT=" + (folder / "script").string(),
+                        "XDG_CONFIG_HOME=" + folder.path().string()}});
     postmaster->expectConnect();
     postmaster->send(MSG_CONNECT_OK, NELKV, 1, 1, 2, "scripted Postmaster");
     postmaster->expect(MSG_TOOL_READY);

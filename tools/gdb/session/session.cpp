@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <utility>
 
-#include "gdb/session/startup.h"
+#include "gdb/session/button_folder.h"
 #include "gdb/words/words.h"
 #include "support/text.h"
 
@@ -143,7 +143,11 @@ void Session::update() {
 
 void Session::showTarget() {
   const std::string& program = target().program;
-  const std::string folder = buttonFolder(options, program);
+  std::string folder = buttonFolder(options, program);
+  if (folder.empty()) {
+    usualButtons = usualButtons ? usualButtons : usualButtonFolder();
+    folder = *usualButtons;
+  }
   // The buttons are loaded anew each time, also those that the user changed.
   if (!folder.empty() && std::exchange(shownFolder, folder) != folder) {
     link.showSystem(folder, program.empty() ? "gdb" : fs::path(program).filename().string());

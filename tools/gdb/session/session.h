@@ -145,6 +145,7 @@ class Session : public tester_link::Tester, public Control, private DebuggerList
   std::vector<std::function<void()>> afterInterrupt;
   std::function<void()> afterStart;          ///< what goes on when a new GDB is ready
   std::deque<std::function<void()>> unread;  ///< boxes about GDB's end, each by what shows it
+  std::optional<std::string> usualButtons;   ///< folder of the set for all programs
   std::string shownFolder;                   ///< whose buttons the user interface was told to load
   std::string frameSetting;                  ///< that GDB has
   bool greeted = false;
