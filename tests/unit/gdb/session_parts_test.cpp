@@ -11,6 +11,7 @@
 #include "gdb/session/query_queue.h"
 #include "gdb/session/startup.h"
 #include "gdb/session/target_watch.h"
+#include "tester_link/button_folder.h"
 #include "tests/support/basics.h"
 
 namespace gdb {
@@ -250,7 +251,7 @@ TEST(StartOfASession, TakesTheGdbOfTheProgramsMachineAndTheNearestButtons) {
   EXPECT_EQ(debuggerFor({.debugger = "/my/gdb"}, program), "/my/gdb");
   EXPECT_EQ(debuggerFor({}, "/proc/self/exe"), "gdb");
   EXPECT_EQ(debuggerFor({}, folder.path()), "gdb");
-  EXPECT_NE(buttonFolder({}, program), folder.path());
+  EXPECT_EQ(buttonFolder({}, program), "");
   folder.write("nelkv.btn", ":A\n");
   EXPECT_EQ(buttonFolder({}, program), folder.path());
   EXPECT_EQ(buttonFolder({.buttons = folder.path()}, "/bin/sh"), folder.path());
@@ -262,6 +263,24 @@ TEST(StartOfASession, TakesTheGdbOfTheProgramsMachineAndTheNearestButtons) {
   for (const char* other : {"next", "up", "print bt1", ""}) {
     EXPECT_THAT(frameSettingFor(other), testing::EndsWith(" source-and-location")) << other;
   }
+}
+
+TEST(StartOfASession, KeepsACopyOfTheShippedButtonsUntilTheUserChangesIt) {
+  const TemporaryFolder shipped;
+  const TemporaryFolder home;
+  const std::filesystem::path own = home.path() / "gdb";
+  const auto copyOf = [&](const std::string& set) {
+    shipped.write("nelkv.btn", set);
+    EXPECT_EQ(tester_link::copiedButtons(shipped.path(), own), own);
+    return readFile(own / "nelkv.btn");
+  };
+  EXPECT_EQ(copyOf("one"), "one");
+  EXPECT_EQ(copyOf("two"), "two");
+  home.write("gdb/nelkv.btn", "mine");
+  EXPECT_EQ(copyOf("three"), "mine");
+  std::filesystem::remove(own / "nelkv.btn");
+  EXPECT_EQ(copyOf("three"), "three");
+  EXPECT_EQ(tester_link::copiedButtons(shipped.path(), "/proc/none"), shipped.path());
 }
 
 }  // namespace

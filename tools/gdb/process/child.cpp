@@ -1,12 +1,16 @@
 #include "gdb/process/child.h"
 
 #include <fcntl.h>
-#include <spawn.h>
+#include <linux/close_range.h>
+#include <sys/prctl.h>
 #include <sys/signalfd.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <array>
+#include <cerrno>
 #include <csignal>
+#include <cstdlib>
 #include <system_error>
 #include <thread>
 
@@ -19,47 +23,27 @@ using Clock = std::chrono::steady_clock;
 /// Between two looks for an end that is waited for.
 constexpr std::chrono::milliseconds kLookPeriod{2};
 
-class FileActions {
- public:
-  explicit FileActions(const std::string& terminal) {
-    posix_spawn_file_actions_init(&actions);
-    // The first terminal that the leader of a session opens controls the session.
-    posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, terminal.c_str(), O_RDWR, 0);
-    posix_spawn_file_actions_adddup2(&actions, STDIN_FILENO, STDOUT_FILENO);
-    posix_spawn_file_actions_adddup2(&actions, STDIN_FILENO, STDERR_FILENO);
-    posix_spawn_file_actions_addclosefrom_np(&actions, STDERR_FILENO + 1);
+/// Gives all signals back their usual effect and lets them come.
+void resetSignals() {
+  for (int number = 1; number < NSIG; ++number) {
+    ::signal(number, SIG_DFL);
   }
-  ~FileActions() { posix_spawn_file_actions_destroy(&actions); }
-  FileActions(const FileActions&) = delete;
-  FileActions& operator=(const FileActions&) = delete;
+  sigset_t none;
+  sigemptyset(&none);
+  sigprocmask(SIG_SETMASK, &none, nullptr);
+}
 
-  const posix_spawn_file_actions_t* get() const { return &actions; }
-
- private:
-  posix_spawn_file_actions_t actions{};
-};
-
-class Attributes {
- public:
-  Attributes() {
-    posix_spawnattr_init(&attributes);
-    sigset_t signals;
-    sigemptyset(&signals);
-    posix_spawnattr_setsigmask(&attributes, &signals);
-    sigfillset(&signals);
-    posix_spawnattr_setsigdefault(&attributes, &signals);
-    posix_spawnattr_setflags(&attributes,
-                             POSIX_SPAWN_SETSID | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+/// Makes the terminal the standard streams, and lets a program have nothing else.
+bool takeTerminal(const std::string& terminal) {
+  // The first terminal that the leader of a session opens controls the session.
+  const int opened = setsid() < 0 ? -1 : open(terminal.c_str(), O_RDWR | O_CLOEXEC);
+  for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    if (opened < 0 || dup2(opened, stream) < 0) {
+      return false;
+    }
   }
-  ~Attributes() { posix_spawnattr_destroy(&attributes); }
-  Attributes(const Attributes&) = delete;
-  Attributes& operator=(const Attributes&) = delete;
-
-  const posix_spawnattr_t* get() const { return &attributes; }
-
- private:
-  posix_spawnattr_t attributes{};
-};
+  return close_range(STDERR_FILENO + 1, ~0U, CLOSE_RANGE_CLOEXEC) == 0;
+}
 
 std::vector<char*> pointers(std::vector<std::string>& words) {
   std::vector<char*> result;
@@ -76,10 +60,32 @@ std::vector<char*> pointers(std::vector<std::string>& words) {
 Child::Child(const Launch& launch) {
   std::vector<std::string> words = launch.arguments;
   words.insert(words.begin(), launch.program);
+  const std::vector<char*> arguments = pointers(words);
   std::vector<std::string> variables = launch.environment;
-  const int error =
-      posix_spawn(&processId, launch.program.c_str(), FileActions(launch.terminal).get(),
-                  Attributes().get(), pointers(words).data(), pointers(variables).data());
+  const std::vector<char*> environment = pointers(variables);
+  std::array<int, 2> ends{};
+  if (pipe2(ends.data(), O_CLOEXEC) != 0) {
+    throw std::system_error(errno, std::generic_category(), launch.program);
+  }
+  const UniqueDescriptor faultReader(ends[0]);
+  UniqueDescriptor faultWriter(ends[1]);
+  const pid_t parent = getpid();
+  processId = fork();
+  if (processId == 0) {
+    resetSignals();
+    // A parent that is killed cannot end its child, which may not notice the loss of its terminal.
+    prctl(PR_SET_PDEATHSIG, SIGTERM);
+    if (getppid() == parent && takeTerminal(launch.terminal)) {
+      execve(launch.program.c_str(), arguments.data(), environment.data());
+    }
+    static_cast<void>(!write(ends[1], &errno, sizeof errno));
+    _exit(EXIT_FAILURE);
+  }
+  int error = processId < 0 ? errno : 0;
+  faultWriter.close();
+  if (processId > 0 && read(faultReader.get(), &error, sizeof error) > 0) {
+    waitpid(processId, nullptr, 0);
+  }
   if (error != 0) {
     throw std::system_error(error, std::generic_category(), launch.program);
   }

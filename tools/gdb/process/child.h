@@ -20,7 +20,8 @@ struct Launch {
 };
 
 /// A child in a session of its own, with no other descriptors than its terminal and with all
-/// signals as a program expects them. It is killed with its object if it has not ended.
+/// signals as a program expects them. It is killed with its object if it has not ended, and told to
+/// end (SIGTERM) when this process does in whatever way.
 class Child {
  public:
   /// Throws std::system_error when it cannot be started.

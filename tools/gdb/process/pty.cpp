@@ -6,6 +6,7 @@
 #include <array>
 #include <cerrno>
 #include <cstdlib>
+#include <filesystem>
 #include <system_error>
 
 namespace gdb {
@@ -55,6 +56,19 @@ Pty openPty(PtyUse use) {
   }
   setMode(pty.slave.get(), use);
   return pty;
+}
+
+bool isOpenIn(const std::string& process, const std::string& terminal) {
+  namespace fs = std::filesystem;
+  std::error_code error;
+  for (const fs::directory_entry& file :
+       fs::directory_iterator("/proc/" + process + "/fd", error)) {
+    std::error_code closed;
+    if (fs::read_symlink(file, closed) == terminal) {
+      return true;
+    }
+  }
+  return error == std::errc::permission_denied;
 }
 
 }  // namespace gdb

@@ -24,4 +24,7 @@ struct Pty {
 /// Throws std::system_error.
 Pty openPty(PtyUse use);
 
+/// Whether that process has that terminal open; also where that cannot be seen.
+bool isOpenIn(const std::string& process, const std::string& terminal);
+
 }  // namespace gdb

@@ -1,44 +1,39 @@
 #include "gdb/session/breakpoint_file.h"
 
-#include <cstdlib>
-#include <string>
-#include <system_error>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace gdb {
 
-namespace fs = std::filesystem;
+namespace {
 
-BreakpointFile::~BreakpointFile() {
-  std::error_code error;
-  if (!folder.empty()) {
-    fs::remove_all(folder, error);
-  }
+std::string pathOf(const UniqueDescriptor& file) {
+  return "/proc/" + std::to_string(getpid()) + "/fd/" + std::to_string(file.get());
 }
 
+}  // namespace
+
 void BreakpointFile::save(QueryQueue& queries) {
-  std::error_code error;
-  if (folder.empty()) {
-    std::string name = (fs::temp_directory_path(error) / "nelgdb-XXXXXX").string();
-    if (error || mkdtemp(name.data()) == nullptr) {
-      return;
-    }
-    folder = name;
+  const auto fresh = std::make_shared<UniqueDescriptor>(memfd_create("breakpoints", MFD_CLOEXEC));
+  if (!fresh->isOpen()) {
+    return;
   }
-  const fs::path fresh = folder / "fresh";
-  queries.ask("save breakpoints " + fresh.string(), [this, fresh](const mi::Record& result) {
-    std::error_code ignored;
-    if (result.name != "done") {
-      return;
+  // GDB leaves the file empty when there is nothing to save.
+  queries.ask("save breakpoints " + pathOf(*fresh), [this, fresh](const mi::Record& result) {
+    if (result.name == "done") {
+      kept = fresh;
     }
-    // GDB writes no file when there is nothing to save.
-    fs::remove(path(), ignored);
-    fs::rename(fresh, path(), ignored);
   });
 }
 
 bool BreakpointFile::isThere() const {
-  std::error_code error;
-  return !folder.empty() && fs::exists(path(), error);
+  struct stat status {};
+  return kept != nullptr && fstat(kept->get(), &status) == 0 && status.st_size > 0;
+}
+
+std::string BreakpointFile::path() const {
+  return pathOf(*kept);
 }
 
 }  // namespace gdb

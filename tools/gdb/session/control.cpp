@@ -1,5 +1,6 @@
 // What the words may do.
 
+#include <algorithm>
 #include <utility>
 
 #include "gdb/session/session.h"
@@ -81,14 +82,25 @@ void Session::interrupt(std::function<void()> then) {
   }
 }
 
+/// A process that was attached to, or let go of its terminal, would not get it.
+void Session::input(const std::string& bytes) {
+  const auto readsHere = [this](const std::string& process) {
+    return isOpenIn(process, debugger.programTerminal());
+  };
+  if (std::ranges::any_of(watch.processes(), readsHere)) {
+    debugger.input(bytes);
+  } else {
+    print("Nothing was sent: the program has its input elsewhere.");
+  }
+}
+
 void Session::endInput() {
-  debugger.input(kEndOfInput);
+  input(kEndOfInput);
 }
 
 void Session::restartDebugger() {
   afterStart = lines.bind([this] { finish(); });
   if (!debugger.isAlive()) {
-    isRestarting = true;
     startDebugger();
     return;
   }

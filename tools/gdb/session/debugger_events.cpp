@@ -43,6 +43,7 @@ void Session::startDebugger() {
   const std::string name = debuggerFor(options, program);
   const std::optional<std::string> path = findDebugger(name);
   settled = false;
+  unread.clear();
   std::string why = path ? "" : whyMissing(name);
   try {
     if (path) {
@@ -54,7 +55,7 @@ void Session::startDebugger() {
     why = error.what();
   }
   print(why);
-  link.showError(kBoxCaption, why, [](const Answer&) {});
+  showFault(why);
   showTarget();
   endStart();
 }
@@ -88,17 +89,18 @@ void Session::beginScript() {
     return;
   }
   Options wanted = options;
-  if (std::exchange(isRestarting, false)) {
+  // What was never loaded is tried again, all of it.
+  if (hasLoaded) {
     const bool isSame = target().program == options.program;
     wanted = {.program = target().program};
     wanted.arguments = isSame ? options.arguments : std::vector<std::string>();
   }
   std::vector<std::string> script = firstCommands(wanted);
   if (breakpoints.isThere()) {
-    script.push_back("source " + breakpoints.path().string());
+    script.push_back("source " + breakpoints.path());
   }
   const auto end = [this] {
-    settled = true;
+    settled = hasLoaded = true;
     finish();
     endStart();
   };
@@ -113,7 +115,7 @@ void Session::onConsoleText(const std::string& text) {
   dialogues.noteText(Clock::now());
   if (!debugger.isReady() && text.find(kTooOldText) != std::string::npos) {
     const std::string why = "This GDB is too old: version 7.12 or a later one is needed.";
-    link.showError(kBoxCaption, why, [](const Answer&) {});
+    showFault(why);
     debugger.kill();
   }
 }
@@ -188,7 +190,6 @@ void Session::onDebuggerEnd(int waitStatus) {
   showTarget();
   update();
   if (isReplaced) {
-    isRestarting = true;
     startDebugger();
   } else {
     endStart();
@@ -197,13 +198,33 @@ void Session::onDebuggerEnd(int waitStatus) {
 }
 
 void Session::offerStart(const std::string& why) {
-  link.askYesNo(kBoxCaption, why + "\nStart it anew? It gets its program and breakpoints again.",
-                [this](const Answer& answer) {
-                  if (answer.kind == AnswerKind::kYes && !debugger.isAlive()) {
-                    isRestarting = true;
-                    startDebugger();
-                  }
-                });
+  tell([this, why] {
+    link.askYesNo(kBoxCaption, why + "\nStart it anew? It gets its program and breakpoints again.",
+                  [this](const Answer& answer) {
+                    noteRead();
+                    if (answer.kind == AnswerKind::kYes && !debugger.isAlive()) {
+                      startDebugger();
+                    }
+                  });
+  });
+}
+
+void Session::showFault(const std::string& why) {
+  tell([this, why] { link.showError(kBoxCaption, why, [this](const Answer&) { noteRead(); }); });
+}
+
+/// Shows a box about GDB's end, which is kept for a later user until one has read it.
+void Session::tell(const std::function<void()>& box) {
+  unread.push_back(box);
+  if (greeted) {
+    box();
+  }
+}
+
+void Session::noteRead() {
+  if (!unread.empty()) {
+    unread.pop_front();
+  }
 }
 
 void Session::offerKill() {

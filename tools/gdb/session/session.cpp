@@ -9,6 +9,7 @@
 #include "gdb/session/startup.h"
 #include "gdb/words/words.h"
 #include "support/text.h"
+#include "tester_link/button_folder.h"
 
 namespace gdb {
 
@@ -52,19 +53,26 @@ void Session::greet() {
   if (isFirst || !output.repeatKept()) {
     print(kGreeting);
   }
-  if (isFirst) {
+  if (lines.isEmpty()) {
     beginScript();
   }
   showTarget();
+  for (const auto& box : unread) {
+    box();
+  }
 }
 
 void Session::takeCommand(const std::string& command) {
   const bool isStop = equalIgnoringCase(singleLine(command), "stop");
-  if (isStop && isConsoleBusy()) {
+  if (isStop && isConsoleBusy() && waiting.empty()) {
     begin(command);
     return;
   }
-  waiting.push_back({command, isTargetRunning()});
+  if (isStop) {
+    // What runs now stops at once, and what waits when it is begun: "stop" comes behind it.
+    interrupt([] {});
+  }
+  waiting.push_back({command, isTargetRunning() || isStop});
   beginWaiting();
 }
 
@@ -136,7 +144,11 @@ void Session::update() {
 
 void Session::showTarget() {
   const std::string& program = target().program;
-  const std::string folder = buttonFolder(options, program);
+  std::string folder = buttonFolder(options, program);
+  if (folder.empty()) {
+    usualButtons = usualButtons ? usualButtons : tester_link::usualButtonFolder("gdb");
+    folder = *usualButtons;
+  }
   // The buttons are loaded anew each time, also those that the user changed.
   if (!folder.empty() && std::exchange(shownFolder, folder) != folder) {
     link.showSystem(folder, program.empty() ? "gdb" : fs::path(program).filename().string());

@@ -61,7 +61,7 @@ class Session : public tester_link::Tester, public Control, private DebuggerList
   void finish() override;
   void refuse(const std::string& sentence) override;
   void interrupt(std::function<void()> then) override;
-  void input(const std::string& bytes) override { debugger.input(bytes); }
+  void input(const std::string& bytes) override;
   void endInput() override;
   void markOutput(bool isMarked) override { output.setMark(isMarked); }
   void setPageLength(std::size_t length) override { output.setPageLength(length); }
@@ -110,6 +110,9 @@ class Session : public tester_link::Tester, public Control, private DebuggerList
   void beginScript();
   void endStart();
   void offerStart(const std::string& why);
+  void showFault(const std::string& why);
+  void tell(const std::function<void()>& box);
+  void noteRead();
   void offerKill();
   void climb(Clock::time_point now);
   void noteBesidePrompt();
@@ -140,15 +143,17 @@ class Session : public tester_link::Tester, public Control, private DebuggerList
   std::deque<ConsoleCommand> commands;    ///< that have not begun
   std::optional<ConsoleCommand> present;  ///< the one that GDB carries out
   std::vector<std::function<void()>> afterInterrupt;
-  std::function<void()> afterStart;  ///< what goes on when a new GDB is ready
-  std::string shownFolder;           ///< whose buttons the user interface was told to load
-  std::string frameSetting;          ///< that GDB has
+  std::function<void()> afterStart;          ///< what goes on when a new GDB is ready
+  std::deque<std::function<void()>> unread;  ///< boxes about GDB's end, each by what shows it
+  std::optional<std::string> usualButtons;   ///< folder of the set for all programs
+  std::string shownFolder;                   ///< whose buttons the user interface was told to load
+  std::string frameSetting;                  ///< that GDB has
   bool greeted = false;
-  bool settled = false;       ///< GDB has its settings and knows what to debug
-  bool isEnding = false;      ///< the present command's prompt is back, its end not told
-  bool isReplacing = false;   ///< GDB was told to end, for the next one
-  bool isRestarting = false;  ///< the present GDB gets what the one before it had
-  bool garbageTold = false;   ///< since the last command began
+  bool settled = false;      ///< GDB has its settings and knows what to debug
+  bool isEnding = false;     ///< the present command's prompt is back, its end not told
+  bool isReplacing = false;  ///< GDB was told to end, for the next one
+  bool hasLoaded = false;    ///< a GDB has loaded what the options name
+  bool garbageTold = false;  ///< since the last command began
 };
 
 }  // namespace gdb

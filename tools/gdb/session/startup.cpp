@@ -12,6 +12,7 @@
 #include <system_error>
 
 #include "gdb/words/texts.h"
+#include "tester_link/button_folder.h"
 
 namespace gdb {
 
@@ -19,7 +20,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr char kButtonFile[] = "nelkv.btn";
 constexpr char kOwnProgram[] = "/proc/self/exe";
 
 /// The machine that an ELF file is for; nothing for another file.
@@ -61,11 +61,6 @@ std::string variableSetting(const char* name) {
   const char* value = std::getenv(name);
   return value == nullptr ? "unset environment " + std::string(name)
                           : "set environment " + std::string(name) + " = " + value;
-}
-
-bool hasButtons(const fs::path& folder) {
-  std::error_code error;
-  return fs::is_regular_file(folder / kButtonFile, error);
 }
 
 void addSerial(std::vector<std::string>& commands, const std::string& serial) {
@@ -141,12 +136,8 @@ std::string debuggerFor(const Options& options, const std::string& program) {
 }
 
 std::string buttonFolder(const Options& options, const std::string& program) {
-  std::error_code error;
-  const fs::path own = fs::read_symlink(kOwnProgram, error).parent_path();
-  const fs::path shipped = (own / NEL_DATA_FROM_BIN / "nelkvui" / "gdb").lexically_normal();
-  for (const fs::path& folder :
-       {fs::path(options.buttons), fs::path(program).parent_path(), shipped}) {
-    if (!folder.empty() && hasButtons(folder)) {
+  for (const fs::path& folder : {fs::path(options.buttons), fs::path(program).parent_path()}) {
+    if (!folder.empty() && tester_link::hasButtons(folder)) {
       return folder.string();
     }
   }

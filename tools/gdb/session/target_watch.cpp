@@ -62,7 +62,7 @@ void TargetWatch::take(const mi::Record& record) {
     present.thread = results["id"].string();
     present.frame = frameText(results["frame"]);
   } else if (name == "thread-group-started") {
-    groups.insert(results["id"].string());
+    groups[results["id"].string()] = results["pid"].string();
     present.state = Target::State::kStopped;
     present.frame.clear();
     present.signal.clear();
@@ -113,7 +113,7 @@ void TargetWatch::takeGroups(const mi::Record& record) {
   std::string program;
   for (const auto& [name, group] : record.results["groups"].elements()) {
     if (group.has("pid")) {
-      groups.insert(group["id"].string());
+      groups[group["id"].string()] = group["pid"].string();
     }
     if (program.empty()) {
       program = group["executable"].string();

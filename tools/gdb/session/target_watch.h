@@ -1,6 +1,7 @@
 #pragma once
 
-#include <set>
+#include <map>
+#include <ranges>
 #include <string>
 #include <utility>
 #include <vector>
@@ -33,6 +34,9 @@ class TargetWatch {
   /// Whether breakpoints came, changed or went since the last call.
   bool takeBreakpointChange() { return std::exchange(haveBreakpointsChanged, false); }
 
+  /// The numbers of the debugged processes.
+  auto processes() const { return std::views::values(groups); }
+
   /// "prog: stopped in main at main.c:12"
   std::string title() const;
 
@@ -41,7 +45,7 @@ class TargetWatch {
   void takeExit(const mi::Value& results);
 
   Target present;
-  std::set<std::string> groups;  ///< that have a process
+  std::map<std::string, std::string> groups;  ///< that have a process, and its number
   std::vector<std::string> notes;
   bool haveBreakpointsChanged = false;
 };

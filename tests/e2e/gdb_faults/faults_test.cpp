@@ -36,7 +36,8 @@ class GdbFaults : public testing::Test {
     postmaster = std::make_unique<ScriptedPostmaster>();
     postmaster->start({builtProgram("nelgdb"),
                        {"--gdb", gdb},
-                       {"NELGDB_TEST_SCRIPT=" + (folder / "script").string()}});
+                       {"NELGDB_TEST_SCRIPT=" + (folder / "script").string(),
+                        "XDG_CONFIG_HOME=" + folder.path().string()}});
     postmaster->expectConnect();
     postmaster->send(MSG_CONNECT_OK, NELKV, 1, 1, 2, "scripted Postmaster");
     postmaster->expect(MSG_TOOL_READY);
@@ -235,7 +236,9 @@ TEST_F(GdbFaults, ARunIsStoppedForTheNextCommand) {
 send mi ^done\n(gdb) \n
 )" + stopsAt(5) +
         "send console Interrupt.\\n%P\nexpect console continue&\n" + kRuns +
-        "send console %P\nexpect mi -exec-interrupt\n" + stopsAt(6) + "expect console until\n" +
+        "send console %P\nexpect mi -exec-interrupt\n" + stopsAt(6) +
+        "expect console one\nexpect interrupt\nsend console %P\nexpect console two\n" + kRuns +
+        "expect mi -exec-interrupt\n" + stopsAt(8) + "send console %P\nexpect console until\n" +
         kRuns + "expect mi -exec-interrupt\n" + stopsAt(7) + "send console %P\n");
   play({{kCommand, {"continue"}, MSG_T_BUSY},
         {0, {}, MSG_T_TITLE, ": running"},
@@ -243,6 +246,12 @@ send mi ^done\n(gdb) \n
         {0, {}, MSG_T_PROMPT, "Did print 1.\n"},
         {kCommand, {"continue&"}, MSG_T_PROMPT, ": running"},
         {kCommand, {"stop"}, MSG_T_PROMPT, "m.c:6"},
+        // What waits is stopped as well, each in its turn.
+        {kCommand, {"one"}, MSG_T_BUSY},
+        {kCommand, {"two"}, 0},
+        {kCommand, {"stop"}, MSG_T_PROMPT, "\"one\""},
+        {0, {}, MSG_T_PROMPT, "m.c:8|\"two\""},
+        {0, {}, MSG_T_PROMPT, "\"stop\""},
         {kCommand, {"until"}, MSG_T_BUSY}});
   userLeaves();
   userComes();
