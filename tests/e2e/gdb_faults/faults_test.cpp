@@ -319,7 +319,7 @@ TEST_F(GdbFaults, AHangIsNoHindranceToARestart) {
 }
 
 TEST_F(GdbFaults, AHangBeforeACommandIsTold) {
-  start("expect mi -gdb-set prompt\nhang\n");
+  start("expect console attach\nsend console %P\nexpect mi -gdb-set prompt\nhang\n");
   play({{kCommand, {"next"}, MSG_T_QUESTION, "GDB does not answer."},
         {MSG_UI_OK, {}, MSG_T_PROMPT, "GDB was killed by signal 9.\n"}});
 }
