@@ -194,13 +194,13 @@ TEST(InterruptLadder, GoesFromTheTargetOverSignalsToTheUser) {
     ladder.begin(kStart, isRunning);
     for (auto now = kStart; now < kStart + 20s; now += 100ms) {
       if (const auto step = ladder.step(now)) {
-        steps += std::to_string((now - kStart) / 1s) + "TSU"[static_cast<int>(*step)] + ' ';
+        steps += std::to_string((now - kStart) / 1s) + "TSPU"[static_cast<int>(*step)] + ' ';
       }
     }
     EXPECT_FALSE(ladder.isClimbing());
     return steps;
   };
-  EXPECT_EQ(climb(true), "0T 1S 2S 3S 4S 5S 6U ");
+  EXPECT_EQ(climb(true), "0T 1S 2P 3S 4S 5S 6S 7U ");
   EXPECT_EQ(climb(false), "0S 1S 2S 3S 4S 5U ");
 }
 

@@ -206,6 +206,10 @@ TEST(Words, BringWhatTheConversationsTell) {
 }
 
 TEST(Words, OfferTheUsersOtherProcessesInTheirOrder) {
+  for (const pid_t part : {getpid(), getppid()}) {
+    EXPECT_THAT(ScriptedControl().take("att " + std::to_string(part)),
+                MatchesRegex("end: That is a part .*"));
+  }
   using namespace std::string_literals;
   const TemporaryFolder folder;
   struct Process {

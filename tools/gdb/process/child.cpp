@@ -11,6 +11,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
+#include <fstream>
 #include <system_error>
 #include <thread>
 
@@ -118,6 +119,17 @@ std::optional<int> Child::waitForEnd(std::chrono::milliseconds longest) {
     std::this_thread::sleep_for(kLookPeriod);
   }
   return status;
+}
+
+bool isTracedBy(const std::string& process, pid_t tracer) {
+  std::ifstream status("/proc/" + process + "/status");
+  const std::string wanted = "TracerPid:\t" + std::to_string(tracer);
+  for (std::string line; std::getline(status, line);) {
+    if (line == wanted) {
+      return true;
+    }
+  }
+  return false;
 }
 
 ChildSignals::ChildSignals() {

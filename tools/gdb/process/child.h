@@ -42,6 +42,9 @@ class Child {
   std::optional<int> status;
 };
 
+/// Whether the process of that number is debugged by `tracer`.
+bool isTracedBy(const std::string& process, pid_t tracer);
+
 /// Tells of children that end. From its making on the process takes SIGCHLD by this descriptor
 /// alone, so that nothing else, the link in particular, reaps a child or takes its end for its own;
 /// and a broken pipe is an error of the write instead of a signal. The signal stays blocked when

@@ -74,6 +74,12 @@ void Debugger::stopTarget() {
   queue.tell("-exec-interrupt");
 }
 
+void Debugger::stopProcess(const std::string& pid) const {
+  if (process != nullptr && isTracedBy(pid, process->child().pid())) {
+    ::kill(std::stoi(pid), SIGSTOP);
+  }
+}
+
 void Debugger::interrupt() {
   if (process != nullptr) {
     process->child().signal(SIGINT);

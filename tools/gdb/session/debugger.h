@@ -61,6 +61,8 @@ class Debugger {
 
   /// The target is to stop.
   void stopTarget();
+  /// Stops a process of that number, if it is this GDB's, so that GDB is told.
+  void stopProcess(const std::string& process) const;
   /// What GDB does is to end: a command, or a dialogue.
   void interrupt();
   /// Ends it without its help.

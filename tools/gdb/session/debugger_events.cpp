@@ -250,9 +250,23 @@ void Session::climb(Clock::time_point now) {
     case InterruptLadder::Step::kSignal:
       debugger.interrupt();
       break;
+    case InterruptLadder::Step::kStopProcess:
+      stopProcesses();
+      break;
     case InterruptLadder::Step::kAskUser:
       offerKill();
       break;
+  }
+}
+
+/// A program that blocks SIGINT, or waits for it by itself, is not stopped by GDB's ways.
+void Session::stopProcesses() {
+  if (!isTargetRunning()) {
+    return;
+  }
+  debugger.queries().tell("-interpreter-exec console \"handle SIGSTOP nopass\"");
+  for (const std::string& process : watch.processes()) {
+    debugger.stopProcess(process);
   }
 }
 

@@ -15,7 +15,7 @@ constexpr int kMostSignals = 5;
 
 void InterruptLadder::begin(Clock::time_point now, bool isTargetRunning) {
   nextTime = now;
-  isTargetStep = isTargetRunning;
+  isTargetStep = isProcessStep = isTargetRunning;
   signals = 0;
 }
 
@@ -26,6 +26,9 @@ std::optional<InterruptLadder::Step> InterruptLadder::step(Clock::time_point now
   nextTime = now + kStepTime;
   if (std::exchange(isTargetStep, false)) {
     return Step::kStopTarget;
+  }
+  if (signals == 1 && std::exchange(isProcessStep, false)) {
+    return Step::kStopProcess;
   }
   if (signals++ < kMostSignals) {
     return Step::kSignal;

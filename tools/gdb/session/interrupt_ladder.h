@@ -11,9 +11,10 @@ class InterruptLadder {
   using Clock = std::chrono::steady_clock;
 
   enum class Step {
-    kStopTarget,  ///< GDB is told to stop its target
-    kSignal,      ///< GDB gets SIGINT
-    kAskUser,     ///< nothing helps: whether to wait on or to end GDB
+    kStopTarget,   ///< GDB is told to stop its target
+    kSignal,       ///< GDB gets SIGINT
+    kStopProcess,  ///< the target itself gets the signal that it cannot block
+    kAskUser,      ///< nothing helps: whether to wait on or to end GDB
   };
 
   /// Begins, or begins anew. A target that stands, or that GDB has not started yet, is not told to
@@ -29,6 +30,7 @@ class InterruptLadder {
  private:
   std::optional<Clock::time_point> nextTime;
   bool isTargetStep = false;
+  bool isProcessStep = false;
   int signals = 0;  ///< sent so far
 };
 

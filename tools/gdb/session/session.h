@@ -115,6 +115,7 @@ class Session : public tester_link::Tester, public Control, private DebuggerList
   void noteRead();
   void offerKill();
   void climb(Clock::time_point now);
+  void stopProcesses();
   void noteBesidePrompt();
   void tellGarbage(const std::string& text);
   void watchAnswers(Clock::time_point now);

@@ -48,6 +48,9 @@ Choices processChoices(const mi::Record& unused);
 /// Those in a folder like /proc as `self` sees them, a child of `parent`.
 Choices processesIn(const std::filesystem::path& folder, pid_t self, pid_t parent);
 
+/// Whether that is the number of one of those of which debugger and window consist.
+bool isOfSession(const std::string& process);
+
 /// "main at prog.c:12", or what there is of that.
 std::string placeText(const mi::Value& frame);
 

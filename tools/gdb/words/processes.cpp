@@ -43,6 +43,10 @@ pid_t parentOf(const fs::path& process) {
   return readNumber(splitWord(state).first).value_or(0);
 }
 
+bool isOfSession(pid_t pid, pid_t above, pid_t self, pid_t parent) {
+  return pid == self || pid == parent || above == self || above == parent;
+}
+
 bool isOwn(const fs::path& process) {
   struct stat about = {};
   return stat(process.c_str(), &about) == 0 && about.st_uid == geteuid();
@@ -55,13 +59,12 @@ Choices processesIn(const fs::path& folder, pid_t self, pid_t parent) {
   std::error_code error;
   for (const fs::directory_entry& entry : fs::directory_iterator(folder, error)) {
     const auto pid = readNumber(entry.path().filename().string());
-    if (!pid || *pid == self || *pid == parent || !isOwn(entry.path())) {
+    if (!pid || !isOwn(entry.path())) {
       continue;
     }
     std::string command = contentsOf(entry.path() / "cmdline");
     std::replace(command.begin(), command.end(), '\0', ' ');
-    const pid_t above = parentOf(entry.path());
-    if (!trimmed(command).empty() && above != self && above != parent) {
+    if (!trimmed(command).empty() && !isOfSession(*pid, parentOf(entry.path()), self, parent)) {
       found.emplace_back(*pid, command);
     }
   }
@@ -73,6 +76,11 @@ Choices processesIn(const fs::path& folder, pid_t self, pid_t parent) {
   }
   alignNumbers(choices);
   return choices;
+}
+
+bool isOfSession(const std::string& process) {
+  const auto pid = readNumber(process);
+  return pid && isOfSession(*pid, parentOf(fs::path("/proc") / process), getpid(), getppid());
 }
 
 Choices processChoices(const mi::Record& /*unused*/) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "gdb/words/choices.h"
 #include "gdb/words/refused_lines.h"
 #include "gdb/words/texts.h"
 #include "gdb/words/word_table.h"
@@ -113,6 +114,12 @@ bool takeWord(Control& control, const std::string& line) {
   }
   const auto [word, rest] = splitWord(text);
   if (equalIgnoringCase(word, "help") && takeHelp(control, trimmed(rest))) {
+    return true;
+  }
+  constexpr std::string_view kAttach = "attach-to";
+  const bool isAttach = word.size() > 2 && equalIgnoringCase(word, kAttach.substr(0, word.size()));
+  if (isAttach && isOfSession(trimmed(rest))) {
+    control.refuse("That is a part of this session, which would stand still for ever.");
     return true;
   }
   if (const std::optional<Found> found = findWord(word)) {
