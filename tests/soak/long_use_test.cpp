@@ -62,7 +62,7 @@ class LongUse : public AppTest {
 };
 
 std::string wire(int tag, const std::vector<Parameter>& parameters) {
-  return toWire({kFrameDirected, tag, NELKV, NELKVUI, parameters}, MessageDirection::kReceivedByUi);
+  return toWire({kFrameDirected, tag, NELKV, NELKVUI, parameters});
 }
 
 /// Texts mostly, and all else that asks nobody.

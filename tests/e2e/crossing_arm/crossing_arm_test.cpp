@@ -103,12 +103,7 @@ class CrossingArm : public testing::Test {
         command({"qemu-system-arm", "-M", "mps2-an385", "-nographic", "-serial", "null", "-monitor",
                  "none", "-S", "-gdb", "unix:q,server=on,wait=off", "-kernel", "crossing.elf"},
                 build()));
-    for (const Deadline deadline(kAnswerTime); !std::filesystem::exists(build() + "/q");) {
-      if (deadline.hasPassed()) {
-        failScript(qemu.report(), SourceLine::current());
-      }
-      ChildProcess::waitABit();
-    }
+    EXPECT_TRUE(waitUntil([] { return std::filesystem::exists(build() + "/q"); })) << qemu.report();
     std::string text;
     for (const std::string& word : words) {
       text += word + '\n';

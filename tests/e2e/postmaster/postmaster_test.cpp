@@ -22,18 +22,6 @@ using testing::ContainsRegex;
 using testing::HasSubstr;
 namespace fs = std::filesystem;
 
-template <class Condition>
-bool waitUntil(Condition condition) {
-  const Deadline deadline(kAnswerTime);
-  while (!condition()) {
-    if (deadline.hasPassed()) {
-      return false;
-    }
-    poll(nullptr, 0, 2);
-  }
-  return true;
-}
-
 /// A tool that the test plays.
 struct Client {
   explicit Client(const std::string& path) : connection(path) {}

@@ -127,8 +127,7 @@ TEST_F(RecordsTest, AreReplayedForTheSameUserAnotherOneAndNobody) {
   // Cut off in the answer, so that the question stays open.
   const std::string whole = readFile(file("rec"));
   const std::string answered =
-      toWire({kFrameDirected, MSG_UI_LIST_CHOICE, NELKVUI, NELKV, {"Button:1"}},
-             MessageDirection::kSentByUi);
+      toWire({kFrameDirected, MSG_UI_LIST_CHOICE, NELKVUI, NELKV, {"Button:1"}});
   folder.write("cut", whole.substr(0, whole.find(answered.c_str()) + 30));
   ChildProcess program({builtProgram("nelmpm"),
                         {"--replay", file("cut"), "--speed", "100", "--close", "--tool", "nelkvui"},

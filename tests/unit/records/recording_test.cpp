@@ -4,7 +4,7 @@
 
 #include "dump/dump.h"
 #include "frames/recording_file.h"
-#include "tests/unit/records/records.h"
+#include "tests/support/tool_frames.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <sstream>
 
 #include "postmaster/replay.h"
-#include "tests/unit/records/records.h"
+#include "tests/support/tool_frames.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 
 #include "postmaster/history.h"
 #include "postmaster/transcript.h"
-#include "tests/unit/records/records.h"
+#include "tests/support/tool_frames.h"
 
 namespace {
 
