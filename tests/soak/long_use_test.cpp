@@ -56,8 +56,6 @@ class LongUse : public AppTest {
   void answerDialogs(int ofAKind);
   Figures measure();
 
-  long in = 0;
-  long out = 0;
   long dialogs = 0;
 };
 
@@ -98,8 +96,6 @@ void LongUse::sendFrames(int count) {
   for (const int number : asked) {
     postmaster.expect(MSG_UI_VALUE, std::to_string(number));
   }
-  in += count;
-  out += static_cast<long>(asked.size());
   postmaster.send(MSG_T_TITLE, "long use");
   expectAnswer();
 }
@@ -118,7 +114,6 @@ void LongUse::sendCommands(int count) {
   tell("done\n");
   postmaster.send(MSG_T_PROMPT, line);
   hear(std::vector<std::string>(static_cast<std::size_t>(count - 1), "c"));
-  out += count;
 }
 
 void LongUse::answerDialogs(int ofAKind) {
@@ -182,8 +177,6 @@ TEST_F(LongUse, LeavesTheProgramAsItWas) {
     }
   }
   theSoak.figure("rounds of long use", rounds);
-  theSoak.figure("frames in", in);
-  theSoak.figure("frames out", out);
   theSoak.figure("dialogs", dialogs);
   const auto spent = std::chrono::steady_clock::now() - began;
   theSoak.figure("seconds for all that",
