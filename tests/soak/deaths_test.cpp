@@ -3,7 +3,6 @@
 #include <sys/prctl.h>
 #include <sys/wait.h>
 
-#include <chrono>
 #include <csignal>
 
 #include "tests/e2e/app/app_fixture.h"
@@ -78,26 +77,28 @@ class Deaths : public testing::Test {
  protected:
   void dieOnce(Moment moment, Cause cause, bool isSeen);
   /// Waits for the window's end; its user wants to go on and presses keys, unless it ends by
-  /// itself.
-  void awaitEnd(Cause cause, const std::function<bool()>& hasEnded);
+  /// itself. How it ended.
+  int awaitEnd(Cause cause);
 
   User user;
-  long longest = 0;  ///< milliseconds
 };
 
-void Deaths::awaitEnd(Cause cause, const std::function<bool()>& hasEnded) {
-  const auto began = std::chrono::steady_clock::now();
+int Deaths::awaitEnd(Cause cause) {
+  int status = -1;
+  const auto hasEnded = [&] { return ::waitpid(-1, &status, WNOHANG) != 0; };
   const auto pressOn = [&] {
     for (const screen::KeySymbol key : {XK_Escape, XK_Return}) {
-      if (cause != kShutdownNow && !hasEnded()) {
+      if (hasEnded()) {
+        return true;
+      }
+      if (cause != kShutdownNow) {
         user.press(key);
       }
     }
-    return hasEnded();
+    return false;
   };
   user.waitFor(pressOn, "the end of the program");
-  const auto spent = std::chrono::steady_clock::now() - began;
-  longest = std::max(longest, std::chrono::duration_cast<std::chrono::milliseconds>(spent).count());
+  return WEXITSTATUS(status);
 }
 
 void Deaths::dieOnce(Moment moment, Cause cause, bool isSeen) {
@@ -111,9 +112,7 @@ void Deaths::dieOnce(Moment moment, Cause cause, bool isSeen) {
     return ::raise(SIGKILL);
   });
   ASSERT_EQ(player.exitStatus(), 128 + SIGKILL) << player.report();
-  int status = -1;  // of the window, an orphan
-  awaitEnd(cause, [&] { return ::waitpid(-1, &status, WNOHANG) != 0; });
-  EXPECT_EQ(WEXITSTATUS(status), cause == kShutdownNow ? 154 : 0) << status;
+  EXPECT_EQ(awaitEnd(cause), cause == kShutdownNow ? 154 : 0);
   // Who asks for an immediate end cleans up himself.
   EXPECT_EQ(hasSocket(folder.path()), cause == kShutdownNow);
   ::unsetenv("TMPDIR");
@@ -131,7 +130,6 @@ TEST_F(Deaths, EndTheWindowInTheStatedWay) {
     dieOnce(moment, cause, isSeen);
   }
   theSoak.figure("deaths of the Postmaster", theSoak.share(kDeaths));
-  theSoak.figure("milliseconds to the end of its window, most", longest);
 }
 
 }  // namespace

@@ -13,8 +13,6 @@
 
 namespace {
 
-using testing::ContainsRegex;
-
 using Lines = std::vector<std::string>;
 
 Launch command(Lines words, const std::filesystem::path& folder = {}) {
@@ -104,24 +102,25 @@ class CrossingArm : public testing::Test {
                  "none", "-S", "-gdb", "unix:q,server=on,wait=off", "-kernel", "crossing.elf"},
                 build()));
     EXPECT_TRUE(waitUntil([] { return std::filesystem::exists(build() + "/q"); })) << qemu.report();
-    std::string text;
+    Lines commands = {"sh",
+                      "-c",
+                      "exec \"$@\" 2>&1",
+                      "sh",
+                      "gdb-multiarch",
+                      "-nx",
+                      "-q",
+                      "-batch",
+                      "crossing.elf",
+                      "-ex",
+                      "source crossing.gdb",
+                      "-ex",
+                      "target remote q",
+                      "-ex",
+                      "echo \\036"};
     for (const std::string& word : words) {
-      text += word + '\n';
+      commands.insert(commands.end(), {"-ex", word, "-ex", "echo \\036"});
     }
-    folder->write("words", text);
-    const auto script = folder->write("script.py", R"(
-import gdb
-print("\x1e", end="")
-for word in open("../words"):
-    try:
-        gdb.execute(word)
-    except gdb.error as error:
-        print(error)
-    print("\x1e", end="")
-)");
-    ChildProcess gdb(command({"gdb-multiarch", "-nx", "-q", "-batch", "crossing.elf", "-ex",
-                              "source crossing.gdb", "-ex", "target remote q", "-x", script},
-                             build()));
+    ChildProcess gdb(command(commands, build()));
     if (!moment.empty()) {
       gdb.expectText(moment);
       gdb.signal(SIGINT);
@@ -299,7 +298,7 @@ TEST_F(CrossingArm, TellsWhatATargetAloneCanDo) {
   }
   const Lines answers = debugged(words, "Ping(50)");
   for (std::size_t i = 0; i < words.size(); ++i) {
-    EXPECT_THAT(answers[i], ContainsRegex(kOwnWords[i].answer)) << words[i];
+    EXPECT_THAT(answers[i], testing::ContainsRegex(kOwnWords[i].answer)) << words[i];
   }
 }
 
