@@ -8,7 +8,6 @@
 #include <filesystem>
 #include <fstream>
 #include <limits>
-#include <vector>
 
 #include "link/message_codec.h"
 #include "link/message_numbers.h"

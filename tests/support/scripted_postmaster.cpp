@@ -27,12 +27,6 @@ ScriptedPostmaster::~ScriptedPostmaster() {
   }
 }
 
-Message ScriptedPostmaster::expectConnect(SourceLine where) {
-  Message message = expectOne(true, {MSG_CONNECT, where}, {});
-  toolType = message.sender;
-  return message;
-}
-
 Message ScriptedPostmaster::expectOne(bool isNext, const ScriptTag& tag,
                                       const std::vector<Parameter>& parameters) {
   for (;;) {
@@ -83,6 +77,7 @@ std::optional<Message> ScriptedPostmaster::next() {
     return std::nullopt;
   }
   Message message = fromWire(*frame);
+  toolType = message.sender;
   log += "< " + describe(message) + "\n";
   return message;
 }

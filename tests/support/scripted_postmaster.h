@@ -52,8 +52,10 @@ class ScriptedPostmaster {
 
   // The tool speaks.
 
-  /// The tool connects to the socket and sends 7000. Its type is known from then on.
-  Message expectConnect(SourceLine where = SourceLine::current());
+  /// The tool connects to the socket and sends 7000.
+  Message expectConnect(SourceLine where = SourceLine::current()) {
+    return expectOne(true, {MSG_CONNECT, where}, {});
+  }
 
   /// The next message is `tag`; with parameters, exactly these.
   template <typename... Values>

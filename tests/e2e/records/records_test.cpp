@@ -15,8 +15,6 @@
 
 namespace {
 
-using testing::HasSubstr;
-
 constexpr const char* kPrompt = "Korvane Select";
 constexpr const char* kSystem = "Korvane UI - Pedestrian Crossing, now 0.000";
 
@@ -87,7 +85,7 @@ TEST_F(RecordsTest, ShowASessionAndAreGoneOnWith) {
                       "-c", ":write-csv-to -", file("transcript")},
                      {"HOME=" + folder.path().string(), "TERM=xterm"}});
   EXPECT_EQ(lnav.exitStatus(), 0) << lnav.report();
-  EXPECT_THAT(lnav.output(), HasSubstr("d#n>n>w?n=n>d#"));
+  EXPECT_THAT(lnav.output(), testing::HasSubstr("d#n>n>w?n=n>d#"));
 
   start(kept);
   for (int i = 0; i < 3; ++i) {
