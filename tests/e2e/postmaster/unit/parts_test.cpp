@@ -15,6 +15,8 @@ using testing::HasSubstr;
 
 namespace {
 
+constexpr ClientId kUi = 10, kKv = 11, kVisitor = 12;
+
 /// Number and parameters, "2000 "text"".
 std::string told(const postmaster::Message& message) {
   const std::string line = describeMessage(*message);
@@ -148,8 +150,7 @@ TEST(TesterWatch, IsImpatientWithATesterThatOwesAnAnswerAndIsNotBusy) {
   EXPECT_TRUE(watch.hasEndedSession());
 }
 
-TEST(Router, LosesNoCommandAndAsksInItsOwnName) {
-  constexpr ClientId kUi = 10, kKv = 11, kVisitor = 12;
+TEST(Router, LosesNoCommandKeepsWarningsAndAsksInItsOwnName) {
   Router router{{77, 1234, "it"}};
   std::string heard;
   const auto hear = [&](const Routing& routing) {
@@ -165,8 +166,10 @@ TEST(Router, LosesNoCommandAndAsksInItsOwnName) {
     come(kVisitor, frameOf(EXTERNAL, NELKV, MSG_UI_COMMAND, {text}));
   };
   hear(router.askUser("C", "nobody is there"));
+  hear(router.warnUser("C", "early"));
   come(kUi, frameOf(NELKVUI, NELMPM, MSG_CONNECT));
   come(kUi, frameOf(NELKVUI, 0, MSG_TOOL_READY));
+  hear(router.warnUser("C", "late"));
   command("early");
   router.awaitTester(true);
   command("kept");
@@ -204,6 +207,8 @@ TEST(Router, LosesNoCommandAndAsksInItsOwnName) {
   hear(router.awaitTester(false));
   EXPECT_EQ(heard, R"(10: 8000) 2 77 1234 1 "it"
 10: 9002)
+10: 11006) "C" "early"
+10: 11006) "C" "late"
 10: 2000) "< \"early\" was not sent: there is no tester >\n"
 10: 2002) "early"
 11: 8000) 1 77 1234 2 "it"
@@ -318,9 +323,7 @@ TEST(ShutdownSteps, ComeInOrderAndWaitForThoseThatHaveAnswered) {
   EXPECT_EQ(steps({true, false, true, true}), "0 order 2000, 2000 terminate 3000, 2001 finish, ");
 }
 
-TEST(Router, RefusesWhatMakesNoSenseAndKeepsWarningsForAWindowThatIsNotReady) {
-  constexpr ClientId kUi = 10;
-  constexpr ClientId kKv = 11;
+TEST(Router, RefusesWhatMakesNoSense) {
   Router router{{77, 1234, "it"}};
   const std::tuple<ClientId, int, int, int, const char*> rows[] = {
       {kKv, NELKV, 0, MSG_CONNECT, "before the connection"},
@@ -338,12 +341,6 @@ TEST(Router, RefusesWhatMakesNoSenseAndKeepsWarningsForAWindowThatIsNotReady) {
   for (const auto& [client, sender, dest, tag, refusal] : rows) {
     EXPECT_THAT(router.frameCame(client, message(sender, dest, tag)).refusal, HasSubstr(refusal));
   }
-  EXPECT_TRUE(router.warnUser("C", "early").deliveries.empty());
-  const Routing ready = router.frameCame(kUi, message(NELKVUI, 0, MSG_TOOL_READY));
-  ASSERT_EQ(ready.deliveries.size(), 3U);
-  EXPECT_EQ(describeMessage(*ready.deliveries[2].message),
-            "NELMPM -> NELKVUI MSG_LINK_WARNING_BOX(11006) \"C\" \"early\"");
-  EXPECT_EQ(router.warnUser("C", "late").deliveries.size(), 1U);
 }
 
 }  // namespace
