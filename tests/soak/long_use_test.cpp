@@ -145,11 +145,8 @@ Figures LongUse::measure() {
     XFree(name);
   }
   XFree(list);
-  unsigned long bytes = 0;
-  XResQueryClientPixmapBytes(user.display(), mainWindow, &bytes);
   const std::filesystem::directory_iterator descriptors(procFolder() / "fd");
   figures["memory, kB"] = pages * ::getpagesize() / 1024;
-  figures["pixmaps, kB"] = static_cast<long>(bytes / 1024);
   figures["open files"] = std::distance(begin(descriptors), end(descriptors));
   return figures;
 }

@@ -54,11 +54,6 @@ class RecordsTest : public testing::Test {
     user.type("quit\n");
     mpm->exitStatus();
   }
-  std::string dump(std::vector<std::string> arguments) {
-    ChildProcess program({builtProgram("nel-dump"), std::move(arguments)});
-    EXPECT_EQ(program.exitStatus(), 0) << program.report();
-    return program.output();
-  }
 
   const TemporaryFolder folder;
   const RendezvousFolder rendezvous;
@@ -110,7 +105,9 @@ TEST_F(RecordsTest, AreReplayedForTheSameUserAndForAnotherOne) {
   EXPECT_EQ(mpm->errors(), "nelmpm: the replay has ended, as recorded\n");
   const std::regex time(" *[0-9]+[.][0-9]+ ");
   const auto texts = [&](const char* name) {
-    return std::regex_replace(dump({"--name", "2000", "--full", file(name)}), time, "");
+    ChildProcess dump({builtProgram("nel-dump"), {"--name", "2000", "--full", file(name)}});
+    EXPECT_EQ(dump.exitStatus(), 0) << dump.report();
+    return std::regex_replace(dump.output(), time, "");
   };
   EXPECT_EQ(texts("again"), texts("rec"));
   folder.write("rec", readFile(file("rec")) + "torn");
