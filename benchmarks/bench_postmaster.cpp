@@ -46,12 +46,10 @@ void BenchPostmaster::pause(milliseconds time) {
 
 std::string BenchPostmaster::frame(int tag, std::vector<Parameter> parameters) {
   if (tag >= MSG_UI_OK && tag <= MSG_UI_SIGNAL_PARAM) {
-    return toWire({kFrameDirected, tag, NELKVUI, NELKV, std::move(parameters)},
-                  MessageDirection::kSentByUi);
+    return toWire({kFrameDirected, tag, NELKVUI, NELKV, std::move(parameters)});
   }
   const int sender = tag >= MSG_T_TEXT && tag <= MSG_T_ASK_RANGE ? NELKV : NELMPM;
-  return toWire({kFrameDirected, tag, sender, NELKVUI, std::move(parameters)},
-                MessageDirection::kReceivedByUi);
+  return toWire({kFrameDirected, tag, sender, NELKVUI, std::move(parameters)});
 }
 
 void BenchPostmaster::send(int tag, std::vector<Parameter> parameters) {
@@ -122,7 +120,7 @@ void BenchPostmaster::writeAll() {
 
 void BenchPostmaster::takeApart() {
   for (std::size_t end = 0; (end = received.find('\0')) != std::string::npos;) {
-    Message message = fromWire(received.substr(0, end), MessageDirection::kSentByUi);
+    Message message = fromWire(received.substr(0, end));
     received.erase(0, end + 1);
     if (message.tag == MSG_CONNECT) {
       // The start of the poll timer goes out with the acceptance, as the tester's does at once. Of

@@ -15,23 +15,16 @@ void fuzz(std::span<const std::uint8_t> data) {
   constexpr std::array kSets = {"UTF-8", "ISO-8859-15", "EUC-JP", "UTF-16"};
   const auto charset = postmaster::Charset::open(kSets[data[0] % kSets.size()]);
   const std::string payload(data.begin() + 1, data.end());
+  const auto passed = [](int sender, int dest, int tag, const std::string& bytes) {
+    return postmaster::withPayload(*frames::makeMessage(sender, dest, tag), bytes);
+  };
   const auto check = [](const postmaster::Message& message) {
     require(message != nullptr && postmaster::parseText(message->text).message != nullptr);
   };
-  postmaster::Envelope envelope;
-  envelope.payload = payload.substr(0, kMaxPayloadBytes);
-  envelope.header = {kFrameDirected, MSG_T_TEXT + data[0] / 4 % 20, NELKV, NELKVUI,
-                     static_cast<int>(envelope.payload.size())};
-  envelope.text.resize(kMaxFrameText);
-  envelope.text.resize(static_cast<std::size_t>(
-      encodeFrame(envelope.header, envelope.payload.data(), envelope.text)));
+  const int tag = MSG_T_TEXT + data[0] / 4 % 20;
   for (const auto& shown :
-       charset->toWindow(std::make_shared<const postmaster::Envelope>(envelope))) {
+       charset->toWindow(passed(NELKV, NELKVUI, tag, payload.substr(0, kMaxPayloadBytes)))) {
     check(shown);
-    auto answer = *shown;
-    answer.header.tag = MSG_UI_STRING;
-    answer.header.sender = NELKVUI;
-    answer.header.dest = NELKV;
-    check(charset->fromWindow(std::make_shared<const postmaster::Envelope>(answer)));
+    check(charset->fromWindow(passed(NELKVUI, NELKV, MSG_UI_STRING, shown->payload)));
   }
 }

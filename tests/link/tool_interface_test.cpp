@@ -8,7 +8,6 @@
 #include <filesystem>
 #include <fstream>
 #include <limits>
-#include <vector>
 
 #include "link/message_codec.h"
 #include "link/message_numbers.h"
@@ -22,8 +21,9 @@ using testing::ExitedWithCode;
 using testing::internal::CaptureStderr;
 using testing::internal::GetCapturedStderr;
 
-std::string frame(int kind, int dest, int tag, const std::string& payload = {}) {
-  return wireText({kind, tag, NELKVUI, dest, static_cast<int>(payload.size())}, payload);
+std::string frame(int sender, int dest, int tag, const std::string& payload = {}) {
+  const int kind = dest == 0 ? kFrameUndirected : kFrameDirected;
+  return wireText({kind, tag, sender, dest, static_cast<int>(payload.size())}, payload);
 }
 
 // A tool whose connection is one end of a socket pair; the other one is the Postmaster's.
@@ -51,8 +51,7 @@ class ToolInterface : public testing::Test, protected SocketPair {
 
   using SocketPair::arrive;
   void arrive(int tag, const std::string& payload = {}) const {
-    arrive(
-        wireText({kFrameDirected, tag, NELKV, NELKVUI, static_cast<int>(payload.size())}, payload));
+    arrive(frame(NELKV, NELKVUI, tag, payload));
   }
 
   static void note(int sender, int tag, int length, const char* payload) {
@@ -72,8 +71,8 @@ class ToolInterface : public testing::Test, protected SocketPair {
 std::string ToolInterface::received;
 
 TEST_F(ToolInterface, putsOnTheSocketWhatTheStateAllows) {
-  const std::string postmaster = frame(kFrameDirected, NELMPM, 7001);
-  const std::string others = frame(kFrameDirected, NELKV, 1000) + frame(kFrameUndirected, 0, 9001);
+  const std::string postmaster = frame(NELKVUI, NELMPM, 7001);
+  const std::string others = frame(NELKVUI, NELKV, 1000) + frame(NELKVUI, 0, 9001);
   for (int state = -1; state <= 6; ++state) {
     const int toPostmaster = state >= LINK_IDLE && state <= LINK_LEAVING ? 0 : -1;
     const int toOthers = state == LINK_CONNECTED ? 0 : -1;
@@ -191,7 +190,7 @@ TEST_F(ToolInterface, isWokenBySignalsAndTakesThemForABrokenConnectionOnce) {
 // Calls that end the process or say goodbye, each in a process of its own.
 TEST_F(ToolInterface, leavesOrEndsTheProcessByItsState) {
   constexpr int kStays = 10;
-  const std::string goodbye = frame(kFrameDirected, NELMPM, MSG_DISCONNECT);
+  const std::string goodbye = frame(NELKVUI, NELMPM, MSG_DISCONNECT);
   const std::string error = "PROCESS(~):**ERR:INTERNAL ERROR #";
   const struct {
     int state;
@@ -210,7 +209,7 @@ TEST_F(ToolInterface, leavesOrEndsTheProcessByItsState) {
       {LINK_IDLE, MSG_CONNECT_OK, 155, error + "101\n", ""},
       {LINK_CONNECTING, MSG_CONNECT_OK, kStays, "8000 2\n", ""},
       {LINK_CONNECTED, MSG_CONNECT_DENIED, kStays, "-1 4\n", ""},
-      {LINK_CONNECTED, MSG_SHUTDOWN, kStays, "-1 4\n", frame(kFrameDirected, NELMPM, 7002)},
+      {LINK_CONNECTED, MSG_SHUTDOWN, kStays, "-1 4\n", frame(NELKVUI, NELMPM, 7002)},
       {LINK_CLOSED, 4711, kStays, error + "140:Unreachable code reached.\n4711 4\n", ""},
       {LINK_SHUTDOWN, MSG_CONNECT_OK, 155, error + "101\n", ""},
       {LINK_CONNECTED, MSG_SHUTDOWN_NOW, 154, "", ""},

@@ -3,7 +3,6 @@
 #include <sys/prctl.h>
 #include <sys/wait.h>
 
-#include <chrono>
 #include <csignal>
 
 #include "tests/e2e/app/app_fixture.h"
@@ -14,17 +13,15 @@ namespace {
 constexpr int kDeaths = 1000;
 
 enum Moment { kIdle, kFlood, kDialog, kFileForm, kMenu, kDropDown, kHalfFrame, kMoments };
-enum Cause { kHangUp, kShutdown, kShutdownNow, kKill, kCauses };
+enum Cause { kKill, kShutdown, kShutdownNow, kCauses };
 
 /// A Postmaster with its window, up to the moment of its death.
 class Scene : public AppTest {
  public:
   /// With `isSeen` it has come about what the moment is named for; otherwise it is about to.
   void reach(Moment moment, bool isSeen);
-  /// Dies of anything but a signal.
-  void die(Cause cause);
-
-  ScriptedPostmaster& conversation() { return postmaster; }
+  /// Announces the end, if that is its cause.
+  void announce(Cause cause);
 
  private:
   void TestBody() override {}
@@ -61,12 +58,10 @@ void Scene::reach(Moment moment, bool isSeen) {
   }
 }
 
-void Scene::die(Cause cause) {
-  if (cause == kHangUp) {
-    postmaster.hangUp();
-  } else if (cause == kShutdownNow) {
+void Scene::announce(Cause cause) {
+  if (cause == kShutdownNow) {
     postmaster.send(MSG_SHUTDOWN_NOW);
-  } else {
+  } else if (cause == kShutdown) {
     postmaster.send(MSG_SHUTDOWN, 0, 0, 0, 0);
     postmaster.expectLater(MSG_SHUTDOWN_ACK);
   }
@@ -82,53 +77,44 @@ class Deaths : public testing::Test {
  protected:
   void dieOnce(Moment moment, Cause cause, bool isSeen);
   /// Waits for the window's end; its user wants to go on and presses keys, unless it ends by
-  /// itself.
-  void awaitEnd(Cause cause, const std::function<bool()>& hasEnded);
+  /// itself. How it ended.
+  int awaitEnd(Cause cause);
 
   User user;
-  long longest = 0;  ///< milliseconds
 };
 
-void Deaths::awaitEnd(Cause cause, const std::function<bool()>& hasEnded) {
-  const auto began = std::chrono::steady_clock::now();
+int Deaths::awaitEnd(Cause cause) {
+  int status = -1;
+  const auto hasEnded = [&] { return ::waitpid(-1, &status, WNOHANG) != 0; };
   const auto pressOn = [&] {
     for (const screen::KeySymbol key : {XK_Escape, XK_Return}) {
-      if (cause != kShutdownNow && !hasEnded()) {
+      if (hasEnded()) {
+        return true;
+      }
+      if (cause != kShutdownNow) {
         user.press(key);
       }
     }
-    return hasEnded();
+    return false;
   };
   user.waitFor(pressOn, "the end of the program");
-  const auto spent = std::chrono::steady_clock::now() - began;
-  longest = std::max(longest, std::chrono::duration_cast<std::chrono::milliseconds>(spent).count());
+  return WEXITSTATUS(status);
 }
 
 void Deaths::dieOnce(Moment moment, Cause cause, bool isSeen) {
   // What a killed one leaves goes with this folder.
   const TemporaryFolder folder;
   ::setenv("TMPDIR", folder.path().c_str(), 1);
-  if (cause == kKill) {
-    ChildProcess player([&]() -> int {
-      Scene scene;
-      scene.reach(moment, isSeen);
-      return ::raise(SIGKILL);
-    });
-    ASSERT_EQ(player.exitStatus(), 128 + SIGKILL) << player.report();
-    int status = -1;  // of the orphan
-    awaitEnd(cause, [&] { return ::waitpid(-1, &status, WNOHANG) != 0; });
-    EXPECT_EQ(status, 0);
-    EXPECT_FALSE(hasSocket(folder.path()));
-  } else {
+  ChildProcess player([&]() -> int {
     Scene scene;
     scene.reach(moment, isSeen);
-    scene.die(cause);
-    ChildProcess& window = scene.conversation().tool();
-    awaitEnd(cause, [&] { return !window.isRunning(); });
-    EXPECT_EQ(window.exitStatus(), cause == kShutdownNow ? 154 : 0) << window.report();
-    // Who asks for an immediate end cleans up himself.
-    EXPECT_EQ(hasSocket(folder.path()), cause == kShutdownNow);
-  }
+    scene.announce(cause);
+    return ::raise(SIGKILL);
+  });
+  ASSERT_EQ(player.exitStatus(), 128 + SIGKILL) << player.report();
+  EXPECT_EQ(awaitEnd(cause), cause == kShutdownNow ? 154 : 0);
+  // Who asks for an immediate end cleans up himself.
+  EXPECT_EQ(hasSocket(folder.path()), cause == kShutdownNow);
   ::unsetenv("TMPDIR");
 }
 
@@ -136,17 +122,14 @@ TEST_F(Deaths, EndTheWindowInTheStatedWay) {
   ::prctl(PR_SET_CHILD_SUBREAPER, 1);
   for (int i = 0; i < theSoak.share(kDeaths) && !HasFailure(); ++i) {
     const auto moment = static_cast<Moment>(theSoak.random(kMoments));
-    auto cause = static_cast<Cause>(theSoak.random(kCauses));
-    if (moment == kHalfFrame && (cause == kShutdown || cause == kShutdownNow)) {
-      cause = kHangUp;  // it cannot be told in the middle of another word
-    }
+    // In the middle of a word nothing else can be told.
+    const auto cause = static_cast<Cause>(moment == kHalfFrame ? 0 : theSoak.random(kCauses));
     const bool isSeen = theSoak.random(3) != 0;
     SCOPED_TRACE(testing::Message() << "death " << i << " at moment " << moment << " by cause "
                                     << cause << " seen " << isSeen);
     dieOnce(moment, cause, isSeen);
   }
   theSoak.figure("deaths of the Postmaster", theSoak.share(kDeaths));
-  theSoak.figure("milliseconds to the end of its window, most", longest);
 }
 
 }  // namespace

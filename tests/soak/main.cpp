@@ -1,10 +1,8 @@
-// The soak's options and its table.
+// The soak's options.
 
 #include <gtest/gtest.h>
 
 #include <CLI/CLI.hpp>
-#include <iomanip>
-#include <iostream>
 
 #include "tests/soak/soak.h"
 
@@ -20,9 +18,5 @@ int main(int argc, char** argv) {
   CLI11_PARSE(app, argc, argv);
   theSoak.generator.seed(seed);
   std::cout << "1/" << theSoak.divisor << " of the whole, --seed " << seed << std::endl;
-  const int result = RUN_ALL_TESTS();
-  for (const auto& [name, value] : theSoak.figures) {
-    std::cout << std::left << std::setw(46) << name << value << "\n";
-  }
-  return result;
+  return RUN_ALL_TESTS();
 }

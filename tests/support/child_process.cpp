@@ -42,6 +42,15 @@ void failScript(const std::string& text, SourceLine where) {
                                                             where.file, where.line, text.c_str()));
 }
 
+bool waitUntil(const std::function<bool()>& condition, Milliseconds limit) {
+  for (const Deadline deadline(limit); !condition(); ChildProcess::waitABit()) {
+    if (deadline.hasPassed()) {
+      return false;
+    }
+  }
+  return true;
+}
+
 ChildProcess::ChildProcess(const Launch& launch)
     : ChildProcess([&launch] { return runProgram(launch); }) {}
 
@@ -91,20 +100,15 @@ void ChildProcess::waitABit(std::vector<pollfd> others) {
 }
 
 int ChildProcess::exitStatus(SourceLine where) {
-  for (const Deadline deadline(kAnswerTime); isRunning(); waitABit()) {
-    if (deadline.hasPassed()) {
-      failScript("the program still runs, its end was awaited\n" + report(), where);
-    }
+  if (!waitUntil([this] { return !isRunning(); })) {
+    failScript("the program still runs, its end was awaited\n" + report(), where);
   }
   return *status;
 }
 
 void ChildProcess::expectText(const std::string& text, SourceLine where) {
-  const Deadline deadline(kAnswerTime);
-  for (; (output() + '\0' + errors()).find(text) == std::string::npos; waitABit()) {
-    if (deadline.hasPassed()) {
-      failScript("the program did not write \"" + text + "\"\n" + report(), where);
-    }
+  if (!waitUntil([&] { return (output() + '\0' + errors()).find(text) != std::string::npos; })) {
+    failScript("the program did not write \"" + text + "\"\n" + report(), where);
   }
 }
 

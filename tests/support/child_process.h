@@ -16,6 +16,9 @@
 /// that GoogleTest knows as reported. For helpers whose caller cannot go on.
 [[noreturn]] void failScript(const std::string& text, SourceLine where);
 
+/// Waits until the condition holds; false when it does not within `limit`.
+bool waitUntil(const std::function<bool()>& condition, Milliseconds limit = kAnswerTime);
+
 /// What to start and how.
 struct Launch {
   std::filesystem::path program;

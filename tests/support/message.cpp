@@ -1,96 +1,69 @@
 #include "tests/support/message.h"
 
-#include <gtest/gtest.h>
-
 #include <stdexcept>
 
-#include "link/message_codec.h"
+#include "frames/description.h"
 
 namespace {
 
-const MessageRow* findRow(int tag, MessageDirection preferred) {
-  using enum MessageDirection;
-  const MessageRow* const row = findMessage(tag, preferred);
-  return row != nullptr ? row
-                        : findMessage(tag, preferred == kSentByUi ? kReceivedByUi : kSentByUi);
+FrameHeader headerOf(const Message& message) {
+  return {message.kind, message.tag, message.sender, message.dest, 0};
 }
 
-Parameter parameterOf(const ToolMessage& message, int index, char kind) {
-  if (kind == kIntegerParameter) {
-    return message.number(index);
+struct WireForm {
+  std::string operator()(std::int32_t number) const { return wireWord(number); }
+  std::string operator()(const std::string& text) const { return wireString(text); }
+  std::string operator()(const Parameter::List& list) const {
+    std::string all = wireWord(static_cast<int>(list.size()));
+    for (const std::string& text : list) {
+      all += wireString(text);
+    }
+    return all;
   }
-  if (kind == kStringParameter) {
-    return message.text(index);
-  }
-  Parameter::List list;
-  for (const StringListNode* node = message.list(index); node != nullptr; node = node->next) {
-    list.emplace_back(node->text);
-  }
-  return list;
-}
+};
 
 }  // namespace
 
-std::string Parameter::describe() const {
-  std::string result;
-  for (const std::string& text : texts) {
-    result += (result.empty() ? "" : ", ") + testing::PrintToString(text);
-  }
-  return kind == kIntegerParameter ? std::to_string(number)
-         : kind == kListParameter  ? "[" + result + "]"
-                                   : result;
-}
-
 std::string Parameter::payload() const {
-  std::string result = kind == kIntegerParameter ? wireWord(number) : "";
-  result += kind == kListParameter ? wireWord(static_cast<int>(texts.size())) : "";
-  for (const std::string& text : texts) {
-    result += wireString(text);
-  }
-  return result;
+  return std::visit(WireForm(), *this);
 }
 
 std::string describe(const Message& message) {
-  const MessageRow* const row = findRow(message.tag, MessageDirection::kSentByUi);
   std::string result = std::to_string(message.tag) + " ";
-  result += row != nullptr ? row->name : "unknown message";
+  result += frames::messageName(headerOf(message));
   for (const Parameter& parameter : message.parameters) {
-    result += " " + parameter.describe();
+    result += " " + frames::describeValue(parameter, frames::Style::kFull);
   }
   return result;
 }
 
-std::string toWire(const Message& message, MessageDirection preferred) {
-  const MessageRow* const row = findRow(message.tag, preferred);
+std::string toWire(const Message& message) {
+  constexpr char kLetters[] = {kIntegerParameter, kStringParameter, kListParameter};
+  FrameHeader header = headerOf(message);
+  const MessageRow* const row = frames::rowOf(header);
   std::string shape;
   std::string payload;
   for (const Parameter& parameter : message.parameters) {
-    shape += parameter.kind;
+    shape += kLetters[parameter.index()];
     payload += parameter.payload();
   }
   if (shape != (row != nullptr ? row->shape : "")) {
     throw std::invalid_argument("wrong parameters: " + describe(message));
   }
-  const auto length = static_cast<int>(payload.size());
-  return wireText({message.kind, message.tag, message.sender, message.dest, length}, payload);
+  header.length = static_cast<int>(payload.size());
+  return wireText(header, payload);
 }
 
-Message fromWire(std::string_view frame, MessageDirection preferred) {
-  std::vector<char> payload(frame.size());
-  const auto [header, carried, bytes] =
-      decodeFrame(frame.data(), static_cast<int>(frame.size()), payload);
+Message fromWire(const std::string& frame) {
+  const auto [envelope, fault] = frames::parseText(frame + '\0');
+  if (envelope == nullptr || !frames::parametersOf(*envelope).areGood()) {
+    throw std::invalid_argument("wrong frame: " + frame + std::string(fault));
+  }
+  const FrameHeader& header = envelope->header;
   Message message{header.kind, header.tag, header.sender, header.dest};
-  const MessageRow* const row = findRow(message.tag, preferred);
-  const MessageDirection direction = row != nullptr ? row->direction : preferred;
-  ToolMessage decoded;
-  if (header.length != bytes - kFrameHeaderBytes ||
-      DecodeMessage(message.tag, payload.data(), header.length, &decoded, direction) != kDecodeOk) {
-    throw std::invalid_argument("wrong payload: " + describe(message));
+  for (const frames::Value& value : frames::parametersOf(*envelope).values) {
+    std::visit([&](const auto& held) { message.parameters.emplace_back(held); }, value);
   }
-  for (int i = 0; row != nullptr && i < std::ssize(row->shape); ++i) {
-    message.parameters.push_back(parameterOf(decoded, i, row->shape[static_cast<std::size_t>(i)]));
-  }
-  FreeMessage(message.tag, &decoded, direction);
   return message;
 }
 

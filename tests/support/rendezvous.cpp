@@ -9,12 +9,6 @@
 
 #include "link/port_control.h"
 
-namespace {
-
-constexpr int kPort = 4711;
-
-}  // namespace
-
 Rendezvous::Rendezvous()
     : socketPath(socketFileName(kPort, ::getpid())),
       listening(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0)) {

@@ -30,6 +30,8 @@ class Rendezvous {
   const std::string& socketName() const { return socketPath; }
 
  private:
+  static constexpr int kPort = 4711;
+
   RendezvousFolder folder;
   std::string socketPath;
   UniqueDescriptor listening;

@@ -19,30 +19,12 @@ int usualSender(int tag) {
                                                             : NELMPM;
 }
 
-/// What this side sends is what a user interface receives, unless the tool is another one.
-MessageDirection direction(int sender) {
-  return sender == NELKVUI ? MessageDirection::kSentByUi : MessageDirection::kReceivedByUi;
-}
-
 }  // namespace
 
 ScriptedPostmaster::~ScriptedPostmaster() {
   if (testing::Test::HasFailure()) {
     std::cout << log << (child != nullptr ? child->report() : "no tool\n") << std::flush;
   }
-}
-
-ChildProcess& ScriptedPostmaster::begin(std::unique_ptr<ChildProcess> started) {
-  child = std::move(started);
-  connection = {};
-  hasConnected = false;
-  return *child;
-}
-
-Message ScriptedPostmaster::expectConnect(SourceLine where) {
-  Message message = expectOne(true, {MSG_CONNECT, where}, {});
-  toolType = message.sender;
-  return message;
 }
 
 Message ScriptedPostmaster::expectOne(bool isNext, const ScriptTag& tag,
@@ -81,7 +63,7 @@ std::string ScriptedPostmaster::makeFrame(const ScriptTag& tag, std::vector<Para
   const Message message{kFrameDirected, tag.tag, usualSender(tag.tag), toolType,
                         std::move(parameters)};
   log += "> " + describe(message) + "\n";
-  return toWire(message, direction(toolType != NELKVUI ? NELKVUI : NELKV));
+  return toWire(message);
 }
 
 std::optional<Message> ScriptedPostmaster::next() {
@@ -94,7 +76,8 @@ std::optional<Message> ScriptedPostmaster::next() {
     log += "< nothing\n";
     return std::nullopt;
   }
-  Message message = fromWire(*frame, direction(toolType));
+  Message message = fromWire(*frame);
+  toolType = message.sender;
   log += "< " + describe(message) + "\n";
   return message;
 }

@@ -42,17 +42,20 @@ class ScriptedPostmaster {
   ~ScriptedPostmaster();
 
   /// Starts the tool: a program, or a function that a copy of this process runs. One at a time.
-  ChildProcess& start(const Launch& launch) {
-    return begin(std::make_unique<ChildProcess>(launch));
-  }
-  ChildProcess& start(const std::function<int()>& body) {
-    return begin(std::make_unique<ChildProcess>(body));
+  template <typename What = Launch>
+  ChildProcess& start(const What& what) {
+    child = std::make_unique<ChildProcess>(what);
+    connection = {};
+    hasConnected = false;
+    return *child;
   }
 
   // The tool speaks.
 
-  /// The tool connects to the socket and sends 7000. Its type is known from then on.
-  Message expectConnect(SourceLine where = SourceLine::current());
+  /// The tool connects to the socket and sends 7000.
+  Message expectConnect(SourceLine where = SourceLine::current()) {
+    return expectOne(true, {MSG_CONNECT, where}, {});
+  }
 
   /// The next message is `tag`; with parameters, exactly these.
   template <typename... Values>
@@ -80,7 +83,7 @@ class ScriptedPostmaster {
   // The Postmaster and the tools behind it speak.
 
   /// 8000; the text is what the tool stores as an identification.
-  void accept(std::string_view identification = "scripted Postmaster") {
+  void accept(const std::string& identification = "scripted Postmaster") {
     send(MSG_CONNECT_OK, 0, 0, 0, 0, identification);
   }
   /// 8001.
@@ -109,7 +112,6 @@ class ScriptedPostmaster {
   bool hasSocketName() const { return std::filesystem::exists(rendezvous.socketName()); }
 
  private:
-  ChildProcess& begin(std::unique_ptr<ChildProcess> started);
   /// The next message, or a later one.
   Message expectOne(bool isNext, const ScriptTag& tag, const std::vector<Parameter>& parameters);
 

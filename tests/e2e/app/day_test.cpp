@@ -98,10 +98,10 @@ void DayTest::answersQuestions() {
   for (const Question& row : kQuestions) {
     const Message question{kFrameDirected, row.tag, NELKV, NELKVUI, row.parameters};
     SCOPED_TRACE(describe(question));
-    postmaster.sendRaw(toWire(question, MessageDirection::kReceivedByUi));
+    postmaster.sendRaw(toWire(question));
     answer(row.title, row.typed);
     EXPECT_EQ(describe(postmaster.expect(std::stoi(row.answer))), row.answer);
-    postmaster.sendRaw(toWire(question, MessageDirection::kReceivedByUi));
+    postmaster.sendRaw(toWire(question));
     answer(row.title, "", cancel);
     postmaster.expect(row.cancel);
     cancel = cancel == kClose ? XK_Escape : kClose;

@@ -13,8 +13,6 @@
 
 namespace {
 
-using testing::ContainsRegex;
-
 using Lines = std::vector<std::string>;
 
 Launch command(Lines words, const std::filesystem::path& folder = {}) {
@@ -103,30 +101,26 @@ class CrossingArm : public testing::Test {
         command({"qemu-system-arm", "-M", "mps2-an385", "-nographic", "-serial", "null", "-monitor",
                  "none", "-S", "-gdb", "unix:q,server=on,wait=off", "-kernel", "crossing.elf"},
                 build()));
-    for (const Deadline deadline(kAnswerTime); !std::filesystem::exists(build() + "/q");) {
-      if (deadline.hasPassed()) {
-        failScript(qemu.report(), SourceLine::current());
-      }
-      ChildProcess::waitABit();
-    }
-    std::string text;
+    EXPECT_TRUE(waitUntil([] { return std::filesystem::exists(build() + "/q"); })) << qemu.report();
+    Lines commands = {"sh",
+                      "-c",
+                      "exec \"$@\" 2>&1",
+                      "sh",
+                      "gdb-multiarch",
+                      "-nx",
+                      "-q",
+                      "-batch",
+                      "crossing.elf",
+                      "-ex",
+                      "source crossing.gdb",
+                      "-ex",
+                      "target remote q",
+                      "-ex",
+                      "echo \\036"};
     for (const std::string& word : words) {
-      text += word + '\n';
+      commands.insert(commands.end(), {"-ex", word, "-ex", "echo \\036"});
     }
-    folder->write("words", text);
-    const auto script = folder->write("script.py", R"(
-import gdb
-print("\x1e", end="")
-for word in open("../words"):
-    try:
-        gdb.execute(word)
-    except gdb.error as error:
-        print(error)
-    print("\x1e", end="")
-)");
-    ChildProcess gdb(command({"gdb-multiarch", "-nx", "-q", "-batch", "crossing.elf", "-ex",
-                              "source crossing.gdb", "-ex", "target remote q", "-x", script},
-                             build()));
+    ChildProcess gdb(command(commands, build()));
     if (!moment.empty()) {
       gdb.expectText(moment);
       gdb.signal(SIGINT);
@@ -304,7 +298,7 @@ TEST_F(CrossingArm, TellsWhatATargetAloneCanDo) {
   }
   const Lines answers = debugged(words, "Ping(50)");
   for (std::size_t i = 0; i < words.size(); ++i) {
-    EXPECT_THAT(answers[i], ContainsRegex(kOwnWords[i].answer)) << words[i];
+    EXPECT_THAT(answers[i], testing::ContainsRegex(kOwnWords[i].answer)) << words[i];
   }
 }
 

@@ -54,11 +54,9 @@ class GdbFaults : public testing::Test {
 
   void say(const ScriptTag& tag, const std::vector<Parameter>& parameters) {
     if (tag.tag == kCommand) {
-      open.push_back({parameters.at(0).texts.at(0)});
+      open.push_back({std::get<std::string>(parameters.at(0))});
     }
-    postmaster->sendRaw(
-        toWire({kFrameDirected, tag.tag, NELKVUI, NELKV, parameters}, MessageDirection::kSentByUi),
-        tag.where);
+    postmaster->sendRaw(toWire({kFrameDirected, tag.tag, NELKVUI, NELKV, parameters}), tag.where);
   }
 
   /// The log's texts up to the next such message, and between them the other messages.

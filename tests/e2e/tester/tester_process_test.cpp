@@ -131,7 +131,7 @@ TEST_F(Tester, ConfirmsEachCommandAndReachesEveryMessageOfTheDialogue) {
   for (const auto& [sent, parameters, heard, told] : steps) {
     const Message message{kFrameDirected, sent, NELKVUI, NELKV, parameters};
     SCOPED_TRACE(describe(message));
-    postmaster.sendRaw(toWire(message, MessageDirection::kSentByUi));
+    postmaster.sendRaw(toWire(message));
     std::string text;
     for (const int tag : heard) {
       text += postmaster.expectLater(tag).text() + "\n";

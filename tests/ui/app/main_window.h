@@ -55,7 +55,7 @@ class MainWindow : public testing::Test {
     std::string lines;
     peer.read();
     while (const auto frame = peer.take()) {
-      lines += describe(fromWire(*frame, MessageDirection::kSentByUi)) + "\n";
+      lines += describe(fromWire(*frame)) + "\n";
     }
     return lines;
   }

@@ -93,7 +93,7 @@ TEST_F(MainWindow, LeavesTheSecondOfTwoFramesToTheTimerThatSleeps) {
   for (const Message& message :
        {Message{kFrameDirected, MSG_T_ERROR_BOX, NELKV, NELKVUI, {"First", "text"}},
         Message{kFrameDirected, MSG_T_ASK_RANGE, NELKV, NELKVUI, {"t", "Which?", 7, 7}}}) {
-    both += toWire(message, MessageDirection::kReceivedByUi);
+    both += toWire(message);
   }
   std::string_view bytes = both;
   EXPECT_EQ(peer.send(bytes), 0);

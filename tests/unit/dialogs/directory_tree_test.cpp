@@ -12,7 +12,6 @@ namespace {
 namespace fs = std::filesystem;
 using Result = ziDirectoryTree::Result;
 using testing::EndsWith;
-using testing::StartsWith;
 
 class DirectoryTree : public testing::Test {
  protected:
@@ -37,7 +36,7 @@ TEST_F(DirectoryTree, ListsTheWayAndTheSubDirectoriesAndGoesUpWhenItsDirectoryIs
   folder.write("file", "no directory");
   EXPECT_EQ(tree.loadDirectory(folder.path().string()), Result::ok);
   EXPECT_EQ(tree.current(), at(""));
-  EXPECT_THAT(lines(), StartsWith("[root]\n ["));
+  EXPECT_THAT(lines(), testing::StartsWith("[root]\n ["));
   EXPECT_THAT(lines(), EndsWith(" [" + folder.path().filename().string() +
                                 "]\n [x]\n.hidden\nB\na\nb\nlink\n\xC3\xA4\n"));
   tree.loadDirectory(at("a/gone"));

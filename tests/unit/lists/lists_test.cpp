@@ -2,14 +2,12 @@
 
 #include <gmock/gmock.h>
 
-#include <string>
 #include <vector>
 
 #include "framework/controls/combo_box.h"
 
 namespace {
 
-using testing::ElementsAre;
 using Texts = std::vector<RWCString>;
 
 Texts sorted(const Texts& texts, ziRowOrder order) {
@@ -23,10 +21,10 @@ Texts sorted(const Texts& texts, ziRowOrder order) {
 TEST(SortPosition, OrdersByUpperCaseAndThenByBytes) {
   // '_' stands behind the capitals and before the small letters; the latter count as capitals.
   // Bytes above 127 are no negative numbers.
-  EXPECT_THAT(
-      sorted({"\xE4", "a_b", "azb", "beta", "Alpha", "alpha", "ALPHA", "Beta", "alp", ""},
-             ziRowOrder::kUnknown),
-      ElementsAre("", "alp", "ALPHA", "Alpha", "alpha", "azb", "a_b", "Beta", "beta", "\xE4"));
+  EXPECT_THAT(sorted({"\xE4", "a_b", "azb", "beta", "Alpha", "alpha", "ALPHA", "Beta", "alp", ""},
+                     ziRowOrder::kUnknown),
+              testing::ElementsAre("", "alp", "ALPHA", "Alpha", "alpha", "azb", "a_b", "Beta",
+                                   "beta", "\xE4"));
   EXPECT_EQ(sortedPosition("b", {"a", "b", "b", "c"}, ziRowOrder::kUnknown), 3);
   EXPECT_EQ(sortedPosition("n", {"m", "z", "a", "b"}, ziRowOrder::kUnknown), 1)
       << "before the first greater one even in a list out of order";

@@ -2,12 +2,11 @@
 
 #include <gmock/gmock.h>
 
-#include <optional>
 #include <regex>
 #include <sstream>
 
 #include "postmaster/replay.h"
-#include "tests/unit/records/records.h"
+#include "tests/support/tool_frames.h"
 
 namespace {
 
@@ -20,10 +19,10 @@ struct Came {
 };
 
 /// Replays a recording by a clock of its own, which starts with the window. The result is what was
-/// played, "time text", and then what was told. The window leaves at `end`.
+/// played, "time text", then what was told, and whether all was good. The window leaves at `end`.
 std::string replayed(const std::vector<frames::RecordedFrame>& recording,
                      postmaster::ReplayOptions options, const std::vector<Came>& window,
-                     bool* isGood = nullptr, int end = 100000) {
+                     int end = 100000) {
   postmaster::Replay::TimePoint now{};
   const auto start = now;
   const auto clock = [&now] { return now; };
@@ -51,11 +50,8 @@ std::string replayed(const std::vector<frames::RecordedFrame>& recording,
       replay.saw(window[next++].message, {});
     }
   }
-  const bool good = replay.conclude();
-  if (isGood != nullptr) {
-    *isGood = good;
-  }
-  return log + std::regex_replace(said.str(), std::regex("NELKVUI -> NELKV MSG_UI_"), "");
+  const char* const outcome = replay.conclude() ? "good" : "bad";
+  return log + std::regex_replace(said.str(), std::regex("NELKVUI -> NELKV MSG_UI_"), "") + outcome;
 }
 
 frames::RecordedFrame at(int time, const frames::Message& message) {
@@ -94,24 +90,19 @@ const std::vector<frames::RecordedFrame> kSession = {
 
 TEST(Replay, KeepsThePaceOfTheTesterAndWaitsForTheUser) {
   const std::string end = "nelmpm: the replay has ended, ";
-  bool isGood = false;
   // Early, and long after the time of the recording.
   EXPECT_EQ(
-      replayed(kSession, {}, {{500, command("go")}, {9000, answer("me")}, {9010, command("stop")}},
-               &isGood),
-      "100 hello\n510 gone\n520 ask\n9020 thanks\n9120 stopped\n" + end + "as recorded\n");
-  EXPECT_TRUE(isGood);
-  EXPECT_EQ(
-      replayed(kSession, {{}, 10, {}, true}, {{1, command("go")}, {60, answer("me")}}, &isGood),
-      "10 hello\n11 gone\n12 ask\n62 thanks\n172 stopped\n172 MSG_T_EXIT(2007)\n"
-      "nelmpm: replay: at 4.150 s did not come: COMMAND(1002) \"stop\"\n" +
-          end + "1 difference\n");
-  EXPECT_FALSE(isGood);
+      replayed(kSession, {}, {{500, command("go")}, {9000, answer("me")}, {9010, command("stop")}}),
+      "100 hello\n510 gone\n520 ask\n9020 thanks\n9120 stopped\n" + end + "as recorded\ngood");
+  EXPECT_EQ(replayed(kSession, {{}, 10, {}, true}, {{1, command("go")}, {60, answer("me")}}),
+            "10 hello\n11 gone\n12 ask\n62 thanks\n172 stopped\n172 MSG_T_EXIT(2007)\n"
+            "nelmpm: replay: at 4.150 s did not come: COMMAND(1002) \"stop\"\n" +
+                end + "1 difference\nbad");
   // As fast as possible, with patience: without it nothing that is typed could come in time.
   EXPECT_EQ(replayed(kSession, {{}, 0, milliseconds{50}, true},
                      {{49, command("go")}, {60, answer("me")}, {100, command("stop")}}),
             "0 hello\n49 gone\n49 ask\n60 thanks\n100 stopped\n100 MSG_T_EXIT(2007)\n" + end +
-                "as recorded\n");
+                "as recorded\ngood");
 }
 
 TEST(Replay, TellsEachDifferenceOnce) {
@@ -128,18 +119,18 @@ TEST(Replay, TellsEachDifferenceOnce) {
             played + "5020 thanks\n5300 stopped\n" + noGo +
                 "nelmpm: replay: at 3.130 s came: STRING(1004) \"you\", recorded is: STRING(1004) "
                 "\"me\"\nnelmpm: replay: not in the recording: COMMAND(1002) \"help\"\n" +
-                end + "3 differences\n");
+                end + "3 differences\nbad");
   EXPECT_EQ(
       replayed(kSession, {}, {{5000, answer("me")}, {5000, answer("I")}, {5100, command("s")}}),
       played + "5020 thanks\n6120 stopped\n" + noGo +
           "nelmpm: replay: at 4.150 s came: COMMAND(1002) \"s\", recorded is: COMMAND(1002) "
           "\"stop\"\nnelmpm: replay: not in the recording: STRING(1004) \"I\"\n" +
-          end + "3 differences\n");
+          end + "3 differences\nbad");
   EXPECT_EQ(
       replayed(kSession, {}, {}),
       played + noGo +
           "nelmpm: replay: broken off at 3.130 s, messages of the window that did not come: 2\n" +
-          end + "2 differences\n");
+          end + "2 differences\nbad");
 }
 
 TEST(Replay, TakesTheWindowsEndForThatOfTheRecordingOnlyWhenItWasToldSo) {
@@ -147,9 +138,8 @@ TEST(Replay, TakesTheWindowsEndForThatOfTheRecordingOnlyWhenItWasToldSo) {
     const std::vector<frames::RecordedFrame> recording = {
         at(0, frameOf(NELKVUI, 0, MSG_TOOL_READY)),
         at(10, isTold ? toWindow(MSG_T_EXIT) : text("one")), at(200, text("two"))};
-    bool isGood = false;
-    const std::string log = replayed(recording, {}, {}, &isGood, 100);
-    EXPECT_EQ(isGood, isTold) << log;
+    const std::string log = replayed(recording, {}, {}, 100);
+    EXPECT_EQ(log.ends_with("good"), isTold) << log;
   }
 }
 

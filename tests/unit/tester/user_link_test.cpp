@@ -127,14 +127,6 @@ TEST_F(UserLinkTest, TellsInOrderWhatTheLinkDidNotTakeAtOnce) {
   EXPECT_EQ(pump() + answers, "2008|t;") << "nothing is left of the user before";
 }
 
-/// A question, its message, what the user interface answers and what the asker gets.
-struct Exchange {
-  std::function<void()> ask;
-  std::string message;
-  Answer reply;
-  std::string answer;
-};
-
 TEST_F(UserLinkTest, TakesOneAnswerOfTheRightKindAndChecksIt) {
   using enum AnswerKind;
   const auto range = [this] { user.askNumberInRange("t", {2, 5, true}, keep()); };
@@ -144,7 +136,8 @@ TEST_F(UserLinkTest, TakesOneAnswerOfTheRightKindAndChecksIt) {
   const std::string select = "|Korvane Select|t";
   const std::string wrong = " is no number from 2 to 5.";
   const std::string none = " is none of the choices.";
-  const Exchange rows[] = {
+  // A question, its message, what the user interface answers and what the asker gets.
+  const std::tuple<std::function<void()>, std::string, Answer, std::string> rows[] = {
       {strict, "2019" + select + "|2|5", {kNumber, "2"}, kept(kNumber, "2")},
       {strict, "2019" + select + "|2|5", {kNumber, "*"}, kept(kWrong, "\"*\"" + wrong)},
       {strict, "2019" + select + "|2|5", {kNumber, "6"}, kept(kWrong, "\"6\"" + wrong)},
@@ -158,16 +151,16 @@ TEST_F(UserLinkTest, TakesOneAnswerOfTheRightKindAndChecksIt) {
       {bits, "2010" + select + "|a,b", {kBits, "", {"b", "a"}}, kept(kBits, "b,a")},
       {bits, "2010" + select + "|a,b", {kBits, "", {"b", "c"}}, kept(kWrong, "\"c\"" + none)},
   };
-  for (const Exchange& row : rows) {
-    SCOPED_TRACE(row.message + " <- " + row.reply.text);
-    row.ask();
-    EXPECT_EQ(pump(), row.message + ';');
+  for (const auto& [ask, message, reply, answer] : rows) {
+    SCOPED_TRACE(message + " <- " + reply.text);
+    ask();
+    EXPECT_EQ(pump(), message + ';');
     EXPECT_TRUE(user.isAsking());
     answers.clear();
     user.takeAnswer({kFile});
-    user.takeAnswer(row.reply);
-    user.takeAnswer(row.reply);
-    EXPECT_EQ(answers, row.answer);
+    user.takeAnswer(reply);
+    user.takeAnswer(reply);
+    EXPECT_EQ(answers, answer);
     EXPECT_FALSE(user.isAsking());
   }
 }

@@ -117,16 +117,6 @@ TEST(FindText, GoesOnInALogThatChanged) {
   EXPECT_EQ(findOnce("..one\none\nONE one", "i+ One", state), "3 at 10");
 }
 
-/// "a" and "b" in no order.
-std::string mixed() {
-  std::mt19937 random(1);
-  std::string text(60000, 'a');
-  for (char& c : text) {
-    c = (random() & 1) != 0 ? 'a' : 'b';
-  }
-  return text;
-}
-
 const std::string kHardLine = std::string(3000, 'a') + "b" + std::string(2000, 'a') + "c";
 const std::string kHard = "r+ ^\\(.*\\)\\(.*\\)\\(.*\\)b\\1\\2\\3c$";
 
@@ -139,8 +129,13 @@ TEST(FindText, HostilePatternsAndLinesHideNoHit) {
   }
   check(log + std::string(3000, 'a') + "b",
         {{"r ^[^x]*[^x]*[^x]*[^x]*[^x]\\{3,\\}[b]$", "3001 at 640002"}});
-  // More states than there is room for.
-  check(".\nc" + mixed() + "abbbbbbbbbbbbbbbd\ncabbbbbbbbbbbbbbbd",
+  // More states than there is room for, by "a" and "b" in no order.
+  std::mt19937 random(1);
+  std::string mixed(60000, 'a');
+  for (char& c : mixed) {
+    c = (random() & 1) != 0 ? 'a' : 'b';
+  }
+  check(".\nc" + mixed + "abbbbbbbbbbbbbbbd\ncabbbbbbbbbbbbbbbd",
         {{"r c[ab]*a[ab]\\{14\\}d$", "none"},
          {"r c[ab]*a[ab]\\{15\\}d$", "60018 at 2"},
          {"r+ c[ab]*a[ab]\\{15\\}d$", "18 at 60021"}});

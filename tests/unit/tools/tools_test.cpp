@@ -2,6 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include <map>
+#include <set>
+
 #include "help/pages.h"
 #include "launcher/files.h"
 #include "launcher/launch.h"
@@ -18,7 +21,14 @@ std::string joined(const std::vector<std::string>& words) {
 }
 
 TEST(Launcher, MakesTheCommandLineOfThePostmaster) {
-  const std::pair<std::vector<const char*>, const char*> rows[] = {
+  using Words = std::vector<const char*>;
+  const auto made = [](Words words) {
+    words.insert(words.begin(), "korvane");
+    const auto line = launcher::parseCommandLine(static_cast<int>(words.size()), words.data());
+    return line.options ? joined(launcher::postmasterWords(*line.options, "/s"))
+                        : std::to_string(line.status) + " " + line.text;
+  };
+  const std::pair<Words, const char*> rows[] = {
       {{},
        "nelmpm --transcript /s/transcript.txt --record /s/recording.txt --history /s/history.txt "
        "--charset UTF-8 --join-text --keep-buttons --restart-tester --tool nelkv --tool nel-help "
@@ -43,29 +53,19 @@ TEST(Launcher, MakesTheCommandLineOfThePostmaster) {
        "nelmpm --charset UTF-8 --join-text --keep-buttons --restart-tester --tool \"nelgdb\" "
        "--tool nel-help --tester nelgdb --tool \"nelkvui\""},
   };
-  for (auto [arguments, expected] : rows) {
-    arguments.insert(arguments.begin(), "korvane");
-    const auto line =
-        launcher::parseCommandLine(static_cast<int>(arguments.size()), arguments.data());
-    ASSERT_TRUE(line.options) << line.text;
-    EXPECT_EQ(joined(launcher::postmasterWords(*line.options, "/s")), expected);
+  for (const auto& [words, expected] : rows) {
+    EXPECT_EQ(made(words), expected);
   }
   EXPECT_THAT(launcher::postmasterWords({}, ""), testing::Not(testing::Contains("--record")));
   const std::vector<std::string> odd = {"a b", "c\"\\'", ""};
   EXPECT_EQ(postmaster::splitCommand(launcher::quoteCommand(odd)).words, odd);
-  for (const std::vector<const char*>& wrong :
-       std::vector<std::vector<const char*>>{{"word"},
-                                             {"--no-such"},
-                                             {"--speed=2"},
-                                             {"--pid", "x"},
-                                             {"--tester", "t", "--gdb", "p"},
-                                             {"--replay", "r", "--core", "c"}}) {
-    std::vector<const char*> arguments = wrong;
-    arguments.insert(arguments.begin(), "korvane");
-    const auto line =
-        launcher::parseCommandLine(static_cast<int>(arguments.size()), arguments.data());
-    EXPECT_EQ(line.status, launcher::kExitUsage);
-    EXPECT_THAT(line.text, testing::MatchesRegex("korvane: [^\n]*; try korvane --help\n"));
+  for (const Words& wrong : {Words{"word"},
+                             {"--no-such"},
+                             {"--speed=2"},
+                             {"--pid", "x"},
+                             {"--tester", "t", "--gdb", "p"},
+                             {"--replay", "r", "--core", "c"}}) {
+    EXPECT_THAT(made(wrong), testing::MatchesRegex("2 korvane: [^\n]*; try korvane --help\n"));
   }
   EXPECT_EQ(launcher::stateFolderOf("/x", "/h"), "/x/korvane");
   EXPECT_EQ(launcher::stateFolderOf("x", "/h"), "/h/.local/state/korvane");
@@ -92,19 +92,14 @@ TEST(Launcher, NamesTheFileThatTheSessionCannotBeginWith) {
 }
 
 TEST(HelpPages, OpenInATerminalOrABrowserAsTheUserHasThem) {
-  const auto viewer = [](const char* topic, const char* programs, const char* variables,
+  const auto viewer = [](const char* topic, const std::set<std::string>& programs,
+                         const std::map<std::string, std::string>& variables = {},
                          const char* tester = "") {
     const auto find = [=](const std::string& name) {
-      const bool isThere =
-          (" " + std::string(programs) + " ").find(" " + name + " ") != std::string::npos;
-      return isThere ? std::optional("/bin/" + name) : std::nullopt;
+      return programs.contains(name) ? std::optional("/bin/" + name) : std::nullopt;
     };
     const auto variable = [=](const std::string& name) {
-      const std::string all = variables;
-      const std::size_t at = all.find(name + "=");
-      return at == std::string::npos
-                 ? ""
-                 : all.substr(at + name.size() + 1, all.find(' ', at) - at - name.size() - 1);
+      return variables.contains(name) ? variables.at(name) : "";
     };
     const auto exists = [](const std::string& file) {
       return file == "/man/man1/nelkvui.1" || file == "/man/man1/nelkv.1.gz" ||
@@ -113,22 +108,19 @@ TEST(HelpPages, OpenInATerminalOrABrowserAsTheUserHasThem) {
     return joined(
         help::viewerOf(help::pageOf(topic, tester), {"/doc", "/man", exists, find, variable}));
   };
-  EXPECT_EQ(viewer("tessil-testerui", "xterm x-terminal-emulator", ""),
+  EXPECT_EQ(viewer("tessil-testerui", {"xterm", "x-terminal-emulator"}),
             "/bin/x-terminal-emulator -e man /man/man1/nelkvui.1");
-  EXPECT_EQ(viewer("tessil-tester", "mine xterm", "PAGER=most TERMINAL=mine"),
+  EXPECT_EQ(viewer("tessil-tester", {"mine", "xterm"}, {{"PAGER", "most"}, {"TERMINAL", "mine"}}),
             "/bin/mine -e most /doc/first-ten-minutes.md");
-  EXPECT_EQ(viewer("tessil-generator", "xterm", "TERMINAL=gone"),
+  EXPECT_EQ(viewer("tessil-generator", {"xterm"}, {{"TERMINAL", "gone"}}),
             "/bin/xterm -e pager /doc/button-file.md");
-  EXPECT_EQ(viewer("tessil-tester", "fox xdg-open", "BROWSER=fox"),
+  EXPECT_EQ(viewer("tessil-tester", {"fox", "xdg-open"}, {{"BROWSER", "fox"}}),
             "/bin/fox /doc/first-ten-minutes.md");
-  EXPECT_EQ(viewer("tessil-tester-commands", "xterm", ""),
-            "/bin/xterm -e man /man/man1/nelkv.1.gz");
-  EXPECT_EQ(viewer("tessil-tester", "xterm", "PAGER=most", "nelgdb"),
+  EXPECT_EQ(viewer("tessil-tester", {"xterm"}, {{"PAGER", "most"}}, "nelgdb"),
             "/bin/xterm -e most /doc/gdb.md");
-  EXPECT_EQ(viewer("tessil-tester-commands", "xterm", "", "another"),
+  EXPECT_EQ(viewer("tessil-tester-commands", {"xterm"}, {}, "another"),
             "/bin/xterm -e man /man/man1/nelkv.1.gz");
-  EXPECT_EQ(viewer("tessil-tester-commands", "xdg-open", ""), "")
-      << "no browser shows a manual page";
+  EXPECT_EQ(viewer("tessil-tester-commands", {"xdg-open"}), "") << "no browser shows a manual page";
   EXPECT_EQ(help::whereIs(help::pageOf("unknown"), {"/doc", "", nullptr, nullptr, nullptr}),
             "< Help: man nelkvui >\n");
   EXPECT_EQ(

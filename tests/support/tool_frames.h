@@ -9,10 +9,8 @@
 
 /// A message of the tester's or the user interface's table, as the tools take it.
 inline frames::Message frameOf(int sender, int dest, int tag, std::vector<Parameter> values = {}) {
-  const auto direction =
-      sender == NELKVUI ? MessageDirection::kSentByUi : MessageDirection::kReceivedByUi;
   const int kind = dest == 0 ? kFrameUndirected : kFrameDirected;
-  return frames::parseText(toWire({kind, tag, sender, dest, std::move(values)}, direction)).message;
+  return frames::parseText(toWire({kind, tag, sender, dest, std::move(values)})).message;
 }
 
 inline frames::Message toWindow(int tag, std::vector<Parameter> values = {}) {
