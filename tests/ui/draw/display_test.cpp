@@ -102,6 +102,7 @@ y#####.rrrrrwyyyyyyyyyyy
 y..#...wwrwwwyyyyyyyyyyy
 y..#...wwrwwwyyybbbbbyyy
 )");
+  EXPECT_EQ(picture({0, 13, 3, 15}), "\ny..\nyyy\n") << "the ground is as high as the font";
   zDimension size;
   display.textSize(size, "abc", 2);
   EXPECT_EQ(size, (zDimension{12, 13}));

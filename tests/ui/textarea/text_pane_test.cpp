@@ -36,6 +36,7 @@ TEST_F(TextAreaTest, AppendsOfAnyLengthGoInWholeDropTheSelectionAndShowTheEnd) {
   const std::string banner = "------------- Text Log Cleared --------------\r\n";
   theTextPane->clear();
   EXPECT_EQ(logText(), banner);
+  EXPECT_EQ(theTextPane->textEnd(), 47);
   // Intended: the line behind the banner has no number, the next one is 2.
   theTextPane->appendText("x\ny\n");
   EXPECT_EQ(logText(), banner + "x\n     2: y\n     3: ");
