@@ -82,6 +82,9 @@ class Commands : public MainWindow {
     theTextPane->setSelection(5, 9);
     theSession.copyBuffer = "pasted";
     theCommandLine->setText("");
+    theTextPane->takeFocus();
+    theCommandLine->startFocusTimer();  // in place of one that an earlier command has left
+    ui::waitForFocus(theCommandLine->widget());
     ui::focus(focused);
   }
   /// What differs from that, in lines.

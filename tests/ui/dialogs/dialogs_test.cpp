@@ -129,7 +129,6 @@ TEST_F(DirectorySelection, AnswersNothingUnlessAnotherDirectoryIsConfirmed) {
       },
       [&] { press(Ddirselec::kCancel); },
       [] { ui::pressKey(XK_Escape); },
-      [] { ui::closeByWindowManager(ui::windowWithTitle(Ddirselec::kTitle)); },
   };
   EXPECT_EQ(run("", ends[0]), "/");
   EXPECT_EQ(run(at(""), ends[0]), std::nullopt);
