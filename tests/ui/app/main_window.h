@@ -1,6 +1,5 @@
 #pragma once
 
-#include <gmock/gmock.h>
 #include <sys/socket.h>
 
 #include "app/message_handler.h"
@@ -15,8 +14,6 @@
 #include "tests/ui/support/ui_test.h"
 #include "textarea/my_pane.h"
 #include "textarea/text_pane.h"
-
-#include <X11/keysym.h>
 
 inline constexpr const char* kPrompt = "Korvane Select";
 
@@ -81,12 +78,7 @@ class MainWindow : public testing::Test {
   /// Null when there is none.
   template <class T>
   T* part() const {
-    T* found = nullptr;
-    zWindowDlist::Iter walk(window->children());
-    while (zWindow* child = found == nullptr ? walk.next() : nullptr) {
-      found = dynamic_cast<T*>(child);
-    }
-    return found;
+    return ui::childOf<T>(*window);
   }
   static void choose(int command) {
     zEvent event = zEvent::of(kMsgCommand, command);

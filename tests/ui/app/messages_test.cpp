@@ -32,13 +32,12 @@ TEST_F(MainWindow, TellsInBoxesWhatMessagesSayOrWhatIsWrongWithThem) {
                                            std::to_string(tag) + "\nLength 4\n" + kOk);
   }
   const auto answerAtLength = [] {
-    ui::ModalScript script;
-    script.onDialog(kPrompt, [] {
-      // The dialog bounds what is typed only.
+    // The dialog bounds what is typed only.
+    const auto enter = [] {
       ui::setText(ui::part(kPrompt, "TextField"), std::string(kMaxSentText + 1, 'x'));
       ui::pressKey(XK_Return);
-    });
-    script.run([] { receive(MSG_T_ASK_STRING, {"title", "Name:"}); });
+    };
+    ui::inDialog(kPrompt, enter, [] { receive(MSG_T_ASK_STRING, {"title", "Name:"}); });
   };
   EXPECT_EQ(boxOf(g_AppTitle, answerAtLength),
             "{error}\nThe answer is too long to be sent.\n" + kOk);
@@ -65,21 +64,19 @@ TEST_F(MainWindow, TellsFindOfEarlierSearchesAndOfWhatTheUserMayDo) {
   theSession.rememberSearch({"old", false, false});
   theSession.rememberSearch({"new", true, true});
   const auto ask = [] {
-    ui::ModalScript script;
     std::string look;
-    script.onDialog(kPrompt, [&] {
+    const auto leave = [&] {
       look = ui::look(kPrompt);
       ui::pressKey(XK_Escape);
-    });
-    script.run([] { receive(MSG_T_FIND, {0, 1, Parameter::List{"p"}}); });
+    };
+    ui::inDialog(kPrompt, leave, [] { receive(MSG_T_FIND, {0, 1, Parameter::List{"p"}}); });
     return look;
   };
-  unsetenv("KV_REGEXP");
-  EXPECT_THAT(ask(), testing::AllOf(HasSubstr("<new>"), HasSubstr("<p>"),
-                                    HasSubstr("( ) Regular expression greyed\n(x) Match case\n")));
   setenv("KV_REGEXP", "", 1);
   EXPECT_THAT(ask(), HasSubstr("(x) Regular expression\n(x) Match case\n"));
   unsetenv("KV_REGEXP");
+  EXPECT_THAT(ask(), testing::AllOf(HasSubstr("<new>"), HasSubstr("<p>"),
+                                    HasSubstr("( ) Regular expression greyed\n(x) Match case\n")));
 }
 
 // The timer sleeps until its descriptors tell of input; the idle handler takes both frames from the
@@ -97,14 +94,13 @@ TEST_F(MainWindow, LeavesTheSecondOfTwoFramesToTheTimerThatSleeps) {
   }
   std::string_view bytes = both;
   EXPECT_EQ(peer.send(bytes), 0);
-  ui::ModalScript script;
-  script.onDialog("First", [&] {
+  const auto lookAround = [&] {
     std::string answer;
     ui::waitFor([&] { return !(answer += sent()).empty(); }, "the answer under the box");
     EXPECT_EQ(answer, "1005 MSG_UI_VALUE \"7\"\n");
     ui::pressKey(XK_Return);
-  });
-  script.run([&] { return PollLinkIdle(window.get()); });
+  };
+  ui::inDialog("First", lookAround, [&] { return PollLinkIdle(window.get()); });
   delete std::exchange(g_PollTimer, nullptr);
 }
 
@@ -115,12 +111,11 @@ TEST_F(MainWindow, TellsTheLossOfTheLinkByTheHandlerThatSawItAndEndsTheProgram) 
     g_SocketClient = std::make_unique<SocketControlClient>(-1);
     g_IdleList = zApp::instance()->idleList();
     std::raise(SIGINT);
-    ui::ModalScript script;
-    script.onDialog("Korvane UI: NELMPM Error", [] {
+    const auto confirm = [] {
       std::cerr << ui::look("Korvane UI: NELMPM Error") << std::flush;
       ui::pressKey(XK_Return);
-    });
-    script.run([&] { return poll(g_MainWindow); });
+    };
+    ui::inDialog("Korvane UI: NELMPM Error", confirm, [&] { return poll(g_MainWindow); });
     std::_Exit(zApp::instance()->isRunning() ? EXIT_FAILURE : EXIT_SUCCESS);
   };
   const std::string text =

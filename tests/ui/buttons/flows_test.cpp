@@ -93,10 +93,9 @@ class ButtonFlows : public ButtonPanes {
         });
     type(script, command.title, pieces, beforeLast);
     script.run([&] {
-      ui::click(childOf<zPushButton>(pane(1)).widget());
+      ui::click(ui::childOf<zPushButton>(pane(1))->widget());
       // Everything else happens in loops inside this one.
       zApp::instance()->pumpWhile([&] { return !hasBeenOpen; });
-      return 0;
     });
     ui::waitForDialog(PanesFrame::kTitle);
     awaitCommandLine();
@@ -108,11 +107,8 @@ class ButtonFlows : public ButtonPanes {
 
 TEST_F(ButtonFlows, EditAGroupByTheCommandsOfItsMenu) {
   const std::string rest = "A\n1\nB\n2\nC\n3\n";
-  const struct {
-    Command command;
-    Pieces pieces;
-    std::string second;  ///< what the second group becomes
-  } rows[] = {
+  // The command, what is typed, and what the second group becomes.
+  const std::tuple<Command, Pieces, std::string> rows[] = {
       {kAdd, {"New\tnew; x\n"}, ":Second\n" + rest + "New\nnew; x\n"},
       {kAdd, {"New\x1b"}, kSecond},
       // By Apply. A definition stays as long as there is no label.
@@ -129,11 +125,11 @@ TEST_F(ButtonFlows, EditAGroupByTheCommandsOfItsMenu) {
       {kRemove, {"\n"}, ""},
       {kRemove, {"\x1b"}, kSecond},
   };
-  for (const auto& row : rows) {
+  for (const auto& [command, pieces, second] : rows) {
     loadSet();
-    choose(row.command, row.pieces);
-    EXPECT_EQ(text(), setWith(row.second)) << row.command.title << row.pieces.front();
-    EXPECT_EQ(isSaveEnabled(), row.second != kSecond);
+    choose(command, pieces);
+    EXPECT_EQ(text(), setWith(second)) << command.title << pieces.front();
+    EXPECT_EQ(isSaveEnabled(), second != kSecond);
   }
   EXPECT_EQ(theTextPane->text(), "");
   loadSet();
@@ -169,7 +165,6 @@ TEST_F(ButtonFlows, AddGroupsOfWhichThoseByApplyDoNotCount) {
     set().addGroup();
     EXPECT_FALSE(isSaveEnabled()) << "intended";
     set().addGroup();
-    return 0;
   });
   awaitCommandLine();
   EXPECT_EQ(text(), setWith(kSecond + ":New\n:Last\n"));
@@ -255,7 +250,6 @@ TEST_F(ButtonFlows, ReadAndWriteTheFilesThatTheUserNames) {
     note(set().queryExit());
     note(set().queryExit());
     note(set().loadButtons(0));
-    return 0;
   });
   EXPECT_EQ(text(), ":Other\n");
   EXPECT_EQ(results, "1* 1 1 1 1 0* 0* 1* 1 ");

@@ -1,27 +1,18 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <memory>
-#include <string>
-
 #include "buttons/button_host.h"
 #include "buttons/button_pane.h"
 #include "buttons/control_pane.h"
 #include "buttons/group_pane.h"
 #include "framework/controls/control.h"
 #include "framework/controls/scroll_bar.h"
-#include "framework/core/frame.h"
 #include "framework/draw/measure.h"
 #include "framework/layout/sizers.h"
 #include "framework/menus/menu.h"
 #include "resources/resource_ids.h"
-#include "tests/support/basics.h"
 #include "tests/ui/support/ui_test.h"
 #include "textarea/my_pane.h"
 #include "textarea/text_pane.h"
-
-#include <X11/keysym.h>
 
 /// A main window that notes what the button set asks of it. Its bar has three pull-downs; the log
 /// and the command line are right of the buttons.
@@ -70,14 +61,7 @@ class ButtonPanes : public testing::Test {
  protected:
   ButtonPanes() {
     registerRecordControls();
-    frame->show();
-    ui::waitForDialog(PanesFrame::kTitle);
-    ui::waitFor([&] { return ui::isViewable(set().widget()); }, "the canvas");
-    ui::drain();
-  }
-  ~ButtonPanes() override {
-    frame.reset();
-    ui::waitForNoDialog(PanesFrame::kTitle);
+    ui::bringUp(*frame);
   }
 
   static GroupPane& set() { return *theGroupPane; }
@@ -99,19 +83,10 @@ class ButtonPanes : public testing::Test {
     return *set().groups().back();
   }
 
-  template <class Control>
-  static Control& childOf(zWindow& window, int number = 0) {
-    zWindowDlist::Iter walk(window.children());
-    while (zWindow* child = walk.next()) {
-      auto* found = windowCast<Control>(child);
-      if (found != nullptr && number-- == 0) {
-        return *found;
-      }
-    }
-    throw std::out_of_range("no such child");
-  }
   /// 0 the vertical, 1 the horizontal one.
-  zScrollBarCtrl& bar(int number) const { return childOf<zScrollBarCtrl>(*frame->pane, number); }
+  zScrollBarCtrl& bar(int number) const {
+    return *ui::childOf<zScrollBarCtrl>(*frame->pane, number);
+  }
 
   void scroll(int number, int position) const {
     bar(number).scrollPos()->setPosition(position);

@@ -40,7 +40,7 @@ TEST_F(ButtonPanes, StandBetweenTheirBars) {
   EXPECT_EQ(frame->pane->sizer()->rect(), zRect(0, 0, 260, 469));
   EXPECT_EQ(bar(0).sizer()->rect(), zRect(234, 0, 247, 454));
   EXPECT_EQ(bar(1).sizer()->rect(), zRect(0, 454, 234, 469));
-  EXPECT_EQ(childOf<zPanel3d>(*frame->pane).sizer()->rect(), zRect(0, 0, 234, 454));
+  EXPECT_EQ(ui::childOf<zPanel3d>(*frame->pane)->sizer()->rect(), zRect(0, 0, 234, 454));
   EXPECT_EQ(set().parent()->sizer()->rect(), zRect(2, 2, 232, 452));
   EXPECT_EQ(ui::look(bar(0).widget()), "bar 0 of 0 to 448 by 448 greyed\n");
   EXPECT_EQ(ui::look(bar(1).widget()), "bar 0 of 0 to 224 by 224 greyed\n");
@@ -84,7 +84,7 @@ TEST_F(ButtonPanes, ShowTheSetAndFollowEachChange) {
   document().renameGroup(group(0), "A&B");
   EXPECT_EQ(seen(), "(x) A&B [Group] [B2] (x) Second [Group] [B1] [B2] [a&&b&] ");
   for (const std::string mark : {"( )", "(x)"}) {
-    ui::click(childOf<zCheckBox>(pane(1)).widget());
+    ui::click(ui::childOf<zCheckBox>(pane(1))->widget());
     EXPECT_EQ(seen(), "(x) A&B [Group] [B2] " + mark + " Second [Group] [B1] [B2] [a&&b&] ");
     EXPECT_EQ(group(1).expanded, mark == "(x)");
   }
@@ -113,15 +113,13 @@ TEST_F(ButtonPanes, ExecuteACommandOnAReleaseInsideTheButton) {
   const zDimension size = button(0, 1).sizer()->size();
   const std::string inside = "status Execute Command: b2;b2;status ;";
   const std::string outside = "status Execute Command: b2;status ;";
-  theTextPane->setFocus();
-  ui::waitForFocus(theTextPane->widget());
+  ui::focus(*theTextPane);
   EXPECT_EQ(pressed(1, 1) + pressed(size.width - 1, size.height - 1), inside + inside);
   EXPECT_EQ(pressed(0, 1) + pressed(size.width, 5), outside + outside);
   EXPECT_EQ(pressed(1, 0) + pressed(5, size.height), outside + outside);
   EXPECT_EQ(pressed(5, 5, ui::kMiddleButton) + pressed(5, 5, ui::kRightButton), "");
   awaitCommandLine();
-  button(0, 2).setFocus();
-  ui::waitForFocus(button(0, 2).widget());
+  ui::focus(button(0, 2));
   ui::typeText(" ");
   awaitJournal("b3;");
   awaitCommandLine();
@@ -156,17 +154,15 @@ TEST_F(ButtonPanes, ScrollAsFarAsThereIsSomething) {
   const int visible = set().parent()->sizer()->size().height;
   EXPECT_TRUE(bar(0).isEnabled() && !bar(1).isEnabled());
   EXPECT_EQ(down.range().maximum, total - visible + 2);
-  auto& checkBox = childOf<zCheckBox>(pane(0));
-  checkBox.setFocus();
-  ui::waitForFocus(checkBox.widget());
+  ui::focus(*ui::childOf<zCheckBox>(pane(0)));
   ui::pressKey(XK_Next);
   EXPECT_EQ(canvasTop(), -std::min(down.page(), total - down.page()));
   ui::pressKey(XK_Prior);
   EXPECT_EQ(canvasTop(), 0);
   // The wheel over a button, which a line step of ten pixels three times a notch follows.
-  ui::wheel(button(0, 0).widget(), 5, 5, -1);
+  ui::click(button(0, 0).widget(), ui::kWheelDown);
   EXPECT_EQ(canvasTop(), -30);
-  ui::wheel(set().parent()->widget(), 5, visible - 5, -1);
+  ui::click(set().parent()->widget(), 5, visible - 5, ui::kWheelDown);
   EXPECT_EQ(canvasTop(), -60);
   awaitCommandLine();
   scroll(0, down.range().maximum);
@@ -195,13 +191,13 @@ TEST_F(ButtonPanes, KeepTheButtonOfAWideGroupInSightAndALongNameWholeBesideIt) {
   for (const int position : {0, 50, pane(0).width()}) {
     scroll(1, position);
     EXPECT_EQ(set().sizer()->pos().x, -std::min(position, largest));
-    const int gap = rightEdge(*set().parent()) - rightEdge(childOf<zPushButton>(pane(0)));
+    const int gap = rightEdge(*set().parent()) - rightEdge(*ui::childOf<zPushButton>(pane(0)));
     EXPECT_TRUE(gap >= 0 && gap <= 30) << position;
   }
   document().renameGroup(group(0), std::string(40, 'N'));
   document().setExpanded(group(0), false);
-  EXPECT_EQ(rightEdge(childOf<zCheckBox>(pane(0))),
-            ui::areaOf(childOf<zPushButton>(pane(0)).widget()).x);
+  EXPECT_EQ(rightEdge(*ui::childOf<zCheckBox>(pane(0))),
+            ui::areaOf(ui::childOf<zPushButton>(pane(0))->widget()).x);
 }
 
 TEST_F(ButtonPanes, ReachTheLastButtonOfMoreThanAWindowCanHold) {

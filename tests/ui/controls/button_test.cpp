@@ -2,7 +2,6 @@
 
 #include "framework/controls/button.h"
 
-#include "framework/layout/sizers.h"
 #include "tests/ui/controls/control_fixture.h"
 
 namespace {
@@ -10,10 +9,10 @@ namespace {
 using Buttons = ControlTest;
 
 TEST_F(Buttons, ArePressedByReturnAndSpaceAndAClickMayLeaveTheFocusWhereItIs) {
-  const zDefPushButton first(&frame, place(), kStyleControlStop, "a", 1);
+  zDefPushButton first(&frame, place(), kStyleControlStop, "a", 1);
   zPushButton second(&frame, place(50), kStyleControlStop, "b", 2);
   zCheckBox third(&frame, place(90), kStyleControlStop, "c", 3);
-  focus(first);
+  ui::focus(first);
   for (zButton* clicked : std::initializer_list<zButton*>{&second, &third}) {
     clicked->keepFocusOnClick();
     ui::click(clicked->widget(), ui::kRightButton);
@@ -21,7 +20,7 @@ TEST_F(Buttons, ArePressedByReturnAndSpaceAndAClickMayLeaveTheFocusWhereItIs) {
     ui::typeText("\n ");
   }
   EXPECT_EQ(heard(), "2:0 1:0 1:0 3:0 1:0 1:0 ");
-  focus(second);
+  ui::focus(second);
   ui::typeText("\n");
   EXPECT_EQ(heard(), "2:0 ");
 }
@@ -35,9 +34,10 @@ TEST_F(Buttons, LabelsShowMnemonicsAndTabsInTheToolkitsForm) {
   for (const auto& control : controls) {
     Widget inside = ui::part(control->holder(), "Label");
     Widget label = inside != nullptr ? inside : control->widget();
-    EXPECT_EQ(ui::textOf(label) + "|" + numbers(label, {"mnemonic"}), "Old|79 ");
+    EXPECT_EQ(ui::textOf(label) + "|" + ui::numbers(label, {"mnemonic"}), "Old|79 ");
     control->setText("a\tb\nR&&D &Group");
-    EXPECT_EQ(ui::textOf(label) + "|" + numbers(label, {"mnemonic"}), "a       b\nR&D Group|71 ");
+    EXPECT_EQ(ui::textOf(label) + "|" + ui::numbers(label, {"mnemonic"}),
+              "a       b\nR&D Group|71 ");
     EXPECT_EQ(control->text(), RWCString("a\tb\nR&&D &Group"));
   }
 }
@@ -49,8 +49,8 @@ TEST_F(Buttons, AGroupBoxHoldsTogglesAtTheirOwnPlacesAndExchangesTheirData) {
   group->moveResize(40, 10, 250, 150);
   EXPECT_EQ(placesOf({group->widget(), check->holder(), radio->holder()}),
             "40,10 250x150; 55,40 100x30; 170,100 80x30; ");
-  EXPECT_NE(numbers(check->widget(), {"indicatorType"}),
-            numbers(radio->widget(), {"indicatorType"}));
+  EXPECT_NE(ui::numbers(check->widget(), {"indicatorType"}),
+            ui::numbers(radio->widget(), {"indicatorType"}));
   for (ziToggle* toggle : std::initializer_list<ziToggle*>{check, radio}) {
     int value = 7;
     toggle->setBoundValue(&value);

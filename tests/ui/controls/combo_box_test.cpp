@@ -2,12 +2,8 @@
 
 #include "framework/controls/combo_box.h"
 
-#include <vector>
-
 #include "framework/draw/screen.h"
 #include "tests/ui/controls/control_fixture.h"
-
-#include <X11/keysym.h>
 
 namespace {
 
@@ -29,9 +25,9 @@ class ComboBox : public ControlTest {
 
   /// What the entry shows, its row, the selected one, and what has been told.
   std::string state(const zComboBoxBase& box) {
-    const std::string told = heard();
-    return textView(box.widget()) + " " + std::to_string(box.curSel()) + ": " +
-           chosenIn(listOf(box)) + told;
+    ui::drain();
+    return ui::textView(box.widget()) + " " + std::to_string(box.curSel()) + ": " +
+           chosenIn(listOf(box)) + heard();
   }
 
   zComboBoxFull combo{&frame, place(10, 140), kStyle, 1};
@@ -97,8 +93,8 @@ TEST_F(ComboBox, KeysAndTheMouseMoveInTheList) {
   for (int row = 0; row < 30; ++row) {
     combo.add(std::to_string(row).c_str());
   }
-  focus(combo);
-  ASSERT_EQ(numbers(listOf(combo), {"visibleItemCount"}), "6 ");
+  ui::focus(combo);
+  ASSERT_EQ(ui::numbers(listOf(combo), {"visibleItemCount"}), "6 ");
   const auto walk = [&](int row, std::initializer_list<ui::KeySymbol> keys) {
     combo.setCurSel(row);
     heard();
@@ -129,7 +125,8 @@ TEST_F(ComboBox, KeysAndTheMouseMoveInTheList) {
   combo.showDropDown();
   Widget bar = ui::part(combo.holder(), "VertScrollBar");
   ui::click(bar, ui::areaOf(bar).width / 2, ui::areaOf(bar).height - 5);
-  ui::wheel(listOf(combo), 10, 10, -2);
+  ui::click(listOf(combo), ui::kWheelDown);
+  ui::click(listOf(combo), ui::kWheelDown);
   EXPECT_EQ(heard(), "1:7 ") << "the grab of the bar is no change of the focus";
   EXPECT_EQ(chosenIn(listOf(combo)), "");
   combo.hideDropDown();
@@ -137,7 +134,7 @@ TEST_F(ComboBox, KeysAndTheMouseMoveInTheList) {
   EXPECT_EQ(chosenIn(listOf(combo)), "8 ");
   combo.hideDropDown();
 
-  focus(fixed);
+  ui::focus(fixed);
   std::string way;
   for (const char* letter : {"a", "a", "A", "x", " ", "b", "b"}) {
     ui::typeText(letter);
@@ -149,7 +146,7 @@ TEST_F(ComboBox, KeysAndTheMouseMoveInTheList) {
 
 TEST_F(ComboBox, WhatTheUserTypesIsToldAndDeselectsTheRow) {
   combo.setCurSel(1);
-  focus(combo);
+  ui::focus(combo);
   ui::typeText("x");
   EXPECT_EQ(state(combo), "betax^ -1: 1:4 1:6 1:5 1:1 ");
   ui::pressKey('a', ui::kControl);
@@ -190,7 +187,7 @@ TEST_F(ComboBox, OneListIsShownAtATimeAndIsHiddenByWhatLeavesItsComboBoxOrMovesI
       {"another button", [&] { ui::click(fixed.widget(), ui::kRightButton); }, "2:8 1:7 1:8 "},
       {"the other's arrow", [&] { ui::click(arrowOf(fixed)); }, "1:7 1:8 2:7 +2"},
       {"a place without a focus", [&] { ui::click(frame.widget(), 350, 280); }, "2:8 1:7 1:8 "},
-      {"another focus", [&] { focus(combo); }, "1:7 2:3 1:4 +1"},
+      {"another focus", [&] { ui::focus(combo); }, "1:7 2:3 1:4 +1"},
       {"a move", [&] { combo.moveResize(20, 10, 200, 140); }, "1:8 "},
       {"the end of a dialog", closeOpenDropDown, "1:7 1:8 "},
       {"disabling", [&] { combo.disable(); }, "1:7 2:4 1:8 "},

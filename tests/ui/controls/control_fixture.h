@@ -1,26 +1,10 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <initializer_list>
-#include <string>
-#include <utility>
+#include <sstream>
 
 #include "framework/controls/button.h"
-#include "framework/core/frame.h"
 #include "resources/styles.h"
 #include "tests/ui/support/ui_test.h"
-
-/// Resources that are numbers, "2 1 ".
-std::string numbers(Widget widget, std::initializer_list<const char*> resources);
-/// All rows of a list, and the selected ones in view: "alpha beta ".
-std::string rowsIn(Widget list);
-std::string chosenIn(Widget list);
-/// The text of a text widget with the selection in brackets and the caret as "^".
-std::string textView(Widget text);
-/// Gives a control the focus.
-void focus(const zControl& control);
 
 /// The parent of the controls under test, which notes in a journal what reaches it: a command as
 /// "ID:CODE ", and what its handler is offered as "MESSAGE(PARAMETER) ".
@@ -52,9 +36,7 @@ inline const zHandler kNoted = toHandler(&ControlFrame::noted);
 class ControlTest : public testing::Test {
  protected:
   ControlTest() {
-    ui::waitForNoDialog("Controls");  // that of the last test
-    frame.show();
-    ui::waitForDialog("Controls");
+    ui::bringUp(frame);
     // Until the window manager has made the window the active one, it keeps clicks for itself.
     ui::click(elsewhere->widget());
     ui::waitFor([&] { return heard() == "0:0 "; }, "a click that comes through");
@@ -67,9 +49,34 @@ class ControlTest : public testing::Test {
     return std::exchange(frame.journal, {});
   }
   /// Where widgets are in the frame, each as "X,Y WIDTHxHEIGHT; ".
-  std::string placesOf(std::initializer_list<Widget> widgets);
+  std::string placesOf(std::initializer_list<Widget> widgets) {
+    ui::drain();
+    const ui::ScreenArea board = ui::areaOf(frame.widget());
+    std::string places;
+    for (Widget widget : widgets) {
+      const ui::ScreenArea at = ui::areaOf(widget);
+      places += ui::placeView({at.x - board.x, at.y - board.y, at.width, at.height}) + "; ";
+    }
+    return places;
+  }
+  /// All rows of a list, and the selected ones in view: "alpha beta ".
+  static std::string rowsIn(Widget list) {
+    std::string all;
+    for (const std::string& row : ui::rowsOf(list)) {
+      all += row + " ";
+    }
+    return all;
+  }
+  static std::string chosenIn(Widget list) {
+    std::istringstream rows(ui::look(list));
+    std::string chosen;
+    for (std::string row; std::getline(rows, row);) {
+      chosen += row.starts_with("|*") ? row.substr(2) + " " : "";
+    }
+    return chosen;
+  }
 
   ControlFrame frame;
-  const zControl* elsewhere =
+  zControl* elsewhere =
       new zPushButton(&frame, new zSizer(380, 0, 20, 20), kStyleControlStop, "", 0);
 };

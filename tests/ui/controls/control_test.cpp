@@ -12,8 +12,6 @@
 #include "resources/dialogs.h"
 #include "tests/ui/controls/control_fixture.h"
 
-#include <X11/keysym.h>
-
 namespace {
 
 /// A button that notes what reaches its own operations.
@@ -49,7 +47,7 @@ TEST_F(ControlTest, ARecordSaysItsClassAndItsStyleHowItIsShown) {
     const bool isGround = is("background") == static_cast<int>(frame.background());
     return std::string(ui::isViewable(made->widget()) ? "s" : "") +
            (is("sensitive") != 0 ? "e" : "") + (is("traversalOn") != 0 ? "t " : " ") +
-           numbers(made->widget(), {"borderWidth", "shadowThickness"}) + (isGround ? "g" : "");
+           ui::numbers(made->widget(), {"borderWidth", "shadowThickness"}) + (isGround ? "g" : "");
   };
   const auto make = [&](std::uint32_t controlClass, std::uint32_t style) {
     const ControlRecord record{controlClass, 0, 4, "text", style, 0, 0, 0, 0};
@@ -102,7 +100,7 @@ TEST_F(ControlTest, InputGoesToHandlersThenAcceleratorsThenTheOperationThenTheWi
   };
   const auto type = [] { ui::typeText(" "); };
   const auto click = [&] { ui::click(button->widget(), 9, 9); };
-  EXPECT_EQ(act(0, 0, [&] { focus(*button); }), "7(0) focus ");
+  EXPECT_EQ(act(0, 0, [&] { ui::focus(*button); }), "7(0) focus ");
   EXPECT_EQ(act(0, 0, type), "256(32) 256(32) char 7:0 257(32) ");
   EXPECT_EQ(act(0, 1, type), "256(32) 256(32) char 257(32) ");
   EXPECT_EQ(act(1, 0, type), "256(32) 257(32) ");
@@ -116,7 +114,7 @@ TEST_F(ControlTest, InputGoesToHandlersThenAcceleratorsThenTheOperationThenTheWi
   EXPECT_EQ(act(0, 0, [] { ui::typeText("a\xe4"); }), "2:768 2:768 ");
   EXPECT_EQ(act(0, 0, [] { ui::pressKey('o', ui::kControl); }), "256(65507) 256(15) ");
   EXPECT_EQ(act(1, 0, [] { ui::pressKey(XK_BackSpace); }), "256(8) ");
-  EXPECT_EQ(textView(edit.widget()), "a\xe4^") << "the key was taken";
+  EXPECT_EQ(ui::textView(edit.widget()), "a\xe4^") << "the key was taken";
   zApp::instance()->handlers().remove(zEvent::of(kMsgKeyDown), &frame, kNoted);
 }
 
@@ -126,24 +124,23 @@ TEST_F(ControlTest, MayBeDestroyedByAnyOfItsHandlers) {
   int id = 100;
   const auto push = [&] { victim = new zPushButton(&frame, place(), kStyleControlStop, "", ++id); };
   const auto edit = [&] { victim = new zEditLine(&frame, place(), kStyleControlStop, "", ++id); };
-  const auto list = [&] {
-    auto* made = new zListBoxUnsorted(&frame, place(10, 100), kStyleControlStop, ++id);
+  const auto fill = [&](auto* made) {
     made->addAll({"alpha", "beta"});
     victim = made;
   };
-  zComboBoxFull* made = nullptr;
+  const auto list = [&] {
+    fill(new zListBoxUnsorted(&frame, place(10, 100), kStyleControlStop, ++id));
+  };
   const auto combo = [&] {
-    made = new zComboBoxFull(&frame, place(10, 100), kStyleControlStop, ++id);
-    made->addAll({"alpha", "beta"});
-    victim = made;
+    fill(new zComboBoxFull(&frame, place(10, 100), kStyleControlStop, ++id));
   };
   const auto dropped = [&] {
     combo();
-    made->showDropDown();
+    static_cast<zComboBoxFull*>(victim)->showDropDown();
   };
   const auto click = [&] { ui::click(victim->widget()); };
   const auto type = [] { ui::typeText("x"); };
-  const auto leave = [&] { focus(*elsewhere); };
+  const auto leave = [&] { ui::focus(*elsewhere); };
   const auto choose = [&] { ui::clickRow(ui::part(victim->holder(), "ScrolledList"), 1); };
   using Step = std::function<void()>;
   const std::tuple<Step, int, int, Step> ends[] = {
@@ -169,7 +166,7 @@ TEST_F(ControlTest, MayBeDestroyedByAnyOfItsHandlers) {
     SCOPED_TRACE(testing::Message() << "message " << message << " code " << code);
     make();
     ui::drain();
-    focus(*victim);
+    ui::focus(*victim);
     if (message != 0) {
       victim->addPlainHandler(&frame, kNoted, message);
     } else {

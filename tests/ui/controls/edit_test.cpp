@@ -3,8 +3,6 @@
 #include "framework/controls/formatted_edit.h"
 #include "tests/ui/controls/control_fixture.h"
 
-#include <X11/keysym.h>
-
 namespace {
 
 class EditTest : public ControlTest {
@@ -18,8 +16,8 @@ class EditTest : public ControlTest {
   }
   /// What is seen, and what has been told.
   std::string state(const zEditBase& edit) {
-    const std::string told = heard();
-    return textView(edit.widget()) + " " + told;
+    ui::drain();
+    return ui::textView(edit.widget()) + " " + heard();
   }
 
   zEditLine line{&frame, place(10), kStyleControlStop, "one\n", 1};
@@ -36,7 +34,7 @@ TEST_F(EditTest, TheSelectionIsCutToTheTextAndTheProgramInsertsAnywhere) {
     edit->setText("abc");
     for (const auto& [from, to, inserted, view] : steps) {
       inserted != nullptr ? edit->insertAt(from, inserted) : edit->setSelection(from, to);
-      EXPECT_EQ(textView(edit->widget()), view);
+      EXPECT_EQ(ui::textView(edit->widget()), view);
     }
     EXPECT_EQ(edit->selection(), RWCString("a1"));
     EXPECT_EQ(edit->selectionRange(), (zTextRange{1, 3}));
@@ -53,14 +51,13 @@ TEST_F(EditTest, ALineTakesWhatTheUserTypesInOneLineOfItsLengthAndTellsIt) {
   line.storeData();
   EXPECT_EQ(bound, RWCString("one\n"));
   line.setMaxLength(3);
-  line.setFocus();
-  ui::waitForFocus(line.widget());
+  ui::focus(line);
   ui::pressKey(XK_Delete);
   ui::typeText("ab\n");
   EXPECT_EQ(state(line), "a^ne 1:256 1:768 1:768 1:1792 ");
-  focus(*elsewhere);
+  ui::focus(*elsewhere);
   line.setText("longer text");
-  focus(line);
+  ui::focus(line);
   ui::pressKey('a', ui::kAlt);
   ui::pressKey(XK_Clear);
   EXPECT_EQ(state(line), "longer text^ 1:512 1:768 1:256 ") << "no control characters";
@@ -79,8 +76,8 @@ TEST_F(EditTest, ALineTakesWhatTheUserTypesInOneLineOfItsLengthAndTellsIt) {
 TEST_F(EditTest, ANumberTakesOnlyWhatKeepsItOneAndKeepsTheDialogWhileItIsNone) {
   long value = -45;
   zLongEdit edit(&frame, place(50), kStyleControlStop, 3, &value);
-  EXPECT_EQ(textView(edit.widget()), "[-45]^");
-  focus(edit);
+  EXPECT_EQ(ui::textView(edit.widget()), "[-45]^");
+  ui::focus(edit);
   heard();
   const std::tuple<const char*, ui::KeySymbol, const char*> steps[] = {
       {"a-1-23\xe4", 0, "-123^ 3:768 3:768 3:768 3:768 "},
@@ -102,7 +99,7 @@ TEST_F(EditTest, ANumberTakesOnlyWhatKeepsItOneAndKeepsTheDialogWhileItIsNone) {
   ui::pressKey('5', ui::kControl);
   paste("12", edit);
   paste("mark", edit);
-  EXPECT_EQ(textView(edit.widget()), "512^") << "what the user has marked must be a number";
+  EXPECT_EQ(ui::textView(edit.widget()), "512^") << "what the user has marked must be a number";
 
   // The program may put in what it likes.
   edit.insertAt(2, "x4");

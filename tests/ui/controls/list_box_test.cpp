@@ -2,11 +2,7 @@
 
 #include "framework/controls/list_box.h"
 
-#include <vector>
-
 #include "tests/ui/controls/control_fixture.h"
-
-#include <X11/keysym.h>
 
 namespace {
 
@@ -16,8 +12,8 @@ class ListBox : public ControlTest {
 
   /// The row that was chosen last, the selected ones in view, and what has been told.
   std::string state(const zListBoxBase& list) {
-    const std::string told = heard();
-    return std::to_string(list.selection()) + ": " + chosenIn(list.widget()) + told;
+    ui::drain();
+    return std::to_string(list.selection()) + ": " + chosenIn(list.widget()) + heard();
   }
 };
 
@@ -39,7 +35,7 @@ TEST_F(ListBox, SortsIfItsStyleSaysSoAndTheSelectionFollowsItsRow) {
   sorted.addAll({"zz", "b", "Alp", "B"});
   EXPECT_EQ(rowsIn(sorted.widget()) + state(sorted),
             "a Alp Alpha alpha alpha B b beta Gamma z zz 3: alpha ");
-  focus(sorted);
+  ui::focus(sorted);
   ui::pressKey(XK_Down);
   EXPECT_EQ(state(sorted), "4: alpha 1:1 ");
   sorted.clear();

@@ -5,31 +5,25 @@
 #include "framework/core/pane.h"
 #include "tests/ui/controls/control_fixture.h"
 
-#include <X11/keysym.h>
-
 namespace {
 
 /// Overrides only the two actions in which all others end, and notes "v" or "h", the code and the
 /// position for each.
-class Recording : public zControlScroller {
- public:
+struct Recording : zControlScroller {
   explicit Recording(std::string& shared) : journal(shared) {}
 
-  int vertThumbPosition(zEvent* event) override { return record("v", event); }
-  int horzThumbPosition(zEvent* event) override { return record("h", event); }
-  std::function<void()> action;
-
- private:
-  int record(const std::string& direction, zEvent* event) {
+  int vertThumbPosition(zEvent* event) override { return record("v", *event); }
+  int horzThumbPosition(zEvent* event) override { return record("h", *event); }
+  int record(const char* direction, const zEvent& event) {
     // NOLINTNEXTLINE(performance-no-int-to-ptr): messages carry the object as a number
-    const int position = reinterpret_cast<ziScrollBar*>(event->lparam)->position();
-    journal += direction + std::to_string(event->wparam) + "@" + std::to_string(position) + " ";
-    if (action) {
-      action();
-    }
+    const int position = reinterpret_cast<ziScrollBar*>(event.lparam)->position();
+    journal += direction + std::to_string(event.wparam) + "@" + std::to_string(position) + " ";
+    action();
     return 1;
   }
+
   std::string& journal;
+  std::function<void()> action = [] {};
 };
 
 class ScrollBar : public ControlTest {
@@ -54,11 +48,9 @@ TEST_F(ScrollBar, TellsEachActionOfMouseAndKeyboardWithTheNewPosition) {
       ui::moveTo(bar->widget(), isVertical ? 10 : along, isVertical ? along : 10);
     };
     for (const int place : {192, 170, 8, 30}) {
-      at(place);
-      ui::pressButton();
-      ui::releaseButton();
+      isVertical ? ui::click(bar->widget(), 10, place) : ui::click(bar->widget(), place, 10);
     }
-    focus(*bar);
+    ui::focus(*bar);
     for (const ui::KeySymbol end : {XK_End, XK_Home}) {
       ui::pressKey(isVertical ? XK_Down : XK_Right);
       ui::pressKey(end, ui::kControl);
@@ -81,7 +73,7 @@ TEST_F(ScrollBar, KeepsItsPositionInTheRangeAndItsWidgetInStep) {
   zScrollPos* pos = bar.scrollPos();
   const auto view = [&] {
     return std::to_string(pos->position()) + " " + ui::look(bar.widget()) +
-           numbers(bar.widget(), {"increment", "pageIncrement"});
+           ui::numbers(bar.widget(), {"increment", "pageIncrement"});
   };
   pos->setPosition(200);
   EXPECT_EQ(view(), "100 bar 99 of 0 to 100 by 1\n1 10 ")

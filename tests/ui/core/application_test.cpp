@@ -67,8 +67,7 @@ TEST(Resources, ThatAskForAFontInPointsNameOneOfThePixelsThatThisScreenTakesForT
 }
 
 [[noreturn]] void runAlone(void (*appMain)(zApp* app)) {
-  constexpr unsigned kSeconds = 10;
-  alarm(kSeconds);
+  alarm(10);  // seconds
   std::string texts[] = {"nelkvui", "", "-xrm", "*MainWindow.fontList: 6x13"};
   char* arguments[] = {texts[0].data(), texts[1].data(), texts[2].data(), texts[3].data()};
   std::exit(runProcess(4, arguments, appMain));

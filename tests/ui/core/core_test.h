@@ -1,13 +1,6 @@
 #pragma once
 
-#include <gmock/gmock.h>
-
-#include <functional>
-#include <string>
-#include <utility>
-
 #include "framework/core/application.h"
-#include "framework/core/frame.h"
 #include "framework/core/pane.h"
 #include "framework/layout/sizers.h"
 #include "tests/ui/support/ui_test.h"
@@ -25,8 +18,7 @@ inline std::string noted() {
 }
 
 inline std::string asText(const zRect& rect) {
-  return std::to_string(rect.left) + "," + std::to_string(rect.top) + " " +
-         std::to_string(rect.width()) + "x" + std::to_string(rect.height());
+  return ui::placeView({rect.left, rect.top, rect.width(), rect.height()});
 }
 
 /// Notes what `event` has reached.
@@ -91,12 +83,6 @@ struct TestFrame : zAppFrame {
   int close(zEvent* event) override {
     reached("close", *event);
     return closeAnswer;
-  }
-  /// Shows it and waits until it is on the screen and has the keyboard.
-  void bringUp() {
-    show();
-    ui::waitFor([&] { return ui::hasInputFocus(ui::windowOf(shell())); }, "the frame");
-    ui::drain();
   }
   zSizer* fill() { return new zGravSizer(kGravityFill, 0, sizer()); }
   zRect exterior() {

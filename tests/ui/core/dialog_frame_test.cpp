@@ -1,7 +1,5 @@
 #include "framework/core/dialog_frame.h"
 
-#include <memory>
-
 #include "framework/controls/button.h"
 #include "framework/controls/control.h"
 #include "framework/controls/edit.h"
@@ -10,8 +8,6 @@
 #include "resources/dialogs.h"
 #include "tests/ui/core/core_test.h"
 
-#include <X11/keysym.h>
-#include <X11/Xlib.h>
 #include <X11/Xutil.h>
 
 namespace {
@@ -22,13 +18,8 @@ class Dialogs : public testing::Test {
  protected:
   Dialogs() {
     registerRecordControls();
-    frame->bringUp();
+    ui::bringUp(*frame);
     noted();
-  }
-  ~Dialogs() override {
-    dialog.reset();
-    frame.reset();
-    ui::waitForNoDialog("Frame");
   }
 
   zFormDialog& make(std::uint32_t id) {
@@ -38,14 +29,10 @@ class Dialogs : public testing::Test {
     return *dialog;
   }
   /// Runs it; expects this result.
-  void runs(int result, ui::ModalScript& script) {
-    EXPECT_EQ(script.run([running = dialog.get()] { return running->run(0); }), result);
-    ui::waitForNoDialog(kTitle);
+  void runs(int result, const std::function<void()>& action) {
+    const auto run = [running = dialog.get()] { return running->run(0); };
+    EXPECT_EQ(ui::inDialog(kTitle, action, run), result);
     EXPECT_EQ(zApp::instance()->modalDepth(), 0);
-  }
-  void runs(int result, std::function<void()> action) {
-    ui::ModalScript script;
-    runs(result, script.onDialog(kTitle, std::move(action)));
   }
   zControl& control(int id) { return *windowCast<zControl>(dialog->childById(id)); }
   void iconify() {
@@ -74,10 +61,8 @@ TEST_F(Dialogs, WalkByTabInTheOrderOfCreationAndStoreWhatWasTypedWhenAllThatAreE
   const zPushButton behind(frame.get(), new zSizer(0, 0, 60, 30), kStyleControlStop, "Behind", 9);
   runs(1, [&] {
     EXPECT_EQ(zApp::instance()->modalDepth(), 1);
-    for (const char* name : {"mwmInputMode", "mwmDecorations", "mwmFunctions"}) {
-      note(std::to_string(ui::resource(dialog->shell(), name)));
-    }
-    EXPECT_EQ(noted(), "1 26 36 ");
+    EXPECT_EQ(ui::numbers(dialog->shell(), {"mwmInputMode", "mwmDecorations", "mwmFunctions"}),
+              "1 26 36 ");
     ui::click(behind.widget());
     control(kDialogFirstEdit).setFocus();
     ui::typeText("Go\tnext 1");
@@ -148,16 +133,13 @@ TEST_F(Dialogs, ReturnAndEscapePressTheButtonThatIsMeantUnlessTheControlHasUseFo
   keys.setFirstFocus(other);
   const auto pressed = [&](std::initializer_list<int> controls, ui::KeySymbol key) {
     for (const int focused : controls) {
-      zWindow* target = keys.childById(focused);
-      target->takeFocus();
-      ui::waitForFocus(target->widget());
+      ui::focus(*keys.childById(focused));
       ui::pressKey(key);
       note("/");
     }
     return noted();
   };
-  ui::ModalScript script;
-  script.onDialog(kTitle, [&] {
+  const auto act = [&] {
     keys.childById(kLine)->takeFocus();
     ui::waitForFocus(other.widget());  // for the time that the window manager takes
     ui::pressKey(XK_Return);
@@ -171,8 +153,8 @@ TEST_F(Dialogs, ReturnAndEscapePressTheButtonThatIsMeantUnlessTheControlHasUseFo
     EXPECT_EQ(pressed({kLine}, XK_Return), "/ ");
     EXPECT_EQ(pressed({kLine}, XK_Escape), "/ ");
     EXPECT_FALSE(keys.isRunning()) << "without a Cancel Escape ends the dialog";
-  });
-  EXPECT_EQ(script.run([&] { return keys.run(0); }), 0);
+  };
+  EXPECT_EQ(ui::inDialog(kTitle, act, [&] { return keys.run(0); }), 0);
 }
 
 TEST_F(Dialogs, ThatNobodyAskedForLeaveKeysToTheTextThatTheUserIsIn) {
@@ -180,8 +162,7 @@ TEST_F(Dialogs, ThatNobodyAskedForLeaveKeysToTheTextThatTheUserIsIn) {
                                             kStyleControlStop | kStyleBorder, "", 9);
   Recorder recorder("return");
   behind->addCtrlHandler(&recorder, kFirst, kEditReturn);
-  behind->takeFocus();
-  ui::waitForFocus(behind->widget());
+  ui::focus(*behind);
   const int usual = std::exchange(g_XSettings.promptKeyDelay, 1 << 30);
   const zUnaskedScope unasked;
   make(kDialogAddButton);
@@ -202,7 +183,7 @@ TEST_F(Dialogs, ThatNobodyAskedForLeaveKeysToTheTextThatTheUserIsIn) {
     return control(kDialogFirstEdit).text() == "d";
   };
   script.when(isTyped, "keys for the dialog", [] { ui::pressKey(XK_Return); });
-  runs(1, script);
+  EXPECT_EQ(script.run([&] { return dialog->run(0); }), 1);
 }
 
 TEST_F(Dialogs, ThatNobodyAskedForBringTheirWindowBackFromAnIconAndThenStopCallingTheUser) {

@@ -1,7 +1,5 @@
 // Frames on the screen: geometry, activation, and what desktops are told of them.
 
-#include "framework/core/frame.h"
-
 #include "framework/core/desktop_properties.h"
 #include "framework/core/x_settings.h"
 #include "framework/draw/pictures.h"
@@ -10,6 +8,7 @@
 #include "tests/ui/core/core_test.h"
 
 #include <X11/Intrinsic.h>
+#include <X11/Xutil.h>
 
 namespace {
 
@@ -61,41 +60,33 @@ TEST(Settings, AreReadOfTheApplicationAndThoseOfAWholeRunOnce) {
 
 /// A property of the window, as Xlib hands it out: 32 bits as a long.
 std::string property(const TestFrame& frame, const char* name) {
-  Atom type = None;
-  int format = 0;
-  unsigned long count = 0;
-  unsigned long left = 0;
-  unsigned char* data = nullptr;
-  XGetWindowProperty(ui::display(), ui::windowOf(frame.shell()),
-                     XInternAtom(ui::display(), name, False), 0, 9999, False, AnyPropertyType,
-                     &type, &format, &count, &left, &data);
-  const std::unique_ptr<unsigned char, int (*)(void*)> owned(data, XFree);
-  return {reinterpret_cast<char*>(data), count * (format == 8 ? 1 : sizeof(long))};
+  XTextProperty text{};
+  XGetTextProperty(ui::display(), ui::windowOf(frame.shell()), &text,
+                   XInternAtom(ui::display(), name, False));
+  const std::unique_ptr<unsigned char, int (*)(void*)> owned(text.value, XFree);
+  return {reinterpret_cast<char*>(text.value), text.nitems * (text.format == 8 ? 1 : sizeof(long))};
 }
 
 TEST(Frame, TellsTheWindowManagerAndTheDesktopWhatItIs) {
   std::string told;
-  const auto tell = [&told](const zAppFrame& frame, std::initializer_list<const char*> names) {
-    for (const char* name : names) {
-      told += std::to_string(ui::resource(frame.shell(), name)) + ' ';
-    }
-  };
   for (const std::uint32_t style : {0U, kStyleTitleBar, kStyleSystemMenu, kStyleMinimizeBox,
                                     kStyleMaximizeBox, kStyleResizeFrame, kStyleMainWindow}) {
-    tell(zAppFrame(nullptr, new zSizer(0, 0, 9, 9), style, ""), {"mwmDecorations", "mwmFunctions"});
+    const zAppFrame framed(nullptr, new zSizer(0, 0, 9, 9), style, "");
+    told += ui::numbers(framed.shell(), {"mwmDecorations", "mwmFunctions"});
   }
-  EXPECT_EQ(std::exchange(told, ""), "2 36 10 36 18 36 34 44 66 52 6 38 126 62 ");
+  EXPECT_EQ(told, "2 36 10 36 18 36 34 44 66 52 6 38 126 62 ");
   TestFrame frame;
   frame.setIcon(zResId(kIconMain));
-  frame.bringUp();
+  ui::bringUp(frame);
   frame.setCaption("caf\xE9");
   EXPECT_EQ(property(frame, "_NET_WM_NAME"), "caf\xC3\xA9");
   EXPECT_EQ(property(frame, "_NET_WM_ICON").size(), (2 + 32 * 32) * sizeof(long));
   frame.setIcon(nullptr);
   EXPECT_EQ(property(frame, "_NET_WM_ICON"), "");
   frame.setMinSize({90, 80});
-  tell(frame, {"iconPixmap", "minWidth", "minHeight", "baseWidth", "baseHeight"});
-  EXPECT_EQ(told, "0 90 80 0 0 ");
+  EXPECT_EQ(ui::numbers(frame.shell(),
+                        {"iconPixmap", "minWidth", "minHeight", "baseWidth", "baseHeight"}),
+            "0 90 80 0 0 ");
 }
 
 TEST(Frame, TheOuterRectangleHasTheDecorationAndIsWhatMovingTakes) {
@@ -103,7 +94,7 @@ TEST(Frame, TheOuterRectangleHasTheDecorationAndIsWhatMovingTakes) {
   frame.moveResize(320, 240, 450, 350);
   frame.show();
   EXPECT_EQ(asText(frame.exterior()), "320,240 450x350");
-  frame.bringUp();
+  ui::bringUp(frame);
   EXPECT_EQ(ui::areaOf(frame.shell()).width, 450) << "asked for before there was a decoration";
   EXPECT_EQ(frame.exterior().pos(), (zPoint{320, 240}));
   g_XSettings.positionIsFrameWorkaround = true;  // has nothing to do where the place is right
@@ -122,10 +113,10 @@ TEST(Frame, TellsWhenTheWindowManagerActivatesItAndAsksToCloseIt) {
   Recorder recorder("r");
   TestFrame first;
   first.addHandler(&recorder, kFirst, kMsgActivate);
-  first.bringUp();
+  ui::bringUp(first);
   waitForNotes("r1:6:1 ");
   TestFrame second;
-  second.bringUp();
+  ui::bringUp(second);
   waitForNotes("r1:6:1 r1:6:0 ");
   ui::closeByWindowManager(ui::windowOf(first.shell()));
   waitForNotes("r1:6:1 r1:6:0 handler1:16:0 close:16:0 ");
@@ -133,8 +124,6 @@ TEST(Frame, TellsWhenTheWindowManagerActivatesItAndAsksToCloseIt) {
 
 TEST(DesktopProperties, ATitleIsLatin1UnlessItIsWellFormedUtf8) {
   const std::pair<std::string, std::string> cases[] = {
-      {"caf\xE9", "caf\xC3\xA9"},
-      {"caf\xC3\xA9", "caf\xC3\xA9"},
       {"\xF4\x8F\xBF\xBF", "\xF4\x8F\xBF\xBF"},                  // the last character
       {"\xF4\x90\x80\x80", "\xC3\xB4\xC2\x90\xC2\x80\xC2\x80"},  // beyond it
       {"\xED\xA0\x80", "\xC3\xAD\xC2\xA0\xC2\x80"},              // a surrogate

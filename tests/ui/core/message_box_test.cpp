@@ -1,11 +1,8 @@
 #include "framework/core/message_box.h"
 
 #include <algorithm>
-#include <memory>
 
 #include "tests/ui/core/core_test.h"
-
-#include <X11/keysym.h>
 
 namespace {
 
@@ -13,22 +10,20 @@ constexpr const char* kBoxTitle = "Korvane - Page file";
 
 struct MessageBox : testing::Test {
   MessageBox() {
-    main->bringUp();
-    frame->bringUp();
+    ui::bringUp(*main);
+    ui::bringUp(*frame);
     noted();
   }
 
   /// Notes the answer of a box that is answered by `action`.
   void answer(int style, const std::function<void()>& action, const std::string& text = "Text") {
-    ui::ModalScript script;
-    script.onDialog(kBoxTitle, [&] {
+    const auto act = [&] {
       const auto hasFocus = [&] { return (look = ui::look(kBoxTitle)).find("focus") != look.npos; };
       ui::waitFor(hasFocus, "the focus on a button");
       action();
-    });
-    note(std::to_string(
-        script.run([&] { return zMessage(frame.get(), text.c_str(), kBoxTitle, style).result; })));
-    ui::waitForNoDialog(kBoxTitle);
+    };
+    const auto ask = [&] { return zMessage(frame.get(), text.c_str(), kBoxTitle, style).result; };
+    note(std::to_string(ui::inDialog(kBoxTitle, act, ask)));
   }
 
   std::unique_ptr<TestFrame> main = std::make_unique<TestFrame>();
@@ -82,7 +77,9 @@ TEST_F(MessageBox, ShowsAnyTextWholeWithItsButtonsOnTheScreen) {
           EXPECT_TRUE(look.starts_with("{warning}\n" +
                                        (scrolls ? "<" + text + ">\nbar" : text + "\n---\n")))
               << look;
-          EXPECT_TRUE(ui::isOnTheScreen(ui::windowWithTitle(kBoxTitle)));
+          const ui::ScreenArea box = ui::areaOf(ui::windowWithTitle(kBoxTitle));
+          EXPECT_TRUE(box.x >= 0 && box.x + box.width <= 1280) << box.x;
+          EXPECT_TRUE(box.y >= 0 && box.y + box.height <= 1024) << box.y;
           ui::pressKey(XK_F1);  // stands for a button that is not there
           ui::pressKey(XK_Return);
         },
@@ -95,9 +92,9 @@ TEST_F(MessageBox, ShowsAnyTextWholeWithItsButtonsOnTheScreen) {
 TEST_F(MessageBox, EndsWithoutAnAnswerWithTheBoxOverItOrWithItsParent) {
   // A box of any modality leaves the keyboard to the one over it.
   answer(kBoxSystemModal | kBoxOkCancel, [&] {
-    ui::ModalScript script;
-    script.onDialog("Inner", XK_Return);
-    script.run([] { note(zMessage(nullptr, nullptr, "Inner", kBoxOk).isOk() ? "ok" : "not"); });
+    const auto enter = [] { ui::pressKey(XK_Return); };
+    const auto ask = [] { return zMessage(nullptr, nullptr, "Inner", kBoxOk).isOk(); };
+    note(ui::inDialog("Inner", enter, ask) ? "ok" : "not");
   });
   answer(kBoxOkCancel, [&] { frame.reset(); });
   answer(kBoxOkCancel, [&] { main.reset(); });

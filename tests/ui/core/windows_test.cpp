@@ -6,8 +6,6 @@
 #include "tests/ui/core/core_test.h"
 
 #include <X11/Intrinsic.h>
-#include <X11/keysym.h>
-#include <X11/Xlib.h>
 
 namespace {
 
@@ -111,7 +109,7 @@ TEST_F(Windows, AskTheLatestHandlerFirstAndHandlersMayBeRemovedInTheMiddleOfAWal
 
 // Each of the events of a click, a key and a change of the focus may destroy the window.
 TEST_F(Windows, MayBeDestroyedByAHandlerOfTheirEvent) {
-  frame.bringUp();
+  ui::bringUp(frame);
   for (const auto& [message, last] : {std::pair(kMsgButtonDown, "r1:513:0 "),
                                       {kMsgButtonUp, "r1:514:0 "},
                                       {kMsgMouseMove, "r1:512:0 "},
@@ -139,9 +137,8 @@ TEST_F(Windows, MayBeDestroyedByAHandlerOfTheirEvent) {
 
 TEST_F(Windows, OfferKeysToHandlersThenToAcceleratorsThenToTheCharacterOperation) {
   NotingPane pane(&frame, frame.fill(), kStyleTabStop);
-  frame.bringUp();
-  pane.takeFocus();
-  ui::waitForFocus(pane.widget());
+  ui::bringUp(frame);
+  ui::focus(pane);
   pane.addPlainHandler(&recorder, kFirst, kMsgKeyDown);
   pane.addPlainHandler(&recorder, kSecond, kMsgKeyUp);
   frame.addHandler(&other, kSecond, kMsgCommand);
@@ -167,9 +164,8 @@ TEST_F(Windows, OfferKeysToHandlersThenToAcceleratorsThenToTheCharacterOperation
 // From the first exposure to the end in its own paint.
 TEST_F(Windows, PaintWhatWaitsAtOnceButNotWhileLocked) {
   auto* pane = new NotingPane(&frame, frame.fill());
-  EXPECT_FALSE(pane->display()->isReady());
   noted();
-  frame.bringUp();
+  ui::bringUp(frame);
   ui::waitFor([&] { return pane->paints > 0; }, "the first paint");
   EXPECT_THAT(noted(), testing::MatchesRegex("[^r]*ready [^r]*"));
   for (const unsigned extent : {200, 120, 300}) {
@@ -211,10 +207,10 @@ TEST_F(Windows, PaintWhatWaitsAtOnceButNotWhileLocked) {
 TEST_F(Windows, GoWithTheirParentAndTheirWidgetsThroughTheLoop) {
   auto* parent = new RecordingPane(&frame, frame.fill());
   new RecordingPane(parent);
-  frame.bringUp();
+  ui::bringUp(frame);
   const Window window = ui::windowOf(parent->widget());
   auto latest = std::make_unique<TestFrame>();
-  latest->bringUp();
+  ui::bringUp(*latest);
   delete parent;
   latest.reset();
   EXPECT_EQ(ui::resource(frame.widget(), "numChildren"), 1) << "this may be its own event";
@@ -230,9 +226,8 @@ TEST_F(Windows, TakeTheFocusWithDelayButFromNoMenuAndTellAllAboveAndADoubleClick
   const auto half = [&] { return new zGravSizer(kGravityLeft, 100, board.sizer()); };
   NotingPane first(&board, half(), kStyleTabStop, 1);
   auto second = std::make_unique<NotingPane>(&board, half(), kStyleTabStop, 2);
-  frame.bringUp();
-  second->takeFocus();
-  ui::waitForFocus(second->widget());
+  ui::bringUp(frame);
+  ui::focus(*second);
   {
     const zApp::PostedMenu menu;
     EXPECT_FALSE(first.takeFocus()) << "the menu would go";

@@ -1,19 +1,13 @@
 // The dialogs beside the main window: the box about the program, directories, files.
 
-#include <gmock/gmock.h>
-
+#include "resources/dialogs.h"
 #include "dialogs/dabout.h"
 #include "dialogs/ddirselec.h"
 #include "dialogs/file_form.h"
 #include "framework/controls/edit.h"
 #include "framework/controls/list_box.h"
-#include "framework/core/frame.h"
-#include "resources/dialogs.h"
 #include "support/version.h"
 #include "tests/ui/draw/picture.h"
-#include "tests/ui/support/ui_test.h"
-
-#include <X11/keysym.h>
 
 namespace {
 
@@ -23,25 +17,11 @@ using Action = std::function<void()>;
 class SideDialogs : public testing::Test {
  protected:
   SideDialogs() {
-    frame->show();
-    ui::waitForDialog("Parent");
+    ui::bringUp(*frame);
     fs::current_path(folder.path());
   }
-  ~SideDialogs() override {
-    fs::current_path(before);
-    frame.reset();
-    ui::waitForNoDialog("Parent");
-  }
+  ~SideDialogs() override { fs::current_path(before); }
 
-  /// Runs what opens the dialog, and `act` in there.
-  template <class Call>
-  static auto script(const std::string& title, const Action& act, const Call& call) {
-    ui::ModalScript script;
-    script.onDialog(title, act);
-    auto result = script.run(call);
-    ui::waitForNoDialog(title);
-    return result;
-  }
   std::string at(const std::string& name) const { return (folder.path() / name).string(); }
 
   const fs::path before = fs::current_path();
@@ -50,28 +30,23 @@ class SideDialogs : public testing::Test {
       std::make_unique<zAppFrame>(nullptr, new zSizer(200, 150, 400, 300), 0xCF0000, "Parent");
 };
 
-TEST_F(SideDialogs, AboutShowsItsTextsAndClosesByEachOfTheFourRoads) {
+TEST_F(SideDialogs, AboutShowsItsTextsUntilOk) {
   setenv("neldir", (folder / "nel").c_str(), 1);
   const auto patchLevel = folder.write("nel\\patchlevel.txt", "17");
-  for (const int road : {0, 1, 2, 3}) {
-    DAbout box(frame.get());
-    const auto leave = [&] {
-      const Widget ok = box.childById(kDialogOk)->widget();
-      ui::waitForFocus(ok);
-      EXPECT_EQ(ui::look(DAbout::kTitle),
-                "Korvane\n" + std::string(kProductVersion) +
-                    "  \nKorvane UI, the graphical front end of the tester. MIT licence,\n"
-                    "the Korvane UI authors. Comes as it is, without warranty of any kind.\n[OK] "
-                    "focus\n");
-      const Window icon = ui::windowOf(ui::part(DAbout::kTitle, "DrawingArea"));
-      EXPECT_THAT(pictureOf(ui::display(), icon, {0, 0, 32, 32}), testing::HasSubstr("wwwwww"));
-      road == 0   ? ui::click(ok)
-      : road == 1 ? ui::pressKey(XK_Return)
-      : road == 2 ? ui::pressKey(XK_Escape)
-                  : ui::closeByWindowManager(ui::windowOf(box.shell()));
-    };
-    EXPECT_EQ(script(DAbout::kTitle, leave, [&] { return box.run(0); }), 0);
-  }
+  DAbout box(frame.get());
+  const auto leave = [&] {
+    const Widget ok = box.childById(kDialogOk)->widget();
+    ui::waitForFocus(ok);
+    EXPECT_EQ(ui::look(DAbout::kTitle),
+              "Korvane\n" + std::string(kProductVersion) +
+                  "  \nKorvane UI, the graphical front end of the tester. MIT licence,\n"
+                  "the Korvane UI authors. Comes as it is, without warranty of any kind.\n[OK] "
+                  "focus\n");
+    const Window icon = ui::windowOf(ui::part(DAbout::kTitle, "DrawingArea"));
+    EXPECT_THAT(pictureOf(icon, {0, 0, 32, 32}), testing::HasSubstr("wwwwww"));
+    ui::click(ok);
+  };
+  EXPECT_EQ(ui::inDialog(DAbout::kTitle, leave, [&] { return box.run(0); }), 0);
   EXPECT_EQ(readFile(patchLevel), "") << "asking for the version empties the file";
 }
 
@@ -86,7 +61,7 @@ class DirectorySelection : public SideDialogs {
   std::optional<std::string> run(const std::string& start, const Action& act) {
     Ddirselec opened(frame.get(), start);
     dialog = &opened;
-    script(Ddirselec::kTitle, act, [&] { return opened.run(1); });
+    ui::inDialog(Ddirselec::kTitle, act, [&] { return opened.run(1); });
     return opened.chosen();
   }
   zListBox& list() const { return *windowCast<zListBox>(dialog->childById(Ddirselec::kDirList)); }
@@ -106,8 +81,7 @@ class DirectorySelection : public SideDialogs {
   }
   /// and choosing the row with this text and Return in the list.
   std::string open(const std::string& line) const {
-    list().setFocus();
-    ui::waitForFocus(list().innerWidget());
+    ui::focus(list());
     EXPECT_GE(list().selectString(line.c_str()), 0) << line;
     ui::pressKey(XK_Return);
     return path();
@@ -141,8 +115,7 @@ TEST_F(DirectorySelection, GoesToWhatIsTypedAndToRowsUntilItIsConfirmed) {
     const auto depth = static_cast<std::size_t>(std::count(way.begin(), way.end(), '/'));
     EXPECT_EQ(open(std::string(depth, ' ') + "[a]"), "Error: Cannot open directory!");
     EXPECT_EQ(enter(at(" [odd]")), at(" [odd]/"));
-    edit().setFocus();
-    ui::waitForFocus(edit().widget());
+    ui::focus(edit());
     ui::typeText("\n");
   };
   EXPECT_EQ(run(at(""), walk), at(" [odd]/"));
@@ -157,7 +130,6 @@ TEST_F(DirectorySelection, AnswersNothingUnlessAnotherDirectoryIsConfirmed) {
       },
       [&] { press(Ddirselec::kCancel); },
       [] { ui::pressKey(XK_Escape); },
-      [] { ui::closeByWindowManager(ui::windowWithTitle(Ddirselec::kTitle)); },
   };
   EXPECT_EQ(run("", ends[0]), "/");
   EXPECT_EQ(run(at(""), ends[0]), std::nullopt);
@@ -179,7 +151,7 @@ class FileForms : public SideDialogs {
   std::string run(const char* preset, const Action& act) {
     static constexpr const char* kFilter[] = {"Button Files", "*.btn", "All",
                                               "*.*",          nullptr, nullptr};
-    const auto form = script(
+    const auto form = ui::inDialog(
         kTitle, act, [&] { return std::make_unique<Form>(frame.get(), kTitle, preset, kFilter); });
     EXPECT_EQ(form->accepted(), form->path().empty() ? 0 : 1);
     return static_cast<const char*>(*form);

@@ -1,12 +1,7 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <string>
-
 #include "framework/draw/displays.h"
 #include "tests/ui/draw/picture.h"
-#include "tests/ui/support/ui_test.h"
 
 inline constexpr zColor kRed{0xFF0000};
 inline constexpr zColor kBlue{0x0000FF};
@@ -58,10 +53,7 @@ class DrawTest : public testing::Test, protected ziDisplayOwner {
     }
     return result;
   }
-  /// See pictureOf and packed.
-  std::string picture(const zRect& area = kAll) const {
-    return packed(pictureOf(ui::display(), window, area));
-  }
+  std::string picture(const zRect& area = kAll) const { return pictureOf(window, area); }
   /// "left,top,right,bottom "
   static std::string told(const zRect& area) {
     std::string text;

@@ -1,20 +1,17 @@
 #pragma once
 
 #include <map>
-#include <sstream>
-#include <string>
 
-#include "support/geometry.h"
+#include "tests/ui/support/ui_test.h"
 
-#include <X11/Xlib.h>
 #include <X11/Xutil.h>
 
 /// What a window or pixmap shows in `area`, a line a row and a character a pixel: '.' the face
 /// colour 0xC0C0C0, 'd' its dark grey 0x808080, 'w' white, '#' black, 'r' red, 'b' blue, 'y'
 /// yellow, '?' any other. Begins with a line feed, as a raw string does that shows its rows.
-inline std::string pictureOf(Display* display, XID drawable, const zRect& area) {
+inline std::string pictureOf(XID drawable, const zRect& area) {
   XImage* image =
-      XGetImage(display, drawable, area.left, area.top, static_cast<unsigned>(area.width()),
+      XGetImage(ui::display(), drawable, area.left, area.top, static_cast<unsigned>(area.width()),
                 static_cast<unsigned>(area.height()), AllPlanes, ZPixmap);
   const std::map<unsigned long, char> letters{{0xC0C0C0, '.'}, {0x808080, 'd'}, {0xFFFFFF, 'w'},
                                               {0x000000, '#'}, {0xFF0000, 'r'}, {0x0000FF, 'b'},
@@ -29,20 +26,4 @@ inline std::string pictureOf(Display* display, XID drawable, const zRect& area) 
   }
   XDestroyImage(image);
   return rows;
-}
-
-/// A picture in which a row that comes again and again stands once, with " *3" behind it.
-inline std::string packed(const std::string& picture) {
-  std::istringstream rows(picture + "end\n");
-  std::string text;
-  std::string row;
-  std::string last;
-  for (int times = 0; std::getline(rows, row); ++times) {
-    if (times > 0 && row != last) {
-      text += last + (times > 1 ? " *" + std::to_string(times) : "") + '\n';
-      times = 0;
-    }
-    last = row;
-  }
-  return text;
 }

@@ -1,20 +1,10 @@
 #pragma once
 
-#include <gmock/gmock.h>
-
-#include <functional>
-#include <memory>
-#include <string>
-#include <utility>
-
 #include "framework/core/application.h"
-#include "framework/core/frame.h"
 #include "framework/core/pane.h"
 #include "framework/layout/sizers.h"
 #include "framework/menus/menu.h"
 #include "tests/ui/support/ui_test.h"
-
-#include <X11/keysym.h>
 
 /// Ids of the menus under test.
 enum TestItem : int { kOpen = 1001, kExit = 1003, kCopy = 1104, kNumbers = 1106, kRun = 1200 };
@@ -24,8 +14,6 @@ enum TestItem : int { kOpen = 1001, kExit = 1003, kCopy = 1104, kNumbers = 1106,
 /// and "shown", "select ID/FLAGS", "closed" or the ID of a command.
 class MenuTest : public zEvH, public testing::Test {
  protected:
-  static constexpr const char* kTitle = "Menus";
-
   MenuTest() {
     frame->addHandler(this, handler<'o'>(), kMsgCommand);
     pane =
@@ -42,19 +30,12 @@ class MenuTest : public zEvH, public testing::Test {
     bar->addSubMenu(&fileMenu, "&File", 0);
     bar->addSubMenu(&viewMenu, "&View", 1);
   }
-  ~MenuTest() override {
-    frame.reset();
-    ui::waitForNoDialog(kTitle);
-  }
 
   /// Finishes the bar and shows the frame; the pane has the focus then.
   void show() {
     bar->create();
-    frame->show();
-    ui::waitForDialog(kTitle);
-    pane->startFocusTimer();
-    ui::waitForFocus(pane->widget());
-    ui::drain();
+    ui::bringUp(*frame);
+    ui::focus(*pane);
   }
 
   /// A handler of that name. It may act, once, and takes the event if it is `taker`.
@@ -124,10 +105,10 @@ class MenuTest : public zEvH, public testing::Test {
   std::string journal;
   char taker = 0;
   std::function<void()> action;
-  std::unique_ptr<zAppFrame> frame =
-      std::make_unique<zAppFrame>(nullptr, new zSizer(60, 60, 400, 300), 0xCF0000, kTitle);
-  zPane* pane = nullptr;
-  zMenu* bar = nullptr;
   zMenu fileMenu;
   zMenu viewMenu;
+  std::unique_ptr<zAppFrame> frame =
+      std::make_unique<zAppFrame>(nullptr, new zSizer(60, 60, 400, 300), 0xCF0000, "Menus");
+  zPane* pane = nullptr;
+  zMenu* bar = nullptr;
 };

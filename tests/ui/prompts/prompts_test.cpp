@@ -1,7 +1,5 @@
 // The prompts in real modal runs: what is seen of each, what the user does, what comes out.
 
-#include <gmock/gmock.h>
-
 #include "framework/controls/button.h"
 #include "framework/controls/combo_box.h"
 #include "framework/controls/edit.h"
@@ -13,8 +11,6 @@
 #include "prompts/pop_up_value_dlgs.h"
 #include "tests/ui/support/ui_test.h"
 
-#include <X11/keysym.h>
-
 namespace {
 
 using testing::HasSubstr;
@@ -25,36 +21,14 @@ const PromptItems kItems = {"b", "c", "a"};
 /// A main window for the prompts, and what a user does to them.
 class Prompt : public testing::Test {
  protected:
-  Prompt() {
-    frame.show();
-    ui::waitForDialog("Parent");
-  }
+  Prompt() { ui::bringUp(frame); }
 
   /// Runs `dialog`, in which the user does `actions`; the last of them must end it. The outcome.
   static int run(zDialogFrame& dialog, const ui::ModalScript::Action& actions) {
-    ui::ModalScript script;
-    script.onDialog(kTitle, [&] {
-      ui::drain();  // the news of the focus
-      actions();
-    });
-    const int outcome = script.run([&] { return dialog.run(0); });
-    ui::waitForNoDialog(kTitle);
-    return outcome;
+    return ui::inDialog(kTitle, actions, [&] { return dialog.run(0); });
   }
   static int run(zDialogFrame& dialog, const char* typed) {
     return run(dialog, [&] { ui::typeText(typed); });
-  }
-
-  /// Number `index` of the dialog's controls of class T.
-  template <class T>
-  static T* find(zWindow& dialog, int index = 0) {
-    T* found = nullptr;
-    zWindowDlist::Iter walk(dialog.children());
-    while (zWindow* child = index >= 0 ? walk.next() : nullptr) {
-      found = windowCast<T>(child);
-      index -= found != nullptr ? 1 : 0;
-    }
-    return found;
   }
 
   zAppFrame frame{nullptr, new zSizer(200, 150, 500, 400), 0xCF0000, "Parent"};
@@ -121,7 +95,7 @@ TEST_F(Prompt, StaysOnTheScreenAndShowsEveryWordWhateverItsText) {
     UIPopUpListDlg dialog(&frame, text, kItems, true);
     run(dialog, [&] {
       EXPECT_LE(dialog.sizer()->size().height, theScreen().screenHeight - 40) << "with its frame";
-      const Widget box = find<zEditBox>(dialog)->widget();
+      const Widget box = ui::childOf<zEditBox>(dialog)->widget();
       EXPECT_EQ(ui::textOf(box), text);
       EXPECT_EQ(ui::topLineOf(box) + ui::resource(box, "editable"), 0);
       ui::pressKey(XK_Escape);
@@ -175,7 +149,8 @@ TEST_F(Prompt, ForAnItemAnswersTheOneChosenAlsoOfThoseThatCameMeanwhile) {
   };
   EXPECT_EQ(run(dialog, choose), 1);
   EXPECT_EQ(dialog.answer(), "c");
-  EXPECT_EQ(run(dialog, [&] { ui::doubleClick(find<zListBox>(dialog)->widget()); }), 1);
+  EXPECT_EQ(run(dialog, [&] { ui::doubleClickRow(ui::childOf<zListBox>(dialog)->widget(), 0); }),
+            1);
 }
 
 TEST_F(Prompt, ForItemsOrATextAnswersTheChosenOnesOrWhatFitsAFrame) {
@@ -187,10 +162,11 @@ TEST_F(Prompt, ForItemsOrATextAnswersTheChosenOnesOrWhatFitsAFrame) {
   };
   EXPECT_EQ(run(dialog, chooseTwo), 1);
   EXPECT_THAT(promptItems(dialog.answer()), testing::ElementsAre("c", "a"));
-  EXPECT_EQ(run(dialog, [&] { ui::doubleClickRow(find<zMultiList>(dialog)->widget(), 2); }), 1);
+  EXPECT_EQ(run(dialog, [&] { ui::doubleClickRow(ui::childOf<zMultiList>(dialog)->widget(), 2); }),
+            1);
   EXPECT_THAT(promptItems(dialog.answer()), testing::ElementsAre("b"));
   UIPopUpStringDlg text(&frame, "Name:");
-  find<zEditLine>(text)->setText(std::string(kMaxSentText - 1, 'a').c_str());
+  ui::childOf<zEditLine>(text)->setText(std::string(kMaxSentText - 1, 'a').c_str());
   EXPECT_EQ(run(text, "bc\n"), 1);
   EXPECT_EQ(text.answer().str().size(), kMaxSentText);
 }
@@ -202,7 +178,7 @@ TEST_F(Prompt, ForSignalParametersTakesFurtherDefinitionsInTheirPlace) {
   const auto answer = [&] {
     EXPECT_THAT(ui::look(kTitle), HasSubstr("\n<  a\n  b & c\n  d\n>\n"));
     // The field is in front.
-    ui::click(find<zEditLine>(dialog)->widget(), 5, 2);
+    ui::click(ui::childOf<zEditLine>(dialog)->widget(), 5, 2);
     ui::typeText("1, 2\n");
   };
   EXPECT_EQ(run(dialog, answer), 1);
@@ -211,7 +187,7 @@ TEST_F(Prompt, ForSignalParametersTakesFurtherDefinitionsInTheirPlace) {
 
 TEST_F(Prompt, ForASearchStartsWithTheNewestAndReturnsTextAndOptions) {
   FindDlg dialog(&frame, {{"newest", "older"}, true, true, false}, 0, {});
-  EXPECT_THAT(places(*find<zGroupBox>(dialog, 4)),
+  EXPECT_THAT(places(*ui::childOf<zGroupBox>(dialog, 4)),
               testing::MatchesRegex("1,2 38x2.*\n1,4.* 38x2.*\n42x8"));
   const auto chooseOptions = [] {
     ui::pressKey(XK_Down);
@@ -236,7 +212,7 @@ TEST_F(Prompt, ForASearchClearsTheOtherFieldsByAChoiceInOneButNotByFillingAndTyp
     ui::pressKey(key, modifiers);
     std::string texts;
     for (int i = 0; i < 3; ++i) {
-      texts += find<zComboBoxBase>(dialog, i)->text().str() + "|";
+      texts += ui::childOf<zComboBoxBase>(dialog, i)->text().str() + "|";
     }
     return texts;
   };

@@ -1,7 +1,5 @@
 // The entry of every test program of the user interface.
 
-#include <gmock/gmock.h>
-
 #include <array>
 #include <cstdlib>
 #include <iostream>
@@ -30,7 +28,6 @@ class Guard : public testing::EmptyTestEventListener {
     constexpr Milliseconds kPeriod{2};
     constexpr Milliseconds kLongestTest{30000};
     picture = std::string(started.test_suite_name()) + "." + started.name() + ".png";
-    std::replace(picture.begin(), picture.end(), '/', '_');
     ticker = std::make_unique<ui::Ticker>(kPeriod, [deadline = Deadline(kLongestTest)] {
       if (deadline.hasPassed()) {
         ui::endHangingTest("");
@@ -47,7 +44,10 @@ class Guard : public testing::EmptyTestEventListener {
     }
   }
 
-  void OnTestEnd(const testing::TestInfo& /*test*/) override { ticker.reset(); }
+  void OnTestEnd(const testing::TestInfo& /*test*/) override {
+    ticker.reset();
+    ui::drain();  // windows of its end do not meet the next one
+  }
 
  private:
   std::string picture;  // of the running test, until it is taken

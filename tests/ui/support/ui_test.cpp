@@ -4,19 +4,12 @@
 
 #include "tests/ui/support/ui_test.h"
 
-#include <gtest/gtest.h>
-
 #include <cstdlib>
-#include <numeric>
-#include <utility>
 
 #include "framework/core/application.h"
 
-#include <X11/keysym.h>
 #include <X11/Xlib.h>
 #include <Xm/XmAll.h>
-
-#include <X11/extensions/XRes.h>  // needs Xlib.h before it
 
 namespace ui {
 
@@ -98,10 +91,10 @@ Place::Place(Widget widget) : Place(windowOf(widget)) {
   }
 }
 
-bool isOnTheScreen(const Place& place) {
-  Screen* const screen = DefaultScreenOfDisplay(display());
-  return place.x >= 0 && place.y >= 0 && place.x + place.width <= WidthOfScreen(screen) &&
-         place.y + place.height <= HeightOfScreen(screen);
+void bringUp(zFrameWin& frame, SourceLine where) {
+  frame.show();
+  waitForDialog(frame.getCaption(), where);
+  drain();
 }
 
 bool isViewable(Widget widget) {
@@ -118,6 +111,11 @@ void waitForFocus(Widget widget, SourceLine where) {
   waitFor([&] { return focusIs(widget); }, std::string("the focus at ") + XtName(widget), where);
 }
 
+void focus(zWindow& window, SourceLine where) {
+  window.takeFocus();
+  waitForFocus(window.innerWidget() != nullptr ? window.innerWidget() : window.widget(), where);
+}
+
 void click(const Place& place, int x, int y, MouseButton button) {
   moveTo(place, x, y);
   clickHere(button);
@@ -125,35 +123,6 @@ void click(const Place& place, int x, int y, MouseButton button) {
 
 void click(const Place& place, MouseButton button) {
   click(place, place.width / 2, place.height / 2, button);
-}
-
-void doubleClick(const Place& place) {
-  click(place);
-  clickHere(kLeftButton);
-}
-
-void wheel(const Place& place, int x, int y, int notches) {
-  moveTo(place, x, y);
-  for (int turned = 0; turned < std::abs(notches); ++turned) {
-    clickHere(notches > 0 ? kWheelUp : kWheelDown);
-  }
-}
-
-void waitForNoDialog(const std::string& title, SourceLine where) {
-  waitFor([&] { return windowWithTitle(title) == None; }, "the end of window \"" + title + "\"",
-          where);
-}
-
-unsigned serverResources() {
-  drain();
-  int count = 0;
-  XResType* types = nullptr;
-  // Any id of this process stands for all that it has.
-  XResQueryClientResources(display(), XAllocID(display()), &count, &types);
-  const auto add = [](unsigned all, const XResType& type) { return all + type.count; };
-  const unsigned all = std::accumulate(types, types + count, 0U, add);
-  XFree(types);
-  return all;
 }
 
 Ticker::Ticker(Milliseconds interval, std::function<void()> function)
@@ -184,7 +153,11 @@ void Ticker::fired(void* ticker, unsigned long* id) {
 
 ModalScript& ModalScript::onDialog(const std::string& title, Action action) {
   return when([title] { return hasInputFocus(windowWithTitle(title)); },
-              "a window \"" + title + "\" with the focus", std::move(action));
+              "a window \"" + title + "\" with the focus",
+              [action = std::move(action)] {
+                drain();
+                action();
+              });
 }
 
 ModalScript& ModalScript::onDialog(const std::string& title, KeySymbol key, unsigned modifiers) {

@@ -1,14 +1,20 @@
 #pragma once
 
+#include <gmock/gmock.h>  // before the headers of X
+
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
+#include "framework/core/frame.h"
 #include "framework/draw/xtfwd.h"
 #include "tests/support/screen/user.h"
+
+#include <X11/keysym.h>
 
 /// Everything for in-process tests of the user interface. Link nel_ui_support, which brings its own
 /// main(): it opens the one display connection of the process before the first test.
@@ -46,14 +52,15 @@ Window windowOf(Widget widget);
 
 /// Where a window, widget or gadget is on the screen, without its border.
 struct Place : ScreenArea {
-  Place(const ScreenArea& area) : ScreenArea(area) {}
   Place(Window window) : ScreenArea(user().areaOf(window)) {}
   Place(Widget widget);
 };
 inline ScreenArea areaOf(const Place& place) {
   return place;
 }
-bool isOnTheScreen(const Place& place);
+
+/// Shows a frame and waits until it is on the screen and has the keyboard.
+void bringUp(zFrameWin& frame, SourceLine where = SourceLine::current());
 
 /// Whether the window and all around it are mapped.
 inline bool isViewable(Window window) {
@@ -74,6 +81,8 @@ inline void typeText(std::string_view text) {
 /// Whether keys go to this widget: its shell has the server's focus and it has its shell's.
 bool focusIs(Widget widget);
 void waitForFocus(Widget widget, SourceLine where = SourceLine::current());
+/// Gives it the focus and waits until it has it.
+void focus(zWindow& window, SourceLine where = SourceLine::current());
 
 // Mouse. Positions are pixels from the upper left corner of a place.
 
@@ -89,10 +98,6 @@ inline void releaseButton(MouseButton button = kLeftButton) {
 /// Moves there, presses and releases. Without a position, in the middle.
 void click(const Place& place, int x, int y, MouseButton button = kLeftButton);
 void click(const Place& place, MouseButton button = kLeftButton);
-/// Two clicks that count as a double one, in the middle.
-void doubleClick(const Place& place);
-/// Turns the wheel: up by `notches`, down when negative.
-void wheel(const Place& place, int x, int y, int notches);
 
 // Windows by their titles, whoever owns them.
 
@@ -106,8 +111,6 @@ inline bool hasInputFocus(Window window) {
 inline Window waitForDialog(const std::string& title, SourceLine where = SourceLine::current()) {
   return user().awaitWindow(title, 0, where);
 }
-/// Waits until no window with this title is viewable.
-void waitForNoDialog(const std::string& title, SourceLine where = SourceLine::current());
 /// Asks for a window's end as the window manager's menu does.
 inline void closeByWindowManager(Window window) {
   user().close(window);
@@ -115,9 +118,6 @@ inline void closeByWindowManager(Window window) {
 
 /// Fails the running test with `awaited` and ends the process: the loop that hangs cannot be left.
 [[noreturn]] void endHangingTest(const std::string& awaited);
-
-/// How many pixmaps, fonts and the like the X server keeps for this process at present.
-unsigned serverResources();
 
 /// Calls a function again and again from whatever event loop runs. The function may run an event
 /// loop itself, in which the ticking goes on; it must not delete the ticker.
@@ -151,7 +151,8 @@ class ModalScript {
   using Condition = std::function<bool()>;
   using Action = std::function<void()>;
 
-  /// Waits until a window with this title is viewable and has the focus, then acts.
+  /// Waits until a window with this title is viewable and has the focus and the news of that, then
+  /// acts.
   ModalScript& onDialog(const std::string& title, Action action);
   /// The same, pressing a key.
   ModalScript& onDialog(const std::string& title, KeySymbol key, unsigned modifiers = kNoModifier);
@@ -184,6 +185,29 @@ class ModalScript {
   std::optional<Ticker> ticker;
   std::size_t baseDepth = 0;
 };
+
+/// Runs a modal call; in the dialog that it brings up the user does `action`, which must end it,
+/// and then it is gone.
+template <typename Call>
+auto inDialog(const std::string& title, ModalScript::Action action, Call&& call) {
+  ModalScript script;
+  const std::shared_ptr<void> end(nullptr, [&](void* /*none*/) {
+    waitFor([&] { return windowWithTitle(title) == 0; }, "the end of window \"" + title + "\"");
+  });
+  return script.onDialog(title, std::move(action)).run(std::forward<Call>(call));
+}
+
+/// Number `index` of a window's children of class T; null when there are not so many.
+template <class T>
+T* childOf(zWindow& window, int index = 0) {
+  T* found = nullptr;
+  zWindowDlist::Iter walk(window.children());
+  while (zWindow* child = index >= 0 ? walk.next() : nullptr) {
+    found = dynamic_cast<T*>(child);
+    index -= found != nullptr ? 1 : 0;
+  }
+  return found;
+}
 
 }  // namespace ui
 

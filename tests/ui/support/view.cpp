@@ -1,9 +1,8 @@
-#include "tests/ui/support/view.h"
+#include "tests/ui/support/ui_test.h"  // brings view.h
 
 #include <algorithm>
 
 #include "framework/core/xm_handles_xm.h"
-#include "tests/ui/support/ui_test.h"
 
 #include <Xm/XmAll.h>
 
@@ -155,6 +154,11 @@ std::string textOf(Widget widget) {
   return text;
 }
 
+std::string placeView(const ScreenArea& area) {
+  return std::to_string(area.x) + "," + std::to_string(area.y) + " " + std::to_string(area.width) +
+         "x" + std::to_string(area.height);
+}
+
 std::vector<std::string> rowsOf(Widget list) {
   auto* const items = reinterpret_cast<XmStringTable>(rawResource(list, XmNitems));
   std::vector<std::string> rows;
@@ -191,8 +195,28 @@ Widget widgetResource(Widget widget, const char* name) {
   return reinterpret_cast<Widget>(rawResource(widget, name));
 }
 
+std::string numbers(Widget widget, std::initializer_list<const char*> names) {
+  std::string values;
+  for (const char* name : names) {
+    values += std::to_string(resource(widget, name)) + " ";
+  }
+  return values;
+}
+
 void setText(Widget text, const std::string& value) {
   XmTextSetString(text, const_cast<char*>(value.c_str()));
+}
+
+std::string textView(Widget text) {
+  std::string view = textOf(text);
+  view.insert(static_cast<std::size_t>(caretOf(text)), "^");
+  XmTextPosition left = 0;
+  XmTextPosition right = 0;
+  if (XmTextGetSelectionPosition(text, &left, &right) != False && left < right) {
+    view.insert(static_cast<std::size_t>(right), "]");
+    view.insert(static_cast<std::size_t>(left), "[");
+  }
+  return view;
 }
 
 int caretOf(Widget text) {

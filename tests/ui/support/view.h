@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "framework/draw/xtfwd.h"
+#include "tests/support/screen/screen.h"
 
 /// What a user sees of widgets and gadgets.
 namespace ui {
@@ -22,6 +23,9 @@ std::string textOf(Widget widget);
 /// All rows of a list.
 std::vector<std::string> rowsOf(Widget list);
 
+/// "X,Y WIDTHxHEIGHT"
+std::string placeView(const screen::ScreenArea& area);
+
 /// Everything that is seen of a widget and what is in it, line by line:
 ///
 ///   text          of a label          [text]    button           <text>   text field
@@ -37,10 +41,14 @@ std::string look(const std::string& title);
 /// A resource that is a number or an enumeration (a negative one only if it is an int), or a
 /// widget.
 int resource(Widget widget, const char* name);
+/// Several numbers, each with a blank behind it.
+std::string numbers(Widget widget, std::initializer_list<const char*> names);
 Widget widgetResource(Widget widget, const char* name);
 
 /// Replaces what a text widget or text field holds.
 void setText(Widget text, const std::string& value);
+/// What a text holds, the selection in brackets and the caret as "^".
+std::string textView(Widget text);
 /// Where the caret of a text is.
 int caretOf(Widget text);
 /// The line at the upper edge of a text, counted from 0, and whether its end is on the screen.

@@ -1,7 +1,6 @@
 // Find in the log: the selection, the view and the boxes.
 
 #include "framework/core/busy_scope.h"
-#include "framework/core/pane.h"
 #include "tests/ui/textarea/textarea_fixture.h"
 
 namespace {
@@ -49,27 +48,21 @@ TEST_F(FindInLog, TellsWhatItCannotFindAndOffersToSearchFromTheStart) {
     theTextPane->findText("abc", false, true, false);
     EXPECT_EQ(theTextPane->selectionRange(), (zTextRange{6, 9}));
     const std::string title = look.starts_with("{error}") ? "ERR" : "Korvane UI";
-    ui::ModalScript script;
-    script.onDialog(title, [&, &look = look, &key = key] {
+    const auto answer = [&, &look = look, &key = key] {
       ui::waitFor([&] { return ui::look(title) == look; }, look);
       ui::pressKey(key);
-    });
-    script.run([&, &wanted = wanted, &goOn = goOn, &isRegexp = isRegexp] {
+    };
+    ui::inDialog(title, answer, [&, &wanted = wanted, &goOn = goOn, &isRegexp = isRegexp] {
       theTextPane->findText(wanted, goOn, true, isRegexp);
-      return 0;
     });
     EXPECT_EQ(theTextPane->selectionRange(), (zTextRange{from, 9})) << look;
   }
 }
 
-class Painted : public zPane {
- public:
+struct Painted : zPane {
   using zPane::zPane;
-  int draw(zEvent* event) override {
-    isPainted = true;
-    return zPane::draw(event);
-  }
-  bool isPainted = false;
+  int draw(zEvent* /*event*/) override { return isPainted = 1; }
+  int isPainted = 0;
 };
 
 TEST_F(FindInLog, EscapeStopsASearchThatLastsWhileTheWindowIsPaintedAndOtherKeysWait) {
@@ -87,7 +80,7 @@ TEST_F(FindInLog, EscapeStopsASearchThatLastsWhileTheWindowIsPaintedAndOtherKeys
   zBusyScope::patience = usualPatience;
   EXPECT_FALSE(theTextPane->selectionRange());
   EXPECT_EQ(entry(), "");
-  EXPECT_TRUE(painted.isPainted);
+  EXPECT_EQ(painted.isPainted, 1);
   ui::drain();
   EXPECT_EQ(entry(), "xy");
 }

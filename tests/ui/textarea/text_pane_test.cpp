@@ -20,7 +20,6 @@ TEST_F(TextAreaTest, AppendsOfAnyLengthGoInWholeDropTheSelectionAndShowTheEnd) {
   theTextPane->selectAll();
   EXPECT_TRUE(selected() == text);
   theTextPane->scrollToTop();
-  EXPECT_EQ(ui::topLineOf(log()), 0);
   theTextPane->appendText("");
   EXPECT_EQ(selected(), "");
   theTextPane->numberLines();
@@ -38,7 +37,6 @@ TEST_F(TextAreaTest, AppendsOfAnyLengthGoInWholeDropTheSelectionAndShowTheEnd) {
   theTextPane->clear();
   EXPECT_EQ(logText(), banner);
   EXPECT_EQ(theTextPane->textEnd(), 47);
-  EXPECT_EQ(theTextPane->lineCount(), 1);
   // Intended: the line behind the banner has no number, the next one is 2.
   theTextPane->appendText("x\ny\n");
   EXPECT_EQ(logText(), banner + "x\n     2: y\n     3: ");
@@ -77,19 +75,19 @@ TEST_F(TextAreaTest, HeldTextsAreShownTogetherByThemselvesAndBeforeAnyoneAsksThe
 TEST_F(TextAreaTest, TheLogLeavesKeysToItsWidgetAndTypingToTheCommandLine) {
   appendLines(3);
   const std::string before = logText();
-  focus(*theTextPane);
+  ui::focus(*theTextPane);
   for (const ui::KeySymbol key : {XK_Delete, XK_Left, XK_Insert, XK_End}) {
     ui::pressKey(key);
     ui::pressKey(key, ui::kControl);
   }
   ui::pressKey(XK_Tab);
   ui::waitForFocus(theCommandLine->widget());
-  focus(*theTextPane);
+  ui::focus(*theTextPane);
   theCommandLine->setText("1;go ");
   for (const auto& [key, next] : {std::pair<ui::KeySymbol, const char*>{XK_a, "b"},
                                   {XK_BackSpace, "\xE4"},
                                   {XK_Return, ""}}) {
-    focus(*theTextPane);
+    ui::focus(*theTextPane);
     ui::pressKey(key);
     EXPECT_TRUE(ui::focusIs(theCommandLine->widget()));
     ui::typeText(next);
@@ -143,7 +141,7 @@ TEST_F(TextAreaTest, PageKeysOfEitherControlGoByPagesOrBehindControlToTheEnds) {
     return ui::topLineOf(log());
   };
   for (zControl* control : std::initializer_list<zControl*>{theCommandLine, theTextPane}) {
-    focus(*control);
+    ui::focus(*control);
     theTextPane->scrollToTop();
     EXPECT_EQ(press(XK_Page_Down), page);
     EXPECT_EQ(press(XK_Page_Down), 2 * page);

@@ -1,33 +1,22 @@
 #pragma once
 
-#include <gmock/gmock.h>
-
-#include "framework/core/frame.h"
 #include "framework/layout/sizers.h"
 #include "tests/ui/support/ui_test.h"
 #include "textarea/command_queue.h"
 #include "textarea/my_pane.h"
 #include "textarea/text_pane.h"
 
-#include <X11/keysym.h>
-
 /// The middle of the main window in a frame of its own, the keyboard on the command line and the
 /// pointer off the frame.
 class TextAreaTest : public testing::Test {
  protected:
   TextAreaTest() {
-    frame.show();
+    ui::bringUp(frame);
     movePointerAway();
-    ui::waitForDialog("Text area");
-    focus(*theCommandLine);
+    ui::focus(*theCommandLine);
   }
 
   void movePointerAway() { ui::moveTo(frame.widget(), -60, -60); }
-
-  static void focus(zControl& control) {
-    control.setFocus();
-    ui::waitForFocus(control.widget());
-  }
 
   /// Lines "line 0" to the last one.
   static void appendLines(int count) {

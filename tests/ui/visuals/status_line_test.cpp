@@ -6,7 +6,6 @@
 #include "tests/ui/visuals/visuals_test.h"
 
 #include <X11/extensions/XTest.h>
-#include <X11/keysym.h>
 
 namespace {
 
@@ -38,10 +37,7 @@ class StatusLine : public VisualsTest {
     line->setHelpTable(kHelpItemId, kHelp);
     line->show();
     showFrame();
-    ui::waitFor([&] { return line->display()->isReady(); }, "the first paint");
-    ui::drain();
   }
-  ~StatusLine() override { zStatusClock::setTimeSource(nullptr); }
 
   void arm(int id, int flags = 0, int lparam = 0) {
     zEvent event = zEvent::of(kMsgMenuSelect, id);
@@ -55,10 +51,11 @@ class StatusLine : public VisualsTest {
     const int x = ui::areaOf(line->widget()).width - fromRight;
     return static_cast<zStatusItemText*>(line->visuals().hitTest({x, 10}));
   }
-  static void holdKey(ui::KeySymbol key, bool isDown) {
-    XTestFakeKeyEvent(ui::display(), XKeysymToKeycode(ui::display(), key), isDown ? True : False,
-                      0);
-    ui::drain();
+  static void holdKey(ui::KeySymbol key, std::initializer_list<Bool> downAndUp) {
+    for (const Bool isDown : downAndUp) {
+      XTestFakeKeyEvent(ui::display(), XKeysymToKeycode(ui::display(), key), isDown, 0);
+      ui::drain();
+    }
   }
   /// The text of the help field, and whether that or nothing is on the screen.
   std::string helpShown() {
@@ -73,7 +70,7 @@ class StatusLine : public VisualsTest {
 
 TEST_F(StatusLine, SharesItsWidthAmongItsFieldsWhichCutTheirTextsAlsoWhenItChanges) {
   line->setText(0, RWCString(std::string(100, 'T')));
-  holdKey(XK_Caps_Lock, true);
+  holdKey(XK_Caps_Lock, {True});
   ziStatusKeyItem::tick();
   for (int width = 0; const int frameWidth : {400, 340}) {
     frame.moveResize(40, 40, frameWidth, 220);
@@ -86,9 +83,7 @@ TEST_F(StatusLine, SharesItsWidthAmongItsFieldsWhichCutTheirTextsAlsoWhenItChang
     EXPECT_EQ(itemAt(1)->rect().width(), 8 * 6 + 8) << "of the clock";
   }
   // Twice, so that capitals are not locked.
-  for (const bool isDown : {false, true, false}) {
-    holdKey(XK_Caps_Lock, isDown);
-  }
+  holdKey(XK_Caps_Lock, {False, True, False});
 }
 
 TEST_F(StatusLine, ExplainsArmedItemsAndThenShowsWhatItShowedBefore) {
@@ -136,13 +131,11 @@ TEST_F(StatusLine, TheClockIsDrawnWhenAMinuteIsOverButNotWhileHelpShows) {
   const std::string before = drawn();
   now += 60;
   // The key items look at the keyboard by themselves, too.
-  holdKey(XK_Num_Lock, true);
+  holdKey(XK_Num_Lock, {True});
   ui::waitFor([&] { return clock->text() == RWCString("9:31 AM"); }, "the clock's own tick");
   EXPECT_NE(drawn(), before);
   ui::waitFor([&] { return itemAt(83)->text() == RWCString("NUM"); }, "the look at the keyboard");
-  for (const bool isDown : {false, true, false}) {
-    holdKey(XK_Num_Lock, isDown);
-  }
+  holdKey(XK_Num_Lock, {False, True, False});
   ziStatusKeyItem::tick();
   EXPECT_EQ(itemAt(83)->text(), RWCString("")) << "the key counts, not the lock that it switched";
   delete itemAt(83);

@@ -71,7 +71,7 @@ TEST_F(ToolTip, ComesNearThePointerAndGoesWithIt) {
   EXPECT_EQ(tip.x, button.x + 5 + 3);
   EXPECT_EQ(tip.y, button.y + 5 + 16);
   EXPECT_TRUE(ui::hasInputFocus(ui::windowOf(frame.shell()))) << "the focus stays";
-  EXPECT_NE(picture(*tips->shownTip()).find('#'), std::string::npos);
+  EXPECT_NE(picture(*tips->shownTip(), {0, 0, tip.width, tip.height}).find('#'), std::string::npos);
   // The next one comes at once, and its lines are like the first.
   zToolTipCtrl::setDelays({4000, 5500});
   const ui::ScreenArea lines = tipOf(other);

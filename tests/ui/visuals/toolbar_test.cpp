@@ -14,7 +14,6 @@ class Toolbar : public VisualsTest {
     ui::waitFor([&] { return tool->visualState() == kVisualHeld; }, "the press");
   }
   void moveAway() { ui::moveTo(bar->widget(), 150, 3); }
-  void moveBack() { ui::moveTo(tool->widget(), 3, 3); }
   void clickTool() {
     pressTool();
     ui::releaseButton();
@@ -64,7 +63,6 @@ TEST_F(Toolbar, AButtonIsPressedReleasedAndLeftByTheMouse) {
   const std::string up = picture(*tool);
   pressTool();
   const std::string held = picture(*tool);
-  EXPECT_NE(up, held);
   ui::releaseButton();
   // How the button looks, and the number of commands.
   const auto lookNow = [&] {
@@ -77,7 +75,7 @@ TEST_F(Toolbar, AButtonIsPressedReleasedAndLeftByTheMouse) {
   pressTool();
   moveAway();
   EXPECT_EQ(lookNow(), "up 1");
-  moveBack();
+  ui::moveTo(tool->widget(), 3, 3);
   EXPECT_EQ(lookNow(), "held 1");
   moveAway();
   ui::releaseButton();
@@ -100,8 +98,7 @@ TEST_F(Toolbar, ACommandLeavesTheFocusAndMayDestroyTheBar) {
   auto* pane = new zPane(&frame, new zGravSizer(kGravityFill, 0, frame.sizer()), kStyleTabStop, 1);
   pane->show();
   frame.sizer()->update(nullptr);
-  pane->startFocusTimer();
-  ui::waitForFocus(pane->widget());
+  ui::focus(*pane);
   clickTool();
   EXPECT_TRUE(ui::focusIs(pane->widget()));
   frame.onCommand = [this] { delete bar; };

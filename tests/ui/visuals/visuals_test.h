@@ -1,18 +1,11 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <string>
-
-#include "framework/core/frame.h"
 #include "framework/draw/displays.h"
 #include "framework/draw/pictures.h"
 #include "framework/layout/sizers.h"
 #include "framework/visuals/bevel.h"
 #include "framework/visuals/toolbar.h"
 #include "tests/ui/draw/picture.h"
-#include "tests/ui/support/ui_test.h"
 
 /// A frame that counts the commands that reach it, with a bar of one button of 12 by 11 pixels.
 class VisualsTest : public testing::Test {
@@ -55,18 +48,12 @@ class VisualsTest : public testing::Test {
   /// Shows the frame, with the pointer away from it, and waits until all is painted.
   void showFrame() {
     ui::moveTo(DefaultRootWindow(ui::display()), 0, 0);
-    frame.show();
-    ui::waitForDialog("Visuals");
+    ui::bringUp(frame);
     ui::waitFor([&] { return tool->display()->isReady(); }, "the first paint of the button");
-    ui::drain();
   }
-  /// What the screen shows of a window; see pictureOf. Without an area, all of it.
-  static std::string picture(const zWindow& window, zRect area = {}) {
-    if (area.isZero()) {
-      const ui::ScreenArea all = ui::areaOf(window.widget());
-      area = {0, 0, all.width, all.height};
-    }
-    return pictureOf(ui::display(), ui::windowOf(window.widget()), area);
+  /// What the screen shows of a window; see pictureOf. Without an area, that of a button.
+  static std::string picture(const zWindow& window, const zRect& area = {0, 0, 12, 11}) {
+    return pictureOf(ui::windowOf(window.widget()), area);
   }
 
   Frame frame;
