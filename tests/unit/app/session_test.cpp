@@ -87,7 +87,7 @@ TEST(OnlyAnswer, IsGivenToARangeOfOneAndToInstancesWithoutAChoice) {
 }
 
 TEST(Messages, ThatFillTheSessionNeedNoWindow) {
-  theSession = Session();
+  serveMessages(theSession = Session());
   EXPECT_EQ(g_SymbolName + g_Identification2 + g_Identification3,
             "- unknown -- unknown -- unknown -");
   ToolMessage message;
