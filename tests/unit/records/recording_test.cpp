@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "dump/dump.h"
-#include "frames/recording_file.h"
+#include "frames/recording.h"
 #include "tests/unit/records/records.h"
 
 namespace {

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <optional>
 
-#include "gdb/words/refused_lines.h"
 #include "gdb/words/texts.h"
 #include "gdb/words/word_table.h"
 #include "support/text.h"
