@@ -25,7 +25,6 @@ class ButtonFileAccess : public testing::Test {
     EXPECT_EQ(stat((folder / name).c_str(), &known), 0);
     return known;
   }
-  std::string content() const { return readFile(path); }
   long files() const {
     return std::distance(fs::directory_iterator(folder.path()), fs::directory_iterator());
   }
@@ -40,7 +39,7 @@ TEST_F(ButtonFileAccess, ReplacesWhatAPathOrItsLinkStandsFor) {
   fs::create_symlink("link", folder / "second");
   EXPECT_TRUE(replaceFile(folder / "second", "new"));
   EXPECT_TRUE(fs::is_symlink(folder / "second") && fs::is_symlink(folder / "link"));
-  EXPECT_EQ(content(), "new");
+  EXPECT_EQ(readFile(path), "new");
   EXPECT_EQ(about().st_mode & 07777, 0640U);
   fs::create_symlink("missing", folder / "dangling");
   const mode_t mask = umask(027);
@@ -66,7 +65,7 @@ TEST_F(ButtonFileAccess, WritesInPlaceWhatItCannotReplace) {
     EXPECT_TRUE(replaceFile(path, folderMode == 0777 ? "longer than before" : "short"));
     EXPECT_FALSE(folderMode != 0777 && replaceFile(folder / "b.btn", "made"));
     EXPECT_TRUE(!isSuperuser || seteuid(0) == 0);
-    EXPECT_EQ(content(), folderMode == 0777 ? "longer than before" : "short");
+    EXPECT_EQ(readFile(path), folderMode == 0777 ? "longer than before" : "short");
     EXPECT_EQ(about().st_ino, before.st_ino);
     EXPECT_EQ(files(), 1);
   }
@@ -82,7 +81,7 @@ TEST_F(ButtonFileAccess, KeepsTheOldFileWhenTheDiskTakesNoMore) {
   EXPECT_FALSE(replaceFile(path, "more than eight bytes"));
   setrlimit(RLIMIT_FSIZE, &before);
   std::signal(SIGXFSZ, SIG_DFL);
-  EXPECT_EQ(content(), "old");
+  EXPECT_EQ(readFile(path), "old");
   EXPECT_EQ(files(), 1);
 }
 
@@ -91,8 +90,7 @@ TEST_F(ButtonFileAccess, TakesRegularFilesOnlyAndWaitsForNone) {
   // No device: a fault here would put a file in its place.
   for (const fs::path& other : {folder / "pipe", folder.path(), folder / "none/a.btn"}) {
     EXPECT_EQ(openRegularFile(other), nullptr) << other;
-    // A program that is broken there must not take the place of a device of the machine.
-    EXPECT_TRUE(other == "/dev/null" || !replaceFile(other, "new")) << other;
+    EXPECT_FALSE(replaceFile(other, "new")) << other;
   }
   EXPECT_NE(openRegularFile(path), nullptr);
 }
