@@ -52,7 +52,6 @@ bool serveWindow(int socket) {
 }
 
 void bringUpLink(WMain& mainWindow) {
-  setMessageHandler(MessageHandler);
   setWaitHook(serveWindow);
   mainWindow.showStatus("Waiting for the Postmaster ...");
   const bool isConnected = ToolInit(NELKVUI) == 0;
@@ -66,9 +65,10 @@ void bringUpLink(WMain& mainWindow) {
   }
 }
 
-void runMainWindow(zApp& app) {
+void runMainWindow(zApp& app, Session& session) {
   // The program holds no string resources, so the initial title is empty; the window sets its own.
-  WMain mainWindow(nullptr, "");
+  WMain mainWindow(nullptr, "", session);
+  serveMessages(session);
   bringUpLink(mainWindow);
   g_IdleList = app.idleList();
   g_IdleList->add(&mainWindow, PollLinkIdle);
@@ -80,14 +80,15 @@ void runMainWindow(zApp& app) {
 }  // namespace
 
 void appMain(zApp* app) {
-  theSession = Session();
+  Session& session = theSession;
+  session = Session();
   app->setName(kAppName);
   registerControls();
   CommandLineOptions& options = CommandLineOptions::instance(app->commandLine());
   if (printWhatIsAskedFor(options)) {
     return;
   }
-  options.getOptionValue('t', g_TargetDir);
-  g_PostOption = options.hasOption("post");
-  runMainWindow(*app);
+  options.getOptionValue('t', session.targetDir);
+  session.postOption = options.hasOption("post");
+  runMainWindow(*app, session);
 }

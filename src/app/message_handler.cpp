@@ -9,7 +9,6 @@
 
 #include <unistd.h>
 
-#include "app/tester_questions.h"
 #include "app/wmain.h"
 #include "buttons/group_pane.h"
 #include "framework/core/application.h"
@@ -45,6 +44,9 @@ zTimerPace linkPace() {
   }
 }
 
+// The session that the messages are about.
+Session* served = nullptr;
+
 /// Has the poll timer fire at once while there is input, and sleep while there is none.
 constexpr zTimerWatch kLinkWatch{linkPace, ToolWakeDescriptors};
 
@@ -74,14 +76,14 @@ void onShutdown(Session& /*session*/, const ToolMessage& /*message*/) {
   zApp::instance()->quit();
 }
 
-void onText(Session& /*session*/, const ToolMessage& message) {
+void onText(Session& session, const ToolMessage& message) {
   // The poll that takes the next message is sure to follow.
   if (ToolHasInput()) {
     theTextPane->holdText(message.text(0));
   } else {
     theTextPane->appendText(message.text(0));
   }
-  outputSinceCommand = true;
+  session.outputSinceCommand = true;
 }
 
 void onQuestion(Session& /*session*/, const ToolMessage& message) {
@@ -205,7 +207,7 @@ bool pollIdly(zEvH* owner) {
   if (ToolReceive(kReceivePoll) == -1) {
     leaveLostLink(owner, "Connection to Tessil Postmaster lost.\n Application will quit. 1");
   }
-  if (!theSession.hasPolledInVain()) {
+  if (!served->hasPolledInVain()) {
     return true;
   }
   g_IdleList->remove(owner, PollLinkIdle);
@@ -213,6 +215,11 @@ bool pollIdly(zEvH* owner) {
 }
 
 }  // namespace
+
+void serveMessages(Session& session) {
+  served = &session;
+  setMessageHandler(MessageHandler);
+}
 
 int PollLinkIdle(zEvH* owner) {
   zApp* app = zApp::instance();
@@ -248,7 +255,7 @@ std::string decodeErrorText(int result, int tag, int length) {
 }
 
 void MessageHandler(int /*sender*/, int tag, int length, const char* payload) {
-  theSession.idleCount = 0;
+  served->idleCount = 0;
   // What the idle handler has read beyond this message no descriptor tells any more; and no idle
   // handler runs in a nested loop that it starts.
   if (g_PollTimer != nullptr) {
@@ -257,7 +264,7 @@ void MessageHandler(int /*sender*/, int tag, int length, const char* payload) {
   const zUnaskedScope unasked;
   const ActionRow* row = rowOf(tag);
   if (row != nullptr && row->form == Form::kBare) {
-    row->run(theSession, {});
+    row->run(*served, {});
     return;
   }
   if ((row == nullptr || row->form == Form::kSeen) && theTextPane != nullptr) {
@@ -267,7 +274,8 @@ void MessageHandler(int /*sender*/, int tag, int length, const char* payload) {
   const std::string error =
       decodeErrorText(DecodeMessage(tag, payload, length, &decoded), tag, length);
   if (!error.empty()) {
-    const zMessage box(g_MainWindow, error.c_str(), g_AppTitle, kBoxInformation | kBoxOk);
+    const zMessage box(g_MainWindow, error.c_str(), served->appTitle.data(),
+                       kBoxInformation | kBoxOk);
     return;
   }
   if (row != nullptr) {
@@ -279,7 +287,7 @@ void MessageHandler(int /*sender*/, int tag, int length, const char* payload) {
 int PROCESS_MESSAGE(int tag, ToolMessage message) {
   const ActionRow* row = rowOf(tag);
   if (row != nullptr && row->form != Form::kBare) {
-    row->run(theSession, message);
+    row->run(*served, message);
   } else {
     std::printf("PROCESS_MESSAGE: %d", tag);
   }

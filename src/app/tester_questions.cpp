@@ -5,7 +5,7 @@
 // time inside; the one OK or Cancel then answers both, and the outer run destroys the dialog.
 // Questions may be answered in any order, whatever the order in which their loops are nested.
 
-#include "app/tester_questions.h"
+#include "app/message_handler.h"
 
 #include <array>
 #include <cstdlib>
@@ -27,6 +27,10 @@
 #include "prompts/pop_up_value_dlgs.h"
 #include "session/session.h"
 #include "textarea/text_pane.h"
+
+UIPopUpListDlg* g_ListDialog = nullptr;
+UIPopUpSigParDlg* g_SigParDialog = nullptr;
+FindDlg* g_FindDialog = nullptr;
 
 namespace {
 
@@ -114,22 +118,22 @@ void askRange(Session& /*session*/, const ToolMessage& message) {
               });
 }
 
-void askList(Session& session, const ToolMessage& message) {
+void askList(Session& /*session*/, const ToolMessage& message) {
   const bool isLast = message.number(2) == 0;
   if (message.list(3) == nullptr) {
-    refuseEmptyList(session.listDialog, isLast, "< No timer values available >\n");
+    refuseEmptyList(g_ListDialog, isLast, "< No timer values available >\n");
     return;
   }
   const PromptItems items = promptItems(message.list(3));
-  if (session.listDialog == nullptr) {
-    session.listDialog = new UIPopUpListDlg(g_MainWindow, message.text(1), items, true);
+  if (g_ListDialog == nullptr) {
+    g_ListDialog = new UIPopUpListDlg(g_MainWindow, message.text(1), items, true);
   } else {
-    session.listDialog->addItems(items);
+    g_ListDialog->addItems(items);
   }
   if (!isLast) {
     return;
   }
-  runBuiltUp(session.listDialog, [](UIPopUpListDlg& dialog) {
+  runBuiltUp(g_ListDialog, [](UIPopUpListDlg& dialog) {
     const RWCString& answer = dialog.answer();
     settle(sendListAnswer(answer.isEmpty() ? "-" : answer.c_str()));
   });
@@ -140,23 +144,22 @@ void askBits(Session& /*session*/, const ToolMessage& message) {
               [](const UIPopUpBitDlg& dialog) { settle(sendBitsAnswer(dialog.answer())); });
 }
 
-void askSignalParameters(Session& session, const ToolMessage& message) {
+void askSignalParameters(Session& /*session*/, const ToolMessage& message) {
   const bool isLast = message.number(2) == 0;
   if (message.list(3) == nullptr) {
-    refuseEmptyList(session.sigParDialog, isLast,
-                    "< Error: invalid Signalparameter-Definition >\n");
+    refuseEmptyList(g_SigParDialog, isLast, "< Error: invalid Signalparameter-Definition >\n");
     return;
   }
   const PromptItems items = promptItems(message.list(3));
-  if (session.sigParDialog == nullptr) {
-    session.sigParDialog = new UIPopUpSigParDlg(g_MainWindow, message.text(1), items);
+  if (g_SigParDialog == nullptr) {
+    g_SigParDialog = new UIPopUpSigParDlg(g_MainWindow, message.text(1), items);
   } else {
-    session.sigParDialog->addDefinitions(items, 0);
+    g_SigParDialog->addDefinitions(items, 0);
   }
   if (!isLast) {
     return;
   }
-  runBuiltUp(session.sigParDialog, [](UIPopUpSigParDlg& dialog) {
+  runBuiltUp(g_SigParDialog, [](UIPopUpSigParDlg& dialog) {
     settle(sendSignalParameterAnswer(dialog.answer().c_str()));
   });
 }
@@ -193,15 +196,15 @@ void askDirectory(Session& session, const ToolMessage& /*message*/) {
 void askFind(Session& session, const ToolMessage& message) {
   const int list = message.number(1);
   const PromptItems items = promptItems(message.list(2));
-  if (session.findDialog == nullptr) {
-    session.findDialog = new FindDlg(g_MainWindow, findSettings(session), list, items);
+  if (g_FindDialog == nullptr) {
+    g_FindDialog = new FindDlg(g_MainWindow, findSettings(session), list, items);
   } else {
-    session.findDialog->addItems(list, items);
+    g_FindDialog->addItems(list, items);
   }
   if (message.number(0) != 0) {
     return;
   }
-  runBuiltUp(session.findDialog, [&session](const FindDlg& dialog) {
+  runBuiltUp(g_FindDialog, [&session](const FindDlg& dialog) {
     session.wantedSearch =
         Search{dialog.searchString, dialog.matchCase != 0, dialog.useRegexp != 0};
   });
@@ -212,8 +215,8 @@ void askFind(Session& session, const ToolMessage& message) {
   }
 }
 
-void dropUnfinishedQuestions(Session& session) {
-  delete std::exchange(session.listDialog, nullptr);
-  delete std::exchange(session.sigParDialog, nullptr);
-  delete std::exchange(session.findDialog, nullptr);
+void dropUnfinishedQuestions() {
+  delete std::exchange(g_ListDialog, nullptr);
+  delete std::exchange(g_SigParDialog, nullptr);
+  delete std::exchange(g_FindDialog, nullptr);
 }

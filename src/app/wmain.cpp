@@ -4,7 +4,7 @@
 
 #include "app/wmain.h"
 
-#include "app/tester_questions.h"
+#include "app/message_handler.h"
 #include "buttons/control_pane.h"
 #include "buttons/group_pane.h"
 #include "framework/core/application.h"
@@ -108,7 +108,7 @@ void WMain::createPanes() {
 }
 
 WMain::~WMain() {
-  dropUnfinishedQuestions(session);
+  dropUnfinishedQuestions();
   for (auto& pulldown : pulldowns) {
     pulldown.reset();
   }

@@ -22,7 +22,7 @@ class zStatusLineEZ;
 class WMain : public zAppFrame, private ziButtonHost {
  public:
   /// Builds everything and shows the window. The session outlives it.
-  WMain(zWindow* parent, const char* title, Session& session = theSession);
+  WMain(zWindow* parent, const char* title, Session& session);
   ~WMain() override;
 
   /// 1 if the program may end. The answer is final once it has been yes. While the question about

@@ -1,4 +1,4 @@
-#include "button_file/button_file_remarks.h"
+#include "button_file/button_file_reader.h"
 
 std::string_view remarkText(ButtonFileRemark remark) {
   switch (remark) {

@@ -11,7 +11,6 @@
 #include <unistd.h>
 
 #include "button_file/button_file_reader.h"
-#include "button_file/button_file_remarks.h"
 #include "button_file/file_access.h"
 
 namespace {

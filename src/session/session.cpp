@@ -20,9 +20,6 @@ std::string& g_CurrentDirectory = theSession.currentDirectory;
 RWCString& copyBuffer = theSession.copyBuffer;
 std::deque<std::string>& commandQueue = theSession.commandQueue;
 bool& outputSinceCommand = theSession.outputSinceCommand;
-UIPopUpListDlg*& g_ListDialog = theSession.listDialog;
-UIPopUpSigParDlg*& g_SigParDialog = theSession.sigParDialog;
-FindDlg*& g_FindDialog = theSession.findDialog;
 
 namespace {
 

@@ -11,9 +11,6 @@
 #include "support/rwc_string.h"
 
 struct ToolMessage;
-class FindDlg;
-class UIPopUpListDlg;
-class UIPopUpSigParDlg;
 
 /// What the log was searched for, and how.
 struct Search {
@@ -63,10 +60,6 @@ class Session {
   std::deque<std::string> commandQueue;
   bool outputSinceCommand = false;
 
-  // Questions that wait for the rest of their items. The main window owns the dialogs.
-  UIPopUpListDlg* listDialog = nullptr;
-  UIPopUpSigParDlg* sigParDialog = nullptr;
-  FindDlg* findDialog = nullptr;
   /// What the Find dialog asked for. All runs that one end has ended share it: what was asked for
   /// twice is searched for once.
   std::optional<Search> wantedSearch;
@@ -98,9 +91,6 @@ extern RWCString& copyBuffer;            ///< of Copy and Paste; the X clipboard
 extern std::deque<std::string>& commandQueue;
 /// True when text has come from the tester since the queue was released last.
 extern bool& outputSinceCommand;
-extern UIPopUpListDlg*& g_ListDialog;  ///< null while there is none, as the next two
-extern UIPopUpSigParDlg*& g_SigParDialog;
-extern FindDlg*& g_FindDialog;
 
 /// The answer to a question for a number that leaves no choice, so that nobody is asked.
 std::optional<std::string> onlyAnswer(int tag, const ToolMessage& message);

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "support/regular_expression.h"
+#include "support/text.h"
 
 namespace {
 
@@ -44,15 +45,8 @@ std::size_t findByWindows(std::string_view log, std::size_t start, std::size_t t
   return kNowhere;
 }
 
-// By the letters of ASCII, which are the only ones in the character set that the program runs in.
-// Without branches, so that the compiler makes vector code of it.
-void foldCase(const char* from, std::size_t count, char* to) {
-  constexpr unsigned kLetters = 26;
-  for (std::size_t i = 0; i < count; ++i) {
-    const auto c = static_cast<unsigned char>(from[i]);
-    const bool isUpper = static_cast<unsigned char>(c - 'A') < kLetters;
-    to[i] = static_cast<char>(isUpper ? c | ('a' - 'A') : c);
-  }
+void foldCase(std::string_view from, char* to) {
+  std::transform(from.begin(), from.end(), to, lowerCase);
 }
 
 std::size_t findWithCase(std::string_view log, std::string_view text, std::size_t start,
@@ -67,10 +61,10 @@ std::size_t findWithoutCase(std::string_view log, std::string_view text, std::si
                             LongWork& work) {
   constexpr std::size_t kWindow = 16384;
   std::string wanted(text.size(), '\0');
-  foldCase(text.data(), text.size(), wanted.data());
+  foldCase(text, wanted.data());
   std::string folded(std::min(kWindow + 2 * text.size(), log.size()), '\0');
   return findByWindows(log, start, text.size(), kWindow, work, [&](std::string_view window) {
-    foldCase(window.data(), window.size(), folded.data());
+    foldCase(window, folded.data());
     return findExact({folded.data(), window.size()}, wanted);
   });
 }

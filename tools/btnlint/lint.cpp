@@ -1,7 +1,6 @@
 #include "btnlint/lint.h"
 
 #include "button_file/button_file_reader.h"
-#include "button_file/button_file_remarks.h"
 #include "support/version.h"
 #include "usage.h"
 

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace frames {
 
@@ -40,5 +41,16 @@ struct ParsedRecord {
   std::string_view fault;  ///< empty with a frame
 };
 ParsedRecord parseRecordingLine(std::string_view line);
+
+/// All of a recording. Damaged lines are left out.
+struct LoadedRecording {
+  std::vector<RecordedFrame> frames;
+  std::string fault;   ///< why the file cannot be read as a recording; empty when it can
+  std::string damage;  ///< what of it was left out and why, for people; empty for nothing
+};
+LoadedRecording loadRecording(const std::string& fileName);
+
+/// That `fault` alone, by the beginning of the file.
+std::string recordingFault(const std::string& fileName);
 
 }  // namespace frames

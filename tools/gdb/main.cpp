@@ -8,7 +8,7 @@
 #include <filesystem>
 #include <iostream>
 
-#include "gdb/options/command_line.h"
+#include "gdb/options/options.h"
 #include "gdb/session/session.h"
 
 namespace {

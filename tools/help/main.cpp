@@ -7,7 +7,7 @@
 #include "link/tool_interface.h"
 #include "postmaster/processes.h"
 #include "support/version.h"
-#include "tester_link/hang_up.h"
+#include "tester_link/tester_tool.h"
 
 #include <poll.h>
 #include <sys/wait.h>

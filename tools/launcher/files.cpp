@@ -12,7 +12,7 @@
 #include <string_view>
 #include <system_error>
 
-#include "frames/recording_file.h"
+#include "frames/recording.h"
 
 namespace launcher {
 

@@ -1,6 +1,6 @@
 #include "postmaster/postmaster.h"
 
-#include "frames/recording_file.h"
+#include "frames/recording.h"
 #include "link/message_numbers.h"
 #include "postmaster/transcript.h"
 #include "support/version.h"

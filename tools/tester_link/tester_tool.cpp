@@ -1,6 +1,7 @@
 #include "tester_link/tester_tool.h"
 
 #include <poll.h>
+#include <sys/socket.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -12,7 +13,6 @@
 #include "link/message_codec.h"
 #include "link/message_numbers.h"
 #include "link/tool_interface.h"
-#include "tester_link/hang_up.h"
 
 namespace tester_link {
 
@@ -282,6 +282,12 @@ void TesterTool::onPollingStarts(int /*sender*/, const ToolMessage& /*message*/)
   if (user.isUserPresent() && !greeted) {
     greet();
   }
+}
+
+bool hasHungUp() {
+  char byte = 0;
+  const ssize_t count = recv(g_ToolSocket, &byte, sizeof byte, MSG_PEEK | MSG_DONTWAIT);
+  return count == 0 || (count < 0 && errno != EAGAIN && errno != EWOULDBLOCK && errno != EINTR);
 }
 
 }  // namespace tester_link

@@ -95,4 +95,8 @@ class TesterTool {
   bool wasFruitless = false;  ///< the last wake-up for reading brought no frame
 };
 
+/// Whether the Postmaster has closed the connection and nothing of it is left to read. The link's
+/// reader takes the end of the stream for silence.
+bool hasHungUp();
+
 }  // namespace tester_link

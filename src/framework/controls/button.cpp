@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "framework/controls/widgets_xm.h"
+#include "framework/core/window_events_xm.h"
 
 #include <Xm/PrimitiveP.h>
 
@@ -100,7 +101,7 @@ bool zButton::pressArrived(zEvent& event) {
     return zControl::pressArrived(event);
   }
   const XButtonEvent& press = event.xevent->xbutton;
-  if (press.button == Button1 && (press.state & ControlMask) == 0) {
+  if (press.button == Button1 && !isControlDown(press.state)) {
     armWithoutFocus(widget(), event.xevent);
   }
   return true;

@@ -7,7 +7,7 @@
 
 #include "framework/controls/combo_box.h"
 #include "framework/controls/widgets_xm.h"
-#include "framework/core/application.h"
+#include "framework/core/window_events_xm.h"
 #include "support/text.h"
 
 namespace {
@@ -39,12 +39,6 @@ bool isReturn(KeySym keysym) {
   return keysym == XK_Return || keysym == XK_KP_Enter;
 }
 
-unsigned altMask() {
-  const zApp* app = zApp::instance();
-  const unsigned known = app != nullptr ? app->altMask() : 0;
-  return known != 0 ? known : Mod1Mask;
-}
-
 bool startsWith(const std::string& text, char letter) {
   return !text.empty() && isSameLetter(text.front(), letter);
 }
@@ -59,8 +53,7 @@ int zComboBoxBase::keyArrived(zEvent& event, bool typed) {
   }
   XKeyEvent& press = event.xevent->xkey;
   const KeySym key = virtualKey(press);
-  const bool hasAlt = (press.state & altMask()) != 0;
-  if (hasAlt && key == kVirtualDown) {
+  if (isAltDown(press.state) && key == kVirtualDown) {
     toggleDropDown();
     return 1;
   }
@@ -68,7 +61,7 @@ int zComboBoxBase::keyArrived(zEvent& event, bool typed) {
     hideDropDown();
     return 1;
   }
-  if (hasAlt || (press.state & ControlMask) != 0) {
+  if (isCommandState(press.state)) {
     return 0;
   }
   const int current = rows.keyboardRow();

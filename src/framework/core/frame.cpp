@@ -235,9 +235,7 @@ void zFrameWin::createInterior() {
   mainWidget = XmCreateBulletinBoard(inner, const_cast<char*>("BulletinBoard"), nullptr, 0);
   XtVaSetValues(mainWidget, XmNuserData, this, XmNresizePolicy, XmRESIZE_NONE, XmNmarginHeight, 0,
                 XmNmarginWidth, 0, nullptr);
-  if (backPixel != kNoBackground) {
-    XtVaSetValues(mainWidget, XmNbackground, static_cast<Pixel>(backPixel), nullptr);
-  }
+  applyBackground(*this);
   XtManageChild(mainWidget);
 }
 

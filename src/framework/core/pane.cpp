@@ -55,9 +55,7 @@ void zPane::createWidgets() {
       XmNwidth, toWidgetExtent(size.width), XmNheight, toWidgetExtent(size.height), XmNresizePolicy,
       XmRESIZE_NONE, XmNuserData, this, XmNmarginHeight, 0, XmNmarginWidth, 0, XmNborderWidth, 0,
       XmNtraversalOn, traversal ? True : False, nullptr);
-  if (background() != kNoBackground) {
-    XtVaSetValues(mainWidget, XmNbackground, static_cast<Pixel>(background()), nullptr);
-  }
+  applyBackground(*this);
   if (traversal) {
     XtVaSetValues(mainWidget, XmNnavigationType, XmEXCLUSIVE_TAB_GROUP, nullptr);
   } else {

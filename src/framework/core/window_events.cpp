@@ -192,6 +192,12 @@ void configureWidget(Widget widget, int x, int y, int width, int height) {
                     border);
 }
 
+void applyBackground(const zWindow& window) {
+  if (window.hasWidget() && window.background() != zWindow::kNoBackground) {
+    XtVaSetValues(window.widget(), XmNbackground, static_cast<Pixel>(window.background()), nullptr);
+  }
+}
+
 XEvent configureOf(Widget widget) {
   const zDimension size = widgetSize(widget);
   XEvent event = {};
@@ -216,9 +222,18 @@ zKeyLookup lookUpKey(XKeyEvent& event) {
   return {static_cast<long>(keysym), static_cast<signed char>(bytes[0]), count > 0};
 }
 
-bool isCommandState(unsigned state) {
+bool isControlDown(unsigned state) {
+  return (state & ControlMask) != 0;
+}
+
+bool isAltDown(unsigned state) {
   const zApp* app = zApp::instance();
-  return (state & (ControlMask | (app != nullptr ? app->altMask() : 0U))) != 0;
+  const unsigned known = app != nullptr ? app->altMask() : 0;
+  return (state & (known != 0 ? known : Mod1Mask)) != 0;
+}
+
+bool isCommandState(unsigned state) {
+  return isControlDown(state) || isAltDown(state);
 }
 
 bool isPlainTyping(const zKeyLookup& key, unsigned state) {

@@ -38,6 +38,10 @@ struct zKeyLookup {
   long code() const { return character != 0 ? character : keysym; }
 };
 zKeyLookup lookUpKey(XKeyEvent& event);
+bool isControlDown(unsigned state);
+/// Whether Alt is down in `state`: the modifier that the keyboard's Alt keys set, or the usual one
+/// of a keyboard that has none.
+bool isAltDown(unsigned state);
 /// Whether Control or Alt is down in `state`: such keys are commands.
 bool isCommandState(unsigned state);
 /// Whether a key puts a character into a text: a printable one, without Control and Alt in `state`.
@@ -49,6 +53,8 @@ zDimension widgetSize(Widget widget);
 Dimension toWidgetExtent(int pixels);
 /// Moves a widget within its parent and resizes it, as far as X can; its border stays.
 void configureWidget(Widget widget, int x, int y, int width, int height);
+/// Gives the window's widget the background that was set for it, if one was and it is there.
+void applyBackground(const zWindow& window);
 /// A ConfigureNotify that tells that size.
 XEvent configureOf(Widget widget);
 /// The size that a ConfigureNotify, real or synthetic, tells; `otherwise` for any other event.

@@ -23,9 +23,7 @@ void zWindow::setShowState(int state) {
 void zWindow::setBackground(const zColor& colour) {
   backgroundRgb = colour;
   backPixel = static_cast<std::uint32_t>(ziDrawCache::instance().colours().pixel(backgroundRgb));
-  if (mainWidget != nullptr) {
-    XtVaSetValues(mainWidget, XmNbackground, static_cast<Pixel>(backPixel), nullptr);
-  }
+  applyBackground(*this);
 }
 
 void zWindow::takeBackgroundOf(const zWindow& other) {

@@ -30,8 +30,9 @@ class MainWindow : public testing::Test {
     g_ToolState = LINK_CONNECTED;
     own = UniqueDescriptor(ends[0]);
     peer = Connection(UniqueDescriptor(ends[1]));
-    window = std::make_unique<WMain>(nullptr, "");
+    window = std::make_unique<WMain>(nullptr, "", theSession);
     ui::waitForDialog(g_AppTitle);
+    serveMessages(theSession);
     g_XSettings.promptKeyDelay = 0;
   }
   ~MainWindow() override {

@@ -82,7 +82,6 @@ TEST_F(MainWindow, TellsFindOfEarlierSearchesAndOfWhatTheUserMayDo) {
 // The timer sleeps until its descriptors tell of input; the idle handler takes both frames from the
 // socket, and the box of the first one keeps it from running again.
 TEST_F(MainWindow, LeavesTheSecondOfTwoFramesToTheTimerThatSleeps) {
-  setMessageHandler(MessageHandler);
   MessageHandler(NELMPM, MSG_START_POLL_TIMER, 0, "");
   const Deadline asleep(Milliseconds{50});
   ui::waitFor([&] { return asleep.hasPassed(); }, "a timer that has found nothing to do");

@@ -5,7 +5,7 @@
 #include <filesystem>
 
 #include "gdb/mi/reader.h"
-#include "gdb/options/command_line.h"
+#include "gdb/options/options.h"
 #include "gdb/session/interrupt_ladder.h"
 #include "gdb/session/output_store.h"
 #include "gdb/session/query_queue.h"

@@ -6,7 +6,7 @@
 #include <sstream>
 
 #include "dump/dump.h"
-#include "frames/recording_file.h"
+#include "frames/recording.h"
 #include "postmaster/history.h"
 #include "postmaster/transcript.h"
 #include "tests/support/tool_frames.h"

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -18,5 +19,17 @@ struct Options {
   std::string buttons = {};                    ///< a folder with a button set, before all others
   bool readsInitFiles = false;                 ///< GDB's own
 };
+
+/// What the command line asks for: options, or a text to print before an exit with `status`; the
+/// text goes to standard error unless the status is 0.
+struct CommandLine {
+  std::optional<Options> options;
+  int status = 0;
+  std::string text;
+};
+
+/// Reads the command line, and goes to the directory that it names: file names before that are
+/// relative to where the user stands.
+CommandLine parseCommandLine(int argc, const char* const* argv);
 
 }  // namespace gdb

@@ -1,11 +1,11 @@
-#include "gdb/words/refused_lines.h"
+// Lines that GDB must not get.
 
 #include <algorithm>
 #include <array>
 #include <cctype>
 #include <sstream>
 
-#include "gdb/words/texts.h"
+#include "gdb/words/word_table.h"
 #include "support/text.h"
 
 namespace gdb {

@@ -85,4 +85,9 @@ void restartDebugger(Control& control, const std::string& argument);
 void leaveAfterSaving(Control& control, const std::string& argument);
 void leaveAtOnce(Control& control, const std::string& argument);
 
+/// Why GDB must not get that trimmed line, as a sentence; empty when it may. Such commands put
+/// something else in the place of GDB's console: a prompt, a pager, a shell, an editor, a file
+/// (refused_lines.cpp).
+std::string refusalOf(std::string_view line);
+
 }  // namespace gdb

@@ -4,7 +4,6 @@
 #include <optional>
 
 #include "gdb/words/choices.h"
-#include "gdb/words/refused_lines.h"
 #include "gdb/words/texts.h"
 #include "gdb/words/word_table.h"
 #include "support/text.h"

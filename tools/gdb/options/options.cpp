@@ -1,4 +1,4 @@
-#include "gdb/options/command_line.h"
+#include "gdb/options/options.h"
 
 #include <CLI/CLI.hpp>
 
