@@ -13,7 +13,9 @@ namespace {
 
 class Loader {
  public:
-  /// False once the file has turned out to be none that can be read.
+  explicit Loader(bool isForHead) : endsWithHead(isForHead) {}
+
+  /// False once the rest of the file does not matter, as that of one that cannot be read.
   bool take(std::string_view bytes) {
     Line line;
     lines.append(bytes);
@@ -24,7 +26,7 @@ class Loader {
     if (isGood() && !hasHead && lines.isInOverlong() && lines.rest(line)) {
       takeLine(line);
     }
-    return isGood();
+    return isGood() && !(hasHead && endsWithHead);
   }
 
   LoadedRecording finish() {
@@ -60,6 +62,7 @@ class Loader {
     }
   }
 
+  bool endsWithHead;
   LineSplitter lines;
   LoadedRecording loaded;
   bool hasHead = false;
@@ -67,13 +70,11 @@ class Loader {
   std::string firstDamage;
 };
 
-}  // namespace
-
-LoadedRecording loadRecording(const std::string& fileName) {
+LoadedRecording load(const std::string& fileName, bool isForHead) {
   constexpr std::size_t kReadBytes = std::size_t{64} * 1024;
   const UniqueFile file(std::fopen(fileName.c_str(), "re"));
   std::array<char, kReadBytes> bytes;
-  Loader loader;
+  Loader loader(isForHead);
   std::size_t count = 1;
   while (file && count > 0) {
     count = std::fread(bytes.data(), 1, bytes.size(), file.get());
@@ -85,6 +86,16 @@ LoadedRecording loadRecording(const std::string& fileName) {
     return {{}, std::strerror(errno), {}};
   }
   return loader.finish();
+}
+
+}  // namespace
+
+LoadedRecording loadRecording(const std::string& fileName) {
+  return load(fileName, false);
+}
+
+std::string recordingFault(const std::string& fileName) {
+  return load(fileName, true).fault;
 }
 
 }  // namespace frames

@@ -15,4 +15,7 @@ struct LoadedRecording {
 };
 LoadedRecording loadRecording(const std::string& fileName);
 
+/// That `fault` alone, by the beginning of the file.
+std::string recordingFault(const std::string& fileName);
+
 }  // namespace frames

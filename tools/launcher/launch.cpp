@@ -63,12 +63,13 @@ constexpr char kDebuggerFlag[] = "--gdb";
 constexpr char kDebuggerGroup[] = "With GDB";
 
 /// The options of the tester on GDB, which are handed on.
-void addDebuggerOptions(CLI::App& app, bool& isWanted, std::vector<std::string>& words) {
-  app.add_flag(kDebuggerFlag, isWanted,
+void addDebuggerOptions(CLI::App& app, Options& options) {
+  app.add_flag(kDebuggerFlag, options.usesDebugger,
                "PROGRAM [ARGUMENT...]: debug that, by nelgdb as the tester")
       ->group(kDebuggerGroup);
   for (const auto& [name, value, help] : kDebuggerOptions) {
-    const auto take = [&words, word = std::string(name)](const std::vector<std::string>& values) {
+    const auto take = [&words = options.debuggerWords,
+                       word = std::string(name)](const std::vector<std::string>& values) {
       for (const std::string& each : values) {
         words.insert(words.end(), {word, each});
       }
@@ -99,14 +100,13 @@ std::vector<std::string> takeProgramWords(int& argc, const char* const* argv) {
 }
 
 /// Makes nelgdb the tester if an option asks for it.
-void chooseTester(Options& options, const std::vector<std::string>& debuggerWords,
-                  const std::vector<std::string>& programWords) {
-  options.usesDebugger = options.usesDebugger || !debuggerWords.empty();
+void chooseTester(Options& options, const std::vector<std::string>& programWords) {
+  options.usesDebugger = options.usesDebugger || !options.debuggerWords.empty();
   if (!options.usesDebugger) {
     return;
   }
   std::vector<std::string> words = {"nelgdb"};
-  words.insert(words.end(), debuggerWords.begin(), debuggerWords.end());
+  words.insert(words.end(), options.debuggerWords.begin(), options.debuggerWords.end());
   if (!programWords.empty()) {
     options.program = programWords.front();
     words.push_back("--");
@@ -115,7 +115,7 @@ void chooseTester(Options& options, const std::vector<std::string>& debuggerWord
   options.tester = quoteCommand(words);
 }
 
-void addOptions(CLI::App& app, Options& options, std::vector<std::string>& debuggerWords) {
+void addOptions(CLI::App& app, Options& options) {
   app.add_option("--tester", options.tester, "Start COMMAND as the tester")
       ->type_name("COMMAND")
       ->capture_default_str();
@@ -135,7 +135,7 @@ void addOptions(CLI::App& app, Options& options, std::vector<std::string>& debug
   app.add_option("--speed", options.speed, "Play it so many times as fast")
       ->type_name("X")
       ->needs(replay);
-  addDebuggerOptions(app, options.usesDebugger, debuggerWords);
+  addDebuggerOptions(app, options);
 }
 
 void addOption(std::vector<std::string>& words, const char* name, const std::string& value) {
@@ -148,17 +148,16 @@ void addOption(std::vector<std::string>& words, const char* name, const std::str
 
 CommandLine parseCommandLine(int argc, const char* const* argv) {
   Options options;
-  std::vector<std::string> debuggerWords;
   CLI::App app(kDescription, "korvane");
   try {
     app.footer(kFooter);
-    addOptions(app, options, debuggerWords);
+    addOptions(app, options);
     app.set_version_flag("--version", std::string("korvane ") + kProductVersion);
     const char* const* end = std::find(argv, argv + argc, std::string_view("--"));
     int count = static_cast<int>(end - argv);
     const std::vector<std::string> programWords = takeProgramWords(count, argv);
     app.parse(count, argv);
-    chooseTester(options, debuggerWords, programWords);
+    chooseTester(options, programWords);
     if (options.usesDebugger && app.count("--tester") + app.count("--replay") != 0) {
       return usageError("GDB goes with neither --tester nor --replay");
     }

@@ -8,10 +8,11 @@ namespace launcher {
 
 /// What the user asked for. The three files that are not named stand in the state folder.
 struct Options {
-  std::string tester = "nelkv";          ///< command, as for nelmpm --tool
-  bool usesDebugger = false;             ///< the tester is the one on GDB
-  std::string program;                   ///< that it debugs; empty without one
-  std::vector<std::string> windowWords;  ///< further arguments of nelkvui
+  std::string tester = "nelkv";            ///< command, as for nelmpm --tool
+  bool usesDebugger = false;               ///< the tester is the one on GDB
+  std::string program;                     ///< that it debugs; empty without one
+  std::vector<std::string> debuggerWords;  ///< its other options, each a name and a value
+  std::vector<std::string> windowWords;    ///< further arguments of nelkvui
   std::optional<std::string> transcript;
   std::optional<std::string> recording;
   std::optional<std::string> history;

@@ -2,6 +2,7 @@
 // the Postmaster: one process the less that could be killed or left behind.
 
 #include "gdb/session/startup.h"
+#include "launcher/files.h"
 #include "launcher/launch.h"
 #include "postmaster/options.h"
 #include "postmaster/processes.h"
@@ -85,11 +86,7 @@ std::string folderFault(const std::string& folder) {
   return why;
 }
 
-// An empty text when GDB and the program are there.
 std::string debuggerFault(const std::string& program) {
-  if (!program.empty() && access(program.c_str(), R_OK) != 0) {
-    return "cannot read " + program + ": " + std::strerror(errno);
-  }
   const std::string debugger = gdb::debuggerFor({}, program);
   return find(debugger) ? "" : "there is no GDB: install the package " + debugger;
 }
@@ -134,10 +131,27 @@ std::string freeRecording(const std::string& folder) {
 // An empty text when all that can be looked at before the start is there.
 std::string faultOf(const launcher::Options& options) {
   std::string why = options.replay.empty() ? testerFault(options.tester) : "";
+  if (why.empty()) {
+    why = launcher::fileFault(options);
+  }
   if (why.empty() && options.usesDebugger) {
     why = debuggerFault(options.program);
   }
   return why.empty() ? displayFault() : why;
+}
+
+// What the Postmaster would say of its command line, in the name of the launcher. The tester's
+// command is looked at with the tester, by its option's name here.
+std::string usageFaultOf(launcher::Options options) {
+  options.tester.clear();
+  const std::vector<std::string> words = launcher::postmasterWords(options, "");
+  std::vector<const char*> arguments;
+  for (const std::string& word : words) {
+    arguments.push_back(word.c_str());
+  }
+  return postmaster::parseCommandLine(static_cast<int>(arguments.size()), arguments.data(),
+                                      "korvane")
+      .text;
 }
 
 int becomePostmaster(const std::vector<std::string>& words) {
@@ -162,6 +176,10 @@ int main(int argc, char** argv) {
   if (!line.options) {
     (line.status == 0 ? std::cout : std::cerr) << line.text;
     return line.status;
+  }
+  if (const std::string why = usageFaultOf(*line.options); !why.empty()) {
+    std::cerr << why << '\n';
+    return launcher::kExitUsage;
   }
   if (const std::string why = faultOf(*line.options); !why.empty()) {
     return fail(why);

@@ -44,7 +44,7 @@ std::string firstLine(const std::string& text) {
 }
 
 CommandLine usageError(const std::string& what) {
-  return {std::nullopt, kExitUsage, usageFault("nelmpm", what)};
+  return {std::nullopt, kExitUsage, what};
 }
 
 /// What names a file, however it was written.
@@ -148,9 +148,8 @@ void addReplayOptions(CLI::App& app, ReplayOptions& replay, double& patience) {
   app.add_flag("--close", replay.closes, "Close the window at the end of the replay")->needs(file);
 }
 
-}  // namespace
-
-CommandLine parseCommandLine(int argc, const char* const* argv) {
+/// A wrong line is told without the program's name.
+CommandLine parseWords(int argc, const char* const* argv) {
   try {
     CLI::App app(kDescription, "nelmpm");
     app.footer(kFooter);
@@ -176,6 +175,16 @@ CommandLine parseCommandLine(int argc, const char* const* argv) {
   } catch (const CLI::Error& error) {
     return usageError(error.what());
   }
+}
+
+}  // namespace
+
+CommandLine parseCommandLine(int argc, const char* const* argv, const char* program) {
+  CommandLine line = parseWords(argc, argv);
+  if (line.status == kExitUsage) {
+    line.text = usageFault(program, line.text);
+  }
+  return line;
 }
 
 SplitCommand splitCommand(std::string_view command) {

@@ -44,7 +44,8 @@ struct CommandLine {
   std::string text;
 };
 
-CommandLine parseCommandLine(int argc, const char* const* argv);
+/// What is wrong is said in the name of `program`: the one that the user has called.
+CommandLine parseCommandLine(int argc, const char* const* argv, const char* program = "nelmpm");
 
 /// The words of a command, or what is wrong with it.
 struct SplitCommand {

@@ -156,7 +156,8 @@ TEST(Replay, TakesTheWindowsEndForThatOfTheRecordingOnlyWhenItWasToldSo) {
 TEST(Replay, AsksForAFileThatNothingElseWrites) {
   const auto statusOf = [](std::vector<const char*> words) {
     words.insert(words.begin(), "nelmpm");
-    return postmaster::parseCommandLine(static_cast<int>(words.size()), words.data()).text;
+    return postmaster::parseCommandLine(static_cast<int>(words.size()), words.data(), "korvane")
+        .text;
   };
   using Words = std::vector<const char*>;
   EXPECT_EQ(statusOf({"--replay", "r", "--speed", "0.5", "--patience", "2", "--record", "s"}), "");
@@ -167,7 +168,7 @@ TEST(Replay, AsksForAFileThatNothingElseWrites) {
                              {"--close"},
                              {"--replay", "r", "--speed", "nan"},
                              {"--replay", "r", "--speed", "-1"}}) {
-    EXPECT_THAT(statusOf(words), testing::EndsWith("; try nelmpm --help")) << words.back();
+    EXPECT_THAT(statusOf(words), testing::EndsWith("; try korvane --help")) << words.back();
   }
 }
 

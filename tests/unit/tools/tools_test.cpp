@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "help/pages.h"
+#include "launcher/files.h"
 #include "launcher/launch.h"
 #include "postmaster/options.h"
 
@@ -69,6 +70,25 @@ TEST(Launcher, MakesTheCommandLineOfThePostmaster) {
   EXPECT_EQ(launcher::stateFolderOf("/x", "/h"), "/x/korvane");
   EXPECT_EQ(launcher::stateFolderOf("x", "/h"), "/h/.local/state/korvane");
   EXPECT_EQ(launcher::stateFolderOf(nullptr, nullptr), "");
+}
+
+TEST(Launcher, NamesTheFileThatTheSessionCannotBeginWith) {
+  const std::pair<std::vector<const char*>, const char*> rows[] = {
+      {{"korvane", "--core", "/dev/zero", "--cd", "/", "--command", "/etc/passwd", "--gdb",
+        "/bin/sh"},
+       ""},
+      {{"korvane", "--replay", "/dev/null"}, ""},
+      {{"korvane", "--replay", "/etc/passwd"}, "cannot replay /etc/passwd: "},
+      {{"korvane", "--core", "/no"}, "cannot read /no: "},
+      {{"korvane", "--command", "/"}, "/ is a folder"},
+      {{"korvane", "--cd", "/bin/sh"}, "/bin/sh is no folder"},
+      {{"korvane", "--gdb", "/dev/zero"}, "/dev/zero is no program"},
+      {{"korvane", "--gdb", "/etc/passwd"}, "/etc/passwd is no program"}};
+  for (const auto& [words, expected] : rows) {
+    const auto line = launcher::parseCommandLine(static_cast<int>(words.size()), words.data());
+    EXPECT_THAT(launcher::fileFault(*line.options), testing::StartsWith(expected));
+    EXPECT_EQ(launcher::fileFault(*line.options).empty(), *expected == '\0');
+  }
 }
 
 TEST(HelpPages, OpenInATerminalOrABrowserAsTheUserHasThem) {
