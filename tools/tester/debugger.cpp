@@ -7,6 +7,7 @@
 
 #include "support/text.h"
 #include "tester/commands.h"
+#include "tester_link/button_folder.h"
 
 namespace tester {
 
@@ -48,8 +49,19 @@ void Debugger::greet() {
   print("Tester of the simulated SDL system \"" + simulated.definition().name + "\".");
   print(simulated.definition().description);
   print("\"?\?\" lists the commands.");
-  link.showSystem(sourceDirectory, simulated.definition().name);
+  showSystem();
   updateTitle();
+}
+
+/// Where the directory has no buttons, the window gets those of the crossing instead of asking for
+/// a file; where there are none either, it stays as it is.
+void Debugger::showSystem() {
+  const std::string folder = tester_link::hasButtons(sourceDirectory)
+                                 ? sourceDirectory
+                                 : tester_link::usualButtonFolder("crossing");
+  if (!folder.empty()) {
+    link.showSystem(folder, simulated.definition().name);
+  }
 }
 
 void Debugger::search() {
@@ -220,7 +232,7 @@ void Debugger::openSystem(const std::string& fileName) {
   changeDirectory(path.parent_path().string());
   symbolFile = path.filename().string();
   print("System \"" + name + "\" opened from " + path.string() + '.');
-  link.showSystem(sourceDirectory, name);
+  showSystem();
   restart();
 }
 

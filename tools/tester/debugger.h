@@ -70,6 +70,7 @@ class Debugger : public tester_link::Tester {
   void interrupt();
   void finishRun();
   void finish();
+  void showSystem();
   void updateTitle();
 
   SimulatedSystem& simulated;

@@ -67,7 +67,9 @@ class PostmasterTest : public testing::Test {
   /// Starts the Postmaster and waits until it listens.
   void start(std::vector<std::string> arguments = {}) {
     mpm.reset();
-    mpm = std::make_unique<ChildProcess>(Launch{builtProgram("nelmpm"), std::move(arguments)});
+    mpm = std::make_unique<ChildProcess>(Launch{builtProgram("nelmpm"),
+                                                std::move(arguments),
+                                                {"XDG_CONFIG_HOME=" + scratch.path().string()}});
     EXPECT_TRUE(waitUntil([this] { return fs::exists(socketPath()); })) << mpm->report();
   }
   std::string socketPath() const { return socketFileName(port(), mpm->id()); }

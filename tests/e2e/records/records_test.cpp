@@ -36,14 +36,11 @@ class RecordsTest : public testing::Test {
   /// Starts a Postmaster with a window, in the folder of the test.
   ChildProcess& start(std::vector<std::string> arguments) {
     arguments.insert(arguments.end(), {"--tool", "nelkvui -xrm nelkvui.promptKeyDelay:0"});
-    mpm = std::make_unique<ChildProcess>(Launch{builtProgram("nelmpm"),
-                                                std::move(arguments),
-                                                {"HOME=" + folder.path().string()},
-                                                folder.path()});
-    // The system that the tester opens brings this up.
-    const Window buttons = user.awaitWindow("Korvane UI Load Buttons");
-    user.press(XK_Escape);
-    user.awaitGone(buttons);
+    mpm =
+        std::make_unique<ChildProcess>(Launch{builtProgram("nelmpm"),
+                                              std::move(arguments),
+                                              {"HOME=" + folder.path().string(), "XDG_CONFIG_HOME"},
+                                              folder.path()});
     window = user.awaitWindow(kSystem);
     return *mpm;
   }

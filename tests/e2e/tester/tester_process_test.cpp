@@ -13,7 +13,8 @@ class Tester : public testing::Test {
  protected:
   /// Up to the Postmaster's answer to 9001; its 8000 counts the tools, the new one included.
   void connect(int tools) {
-    postmaster.start({builtProgram("nelkv")});
+    postmaster.start(
+        {builtProgram("nelkv"), {}, {"XDG_CONFIG_HOME=" + folder.path().string()}, folder.path()});
     postmaster.expectConnect();
     postmaster.send(MSG_CONNECT_OK, NELKV, 1, 1, tools, "scripted Postmaster");
     EXPECT_EQ(postmaster.expect(MSG_TOOL_READY).kind, kFrameUndirected);
@@ -27,8 +28,8 @@ class Tester : public testing::Test {
     const Message text = postmaster.expect(MSG_T_TEXT);
     EXPECT_THAT(text.text(), HasSubstr("\"Pedestrian Crossing\""));
     EXPECT_EQ(std::pair(text.sender, text.dest), std::pair(int{NELKV}, int{NELKVUI}));
-    postmaster.expect(MSG_T_SYSTEM_OPENED, std::filesystem::current_path().string(),
-                      "Pedestrian Crossing");
+    postmaster.expect(MSG_T_SYSTEM_OPENED, buttons, "Pedestrian Crossing");
+    EXPECT_NE(readFile(buttons + "/nelkv.btn"), "");
     postmaster.expect(MSG_T_TITLE, "Pedestrian Crossing, now 0.000");
   }
   void expectEnd(const std::string& command, const std::string& told) {
@@ -42,6 +43,8 @@ class Tester : public testing::Test {
     postmaster.expectLater(MSG_T_TITLE, "Pedestrian Crossing, running");
   }
 
+  const TemporaryFolder folder;
+  std::string buttons = folder / "korvane/crossing";
   ScriptedPostmaster postmaster;
 };
 
@@ -122,6 +125,7 @@ TEST_F(Tester, ConfirmsEachCommandAndReachesEveryMessageOfTheDialogue) {
       {kCommand, {"exit"}, {MSG_T_TEXT, MSG_T_PROMPT, MSG_T_EXIT_CONFIRM}},
       {MSG_UI_EXIT, {}, {MSG_DISCONNECT}},
   };
+  buttons = folder.write("nelkv.btn", ":A\n").parent_path();
   connect(2);
   expectGreeting();
   for (const auto& [sent, parameters, heard, told] : steps) {

@@ -6,12 +6,12 @@
 
 #include "gdb/mi/reader.h"
 #include "gdb/options/command_line.h"
-#include "gdb/session/button_folder.h"
 #include "gdb/session/interrupt_ladder.h"
 #include "gdb/session/output_store.h"
 #include "gdb/session/query_queue.h"
 #include "gdb/session/startup.h"
 #include "gdb/session/target_watch.h"
+#include "tester_link/button_folder.h"
 #include "tests/support/basics.h"
 
 namespace gdb {
@@ -271,7 +271,7 @@ TEST(StartOfASession, KeepsACopyOfTheShippedButtonsUntilTheUserChangesIt) {
   const std::filesystem::path own = home.path() / "gdb";
   const auto copyOf = [&](const std::string& set) {
     shipped.write("nelkv.btn", set);
-    EXPECT_EQ(copiedButtons(shipped.path(), own), own);
+    EXPECT_EQ(tester_link::copiedButtons(shipped.path(), own), own);
     return readFile(own / "nelkv.btn");
   };
   EXPECT_EQ(copyOf("one"), "one");
@@ -280,7 +280,7 @@ TEST(StartOfASession, KeepsACopyOfTheShippedButtonsUntilTheUserChangesIt) {
   EXPECT_EQ(copyOf("three"), "mine");
   std::filesystem::remove(own / "nelkv.btn");
   EXPECT_EQ(copyOf("three"), "three");
-  EXPECT_EQ(copiedButtons(shipped.path(), "/proc/none"), shipped.path());
+  EXPECT_EQ(tester_link::copiedButtons(shipped.path(), "/proc/none"), shipped.path());
 }
 
 }  // namespace

@@ -6,9 +6,10 @@
 #include <filesystem>
 #include <utility>
 
-#include "gdb/session/button_folder.h"
+#include "gdb/session/startup.h"
 #include "gdb/words/words.h"
 #include "support/text.h"
+#include "tester_link/button_folder.h"
 
 namespace gdb {
 
@@ -145,7 +146,7 @@ void Session::showTarget() {
   const std::string& program = target().program;
   std::string folder = buttonFolder(options, program);
   if (folder.empty()) {
-    usualButtons = usualButtons ? usualButtons : usualButtonFolder();
+    usualButtons = usualButtons ? usualButtons : tester_link::usualButtonFolder("gdb");
     folder = *usualButtons;
   }
   // The buttons are loaded anew each time, also those that the user changed.

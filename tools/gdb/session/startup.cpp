@@ -12,6 +12,7 @@
 #include <system_error>
 
 #include "gdb/words/texts.h"
+#include "tester_link/button_folder.h"
 
 namespace gdb {
 
@@ -132,6 +133,15 @@ std::string debuggerFor(const Options& options, const std::string& program) {
   }
   const auto machine = machineOf(program);
   return machine && machine != machineOf(kOwnProgram) ? "gdb-multiarch" : "gdb";
+}
+
+std::string buttonFolder(const Options& options, const std::string& program) {
+  for (const fs::path& folder : {fs::path(options.buttons), fs::path(program).parent_path()}) {
+    if (!folder.empty() && tester_link::hasButtons(folder)) {
+      return folder.string();
+    }
+  }
+  return {};
 }
 
 }  // namespace gdb

@@ -21,4 +21,8 @@ std::vector<std::string> firstCommands(const Options& options);
 /// The name of the GDB that fits: the one that was named, or the one for `program`'s machine.
 std::string debuggerFor(const Options& options, const std::string& program);
 
+/// The folder with the button set that the window is to load for a program: the one that was named,
+/// else the program's; empty when none has a set.
+std::string buttonFolder(const Options& options, const std::string& program);
+
 }  // namespace gdb

@@ -1,4 +1,4 @@
-#include "gdb/session/button_folder.h"
+#include "tester_link/button_folder.h"
 
 #include <unistd.h>
 
@@ -10,7 +10,7 @@
 
 #include "user_folder.h"
 
-namespace gdb {
+namespace tester_link {
 
 namespace {
 
@@ -19,11 +19,6 @@ namespace fs = std::filesystem;
 constexpr char kButtonFile[] = "nelkv.btn";
 /// The set as it was when it was copied, by which one that the user has changed is known.
 constexpr char kOriginalFile[] = "nelkv.btn.orig";
-
-bool hasButtons(const fs::path& folder) {
-  std::error_code error;
-  return fs::is_regular_file(folder / kButtonFile, error);
-}
 
 /// Nothing for what is no file.
 std::optional<std::string> fileContents(const fs::path& path) {
@@ -47,22 +42,18 @@ void copyFile(const fs::path& from, const fs::path& to) {
 
 }  // namespace
 
-std::string buttonFolder(const Options& options, const std::string& program) {
-  for (const fs::path& folder : {fs::path(options.buttons), fs::path(program).parent_path()}) {
-    if (!folder.empty() && hasButtons(folder)) {
-      return folder.string();
-    }
-  }
-  return {};
+bool hasButtons(const fs::path& folder) {
+  std::error_code error;
+  return fs::is_regular_file(folder / kButtonFile, error);
 }
 
-std::string usualButtonFolder() {
+std::string usualButtonFolder(const std::string& set) {
   std::error_code error;
   const fs::path program = fs::read_symlink("/proc/self/exe", error).parent_path();
-  const fs::path shipped = (program / NEL_DATA_FROM_BIN / "nelkvui" / "gdb").lexically_normal();
+  const fs::path shipped = (program / NEL_DATA_FROM_BIN / "nelkvui" / set).lexically_normal();
   const std::string own =
       userFolderOf(std::getenv("XDG_CONFIG_HOME"), std::getenv("HOME"), "/.config");
-  return copiedButtons(shipped, own.empty() ? shipped : fs::path(own) / "gdb");
+  return copiedButtons(shipped, own.empty() ? shipped : fs::path(own) / set);
 }
 
 fs::path copiedButtons(const fs::path& shipped, const fs::path& own) {
@@ -82,4 +73,4 @@ fs::path copiedButtons(const fs::path& shipped, const fs::path& own) {
   return hasButtons(own) ? own : shipped;
 }
 
-}  // namespace gdb
+}  // namespace tester_link
