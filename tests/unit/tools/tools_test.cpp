@@ -17,6 +17,11 @@ std::string joined(const std::vector<std::string>& words) {
   return all;
 }
 
+launcher::CommandLine parsed(std::vector<const char*> words) {
+  words.insert(words.begin(), "korvane");
+  return launcher::parseCommandLine(static_cast<int>(words.size()), words.data());
+}
+
 TEST(Launcher, MakesTheCommandLineOfThePostmaster) {
   const std::pair<std::vector<const char*>, const char*> rows[] = {
       {{},
@@ -43,30 +48,21 @@ TEST(Launcher, MakesTheCommandLineOfThePostmaster) {
        "nelmpm --charset UTF-8 --join-text --keep-buttons --restart-tester --tool \"nelgdb\" "
        "--tool nel-help --tester nelgdb --tool \"nelkvui\""},
   };
-  for (auto [arguments, expected] : rows) {
-    arguments.insert(arguments.begin(), "korvane");
-    const auto line =
-        launcher::parseCommandLine(static_cast<int>(arguments.size()), arguments.data());
+  for (const auto& [words, expected] : rows) {
+    const launcher::CommandLine line = parsed(words);
     ASSERT_TRUE(line.options) << line.text;
     EXPECT_EQ(joined(launcher::postmasterWords(*line.options, "/s")), expected);
   }
   EXPECT_THAT(launcher::postmasterWords({}, ""), testing::Not(testing::Contains("--record")));
   const std::vector<std::string> odd = {"a b", "c\"\\'", ""};
   EXPECT_EQ(postmaster::splitCommand(launcher::quoteCommand(odd)).words, odd);
-  for (const std::vector<const char*>& wrong :
-       std::vector<std::vector<const char*>>{{"word"},
-                                             {"--no-such"},
-                                             {"--speed=2"},
-                                             {"--pid", "x"},
-                                             {"--tester", "t", "--gdb", "p"},
-                                             {"--replay", "r", "--core", "c"}}) {
-    std::vector<const char*> arguments = wrong;
-    arguments.insert(arguments.begin(), "korvane");
-    const auto line =
-        launcher::parseCommandLine(static_cast<int>(arguments.size()), arguments.data());
+  for (const auto& wrong : {"word", "--no-such", "--speed=2", "--pid=x"}) {
+    const launcher::CommandLine line = parsed({wrong});
     EXPECT_EQ(line.status, launcher::kExitUsage);
     EXPECT_THAT(line.text, testing::MatchesRegex("korvane: [^\n]*; try korvane --help\n"));
   }
+  EXPECT_EQ(parsed({"--tester", "t", "--gdb", "p"}).status, launcher::kExitUsage);
+  EXPECT_EQ(parsed({"--replay", "r", "--core", "c"}).status, launcher::kExitUsage);
   EXPECT_EQ(launcher::stateFolderOf("/x", "/h"), "/x/korvane");
   EXPECT_EQ(launcher::stateFolderOf("x", "/h"), "/h/.local/state/korvane");
   EXPECT_EQ(launcher::stateFolderOf(nullptr, nullptr), "");
@@ -74,20 +70,16 @@ TEST(Launcher, MakesTheCommandLineOfThePostmaster) {
 
 TEST(Launcher, NamesTheFileThatTheSessionCannotBeginWith) {
   const std::pair<std::vector<const char*>, const char*> rows[] = {
-      {{"korvane", "--core", "/dev/zero", "--cd", "/", "--command", "/etc/passwd", "--gdb",
-        "/bin/sh"},
-       ""},
-      {{"korvane", "--replay", "/dev/null"}, ""},
-      {{"korvane", "--replay", "/etc/passwd"}, "cannot replay /etc/passwd: "},
-      {{"korvane", "--core", "/no"}, "cannot read /no: "},
-      {{"korvane", "--command", "/"}, "/ is a folder"},
-      {{"korvane", "--cd", "/bin/sh"}, "/bin/sh is no folder"},
-      {{"korvane", "--gdb", "/dev/zero"}, "/dev/zero is no program"},
-      {{"korvane", "--gdb", "/etc/passwd"}, "/etc/passwd is no program"}};
+      {{"--core", "/dev/zero", "--cd", "/", "--command", "/etc/passwd", "--gdb", "/bin/sh"}, "^$"},
+      {{"--replay", "/dev/null"}, "^$"},
+      {{"--replay", "/etc/passwd"}, "^cannot replay /etc/passwd: "},
+      {{"--core", "/no"}, "^cannot read /no: "},
+      {{"--command", "/"}, "^/ is a folder"},
+      {{"--cd", "/bin/sh"}, "^/bin/sh is no folder"},
+      {{"--gdb", "/dev/zero"}, "^/dev/zero is no program"},
+      {{"--gdb", "/etc/passwd"}, "^/etc/passwd is no program"}};
   for (const auto& [words, expected] : rows) {
-    const auto line = launcher::parseCommandLine(static_cast<int>(words.size()), words.data());
-    EXPECT_THAT(launcher::fileFault(*line.options), testing::StartsWith(expected));
-    EXPECT_EQ(launcher::fileFault(*line.options).empty(), *expected == '\0');
+    EXPECT_THAT(launcher::fileFault(*parsed(words).options), testing::ContainsRegex(expected));
   }
 }
 
