@@ -8,6 +8,9 @@
 #include "postmaster/processes.h"
 #include "support/version.h"
 #include "tester_link/tester_tool.h"
+#include "usage.h"
+
+#include <CLI/CLI.hpp>
 
 #include <poll.h>
 #include <sys/wait.h>
@@ -17,14 +20,17 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <iostream>
+#include <optional>
 #include <string>
-#include <string_view>
 #include <system_error>
 
 namespace {
 
 /// Name of the tester that the pages are to be about; empty when nobody said.
-std::string_view testerName;
+std::string testerName;
+
+constexpr int kUsageError = 2;
 
 std::string variable(const char* name) {
   const char* value = std::getenv(name);
@@ -115,25 +121,33 @@ int run() {
   return EXIT_SUCCESS;
 }
 
+/// The exit status of the options alone, or nothing when the tool is to run.
+std::optional<int> answerOptions(int argc, char** argv) {
+  CLI::App app(
+      "Shows the pages that the window's Help menu asks for. Started by the Postmaster as a tool.",
+      "nel-help");
+  app.footer(
+      "Exit status: 0 when the Postmaster has ended, 1 when none has started it, 2 for a wrong\n"
+      "command line.");
+  app.add_option("--tester", testerName,
+                 "Show the pages about the tester NAME where there are such")
+      ->type_name("NAME");
+  app.set_version_flag("--version", std::string("nel-help ") + kProductVersion);
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
+      return app.exit(error);
+    }
+    std::cerr << usageFault("nel-help", error.what()) << '\n';
+    return kUsageError;
+  }
+  return std::nullopt;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
-  const std::string_view option = argc >= 2 ? argv[1] : "";
-  if (argc == 2 && option == "--version") {
-    std::printf("nel-help %s\n", kProductVersion);
-    return EXIT_SUCCESS;
-  }
-  if (argc == 2 && (option == "--help" || option == "-h")) {
-    std::puts(
-        "Usage: nel-help [--tester NAME]\n\nShows the pages that the window's Help menu asks for; "
-        "with a name, those about that\ntester. Started by the Postmaster as a tool.");
-    return EXIT_SUCCESS;
-  }
-  if (argc == 3 && option == "--tester") {
-    testerName = argv[2];
-  } else if (argc > 1) {
-    std::fprintf(stderr, "nel-help: takes no argument but --tester NAME, --help and --version\n");
-    return 2;
-  }
-  return run();
+  const std::optional<int> status = answerOptions(argc, argv);
+  return status ? *status : run();
 }

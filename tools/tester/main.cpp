@@ -28,6 +28,8 @@ std::optional<int> answerOptions(int argc, char** argv) {
       "Tester of a simulated SDL system. Started by the Postmaster as its child; takes "
       "its commands from the user interface.",
       "nelkv");
+  app.footer(
+      "Exit status: 0 after an orderly end, 1 without a connection, 2 for a wrong command line.");
   app.set_version_flag("--version", std::string("nelkv ") + kProductVersion);
   try {
     app.parse(argc, argv);

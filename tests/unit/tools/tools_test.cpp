@@ -20,11 +20,15 @@ std::string joined(const std::vector<std::string>& words) {
   return all;
 }
 
+launcher::CommandLine parsed(std::vector<const char*> words) {
+  words.insert(words.begin(), "korvane");
+  return launcher::parseCommandLine(static_cast<int>(words.size()), words.data());
+}
+
 TEST(Launcher, MakesTheCommandLineOfThePostmaster) {
   using Words = std::vector<const char*>;
-  const auto made = [](Words words) {
-    words.insert(words.begin(), "korvane");
-    const auto line = launcher::parseCommandLine(static_cast<int>(words.size()), words.data());
+  const auto made = [](const Words& words) {
+    const launcher::CommandLine line = parsed(words);
     return line.options ? joined(launcher::postmasterWords(*line.options, "/s"))
                         : std::to_string(line.status) + " " + line.text;
   };
@@ -74,20 +78,16 @@ TEST(Launcher, MakesTheCommandLineOfThePostmaster) {
 
 TEST(Launcher, NamesTheFileThatTheSessionCannotBeginWith) {
   const std::pair<std::vector<const char*>, const char*> rows[] = {
-      {{"korvane", "--core", "/dev/zero", "--cd", "/", "--command", "/etc/passwd", "--gdb",
-        "/bin/sh"},
-       ""},
-      {{"korvane", "--replay", "/dev/null"}, ""},
-      {{"korvane", "--replay", "/etc/passwd"}, "cannot replay /etc/passwd: "},
-      {{"korvane", "--core", "/no"}, "cannot read /no: "},
-      {{"korvane", "--command", "/"}, "/ is a folder"},
-      {{"korvane", "--cd", "/bin/sh"}, "/bin/sh is no folder"},
-      {{"korvane", "--gdb", "/dev/zero"}, "/dev/zero is no program"},
-      {{"korvane", "--gdb", "/etc/passwd"}, "/etc/passwd is no program"}};
+      {{"--core", "/dev/zero", "--cd", "/", "--command", "/etc/passwd", "--gdb", "/bin/sh"}, "^$"},
+      {{"--replay", "/dev/null"}, "^$"},
+      {{"--replay", "/etc/passwd"}, "^cannot replay /etc/passwd: "},
+      {{"--core", "/no"}, "^cannot read /no: "},
+      {{"--command", "/"}, "^/ is a folder"},
+      {{"--cd", "/bin/sh"}, "^/bin/sh is no folder"},
+      {{"--gdb", "/dev/zero"}, "^/dev/zero is no program"},
+      {{"--gdb", "/etc/passwd"}, "^/etc/passwd is no program"}};
   for (const auto& [words, expected] : rows) {
-    const auto line = launcher::parseCommandLine(static_cast<int>(words.size()), words.data());
-    EXPECT_THAT(launcher::fileFault(*line.options), testing::StartsWith(expected));
-    EXPECT_EQ(launcher::fileFault(*line.options).empty(), *expected == '\0');
+    EXPECT_THAT(launcher::fileFault(*parsed(words).options), testing::ContainsRegex(expected));
   }
 }
 
