@@ -19,6 +19,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <exception>
 #include <filesystem>
 #include <iostream>
 #include <optional>
@@ -148,6 +149,11 @@ std::optional<int> answerOptions(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  const std::optional<int> status = answerOptions(argc, argv);
-  return status ? *status : run();
+  try {
+    const std::optional<int> status = answerOptions(argc, argv);
+    return status ? *status : run();
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "nel-help: %s\n", error.what());
+    return EXIT_FAILURE;
+  }
 }

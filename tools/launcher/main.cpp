@@ -146,6 +146,7 @@ std::string usageFaultOf(launcher::Options options) {
   options.tester.clear();
   const std::vector<std::string> words = launcher::postmasterWords(options, "");
   std::vector<const char*> arguments;
+  arguments.reserve(words.size());
   for (const std::string& word : words) {
     arguments.push_back(word.c_str());
   }
