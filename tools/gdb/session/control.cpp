@@ -87,7 +87,8 @@ void Session::input(const std::string& bytes) {
   const auto readsHere = [this](const std::string& process) {
     return isOpenIn(process, debugger.programTerminal());
   };
-  if (std::ranges::any_of(watch.processes(), readsHere)) {
+  const std::vector<std::string> processes = watch.processes();
+  if (std::any_of(processes.begin(), processes.end(), readsHere)) {
     debugger.input(bytes);
   } else {
     print("Nothing was sent: the program has its input elsewhere.");

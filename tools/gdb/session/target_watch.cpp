@@ -149,6 +149,14 @@ void TargetWatch::takeFrame(const mi::Record& record) {
   }
 }
 
+std::vector<std::string> TargetWatch::processes() const {
+  std::vector<std::string> numbers;
+  for (const auto& [group, number] : groups) {
+    numbers.push_back(number);
+  }
+  return numbers;
+}
+
 std::string TargetWatch::title() const {
   const std::string program = present.program.empty()
                                   ? present.remote

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <map>
-#include <ranges>
 #include <string>
 #include <utility>
 #include <vector>
@@ -35,7 +34,7 @@ class TargetWatch {
   bool takeBreakpointChange() { return std::exchange(haveBreakpointsChanged, false); }
 
   /// The numbers of the debugged processes.
-  auto processes() const { return std::views::values(groups); }
+  std::vector<std::string> processes() const;
 
   /// "prog: stopped in main at main.c:12"
   std::string title() const;
