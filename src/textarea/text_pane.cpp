@@ -52,7 +52,6 @@ TextPane::TextPane(zWindow* parent, zSizer* sizer)
   setText("");
   setMaxLength(0);
   applyZoom();
-  show();
   addPlainHandler(this, toHandler(&TextPane::handle), kMsgKeyDown);
 }
 

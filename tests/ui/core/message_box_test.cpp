@@ -31,20 +31,21 @@ struct MessageBox : testing::Test {
   std::string look;  ///< of the box, once it has the keyboard
 };
 
-// Its look, its modality, then the answers: to Return, to each button, to Escape, to a close.
+// Its look, its modality, then the answers: to Return, to each button, to Tab and Return, to
+// Escape, to a close.
 TEST_F(MessageBox, ShowsItsStyleAndAnswersByMouseKeyboardAndTheWindowManagersClose) {
   for (const auto& [style, expected] : {
-           std::pair(kBoxOk + 0, "{} Text --- [OK] default focus 1: 1 1 0 0 "),
+           std::pair(kBoxOk + 0, "{} Text --- [OK] default focus 1: 1 1 1 0 0 "),
            {kBoxStop | kBoxOkCancel | kBoxFullModal,
-            "{error} Text --- [OK] default focus [Cancel] 2: 1 1 2 2 2 "},
+            "{error} Text --- [OK] default focus [Cancel] 2: 1 1 2 2 2 2 "},
            {kBoxQuestion | kBoxAbortRetryIgnore,
-            "{question} Text --- [Abort] default focus [Retry] [Ignore] 1: 3 3 4 5 4 4 "},
+            "{question} Text --- [Abort] default focus [Retry] [Ignore] 1: 3 3 4 5 4 4 4 "},
            {kBoxWarning | kBoxYesNoCancel,
-            "{warning} Text --- [Yes] default focus [No] [Cancel] 1: 6 6 7 2 2 2 "},
+            "{warning} Text --- [Yes] default focus [No] [Cancel] 1: 6 6 7 2 7 2 2 "},
            {kBoxInformation | kBoxYesNo,
-            "{information} Text --- [Yes] default focus [No] 1: 6 6 7 7 7 "},
-           {0x50 | kBoxRetryCancel, "{} Text --- [Retry] default focus [Cancel] 1: 4 4 2 2 2 "},
-           {6 | kBoxSystemModal, "{} Text --- [OK] default focus [Cancel] 3: 1 1 2 2 2 "},
+            "{information} Text --- [Yes] default focus [No] 1: 6 6 7 7 7 7 "},
+           {0x50 | kBoxRetryCancel, "{} Text --- [Retry] default focus [Cancel] 1: 4 4 2 2 2 2 "},
+           {6 | kBoxSystemModal, "{} Text --- [OK] default focus [Cancel] 3: 1 1 2 2 2 2 "},
        }) {
     std::string modality;
     answer(style, [&] {
@@ -57,6 +58,7 @@ TEST_F(MessageBox, ShowsItsStyleAndAnswersByMouseKeyboardAndTheWindowManagersClo
       answer(style,
              [left] { ui::click(*(ui::partsOf(ui::part(kBoxTitle, "MessageBox")).end() - left)); });
     }
+    answer(style, [] { ui::typeText("\t\n"); });
     answer(style, [] { ui::pressKey(XK_Escape); });
     answer(style, [] { ui::closeByWindowManager(ui::windowWithTitle(kBoxTitle)); });
     EXPECT_EQ(seen + noted(), expected);

@@ -77,6 +77,9 @@ TEST_F(ToolTip, ComesNearThePointerAndGoesWithIt) {
   const ui::ScreenArea lines = tipOf(other);
   EXPECT_EQ(lines.height - 4, 3 * (tip.height - 4));
   EXPECT_EQ(lines.width - 12, 2 * (tip.width - 12));
+  const int third = lines.height - tip.height + 2;
+  EXPECT_NE(picture(*tips->shownTip(), {6, third, lines.width - 6, lines.height - 2}).find('#'),
+            std::string::npos);
   const Window window = ui::windowOf(tips->tipShell());
   enter(without);
   EXPECT_TRUE(isGone());
