@@ -63,6 +63,9 @@ TEST_F(Toolbar, AButtonIsPressedReleasedAndLeftByTheMouse) {
   const std::string up = picture(*tool);
   pressTool();
   const std::string held = picture(*tool);
+  tool->invalidate(nullptr, 1);
+  ui::drain();
+  EXPECT_EQ(picture(*tool), held) << "painted anew";
   ui::releaseButton();
   // How the button looks, and the number of commands.
   const auto lookNow = [&] {
