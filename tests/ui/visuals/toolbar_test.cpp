@@ -103,6 +103,8 @@ TEST_F(Toolbar, ACommandLeavesTheFocusAndMayDestroyTheBar) {
   frame.sizer()->update(nullptr);
   ui::focus(*pane);
   clickTool();
+  ui::click(bar->widget(), 150, 8);  // where nothing is
+  EXPECT_EQ(frame.commands, 1);
   EXPECT_TRUE(ui::focusIs(pane->widget()));
   frame.onCommand = [this] { delete bar; };
   const Window window = ui::windowOf(bar->widget());
