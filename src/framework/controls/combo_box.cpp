@@ -186,8 +186,13 @@ template <class Data>
 void zComboBoxBase::onRowActivated(Data* data) {
   const ziAlive alive(this);
   XEvent* const event = data->event;
+  // Of two quick clicks on two rows the widget takes the second for another one on the first.
+  const bool isClick =
+      event != nullptr && (event->type == ButtonPress || event->type == ButtonRelease);
+  if (const int clicked = isClick ? XmListYToPos(listWidget, event->xbutton.y) : 0; clicked > 0) {
+    data->item_position = clicked;
+  }
   if (curSel() != data->item_position - 1) {
-    // Two quick clicks on two rows: the widget reports no selection of the second.
     onRowChosen(data);
   }
   if (alive) {

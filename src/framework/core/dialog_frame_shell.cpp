@@ -149,8 +149,6 @@ void zDialogFrame::popUp(int fullModal) {
 
 void zDialogFrame::popDown() {
   modalShell.down();
-  if (XtIsManaged(inner)) {
-    XtUnmanageChild(inner);
-  }
-  XtPopdown(shellWidget);
+  // With its child the toolkit takes the shell off the screen.
+  XtUnmanageChild(inner);
 }

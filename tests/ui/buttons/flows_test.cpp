@@ -212,12 +212,16 @@ TEST_F(ButtonFlows, ReadAndWriteTheFilesThatTheUserNames) {
   const std::string other = folder.write("b.btn", ":Other\n");
   const std::string none = folder / "no/where.btn";
   const std::string saved = folder / "saved.btn";
+  const std::string tooLong = folder / std::string(250, 'x');
   name("Append", none);
   box("{error}\nFile does not exist\n" + none + ok, XK_Return);
   name("Append", other);
   script.onDialog("App Load Buttons", XK_Escape);
   name("Save", none);
   box("{error}\nPermission denied!\nCannot write to file\n" + none + ok, XK_Return);
+  name("Save", tooLong);
+  box("{error}\n<Cannot write to file\n" + tooLong + ".>\nbar 0 of 0 to 30 by 30" + ok.substr(1),
+      XK_Return);
   name("Save", saved);
   // Cancel does not keep it from writing over a file: intended.
   script.onDialog("App Save Buttons", XK_Return);

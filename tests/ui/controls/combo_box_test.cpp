@@ -175,6 +175,11 @@ TEST_F(ComboBox, OneListIsShownAtATimeAndIsHiddenByWhatLeavesItsComboBoxOrMovesI
   const auto press = [](ui::KeySymbol key, unsigned modifiers = 0) {
     return [=] { ui::pressKey(key, modifiers); };
   };
+  const auto clickTwice = [&](int row) {
+    ui::clickRow(listOf(combo), 2);
+    combo.showDropDown();
+    ui::click(listOf(combo), 10, 10 + 18 * row);
+  };
   // What is done while the first list is shown; what is told, and whose list is on the screen then.
   const std::tuple<const char*, std::function<void()>, const char*> steps[] = {
       {"its arrow", arrow, "1:7 1:4 1:8 "},
@@ -183,6 +188,8 @@ TEST_F(ComboBox, OneListIsShownAtATimeAndIsHiddenByWhatLeavesItsComboBoxOrMovesI
       {"Return", press(XK_Return), "1:8 "},
       {"Escape", press(XK_Escape), "1:7 1:8 "},
       {"a choice", [&] { ui::clickRow(listOf(combo), 2); }, "1:7 1:8 1:1 "},
+      {"quick clicks on two rows", [&] { clickTwice(0); }, "1:7 1:8 1:1 1:7 1:8 1:1 1:2 "},
+      {"quick clicks on a row", [&] { clickTwice(2); }, "1:7 1:8 1:1 1:7 1:8 1:2 "},
       {"a fixed entry", [&] { ui::click(fixed.widget()); }, "1:7 1:8 1:3 2:4 2:7 +2"},
       {"another button", [&] { ui::click(fixed.widget(), ui::kRightButton); }, "2:8 1:7 1:8 "},
       {"the other's arrow", [&] { ui::click(arrowOf(fixed)); }, "1:7 1:8 2:7 +2"},

@@ -158,6 +158,13 @@ TEST_F(TextAreaTest, PageKeysOfEitherControlGoByPagesOrBehindControlToTheEnds) {
     theTextPane->zoomOut();
     ui::drain();
   }
+  for (const bool isBehindControl : {false, true}) {
+    if (isBehindControl) {
+      press(XK_Control_L);
+    }
+    ui::pressKey(XK_A, ui::kAlt);
+    EXPECT_EQ(selected() == logText(), isBehindControl);
+  }
 }
 
 TEST_F(TextAreaTest, LogAndCommandLineFollowTheFrameAndTheKeyboardStays) {

@@ -63,6 +63,9 @@ TEST_F(Toolbar, AButtonIsPressedReleasedAndLeftByTheMouse) {
   const std::string up = picture(*tool);
   pressTool();
   const std::string held = picture(*tool);
+  tool->invalidate(nullptr, 1);
+  ui::drain();
+  EXPECT_EQ(picture(*tool), held) << "painted anew";
   ui::releaseButton();
   // How the button looks, and the number of commands.
   const auto lookNow = [&] {
@@ -100,6 +103,8 @@ TEST_F(Toolbar, ACommandLeavesTheFocusAndMayDestroyTheBar) {
   frame.sizer()->update(nullptr);
   ui::focus(*pane);
   clickTool();
+  ui::click(bar->widget(), 150, 8);  // where nothing is
+  EXPECT_EQ(frame.commands, 1);
   EXPECT_TRUE(ui::focusIs(pane->widget()));
   frame.onCommand = [this] { delete bar; };
   const Window window = ui::windowOf(bar->widget());

@@ -6,6 +6,8 @@
 
 #include "gdb/mi/reader.h"
 #include "gdb/options/options.h"
+#include "gdb/session/answer_watch.h"
+#include "gdb/session/busy_sign.h"
 #include "gdb/session/interrupt_ladder.h"
 #include "gdb/session/output_store.h"
 #include "gdb/session/query_queue.h"
@@ -202,6 +204,45 @@ TEST(InterruptLadder, GoesFromTheTargetOverSignalsToTheUser) {
   };
   EXPECT_EQ(climb(true), "0T 1S 2P 3S 4S 5S 6S 7U ");
   EXPECT_EQ(climb(false), "0S 1S 2S 3S 4S 5U ");
+}
+
+TEST(AnswerWatch, FindsAnAnswerLateAfterItsTimeAndThenEverMoreSeldom) {
+  AnswerWatch watch;
+  const auto latenesses = [&] {
+    std::string seconds;
+    for (auto now = kStart; now < kStart + 20s; now += 1s) {
+      const bool isDue = watch.deadline().value_or(now + 1s) <= now;
+      seconds += watch.isLate(now) ? std::to_string((now - kStart) / 1s) + ' ' : isDue ? "? " : "";
+    }
+    return seconds;
+  };
+  watch.expect(kStart, 2s);
+  EXPECT_EQ(latenesses(), "2 6 14 ");
+  watch.expect(kStart, 10s);
+  EXPECT_EQ(latenesses(), "10 ") << "a new answer has its own time";
+  watch.expect(kStart, 2s);
+  watch.end();
+  EXPECT_EQ(latenesses(), "");
+}
+
+TEST(BusySign, IsShownAfterAMomentAndGoesAtOnce) {
+  BusySign sign;
+  // When, and whether something is busy; what the user sees then, and when the sign is due.
+  const std::tuple<std::chrono::milliseconds, bool, const char*> rows[] = {
+      {0ms, false, ""},         {100ms, true, "due 300"}, {299ms, true, "due 300"},
+      {300ms, true, "on"},      {301ms, true, "shown"},   {400ms, false, "off"},
+      {500ms, true, "due 700"}, {600ms, false, ""},       {700ms, true, "due 900"},
+      {950ms, true, "on"}};
+  for (const auto& [at, isBusy, expected] : rows) {
+    const bool isChange = sign.update(isBusy, kStart + at);
+    std::string seen = isChange ? sign.isShown() ? "on" : "off" : sign.isShown() ? "shown" : "";
+    if (const auto due = sign.deadline()) {
+      seen += "due " + std::to_string((*due - kStart) / 1ms);
+    }
+    EXPECT_EQ(seen, expected) << at.count();
+  }
+  sign.hide();
+  EXPECT_TRUE(sign.update(true, kStart + 951ms)) << "for a new user";
 }
 
 /// The command line of nelgdb in words, and the commands with which GDB begins.
