@@ -39,8 +39,9 @@ constexpr int kRuleHeight = 2;
 
 constexpr const char* kName = "Korvane";
 constexpr const char* kLegalNotice =
-    "Korvane UI, the graphical front end of the tester. MIT licence,\n"
-    "the Korvane UI authors. Comes as it is, without warranty of any kind.";
+    "Korvane UI, the front end of the tester.\n"
+    "MIT licence, the Korvane UI authors.\n"
+    "Comes as it is, without warranty of any kind.";
 
 zRCFont fontOf(int tenthsOfPoint, int weight) {
   return zRCFont(zFontSpec(kAboutFace, zPrPoint(0, tenthsOfPoint), weight));
