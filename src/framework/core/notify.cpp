@@ -131,13 +131,11 @@ int zDevice::dispatch(zEvent* event) {
 
 void zDevice::addHandler(zEvH* target, zHandler member, int message, unsigned idLow,
                          unsigned idHigh) {
-  ensureHandlers().add(std::make_unique<zNotifyNode>(target, member, message, idLow, idHigh));
-  markOwner();
+  handlersToAddTo().add(std::make_unique<zNotifyNode>(target, member, message, idLow, idHigh));
 }
 
 void zDevice::addHandler(zEvH* target, zHandler member, int message) {
-  ensureHandlers().add(std::make_unique<zNotifyNode>(target, member, message));
-  markOwner();
+  handlersToAddTo().add(std::make_unique<zNotifyNode>(target, member, message));
 }
 
 void zDevice::removeHandler(zEvH* target, zHandler member, int message, unsigned id) {
@@ -146,15 +144,12 @@ void zDevice::removeHandler(zEvH* target, zHandler member, int message, unsigned
   }
 }
 
-zNotifyNodeDlist& zDevice::ensureHandlers() {
+zNotifyNodeDlist& zDevice::handlersToAddTo() {
   if (handlers == nullptr) {
     handlers = std::make_unique<zNotifyNodeDlist>();
   }
-  return *handlers;
-}
-
-void zDevice::markOwner() {
   if (ownerWindow != nullptr) {
     ownerWindow->addHandlerMask(ownerMask);
   }
+  return *handlers;
 }

@@ -106,8 +106,8 @@ class zDevice : public zEvH {
   void shareHandlersOf(zDevice& attached) { shared = &attached; }
 
  private:
-  zNotifyNodeDlist& ensureHandlers();
-  void markOwner();
+  /// Tells the owner that there are handlers, too.
+  zNotifyNodeDlist& handlersToAddTo();
 
   std::unique_ptr<zNotifyNodeDlist> handlers;
   zDevice* shared = nullptr;

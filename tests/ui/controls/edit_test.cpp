@@ -41,6 +41,7 @@ TEST_F(EditTest, TheSelectionIsCutToTheTextAndTheProgramInsertsAnywhere) {
     EXPECT_EQ(edit->insertionPosition(), 3);
     edit->setSelection(2, 2);
     EXPECT_EQ(edit->selectionRange(), std::nullopt);
+    EXPECT_EQ(ui::resource(edit->widget(), "cursorPositionVisible"), edit == &line ? 1 : 0);
   }
 }
 
