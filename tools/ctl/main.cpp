@@ -1,16 +1,15 @@
 // Has the tester of a running session carry out a command, for scripts.
 
+#include "command_options.h"
 #include "ctl/session.h"
 #include "support/version.h"
-#include "usage.h"
-
-#include <CLI/CLI.hpp>
 
 #include <chrono>
 #include <cstdio>
 #include <exception>
 #include <iostream>
 #include <limits>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -59,14 +58,8 @@ int run(int argc, char** argv) {
       ->capture_default_str();
   app.set_version_flag("--version", std::string("nel-ctl ") + kProductVersion);
   app.positionals_at_end();
-  try {
-    app.parse(argc, argv);
-  } catch (const CLI::ParseError& error) {
-    if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
-      return app.exit(error);
-    }
-    std::cerr << usageFault("nel-ctl", error.what()) << '\n';
-    return ctl::kExitUsage;
+  if (const std::optional<int> status = exitOfOptions(app, argc, argv)) {
+    return *status;
   }
   std::string command;
   for (const std::string& word : words) {

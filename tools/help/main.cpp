@@ -1,6 +1,7 @@
 // A tool of the Postmaster that answers requests for help: it shows the installed pages in a window
 // of their own, or says in the log where they are.
 
+#include "command_options.h"
 #include "help/pages.h"
 #include "link/message_codec.h"
 #include "link/message_numbers.h"
@@ -8,9 +9,6 @@
 #include "postmaster/processes.h"
 #include "support/version.h"
 #include "tester_link/tester_tool.h"
-#include "usage.h"
-
-#include <CLI/CLI.hpp>
 
 #include <poll.h>
 #include <sys/wait.h>
@@ -21,7 +19,6 @@
 #include <cstdlib>
 #include <exception>
 #include <filesystem>
-#include <iostream>
 #include <optional>
 #include <string>
 #include <system_error>
@@ -30,8 +27,6 @@ namespace {
 
 /// Name of the tester that the pages are to be about; empty when nobody said.
 std::string testerName;
-
-constexpr int kUsageError = 2;
 
 std::string variable(const char* name) {
   const char* value = std::getenv(name);
@@ -134,16 +129,7 @@ std::optional<int> answerOptions(int argc, char** argv) {
                  "Show the pages about the tester NAME where there are such")
       ->type_name("NAME");
   app.set_version_flag("--version", std::string("nel-help ") + kProductVersion);
-  try {
-    app.parse(argc, argv);
-  } catch (const CLI::ParseError& error) {
-    if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
-      return app.exit(error);
-    }
-    std::cerr << usageFault("nel-help", error.what()) << '\n';
-    return kUsageError;
-  }
-  return std::nullopt;
+  return exitOfOptions(app, argc, argv);
 }
 
 }  // namespace

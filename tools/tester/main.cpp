@@ -1,19 +1,15 @@
 // Entry of the stand-in tester. All options are answered before the link is touched.
 
-#include <CLI/CLI.hpp>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
-#include <iostream>
 #include <optional>
 
+#include "command_options.h"
 #include "support/version.h"
 #include "tester/debugger.h"
-#include "usage.h"
 
 namespace {
-
-constexpr int kUsageError = 2;
 
 int runTester() {
   tester::SimulatedSystem system(tester::crossingModel());
@@ -31,16 +27,7 @@ std::optional<int> answerOptions(int argc, char** argv) {
   app.footer(
       "Exit status: 0 after an orderly end, 1 without a connection, 2 for a wrong command line.");
   app.set_version_flag("--version", std::string("nelkv ") + kProductVersion);
-  try {
-    app.parse(argc, argv);
-  } catch (const CLI::ParseError& error) {
-    if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
-      return app.exit(error);
-    }
-    std::cerr << usageFault("nelkv", error.what()) << '\n';
-    return kUsageError;
-  }
-  return std::nullopt;
+  return exitOfOptions(app, argc, argv);
 }
 
 }  // namespace
